@@ -1,0 +1,74 @@
+# SPDX-License-Identifier: MIT
+# One function for each kind of target, so that a folder's CMakeLists.txt says only what is its own.
+
+set(CMAKE_CXX_STANDARD 17 CACHE STRING "C++ standard of the build")
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
+
+find_program(VELAFORGE_CCACHE ccache)
+if(VELAFORGE_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER "${VELAFORGE_CCACHE}")
+endif()
+
+# What all targets share: warnings, sanitizers, the include root.
+add_library(velaforge_build_flags INTERFACE)
+target_include_directories(velaforge_build_flags INTERFACE "${PROJECT_SOURCE_DIR}")
+target_compile_options(velaforge_build_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow)
+if(VELAFORGE_WARNINGS_AS_ERRORS)
+    target_compile_options(velaforge_build_flags INTERFACE -Werror)
+endif()
+if(VELAFORGE_SANITIZE)
+    target_compile_options(velaforge_build_flags INTERFACE
+        "-fsanitize=${VELAFORGE_SANITIZE}" -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    target_link_options(velaforge_build_flags INTERFACE "-fsanitize=${VELAFORGE_SANITIZE}")
+endif()
+
+# velaforge_library(<name> SOURCES <file>... [PUBLIC <target>...] [PRIVATE <target>...])
+# A shared library with hidden visibility; velaforge::<name> names it.
+function(velaforge_library name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
+    add_library(${name} SHARED ${ARG_SOURCES})
+    add_library(velaforge::${name} ALIAS ${name})
+    string(TOUPPER ${name} upper)
+    target_compile_definitions(${name} PRIVATE ${upper}_BUILD)
+    target_include_directories(${name} PUBLIC "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>")
+    target_link_libraries(${name} PUBLIC ${ARG_PUBLIC} PRIVATE ${ARG_PRIVATE} velaforge_build_flags)
+    target_link_options(${name} PRIVATE -Wl,--no-undefined)
+    if(VELAFORGE_SANITIZE)
+        target_link_options(${name} PRIVATE -Wl,--undefined-version -Wl,-z,undefs)
+    endif()
+    set_target_properties(${name} PROPERTIES
+        VERSION ${PROJECT_VERSION}
+        SOVERSION ${PROJECT_VERSION_MAJOR})
+endfunction()
+
+# velaforge_program(<name> SOURCES <file>... LINK <target>...)
+function(velaforge_program name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE ${ARG_LINK} velaforge_build_flags)
+endfunction()
+
+# velaforge_test(<name> SOURCES <file>... [LINK <target>...])
+# One program of many test cases. ctest runs each case in a process of its own, because
+# singletons are never rebuilt; tests/support gives each process its own home directory.
+function(velaforge_test name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE ${ARG_LINK} velaforge_test_support velaforge_build_flags)
+    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
+                         PROPERTIES TIMEOUT 300)
+endfunction()
+
+# velaforge_benchmark(<name> SOURCES <file>... [LINK <target>...])
+function(velaforge_benchmark name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE ${ARG_LINK} benchmark::benchmark velaforge_build_flags)
+endfunction()

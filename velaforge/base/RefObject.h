@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <velaforge/base/Export.h>
+
+#include <osg/Referenced>
+
+namespace vfBase {
+
+/// A counted body without state of its own, for bodies that need no other base.
+class VFBASE_EXPORT RefObject : public osg::Referenced
+{
+public:
+    RefObject() = default;
+
+protected:
+    ~RefObject() override;
+};
+
+} // namespace vfBase

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <velaforge/base/Referenced.h>
+#include <velaforge/base/VfString.h>
+
+#include <type_traits>
+#include <vector>
+
+namespace vfBase {
+
+/// Body of StringList.
+class VFBASE_EXPORT StringListPrivate : public osg::Referenced
+{
+public:
+    std::vector<VfString> entries;
+
+protected:
+    ~StringListPrivate() override;
+};
+
+/// A list of texts; positions count from 0.
+///
+///     vfBase::StringList names;
+///     names.append("hull");
+///     names.insert(0, "mast");
+///     names.get(0);  // "mast"
+///
+/// A handle: copies and assignment share one list. Out-of-range positions are a caller's error
+/// and caught by an assertion in debug builds.
+class VFBASE_EXPORT StringList : public Referenced
+{
+public:
+    /// An empty list.
+    StringList();
+
+    /// A list of @p count empty texts.
+    template <class Count, class = std::enable_if_t<std::is_integral_v<Count>>>
+    explicit StringList(Count count) : StringList()
+    {
+        resize(static_cast<unsigned int>(count));
+    }
+
+    /// A handle on @p body; null gives a handle without a list.
+    explicit StringList(StringListPrivate* body) : Referenced(body, true), d(body) {}
+
+    /// A handle on the other's body if that is a list of texts, otherwise a handle without one.
+    explicit StringList(const Referenced& other);
+
+    StringList(const StringList& other) = default;
+    StringList& operator=(const StringList& other);
+
+    void setImp(const Referenced& other) override;
+
+    /// @return number of entries
+    unsigned int size() const { return static_cast<unsigned int>(d->entries.size()); }
+    bool isEmpty() const { return d->entries.empty(); }
+
+    VfString get(unsigned int index) const;
+    void append(const VfString& text);
+
+    /// Inserts before @p index; an index equal to size() appends.
+    void insert(unsigned int index, const VfString& text);
+    void remove(unsigned int index);
+    void clear();
+
+    /// @return a list of its own with the same entries
+    StringList clone() const;
+
+    StringListPrivate* getImp() const { return d; }
+
+private:
+    void resize(unsigned int count);
+
+    StringListPrivate* d;
+};
+
+} // namespace vfBase

@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <velaforge/base/Export.h>
+#include <velaforge/base/VfObject.h>
+
+#include <cstddef>
+#include <functional>
+#include <iosfwd>
+#include <string>
+#include <utility>
+
+namespace vfBase {
+
+class StringList;
+
+/// Text as a value: bytes without an encoding, which may hold zero bytes too.
+///
+///     vfBase::VfString name("hull");
+///     name += ".obj";
+///     name.split('.').size();  // 2
+///
+/// Short texts need no allocation. Comparison and order are by byte.
+class VFBASE_EXPORT VfString : public VfObject
+{
+public:
+    VfString() = default;
+    VfString(const VfString& other) : VfObject(), m_text(other.m_text) {}
+    VfString(VfString&& other) noexcept : VfObject(), m_text(std::move(other.m_text)) {}
+    VfString(const std::string& text) : m_text(text) {}
+    VfString(std::string&& text) noexcept : m_text(std::move(text)) {}
+
+    /// @param text  zero-terminated; null counts as the empty text
+    VfString(const char* text) : m_text(text ? text : "") {}
+
+    ~VfString() override = default;
+
+    VfString& operator=(const VfString& other)
+    {
+        m_text = other.m_text;
+        return *this;
+    }
+    VfString& operator=(VfString&& other) noexcept
+    {
+        m_text = std::move(other.m_text);
+        return *this;
+    }
+
+    /// @param text  zero-terminated, also a part of this very text; null counts as the empty text
+    VfString& operator=(const char* text)
+    {
+        m_text = text ? text : "";
+        return *this;
+    }
+
+    const ClassInfo* getClassInfo() const override;
+
+    bool operator==(const VfString& other) const { return m_text == other.m_text; }
+    bool operator!=(const VfString& other) const { return m_text != other.m_text; }
+    bool operator<(const VfString& other) const { return m_text < other.m_text; }
+
+    VfString operator+(const VfString& other) const { return VfString(m_text + other.m_text); }
+    VfString operator+(const char* other) const { return VfString(m_text + (other ? other : "")); }
+    VfString& operator+=(const VfString& other)
+    {
+        m_text += other.m_text;
+        return *this;
+    }
+
+    operator std::string() const { return m_text; }
+
+    /// @return the text, valid while this object lives and does not change
+    const std::string& str() const { return m_text; }
+
+    /// @return zero-terminated text, valid while this object lives and does not change
+    const char* c_str() const { return m_text.c_str(); }
+
+    bool empty() const { return m_text.empty(); }
+
+    /// @return length in bytes
+    std::size_t size() const { return m_text.size(); }
+
+    /// @return the pieces between separators, in order, in a list of their own; empty pieces are dropped,
+    ///         and an empty text has no pieces
+    StringList split(char separator) const;
+
+    static const ClassInfo s_classInfo;
+
+    /// @return "vfBase::VfString"
+    static const char* classId();
+
+private:
+    std::string m_text;
+};
+
+/// Writes the bytes of the text.
+VFBASE_EXPORT std::ostream& operator<<(std::ostream& stream, const VfString& text);
+
+} // namespace vfBase
+
+template <>
+struct std::hash<vfBase::VfString>
+{
+    std::size_t operator()(const vfBase::VfString& text) const noexcept
+    {
+        return std::hash<std::string>()(text.str());
+    }
+};
