@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <velaforge/base/Export.h>
+#include <velaforge/base/VfString.h>
+
+namespace vfBase {
+
+/// @return the directory part of a path, without the file name; empty when there is none
+VFBASE_EXPORT VfString getFilePath(const VfString& path);
+
+/// @return the last component of a path
+VFBASE_EXPORT VfString getSimpleFileName(const VfString& path);
+
+/// @return the path without the extension of its last component, directories included
+VFBASE_EXPORT VfString getNameLessExtension(const VfString& path);
+
+/// @return true when @p path names an existing directory, also through a link; false for an empty path,
+///         and for one that holds a zero byte
+VFBASE_EXPORT bool directoryExists(const VfString& path);
+
+} // namespace vfBase

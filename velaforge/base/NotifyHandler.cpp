@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+#include <velaforge/base/NotifyHandler.h>
+
+#include <osg/Notify>
+
+#include <cstdio>
+#include <cstring>
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace vfBase {
+
+namespace {
+
+/// Readers may run on threads of OpenSceneGraph's, hence the lock.
+class Monitor
+{
+public:
+    static Monitor& instance()
+    {
+        static Monitor monitor;
+        return monitor;
+    }
+
+    void add(const char* message)
+    {
+        constexpr std::size_t most = 1000;
+        const std::lock_guard<std::mutex> guard(m_mutex);
+        std::size_t length = std::strlen(message);
+        while (length > 0 && (message[length - 1] == '\n' || message[length - 1] == '\r'))
+            --length;
+        if (length > 0 && m_messages.size() < most)
+            m_messages.emplace_back(message, length);
+    }
+
+    void clear()
+    {
+        const std::lock_guard<std::mutex> guard(m_mutex);
+        m_messages.clear();
+    }
+
+    std::vector<std::string> messages() const
+    {
+        const std::lock_guard<std::mutex> guard(m_mutex);
+        return m_messages;
+    }
+
+private:
+    mutable std::mutex m_mutex;
+    std::vector<std::string> m_messages;
+};
+
+/// Messages of NOTICE and below would reach standard output with OpenSceneGraph's own sink,
+/// and that belongs to the program's results.
+class Sink : public osg::NotifyHandler
+{
+public:
+    void notify(osg::NotifySeverity severity, const char* message) override
+    {
+        if (severity == osg::FATAL || severity == osg::WARN)
+            Monitor::instance().add(message);
+        if (!vfBase::NotifyHandler::instance().isQuiet() || severity == osg::FATAL)
+            std::fputs(message, stderr);
+    }
+};
+
+} // namespace
+
+NotifyHandler& NotifyHandler::instance()
+{
+    static NotifyHandler handler;
+    return handler;
+}
+
+void NotifyHandler::install()
+{
+    if (m_installed)
+        return;
+    Monitor::instance(); // made before the sink can be called, and so gone after it
+    osg::setNotifyHandler(new Sink);
+    m_installed = true;
+}
+
+void clearMonitor()
+{
+    Monitor::instance().clear();
+}
+
+StringList getMonitorMessages()
+{
+    StringList list;
+    for (const std::string& message : Monitor::instance().messages())
+        list.append(message);
+    return list;
+}
+
+} // namespace vfBase

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+#include <velaforge/base/Options.h>
+
+namespace vfBase {
+
+Options::Options() : Options(new osgDB::Options) {}
+
+// The body is counted and written to through a handle that promises no constness of its own.
+Options::Options(const osgDB::Options* options)
+    : Referenced(const_cast<osgDB::Options*>(options), true), d(const_cast<osgDB::Options*>(options))
+{}
+
+Options::Options(const Referenced& other) : Options(dynamic_cast<osgDB::Options*>(other.getImp())) {}
+
+Options& Options::operator=(const Options& other)
+{
+    if (this == &invalid())
+        return *this;
+    osgDB::Options* body = other.d; // read first: letting go of our own body may end other
+    Referenced::operator=(other);
+    d = body;
+    return *this;
+}
+
+void Options::setImp(const Referenced& other)
+{
+    *this = Options(other);
+}
+
+Options Options::clone() const
+{
+    return d ? Options(new osgDB::Options(*d, osg::CopyOp::SHALLOW_COPY)) : Options(invalid());
+}
+
+Options& Options::invalid()
+{
+    static Options handle(static_cast<osgDB::Options*>(nullptr));
+    return handle;
+}
+
+void Options::setPluginStringData(const VfString& key, const VfString& value)
+{
+    if (d)
+        d->setPluginStringData(key.str(), value.str());
+}
+
+VfString Options::getPluginStringData(const VfString& key) const
+{
+    const osgDB::Options* body = d; // the non-const reading operation would make an entry
+    return body ? VfString(body->getPluginStringData(key.str())) : VfString();
+}
+
+} // namespace vfBase

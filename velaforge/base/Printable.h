@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <velaforge/base/Export.h>
+#include <velaforge/base/VfString.h>
+
+namespace vfBase {
+
+/// Makes text fit for one line on a terminal or in a log: a file name may hold any byte.
+///
+///     vfBase::printable("a\nb")   // a\nb, four characters
+///
+/// @return @p text with control characters written as \n, \t, \r or \xNN, and bytes that are not UTF-8 as \xNN
+VFBASE_EXPORT VfString printable(const VfString& text);
+
+} // namespace vfBase
