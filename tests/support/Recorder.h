@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace vfTest {
+
+/// One list of lines into which recording objects write each call, so that an order is asserted as a list.
+class Recorder
+{
+public:
+    void add(const std::string& line) { m_lines.push_back(line); }
+    const std::vector<std::string>& lines() const { return m_lines; }
+
+    /// @return the lines so far, and forgets them
+    std::vector<std::string> take()
+    {
+        std::vector<std::string> lines;
+        lines.swap(m_lines);
+        return lines;
+    }
+
+    /// @return how often a line stands in the list
+    int count(const std::string& line) const;
+
+private:
+    std::vector<std::string> m_lines;
+};
+
+/// @return the recorder of this test's process
+Recorder& recorder();
+
+/// Writes a line into the recorder of this process.
+void record(const std::string& line);
+
+using Lines = std::vector<std::string>;
+
+} // namespace vfTest

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+// The default behaviour of the contracts that a toolkit side and a program fill in.
+#include <velaforge/application/ApplicationCallback.h>
+#include <velaforge/application/ApplicationInterface.h>
+#include <velaforge/application/ApplicationProducer.h>
+#include <velaforge/application/ApplicationSetup.h>
+
+namespace vfApplication {
+
+ApplicationInterface::~ApplicationInterface() = default;
+
+void ApplicationInterface::removeFileFromFileSystemWatcher(vfBase::VfString) {}
+
+ApplicationProducer* ApplicationProducer::Realizer = nullptr;
+
+ApplicationProducer::~ApplicationProducer() = default;
+
+void ApplicationProducer::destroy()
+{
+    if (!Realizer)
+        return;
+    int argc = 0;
+    Realizer->create(nullptr, argc, nullptr, true);
+}
+
+void ApplicationCallback::onApplicationInterfaceCreated(Application*) {}
+
+ApplicationSetup::~ApplicationSetup() = default;
+
+void ApplicationSetup::onRegisterDocumentType() const {}
+
+} // namespace vfApplication

@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: MIT
+// Who the application is and where its files are: questions that Application passes on.
+#include <velaforge/application/Application.h>
+
+#include <velaforge/application/ApplicationSettings.h>
+#include <velaforge/base/ApplicationInfo.h>
+#include <velaforge/base/FileNames.h>
+#include <velaforge/base/Settings.h>
+#include <velaforge/base/StandardPaths.h>
+#include <velaforge/base/Version.h>
+
+namespace vfApplication {
+
+using vfBase::ApplicationInfo;
+using vfBase::StandardPaths;
+
+namespace {
+
+const char* location(int number)
+{
+    return StandardPaths::standardLocation(static_cast<StandardPaths::StandardLocation>(number));
+}
+
+} // namespace
+
+const char* getLibraryName()
+{
+    return "velaFORGE Application Library";
+}
+
+const char* getVersion()
+{
+    return vfBase::getVersion();
+}
+
+const char* Application::getApplicationName() const
+{
+    return ApplicationInfo::instance().getApplicationName();
+}
+
+const char* Application::getApplicationVersion() const
+{
+    return ApplicationInfo::instance().getApplicationVersion();
+}
+
+const char* Application::getApplicationIconName() const
+{
+    return ApplicationInfo::instance().getApplicationIconName();
+}
+
+const char* Application::getApplicationUrl() const
+{
+    return ApplicationInfo::instance().getApplicationUrl();
+}
+
+const char* Application::getApplicationOnlineHelpUrl() const
+{
+    return ApplicationInfo::instance().getApplicationOnlineHelpUrl();
+}
+
+const char* Application::getApplicationVendorName() const
+{
+    return ApplicationInfo::instance().getApplicationVendorName();
+}
+
+const char* Application::getApplicationVendorShortName() const
+{
+    return ApplicationInfo::instance().getApplicationVendorShortName();
+}
+
+const char* Application::getApplicationVendorUrl() const
+{
+    return ApplicationInfo::instance().getApplicationVendorUrl();
+}
+
+const char* Application::getApplicationVendorBanner() const
+{
+    return ApplicationInfo::instance().getApplicationVendorBanner();
+}
+
+const char* Application::getSplashImageName() const
+{
+    return ApplicationInfo::instance().getSplashImageName();
+}
+
+const char* Application::getDocumentsLocation() const
+{
+    return location(1);
+}
+
+const char* Application::getTempLocation() const
+{
+    return location(7);
+}
+
+const char* Application::getHomeLocation() const
+{
+    return location(8);
+}
+
+const char* Application::getDataLocation() const
+{
+    return location(17);
+}
+
+const char* Application::getUserSettingsFilePath() const
+{
+    return vfBase::Settings::global().getSettingsFilePath();
+}
+
+const char* Application::getSplashHorizontalAlignmet() const
+{
+    return ApplicationSettings::instance(false)->getSplashHorizontalAlignmet().c_str();
+}
+
+const char* Application::getSplashVerticalAlignmet() const
+{
+    return ApplicationSettings::instance(false)->getSplashVerticalAlignmet().c_str();
+}
+
+void Application::getSplashTextColor(float& r, float& g, float& b) const
+{
+    const osg::Vec3f& color = ApplicationSettings::instance(false)->getSplashTextColor();
+    r = color.x();
+    g = color.y();
+    b = color.z();
+}
+
+const char* Application::getWorkingLocation() const
+{
+    const std::string& kept = ApplicationSettings::instance(false)->getWorkingLocation();
+    return vfBase::directoryExists(kept) ? kept.c_str() : location(1);
+}
+
+void Application::setWorkingLocation(const char* path)
+{
+    if (vfBase::directoryExists(path))
+        ApplicationSettings::instance(false)->setWorkingLocation(path);
+}
+
+} // namespace vfApplication

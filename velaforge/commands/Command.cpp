@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: MIT
+#include <velaforge/commands/Command.h>
+
+#include <velaforge/base/ClassInfo.h>
+#include <velaforge/base/Registry_.h>
+#include <velaforge/commands/CommandPrivate.h>
+
+#include <cassert>
+
+namespace vfApplication {
+
+const vfBase::ClassInfo Command::s_classInfo("vfApplication", "Command", Command::classId(),
+                                             &vfBase::Referenced::s_classInfo, nullptr,
+                                             static_cast<int>(sizeof(Command)), nullptr);
+
+Command::Command(CommandPrivate* body) : vfBase::Referenced(body, true), d(body) {}
+
+Command::Command(const vfBase::Referenced& other) : Command(dynamic_cast<CommandPrivate*>(other.getImp())) {}
+
+Command& Command::operator=(const Command& other)
+{
+    CommandPrivate* body = other.d; // read first: letting go of our own body may end other
+    vfBase::Referenced::operator=(other);
+    d = body;
+    return *this;
+}
+
+void Command::setImp(const vfBase::Referenced& other)
+{
+    *this = Command(other);
+}
+
+const vfBase::ClassInfo* Command::getClassInfo() const
+{
+    return &s_classInfo;
+}
+
+void Command::invoke(const vfBase::VfVariant& argument)
+{
+    assert(d);
+    d->invoke(argument);
+}
+
+void Command::invoke()
+{
+    assert(d);
+    d->invoke(vfBase::VfVariant());
+}
+
+bool Command::canUndo() const
+{
+    assert(d);
+    return d->canUndo();
+}
+
+bool Command::Do()
+{
+    assert(d);
+    return d->Do();
+}
+
+bool Command::Do(const vfBase::VfVariant& argument)
+{
+    assert(d);
+    return d->Do(argument);
+}
+
+bool Command::undo()
+{
+    assert(d);
+    return d->undo();
+}
+
+bool Command::undo(const vfBase::VfVariant& argument)
+{
+    assert(d);
+    return d->undo(argument);
+}
+
+const char* Command::getName() const
+{
+    assert(d);
+    return d->getName().c_str();
+}
+
+void Command::setName(const char* name)
+{
+    assert(d && name);
+    d->setName(name);
+}
+
+Command::Properties Command::getProperties() const
+{
+    assert(d);
+    return d->getProperties();
+}
+
+void Command::setProperties(const Properties& properties)
+{
+    assert(d);
+    d->setProperties(properties);
+}
+
+const char* Command::getClassName() const
+{
+    return getClassInfo()->getClassName();
+}
+
+vfBase::VfString Command::getId() const
+{
+    return getClassInfo()->getClassId();
+}
+
+const char* Command::classId()
+{
+    return "vfApplication::Command";
+}
+
+Command Command::getCommandByName(const std::string& name)
+{
+    vfBase::VfObject* object = vfBase::Registry_::instance().createType(name.c_str());
+    auto* body = dynamic_cast<CommandPrivate*>(object);
+    if (!body)
+        delete object;
+    return Command(body);
+}
+
+Command& Command::invalid()
+{
+    static Command handle;
+    return handle;
+}
+
+} // namespace vfApplication

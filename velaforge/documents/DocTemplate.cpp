@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: MIT
+#include <velaforge/documents/DocTemplate.h>
+
+#include <velaforge/base/BaseException.h>
+#include <velaforge/base/ClassInfo.h>
+#include <velaforge/base/Registry_.h>
+#include <velaforge/documents/DocManager.h>
+#include <velaforge/documents/Document.h>
+#include <velaforge/documents/View.h>
+
+#include <osgDB/FileNameUtils>
+#include <osgDB/FileUtils>
+
+#include <cassert>
+#include <memory>
+#include <string>
+
+namespace vfApplication {
+
+namespace {
+
+/// Makes an object of the class, or of the class registered under @p typeName while that is not known yet.
+/// @return null when @p classInfo makes something else
+/// @throws vfBase::BaseException with @p complaint when the name does not stand for a Product
+template <class Product>
+std::unique_ptr<Product> make(const vfBase::ClassInfo*& classInfo, const vfBase::VfString& typeName,
+                              const char* complaint)
+{
+    std::unique_ptr<vfBase::VfObject> object(
+        classInfo ? classInfo->create() : vfBase::Registry_::instance().createType(typeName.c_str()));
+    auto* product = dynamic_cast<Product*>(object.get());
+    if (!product) {
+        if (classInfo)
+            return nullptr;
+        throw vfBase::BaseException(complaint);
+    }
+    object.release();
+    if (!classInfo)
+        classInfo = product->getClassInfo();
+    return std::unique_ptr<Product>(product);
+}
+
+} // namespace
+
+DocTemplate::DocTemplate(DocManager* manager, const char* description, const char* fileFilter,
+                         const char* directory, const char* defaultExtension, const char* documentTypeName,
+                         const char* viewTypeName, const vfBase::ClassInfo* docClassInfo,
+                         const vfBase::ClassInfo* viewClassInfo, int flags, int extraFlags,
+                         const vfBase::Options& options)
+    : m_defaultExtension(defaultExtension), m_description(description), m_directory(directory),
+      m_fileFilter(fileFilter), m_flags(flags), m_extraFlags(extraFlags), m_viewName(viewTypeName),
+      m_documentName(documentTypeName), m_documentManager(manager), m_docClassInfo(docClassInfo),
+      m_viewClassInfo(viewClassInfo)
+{
+    m_createDocumentOptions = options;
+    if (manager)
+        manager->associateTemplate(this);
+}
+
+DocTemplate::DocTemplate(const DocTemplate& other) = default;
+
+DocTemplate& DocTemplate::operator=(const DocTemplate& other) = default;
+
+DocTemplate::~DocTemplate()
+{
+    assert(m_documentManager && "a template needs a manager by the time it is destroyed");
+    m_documentManager->disassociateTemplate(this);
+}
+
+bool DocTemplate::fileMatchesTemplate(const vfBase::VfString& path)
+{
+    const std::string extension = osgDB::getLowerCaseFileExtension(path);
+    osgDB::StringList items;
+    osgDB::split(m_fileFilter, items, ',');
+    for (const std::string& item : items) {
+        const std::string folded = osgDB::convertToLowerCase(item);
+        if (folded == "*" || folded == extension)
+            return true;
+    }
+    return m_defaultExtension == vfBase::VfString(extension);
+}
+
+vfBase::VfString DocTemplate::getDocumentName() const
+{
+    return m_documentName;
+}
+
+vfBase::VfString DocTemplate::getViewName() const
+{
+    return m_viewName;
+}
+
+Document* DocTemplate::createDocument(const vfBase::VfString& path, const vfBase::Options& options)
+{
+    Document* document = doCreateDocument(options);
+    assert(document && "the class record of a template must make a document");
+    if (initDocument(document, path, options))
+        return document;
+    delete document;
+    return nullptr;
+}
+
+bool DocTemplate::initDocument(Document* document, const vfBase::VfString& path, const vfBase::Options& options)
+{
+    try {
+        document->setFilename(path, false);
+        document->setDocumentTemplate(this);
+        if (!document->onCreate(path, options))
+            throw vfBase::BaseException("Failed to create document!");
+        m_documentManager->addDocument(document);
+        return true;
+    } catch (...) {
+        // Whatever it was, the caller learns that there is no document; only what got as far as the list has views.
+        if (m_documentManager->containsDocument(document))
+            document->deleteAllViews();
+        return false;
+    }
+}
+
+View* DocTemplate::createView(Document* document, const vfBase::Options& options)
+{
+    std::unique_ptr<View> view(doCreateView(options));
+    if (!view)
+        return nullptr;
+    view->setDocument(document);
+    return view->onCreate(document, options) ? view.release() : nullptr;
+}
+
+Document* DocTemplate::doCreateDocument(const vfBase::Options&)
+{
+    return make<Document>(m_docClassInfo, m_documentName,
+                          "Doc type name does not represent vfApplication::Document!")
+        .release();
+}
+
+View* DocTemplate::doCreateView(const vfBase::Options& options)
+{
+    std::unique_ptr<View> view =
+        make<View>(m_viewClassInfo, m_viewName, "View type name does not represent vfApplication::View!");
+    if (view)
+        view->setViewOptions(options);
+    return view.release();
+}
+
+} // namespace vfApplication

@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: MIT
+#include <velaforge/documents/View.h>
+
+#include <velaforge/application/Application.h>
+#include <velaforge/base/ClassInfo.h>
+#include <velaforge/documents/DocManager.h>
+#include <velaforge/documents/DocTemplate.h>
+#include <velaforge/documents/Document.h>
+
+#include <cassert>
+
+namespace vfApplication {
+
+const vfBase::ClassInfo View::s_classInfo("vfApplication", "View", View::classId(), &vfBase::VfObject::s_classInfo,
+                                          nullptr, static_cast<int>(sizeof(View)), nullptr);
+
+View::View() : m_viewOptions(vfBase::Options::invalid()) {}
+
+View::View(const View& other) = default;
+
+View& View::operator=(const View& other) = default;
+
+View::~View()
+{
+    // The manager is reached through the document, which may go with the removal of its last view.
+    if (m_document && m_document->getDocumentManager())
+        m_document->getDocumentManager()->activateView(this, false);
+    if (m_document)
+        m_document->removeView(this);
+}
+
+const vfBase::ClassInfo* View::getClassInfo() const
+{
+    return &s_classInfo;
+}
+
+DocManager* View::getDocumentManager() const
+{
+    assert(m_document);
+    return m_document->getDocumentManager();
+}
+
+vfBase::VfString View::getViewName() const
+{
+    assert(m_document && m_document->getDocumentTemplate());
+    return m_document->getDocumentTemplate()->getViewName();
+}
+
+void View::setViewName(const vfBase::VfString&) {}
+
+void View::activate(bool active)
+{
+    DocManager* manager = m_document ? m_document->getDocumentManager() : nullptr;
+    if (!manager)
+        return;
+    View* previous = manager->getCurrentView();
+    onActivateView(active, this, previous); // before the manager changes: the view can compare itself with previous
+    manager->activateView(this, active);
+}
+
+bool View::close(bool force)
+{
+    return onClose(force);
+}
+
+void View::onActivateView(bool, View*, View*) {}
+
+void View::onChangeFilename() {}
+
+bool View::onClose(bool)
+{
+    return m_document ? m_document->close() : true;
+}
+
+void View::onClosingDocument()
+{
+    if (Application* application = Application::instance(false))
+        application->onClosingDocument(m_document);
+}
+
+bool View::onCreate(Document*, const vfBase::Options&)
+{
+    return false;
+}
+
+void View::setDocument(Document* document)
+{
+    m_document = document;
+    if (document)
+        document->addView(this);
+}
+
+void View::onUpdate(View*) {}
+
+void View::onDeselect(View*) {}
+
+void View::redraw() {}
+
+void View::setViewOptions(const vfBase::Options& options)
+{
+    m_viewOptions = options;
+}
+
+const char* View::classId()
+{
+    return "vfApplication::View";
+}
+
+} // namespace vfApplication
