@@ -22,6 +22,16 @@ VfString getNameLessExtension(const VfString& path)
     return osgDB::getNameLessExtension(path);
 }
 
+VfString makePathComponent(const VfString& name)
+{
+    std::string component = name.str();
+    for (char& c : component) {
+        if (c == '/' || c == '\0')
+            c = '_';
+    }
+    return component == "." || component == ".." ? std::string(component.size(), '_') : component;
+}
+
 bool directoryExists(const VfString& path)
 {
     if (path.empty() || path.str().find('\0') != std::string::npos)

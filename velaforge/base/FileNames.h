@@ -15,6 +15,9 @@ VFBASE_EXPORT VfString getSimpleFileName(const VfString& path);
 /// @return the path without the extension of its last component, directories included
 VFBASE_EXPORT VfString getNameLessExtension(const VfString& path);
 
+/// @return @p name as one component of a path: without slashes and zero bytes, and neither "." nor ".."
+VFBASE_EXPORT VfString makePathComponent(const VfString& name);
+
 /// @return true when @p path names an existing directory, also through a link; false for an empty path,
 ///         and for one that holds a zero byte
 VFBASE_EXPORT bool directoryExists(const VfString& path);

@@ -7,6 +7,8 @@
 #include <osg/Referenced>
 #include <osg/ref_ptr>
 
+#include <functional>
+
 namespace vfBase {
 
 class Observer;
@@ -49,6 +51,12 @@ public:
     /// @return true for handles on the same body, and for two handles without one
     bool operator==(const Referenced& other) const { return m_imp == other.m_imp; }
     bool operator!=(const Referenced& other) const { return m_imp != other.m_imp; }
+
+    /// An order for sorted containers: by body, and so without a meaning that outlives the process.
+    bool operator<(const Referenced& other) const
+    {
+        return std::less<const osg::Referenced*>()(m_imp.get(), other.m_imp.get());
+    }
 
     /// @return the body, uncounted; null when there is none
     osg::Referenced* getImp() const { return m_imp.get(); }

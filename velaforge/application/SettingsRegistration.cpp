@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+// Makes the settings objects of this library known to the store when the library is loaded. They stand in one file
+// because the order of static objects is fixed within one file only.
+
+#include <velaforge/application/ApplicationSettings.h>
+#include <velaforge/base/RegisterSettingsObjectProxy.h>
+#include <velaforge/base/Settings.h>
+#include <velaforge/base/SettingsObject.h>
+#include <velaforge/documents/FileHistorySettings.h>
+
+namespace vfApplication {
+
+namespace {
+
+using vfBase::RegisterSettingsObjectProxy;
+using vfBase::Settings;
+using vfBase::SettingsObject;
+
+const RegisterSettingsObjectProxy applicationSettings(SettingsObject(ApplicationSettings::instance(false)),
+                                                      Settings::global());
+const RegisterSettingsObjectProxy fileHistorySettings(SettingsObject(FileHistorySettings::instance(false)),
+                                                      Settings::global());
+
+} // namespace
+
+} // namespace vfApplication

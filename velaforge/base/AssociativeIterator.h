@@ -1,0 +1,181 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <velaforge/base/Export.h>
+#include <velaforge/base/KeptForProcess.h>
+#include <velaforge/base/Pair.h>
+#include <velaforge/base/Referenced.h>
+
+#include <osg/Referenced>
+#include <osg/ref_ptr>
+
+#include <cassert>
+#include <iterator>
+
+namespace vfBase {
+
+/// Body of AssociativeIterator. It keeps the container body, and so the entries, alive.
+template <class B>
+class VFBASE_TEMPLATE_EXPORT RefBidirectionalAssociativeIterator : public osg::Referenced
+{
+public:
+    using Position = typename B::Container::iterator;
+
+    /// Without a container.
+    RefBidirectionalAssociativeIterator() = default;
+
+    RefBidirectionalAssociativeIterator(B* body, Position at) : container(body), position(at), current(at) {}
+
+    osg::ref_ptr<B> container;
+    Position position{}; ///< what next would deliver
+    Position current{};  ///< what was delivered last
+
+protected:
+    ~RefBidirectionalAssociativeIterator() override = default;
+};
+
+/// A cursor between the entries of a Map, moved explicitly.
+///
+///     for (auto it = map.getIterator(); it.hasNext();) {
+///         it.next();
+///         use(it.key(), it.value());
+///     }
+///
+/// Only isValid may be asked of an invalid one. Copies share the cursor and move together; assignment rebinds to the
+/// other's cursor. The entries live as long as a cursor stands on them, but a cursor on an entry that was removed
+/// must not be used.
+template <class M>
+class VFBASE_TEMPLATE_EXPORT AssociativeIterator : public Referenced
+{
+public:
+    using Body = RefBidirectionalAssociativeIterator<typename M::Body>;
+    using Key = typename M::Key;
+    using Value = typename M::Value;
+    using Entry = Pair<Key, Value>;
+
+    /// Without a body, and so invalid.
+    AssociativeIterator() : d(nullptr) {}
+
+    /// On the first entry of @p container.
+    explicit AssociativeIterator(const M& container) : AssociativeIterator(atFront(container)) {}
+
+    /// A handle on @p body; null gives an invalid one.
+    explicit AssociativeIterator(Body* body) : Referenced(body, true), d(body) {}
+
+    AssociativeIterator(const AssociativeIterator& other) = default;
+    AssociativeIterator& operator=(const AssociativeIterator& other)
+    {
+        Body* body = other.d; // read first: letting go of our own body may end other
+        Referenced::operator=(other);
+        d = body;
+        return *this;
+    }
+
+    void setImp(const Referenced& other) override
+    {
+        const osg::ref_ptr<Body> body(dynamic_cast<Body*>(other.getImp()));
+        Referenced::setImp(Referenced(body.get(), true));
+        d = body.get();
+    }
+
+    /// @return true when there is a container to move in
+    bool isValid() const override { return d && d->container.valid(); }
+
+    bool hasNext() const { return d->position != end(); }
+    bool hasPrevious() const { return d->position != begin(); }
+
+    /// Moves behind the next entry, which becomes the current one. @return it; a default pair at the end
+    Entry next()
+    {
+        if (d->position == end())
+            return Entry();
+        d->current = d->position++;
+        return entry(d->current);
+    }
+
+    /// Moves back onto the previous entry, which becomes the current one; only where there is one.
+    Entry previous()
+    {
+        assert(hasPrevious());
+        d->current = --d->position;
+        return entry(d->current);
+    }
+
+    /// Return the entry that next or previous would; only where there is one.
+    Entry peekNext() const
+    {
+        assert(hasNext());
+        return entry(d->position);
+    }
+    Entry peekPrevious() const
+    {
+        assert(hasPrevious());
+        return entry(std::prev(d->position));
+    }
+
+    /// Moves behind the next entry with that value, which becomes the current one; without one, both go to the end.
+    /// @return true if there was one
+    bool findNext(const Value& x)
+    {
+        while ((d->current = d->position) != end()) {
+            if ((d->position++)->second == x)
+                return true;
+        }
+        return false;
+    }
+
+    /// Moves back onto the previous entry with that value, which becomes the current one; without one, the cursor goes
+    /// to the front and the current entry to the end. @return true if there was one
+    bool findPrevious(const Value& x)
+    {
+        while (d->position != begin()) {
+            d->current = --d->position;
+            if (d->current->second == x)
+                return true;
+        }
+        d->current = end();
+        return false;
+    }
+
+    void toFront() { d->position = d->current = begin(); }
+    void toBack() { d->position = d->current = end(); }
+
+    /// @return a copy of the key or value of the current entry; only where there is one
+    Key key() const
+    {
+        assert(d->current != end());
+        return d->current->first;
+    }
+    Value value() const
+    {
+        assert(d->current != end());
+        return d->current->second;
+    }
+
+    /// Starts anew at the front of @p container. The former cursor is never released: other parties may still
+    /// hold it uncounted.
+    void set(const M& container)
+    {
+        keepForProcess(d);
+        *this = AssociativeIterator(container);
+    }
+
+    Body* getImp() const { return d; }
+
+private:
+    using Position = typename Body::Position;
+
+    static Body* atFront(const M& container)
+    {
+        M handle(container);
+        return new Body(handle.getImp(), handle.getImp()->container->begin());
+    }
+
+    static Entry entry(Position at) { return Entry(at->first, at->second); }
+    Position begin() const { return d->container->container->begin(); }
+    Position end() const { return d->container->container->end(); }
+
+    Body* d;
+};
+
+} // namespace vfBase

@@ -1,0 +1,161 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <velaforge/base/SequenceHandle.h>
+
+#include <list>
+
+namespace vfBase {
+
+template <class T>
+class Set;
+template <class T>
+class Vector;
+
+/// Body of List.
+template <class T>
+class VFBASE_TEMPLATE_EXPORT RefListPrivate : public ContainerBody<std::list<T>>
+{
+public:
+    using ContainerBody<std::list<T>>::ContainerBody;
+
+protected:
+    ~RefListPrivate() override = default;
+};
+
+/// A shared list: a handle on one std::list. Operations with an index walk from the front.
+///
+///     vfBase::List<vfBase::VfString> names;
+///     names << "hull" << "mast";
+///     names.move(0, 2);  // "mast", "hull"
+///
+/// See ContainerHandle for what copies share, and SequenceHandle for the operations that Vector has too.
+template <class T>
+class VFBASE_TEMPLATE_EXPORT List : public SequenceHandle<List<T>, RefListPrivate<T>, T>
+{
+    using Base = SequenceHandle<List<T>, RefListPrivate<T>, T>;
+    friend Base;
+    friend ContainerHandle<List<T>, RefListPrivate<T>>;
+
+public:
+    using typename Base::Body;
+    using typename Base::Container;
+    using Base::insert;
+    using Base::remove;
+    using Base::swap;
+
+    List() : Base(new Body) {}
+
+    /// A handle on @p body; null gives a handle without one.
+    List(Body* body) : Base(body) {}
+
+    /// A handle on the other's body if that is one of the same kind, otherwise one without a body.
+    explicit List(const Referenced& other) : Base(other) {}
+
+    /// Shares the body.
+    List(const List& other) = default;
+
+    /// Copies the elements into this body. @return a further handle on it
+    List operator=(const List& other)
+    {
+        Base::operator=(other);
+        return *this;
+    }
+
+    /// Removes the first match. @return true if there was one
+    bool removeOne(const T& x)
+    {
+        const auto found = std::find(this->begin(), this->end(), x);
+        if (found == this->end())
+            return false;
+        d->container->erase(found);
+        return true;
+    }
+
+    /// Removes all matches. @return how many
+    unsigned int removeAll(const T& x)
+    {
+        const T value(x); // may be an element itself
+        const unsigned int before = this->size();
+        d->container->remove(value);
+        return before - this->size();
+    }
+
+    /// Exchanges two elements.
+    void swap(unsigned int i, unsigned int j) { std::iter_swap(this->place(i), this->place(j)); }
+
+    /// Takes the element at @p from and puts it before the one that was at @p to; size() puts it last.
+    /// A move forward thus lands at to - 1. A @p from of size() does nothing.
+    void move(unsigned int from, unsigned int to)
+    {
+        if (from == this->size())
+            return;
+        d->container->splice(this->placeOrEnd(to), *d->container, this->place(from));
+    }
+
+    /// Inserts before the cursor. @return a new cursor on the new element
+    Iterator<List> insert(const Iterator<List>& it, const T& x)
+    {
+        return cursor(d->container->insert(it.getImp()->position, x));
+    }
+
+    /// Removes the element at the cursor. @return a new cursor on the following one
+    Iterator<List> remove(const Iterator<List>& it) { return cursor(d->container->erase(it.getImp()->position)); }
+
+    /// Removes the elements from @p first up to, not including, @p last. @return a new cursor on @p last
+    Iterator<List> remove(const Iterator<List>& first, const Iterator<List>& last)
+    {
+        return cursor(d->container->erase(first.getImp()->position, last.getImp()->position));
+    }
+
+    /// @return a new container with the same elements
+    Vector<T> toVector() const;
+    Set<T> toSet() const;
+    static List fromVector(const Vector<T>& vector);
+    static List fromSet(const Set<T>& set);
+
+    /// @return the standard container itself, not const: a view on the shared elements
+    Container& asStdList() const { return *d->container; }
+
+private:
+    using Base::d;
+
+    Iterator<List> cursor(typename Container::iterator position)
+    {
+        return Iterator<List>(new typename Iterator<List>::Body(d, position));
+    }
+};
+
+} // namespace vfBase
+
+#include <velaforge/base/Set.h>
+#include <velaforge/base/Vector.h>
+
+namespace vfBase {
+
+template <class T>
+Vector<T> List<T>::toVector() const
+{
+    return Vector<T>::fromList(*this);
+}
+
+template <class T>
+Set<T> List<T>::toSet() const
+{
+    return Set<T>::fromList(*this);
+}
+
+template <class T>
+List<T> List<T>::fromVector(const Vector<T>& vector)
+{
+    const auto& elements = vector.asStdVector();
+    return Base::adopt(Container(elements.begin(), elements.end()));
+}
+
+template <class T>
+List<T> List<T>::fromSet(const Set<T>& set)
+{
+    return set.toList();
+}
+
+} // namespace vfBase

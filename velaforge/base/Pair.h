@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <velaforge/base/Export.h>
+#include <velaforge/base/VfObject.h>
+
+#include <utility>
+
+namespace vfBase {
+
+/// A key and a value, by value: a copy is a real copy, unlike that of the containers.
+template <class K, class V>
+class VFBASE_TEMPLATE_EXPORT Pair : public VfObject
+{
+public:
+    Pair() : key(), value() {}
+    Pair(const K& aKey, const V& aValue) : key(aKey), value(aValue) {}
+    Pair(const Pair& other) : VfObject(), key(other.key), value(other.value) {}
+    Pair(Pair&& other) : VfObject(), key(std::move(other.key)), value(std::move(other.value)) {}
+
+    Pair& operator=(const Pair& other)
+    {
+        key = other.key;
+        value = other.value;
+        return *this;
+    }
+    Pair& operator=(Pair&& other)
+    {
+        key = std::move(other.key);
+        value = std::move(other.value);
+        return *this;
+    }
+
+    bool operator==(const Pair& other) const { return key == other.key && value == other.value; }
+    bool operator!=(const Pair& other) const { return !(*this == other); }
+
+    K key;
+    V value;
+};
+
+} // namespace vfBase

@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <velaforge/base/ContainerHandle.h>
+#include <velaforge/base/Iterator.h>
+
+#include <algorithm>
+#include <cassert>
+#include <iterator>
+
+namespace vfBase {
+
+/// What Vector and List share. Indexes count from 0. Operations that take an index without a word on it require it
+/// to be in range, and are caught by an assertion in debug builds otherwise.
+///
+/// The operators that return a container return a further handle on this one, operator+ too: it appends to its
+/// left operand.
+template <class Self, class BodyType, class T>
+class VFBASE_TEMPLATE_EXPORT SequenceHandle : public ContainerHandle<Self, BodyType>
+{
+    using Base = ContainerHandle<Self, BodyType>;
+
+public:
+    using typename Base::Body;
+    using typename Base::Container;
+
+    /// "No index", and "to the end" for a length.
+    static constexpr unsigned int npos = 0xFFFFFFFFu;
+
+    using Base::size;
+
+    T& operator[](unsigned int index) { return *place(index); }
+    const T& operator[](unsigned int index) const { return *place(index); }
+    T& at(unsigned int index) { return *place(index); }
+    const T& at(unsigned int index) const { return *place(index); }
+
+    T& first() { return checkedFilled().front(); }
+    const T& first() const { return checkedFilled().front(); }
+    T& last() { return checkedFilled().back(); }
+    const T& last() const { return checkedFilled().back(); }
+
+    /// @return the element, or a default one for any index out of range
+    T value(unsigned int index) const { return index < size() ? *place(index) : T(); }
+    T value(unsigned int index, const T& def) const { return index < size() ? *place(index) : def; }
+
+    bool contains(const T& x) const { return std::find(begin(), end(), x) != end(); }
+    unsigned int count(const T& x) const { return static_cast<unsigned int>(std::count(begin(), end(), x)); }
+
+    /// @return the first index at or behind @p from with that element, npos if there is none or @p from is out of range
+    unsigned int indexOf(const T& x, unsigned int from = 0) const
+    {
+        if (from >= size())
+            return npos;
+        const auto found = std::find(place(from), end(), x);
+        return found == end() ? npos : from + static_cast<unsigned int>(std::distance(place(from), found));
+    }
+
+    /// @return the last index at or before @p from with that element, npos if there is none; a @p from out of range
+    ///         means the last index
+    unsigned int lastIndexOf(const T& x, unsigned int from = npos) const
+    {
+        if (size() == 0)
+            return npos;
+        unsigned int index = from >= size() ? size() - 1 : from;
+        for (auto it = place(index);; --it, --index) {
+            if (*it == x)
+                return index;
+            if (index == 0)
+                return npos;
+        }
+    }
+
+    void append(const T& x) { d->container->push_back(x); }
+    void prepend(const T& x) { d->container->insert(begin(), x); }
+
+    Self operator<<(const T& x)
+    {
+        append(x);
+        return this->self();
+    }
+    Self operator+=(const T& x) { return *this << x; }
+
+    /// Appends all elements of @p other, which may be this very container.
+    Self operator<<(const Self& other)
+    {
+        if (other.d->container == d->container) {
+            const Container copy(*d->container);
+            d->container->insert(end(), copy.begin(), copy.end());
+        } else {
+            d->container->insert(end(), other.d->container->begin(), other.d->container->end());
+        }
+        return this->self();
+    }
+    Self operator+=(const Self& other) { return *this << other; }
+
+    /// Appends to the left operand, const though it is, and returns a handle on it.
+    Self operator+(const Self& other) const
+    {
+        Self left(this->self());
+        return left << other;
+    }
+
+    /// Inserts before @p index; an index equal to size() appends.
+    void insert(unsigned int index, const T& x) { d->container->insert(placeOrEnd(index), x); }
+
+    void replace(unsigned int index, const T& x) { *place(index) = x; }
+
+    void remove(unsigned int index) { d->container->erase(place(index)); }
+    void removeFirst() { d->container->erase(place(0)); }
+    void removeLast()
+    {
+        checkedFilled();
+        d->container->pop_back();
+    }
+
+    T takeAt(unsigned int index)
+    {
+        const auto it = place(index);
+        T taken(std::move(*it));
+        d->container->erase(it);
+        return taken;
+    }
+    T takeFirst() { return takeAt(0); }
+    T takeLast()
+    {
+        T taken(std::move(checkedFilled().back()));
+        d->container->pop_back();
+        return taken;
+    }
+
+    /// @return a new container with @p len elements from @p pos on, fewer where there are no more
+    Self mid(unsigned int pos, unsigned int len = npos) const
+    {
+        const unsigned int all = size();
+        if (len == npos || pos + len > all)
+            len = all - pos; // wraps for a pos behind the end, which is then caught as too long
+        if (pos == 0 && len == all)
+            return Base::adopt(Container(*d->container));
+        if (len > all || len == 0 || pos >= all)
+            return Self();
+        const auto from = place(pos);
+        return Base::adopt(Container(from, std::next(from, static_cast<std::ptrdiff_t>(len))));
+    }
+
+    bool operator==(const Self& other) const { return *d->container == *other.d->container; }
+    bool operator!=(const Self& other) const { return !(*this == other); }
+
+    /// @return a new cursor before the first element
+    Iterator<Self> getIterator() const { return Iterator<Self>(this->self()); }
+
+protected:
+    using Base::Base;
+    using Base::d;
+
+    SequenceHandle(const SequenceHandle&) = default;
+    SequenceHandle& operator=(const SequenceHandle&) = default;
+
+    auto begin() const { return d->container->begin(); }
+    auto end() const { return d->container->end(); }
+
+    auto place(unsigned int index) const
+    {
+        assert(index < size());
+        return std::next(begin(), static_cast<std::ptrdiff_t>(index));
+    }
+    auto placeOrEnd(unsigned int index) const
+    {
+        assert(index <= size());
+        return std::next(begin(), static_cast<std::ptrdiff_t>(index));
+    }
+    Container& checkedFilled() const
+    {
+        assert(!d->container->empty());
+        return *d->container;
+    }
+};
+
+} // namespace vfBase

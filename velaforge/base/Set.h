@@ -1,0 +1,193 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <velaforge/base/ContainerHandle.h>
+#include <velaforge/base/Iterator.h>
+
+#include <algorithm>
+#include <iterator>
+#include <set>
+
+namespace vfBase {
+
+template <class T>
+class List;
+
+/// Body of Set.
+template <class T>
+class VFBASE_TEMPLATE_EXPORT RefSetPrivate : public ContainerBody<std::set<T>>
+{
+public:
+    using ContainerBody<std::set<T>>::ContainerBody;
+
+protected:
+    ~RefSetPrivate() override = default;
+};
+
+/// A shared ordered set: a handle on one std::set.
+///
+///     vfBase::Set<int> a;
+///     a << 1 << 2;
+///     a - other;  // changes a, as every operator here does
+///
+/// See ContainerHandle for what copies share. The operators that return a set return a further handle on this one;
+/// the binary operators too work on their left operand.
+template <class T>
+class VFBASE_TEMPLATE_EXPORT Set : public ContainerHandle<Set<T>, RefSetPrivate<T>>
+{
+    using Base = ContainerHandle<Set<T>, RefSetPrivate<T>>;
+    friend Base;
+
+public:
+    using typename Base::Body;
+    using typename Base::Container;
+
+    Set() : Base(new Body) {}
+
+    /// A handle on @p body; null gives a handle without one.
+    Set(Body* body) : Base(body) {}
+
+    /// A handle on the other's body if that is one of the same kind, otherwise one without a body.
+    explicit Set(const Referenced& other) : Base(other) {}
+
+    /// Shares the body.
+    Set(const Set& other) = default;
+
+    /// Copies the elements into this body. @return a further handle on it
+    Set operator=(const Set& other)
+    {
+        Base::operator=(other);
+        return *this;
+    }
+
+    /// @return a new cursor on the element, present or new
+    Iterator<Set> insert(const T& x) { return cursor(d->container->insert(x).first); }
+
+    /// @return true if an element was removed
+    bool remove(const T& x) { return d->container->erase(x) != 0; }
+
+    bool contains(const T& x) const { return d->container->find(x) != d->container->end(); }
+
+    /// @return true if every element of @p other is here; so for an empty one
+    bool contains(const Set& other) const
+    {
+        const Container& theirs = *other.d->container;
+        return std::includes(d->container->begin(), d->container->end(), theirs.begin(), theirs.end(),
+                             d->container->key_comp());
+    }
+
+    /// @return a cursor on the element; an invalid one without a container when it is absent
+    Iterator<Set> find(const T& x) const
+    {
+        const auto found = d->container->find(x);
+        return found == d->container->end() ? Iterator<Set>(new typename Iterator<Set>::Body) : cursor(found);
+    }
+
+    /// Adds the elements of @p other, keeps those in both, or removes those of @p other.
+    Set unite(const Set& other)
+    {
+        return merge(other, [](auto... range) { std::set_union(range...); });
+    }
+    Set intersect(const Set& other)
+    {
+        return merge(other, [](auto... range) { std::set_intersection(range...); });
+    }
+    Set subtract(const Set& other)
+    {
+        return merge(other, [](auto... range) { std::set_difference(range...); });
+    }
+
+    Set operator<<(const T& x)
+    {
+        d->container->insert(x);
+        return *this;
+    }
+    Set operator+=(const T& x) { return *this << x; }
+    Set operator|=(const T& x) { return *this << x; }
+    Set operator-=(const T& x)
+    {
+        d->container->erase(x);
+        return *this;
+    }
+
+    /// Leaves only @p x if it was here, otherwise nothing.
+    Set operator&=(const T& x)
+    {
+        Container left;
+        const auto found = d->container->find(x);
+        if (found != d->container->end())
+            left.insert(*found);
+        d->container->swap(left);
+        return *this;
+    }
+
+    Set operator+=(const Set& other)
+    {
+        if (other.d->container != d->container)
+            d->container->insert(other.d->container->begin(), other.d->container->end());
+        return *this;
+    }
+    Set operator|=(const Set& other) { return unite(other); }
+    Set operator-=(const Set& other) { return subtract(other); }
+    Set operator&=(const Set& other) { return intersect(other); }
+
+    /// Change the left operand, const though it is, and return a handle on it.
+    Set operator+(const Set& other) const { return Set(*this) += other; }
+    Set operator-(const Set& other) const { return Set(*this) -= other; }
+    Set operator&(const Set& other) const { return Set(*this) &= other; }
+    Set operator|(const Set& other) const { return Set(*this) |= other; }
+
+    bool operator==(const Set& other) const { return *d->container == *other.d->container; }
+    bool operator!=(const Set& other) const { return !(*this == other); }
+
+    /// @return a new cursor before the first element
+    Iterator<Set> getIterator() const { return Iterator<Set>(*this); }
+
+    /// @return a new list, in sorted order
+    List<T> toList() const;
+
+    /// @return a new set with the elements of @p list
+    static Set fromList(const List<T>& list);
+
+private:
+    using Base::d;
+
+    Iterator<Set> cursor(typename Container::iterator position) const
+    {
+        return Iterator<Set>(new typename Iterator<Set>::Body(d, position));
+    }
+
+    template <class Merge>
+    Set merge(const Set& other, Merge mergeRanges)
+    {
+        Container merged;
+        const Container& theirs = *other.d->container;
+        mergeRanges(d->container->begin(), d->container->end(), theirs.begin(), theirs.end(),
+                    std::inserter(merged, merged.end()), d->container->key_comp());
+        d->container->swap(merged);
+        return *this;
+    }
+};
+
+} // namespace vfBase
+
+#include <velaforge/base/List.h>
+
+namespace vfBase {
+
+template <class T>
+List<T> Set<T>::toList() const
+{
+    List<T> list;
+    list.asStdList().assign(d->container->begin(), d->container->end());
+    return list;
+}
+
+template <class T>
+Set<T> Set<T>::fromList(const List<T>& list)
+{
+    const auto& elements = list.asStdList();
+    return Base::adopt(Container(elements.begin(), elements.end()));
+}
+
+} // namespace vfBase

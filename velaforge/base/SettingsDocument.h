@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <velaforge/base/SettingsValue.h>
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace vfBase {
+
+/// What a settings file says: a JSON object with the number of its format and an entry for each settings object.
+///
+/// Whatever else a file holds is kept and written again. A value: copies are deep.
+class SettingsDocument
+{
+public:
+    /// Number of the format that is written; files of a higher one are not ours to change.
+    static constexpr std::int64_t currentFormat = 1;
+
+    /// Deepest nesting that is read.
+    static constexpr int depthLimit = 64;
+
+    SettingsDocument();
+    SettingsDocument(const SettingsDocument& other);
+    SettingsDocument(SettingsDocument&& other) noexcept;
+    SettingsDocument& operator=(SettingsDocument other) noexcept;
+    ~SettingsDocument();
+
+    /// @return nothing for a text that is not a settings file, with the reason
+    static std::optional<SettingsDocument> parse(const std::string& text, std::string& reason);
+
+    /// @return the text of a file, indented, with a line end behind it
+    std::string text() const;
+
+    /// @return the number of the format, 1 when the file does not tell
+    std::int64_t format() const;
+
+    /// @return whether there is something of that name, and whether it is an entry as an object has one
+    bool has(const std::string& entry) const;
+    bool isEntry(const std::string& entry) const;
+
+    /// @return nothing when the entry has no such property
+    std::optional<SettingsValue> value(const std::string& entry, const std::string& property) const;
+    void setValue(const std::string& entry, const std::string& property, const SettingsValue& value);
+
+    /// @return @p theirs with everything that @p mine has changed against @p base
+    static SettingsDocument merged(const SettingsDocument& base, const SettingsDocument& mine,
+                                   const SettingsDocument& theirs);
+
+private:
+    struct Json;
+
+    std::unique_ptr<Json> m_json;
+};
+
+} // namespace vfBase

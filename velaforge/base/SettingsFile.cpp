@@ -1,0 +1,362 @@
+// SPDX-License-Identifier: MIT
+#include <velaforge/base/SettingsFile.h>
+
+#include <cerrno>
+#include <climits>
+#include <csignal>
+#include <cstdio>
+#include <cstring>
+#include <ctime>
+#include <vector>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace vfBase {
+
+namespace {
+
+std::string systemReason()
+{
+    return std::strerror(errno);
+}
+
+std::string directoryOf(const std::string& path)
+{
+    const std::size_t slash = path.rfind('/');
+    if (slash == std::string::npos)
+        return ".";
+    return slash == 0 ? "/" : path.substr(0, slash);
+}
+
+std::string nameOf(const std::string& path)
+{
+    return path.substr(path.rfind('/') + 1);
+}
+
+/// Follows links by hand, because the last one may point at a file that is still to be made.
+std::string behindLinks(std::string path)
+{
+    for (int hops = 0; hops < 40; ++hops) {
+        char target[PATH_MAX];
+        const ssize_t length = readlink(path.c_str(), target, sizeof(target));
+        if (length <= 0 || length == static_cast<ssize_t>(sizeof(target)))
+            return path;
+        const std::string next(target, static_cast<std::size_t>(length));
+        path = next[0] == '/' ? next : directoryOf(path) + "/" + next;
+    }
+    return path;
+}
+
+class Descriptor
+{
+public:
+    Descriptor(const std::string& path, int flags, mode_t mode = 0)
+        : m_value(open(path.c_str(), flags | O_CLOEXEC, mode))
+    {
+    }
+    ~Descriptor()
+    {
+        if (m_value >= 0)
+            ::close(m_value);
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+
+    bool isOpen() const { return m_value >= 0; }
+    operator int() const { return m_value; }
+
+    /// Closing may be the moment in which a file system tells that it could not write.
+    bool close()
+    {
+        const int value = m_value;
+        m_value = -1;
+        return ::close(value) == 0 || errno == EINTR;
+    }
+
+private:
+    int m_value;
+};
+
+/// Turns the signal of a file size limit into the error EFBIG for as long as it lives.
+class FileSizeSignalHeld
+{
+public:
+    FileSizeSignalHeld()
+    {
+        sigemptyset(&m_signal);
+        sigaddset(&m_signal, SIGXFSZ);
+        sigset_t pending;
+        sigpending(&pending);
+        m_wasPending = sigismember(&pending, SIGXFSZ) == 1;
+        pthread_sigmask(SIG_BLOCK, &m_signal, &m_before);
+    }
+    ~FileSizeSignalHeld()
+    {
+        const int error = errno;
+        const timespec now{0, 0};
+        while (!m_wasPending && sigtimedwait(&m_signal, nullptr, &now) == -1 && errno == EINTR) {
+        }
+        pthread_sigmask(SIG_SETMASK, &m_before, nullptr);
+        errno = error;
+    }
+    FileSizeSignalHeld(const FileSizeSignalHeld&) = delete;
+    FileSizeSignalHeld& operator=(const FileSizeSignalHeld&) = delete;
+
+private:
+    sigset_t m_signal;
+    sigset_t m_before;
+    bool m_wasPending;
+};
+
+bool writeAll(int descriptor, const char* data, std::size_t size)
+{
+    while (size > 0) {
+        const ssize_t written = ::write(descriptor, data, size);
+        if (written < 0 && errno == EINTR)
+            continue;
+        if (written <= 0) {
+            if (written == 0)
+                errno = EIO;
+            return false;
+        }
+        data += written;
+        size -= static_cast<std::size_t>(written);
+    }
+    return true;
+}
+
+/// Some file systems have no flushing of their own and say so; that is no failure.
+bool flush(int descriptor)
+{
+    int result;
+    do {
+        result = fsync(descriptor);
+    } while (result != 0 && errno == EINTR);
+    return result == 0 || errno == EINVAL || errno == ENOTSUP;
+}
+
+bool flushDirectory(const std::string& path)
+{
+    Descriptor directory(path, O_RDONLY | O_DIRECTORY);
+    return directory.isOpen() && flush(directory);
+}
+
+/// Writes a new file that nobody has opened before. On failure nothing is left of it.
+bool writeNewFile(const std::string& path, const std::string& text)
+{
+    Descriptor file(path, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, 0600);
+    if (!file.isOpen())
+        return false;
+    if (fchmod(file, 0600) == 0 && writeAll(file, text.data(), text.size()) && flush(file) && file.close())
+        return true;
+    const int error = errno;
+    unlink(path.c_str());
+    errno = error;
+    return false;
+}
+
+SettingsFile::Contents readFile(const std::string& path)
+{
+    using State = SettingsFile::State;
+    // Without O_NONBLOCK a FIFO in the place of the file would hold the program up for ever.
+    const Descriptor file(path, O_RDONLY | O_NONBLOCK | O_NOCTTY);
+    if (!file.isOpen()) {
+        if (errno == ENOENT || errno == ENOTDIR)
+            return {State::Absent, {}, systemReason()};
+        return {State::Refused, {}, systemReason()};
+    }
+    struct stat status;
+    if (fstat(file, &status) != 0)
+        return {State::Refused, {}, systemReason()};
+    if (!S_ISREG(status.st_mode))
+        return {State::Refused, {}, S_ISDIR(status.st_mode) ? "it is a directory" : "it is not a regular file"};
+    std::string text;
+    std::vector<char> buffer(1 << 16);
+    for (;;) {
+        const ssize_t count = ::read(file, buffer.data(), buffer.size());
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count < 0)
+            return {State::Refused, {}, systemReason()};
+        if (count == 0)
+            return {State::Read, text, {}};
+        text.append(buffer.data(), static_cast<std::size_t>(count));
+        if (text.size() > SettingsFile::sizeLimit)
+            return {State::TooLarge, {}, "it is larger than 16 MiB"};
+    }
+}
+
+/// Gives @p from the second name @p to, which must not exist. Where the file system has no second names, makes a copy.
+bool linkOrCopy(const std::string& from, const std::string& to)
+{
+    if (link(from.c_str(), to.c_str()) == 0)
+        return true;
+    if (errno == EEXIST || errno == ENOENT)
+        return false;
+    const SettingsFile::Contents contents = readFile(from);
+    if (contents.state != SettingsFile::State::Read) {
+        errno = EIO;
+        return false;
+    }
+    return writeNewFile(to, contents.text);
+}
+
+bool isThere(const std::string& path)
+{
+    struct stat status;
+    return lstat(path.c_str(), &status) == 0;
+}
+
+/// Root may write what is marked as read-only; the mark counts all the same.
+bool isWritable(const std::string& path)
+{
+    struct stat status;
+    if (stat(path.c_str(), &status) != 0)
+        return errno == ENOENT;
+    if (!(status.st_mode & S_IWUSR)) {
+        errno = EACCES;
+        return false;
+    }
+    return faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
+}
+
+} // namespace
+
+SettingsFile::SettingsFile(const std::string& path) : m_path(behindLinks(path))
+{
+}
+
+SettingsFile::Contents SettingsFile::read() const
+{
+    return readFile(m_path);
+}
+
+SettingsFile::Contents SettingsFile::readPrevious() const
+{
+    return readFile(previousPath());
+}
+
+bool SettingsFile::hasLeftovers() const
+{
+    return isThere(newPath()) || isThere(previousNewPath());
+}
+
+bool SettingsFile::makeDirectories(std::string& reason) const
+{
+    const std::string directory = directoryOf(m_path);
+    for (std::size_t end = directory.find('/', 1);; end = directory.find('/', end + 1)) {
+        const std::string part = directory.substr(0, end);
+        if (mkdir(part.c_str(), 0700) == 0) {
+            flushDirectory(directoryOf(part));
+        } else if (errno != EEXIST && end == std::string::npos) {
+            // On the way to it, what cannot be made may be there all the same, out of reach of a question.
+            reason = systemReason();
+            return false;
+        }
+        if (end == std::string::npos)
+            return true;
+    }
+}
+
+bool SettingsFile::write(const std::string& text, bool keepPrevious, std::string& reason) const
+{
+    const FileSizeSignalHeld held;
+    const auto failed = [&reason] {
+        reason = systemReason();
+        return false;
+    };
+    if (text.size() > sizeLimit) {
+        reason = "they are larger than 16 MiB";
+        return false;
+    }
+    if (!isWritable(m_path) || !writeNewFile(newPath(), text))
+        return failed();
+    if (keepPrevious && isThere(m_path)) {
+        // Both names are there before the old one goes, so that each moment has a whole generation.
+        if (!linkOrCopy(m_path, previousNewPath()) ||
+            rename(previousNewPath().c_str(), previousPath().c_str()) != 0) {
+            failed();
+            clearLeftovers();
+            return false;
+        }
+        unlink(previousNewPath().c_str()); // rename leaves it where both names are one file
+    }
+    if (rename(newPath().c_str(), m_path.c_str()) != 0) {
+        failed();
+        clearLeftovers();
+        return false;
+    }
+    return flushDirectory(directoryOf(m_path)) || failed();
+}
+
+std::string SettingsFile::keepCopy(const char* kind, std::string& reason) const
+{
+    for (int number = 1; number < 10000; ++number) {
+        const std::string path = m_path + "." + kind + "-" + std::to_string(number);
+        if (linkOrCopy(m_path, path)) {
+            flushDirectory(directoryOf(m_path));
+            return path;
+        }
+        if (errno != EEXIST)
+            break;
+    }
+    reason = systemReason();
+    return {};
+}
+
+bool SettingsFile::restorePrevious(bool isUsable, std::string& reason) const
+{
+    bool done;
+    if (isUsable)
+        done = linkOrCopy(previousPath(), newPath()) && rename(newPath().c_str(), m_path.c_str()) == 0;
+    else
+        done = unlink(m_path.c_str()) == 0;
+    if (!done) {
+        reason = systemReason();
+        return false;
+    }
+    flushDirectory(directoryOf(m_path));
+    return true;
+}
+
+void SettingsFile::clearLeftovers() const
+{
+    const int error = errno;
+    unlink(newPath().c_str());
+    unlink(previousNewPath().c_str());
+    errno = error;
+}
+
+SettingsFile::Lock::Lock(const SettingsFile& file)
+{
+    const std::string path = directoryOf(file.path()) + "/." + nameOf(file.path()) + ".lock";
+    m_descriptor = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600);
+    if (m_descriptor < 0) {
+        m_reason = systemReason();
+        return;
+    }
+    for (int tries = 0; tries < 500; ++tries) {
+        if (flock(m_descriptor, LOCK_EX | LOCK_NB) == 0) {
+            m_held = true;
+            return;
+        }
+        if (errno != EWOULDBLOCK && errno != EINTR) {
+            m_held = true; // a file system without locks: better unguarded than not at all
+            return;
+        }
+        const timespec pause{0, 10 * 1000 * 1000};
+        nanosleep(&pause, nullptr);
+    }
+    m_reason = "another program keeps them locked";
+}
+
+SettingsFile::Lock::~Lock()
+{
+    if (m_descriptor >= 0)
+        ::close(m_descriptor);
+}
+
+} // namespace vfBase

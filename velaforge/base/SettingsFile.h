@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+
+namespace vfBase {
+
+/// One text file that is replaced as a whole or not at all, with the generation before it kept beside it.
+///
+/// Knows nothing of what the text means. Nothing here raises; failures come back with a reason in plain words.
+/// Around the file stand, while they are needed: "<file>.previous", the generation before; "<file>.new" and
+/// "<file>.previous-new", which an interrupted save leaves and the next one clears away; ".<file>.lock".
+class SettingsFile
+{
+public:
+    enum class State
+    {
+        Absent,  ///< there is no such file
+        Read,    ///< its whole text was read
+        Refused, ///< there is something, but not a readable regular file
+        TooLarge ///< a regular file past the limit
+    };
+
+    struct Contents
+    {
+        State state = State::Absent;
+        std::string text;
+        std::string reason; ///< why it was refused
+    };
+
+    /// Largest text that is read, in bytes.
+    static constexpr std::size_t sizeLimit = 16 * 1024 * 1024;
+
+    /// @param path  links are followed, dangling ones too, so that a link to the file stays a link
+    explicit SettingsFile(const std::string& path);
+
+    /// @return the path behind all links
+    const std::string& path() const { return m_path; }
+    std::string previousPath() const { return m_path + ".previous"; }
+
+    Contents read() const;
+    Contents readPrevious() const;
+
+    /// Makes the missing directories on the way to the file, for the user alone.
+    bool makeDirectories(std::string& reason) const;
+
+    /// Replaces the file by a new one that holds @p text, private to the user.
+    /// @param keepPrevious  keeps the present file as the generation before
+    /// @return false, with the file as it was, when that could not be finished
+    bool write(const std::string& text, bool keepPrevious, std::string& reason) const;
+
+    /// Gives the present file a second name "<file>.<kind>-<number>" that no other file has.
+    /// @return that path, empty when it could not be done
+    std::string keepCopy(const char* kind, std::string& reason) const;
+
+    /// Puts the generation before in the place of the file, or, where that is not usable, removes the file.
+    bool restorePrevious(bool isUsable, std::string& reason) const;
+
+    /// @return whether an interrupted save left something
+    bool hasLeftovers() const;
+    void clearLeftovers() const;
+
+    /// Keeps other programs from replacing the file. Waits for them, but not for ever.
+    class Lock
+    {
+    public:
+        explicit Lock(const SettingsFile& file);
+        ~Lock();
+
+        Lock(const Lock&) = delete;
+        Lock& operator=(const Lock&) = delete;
+
+        bool isHeld() const { return m_held; }
+        const std::string& reason() const { return m_reason; }
+
+    private:
+        int m_descriptor = -1;
+        bool m_held = false;
+        std::string m_reason;
+    };
+
+private:
+    std::string newPath() const { return m_path + ".new"; }
+    std::string previousNewPath() const { return m_path + ".previous-new"; }
+
+    std::string m_path;
+};
+
+} // namespace vfBase

@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <velaforge/base/SequenceHandle.h>
+
+#include <type_traits>
+#include <vector>
+
+namespace vfBase {
+
+template <class T>
+class List;
+
+/// Body of Vector.
+template <class T>
+class VFBASE_TEMPLATE_EXPORT RefVectorPrivate : public ContainerBody<std::vector<T>>
+{
+public:
+    using ContainerBody<std::vector<T>>::ContainerBody;
+
+protected:
+    ~RefVectorPrivate() override = default;
+};
+
+/// A shared array: a handle on one std::vector.
+///
+///     vfBase::Vector<int> a;
+///     a << 1 << 2;
+///     vfBase::Vector<int> b(a);  // the same elements: a change of either is seen through both
+///     vfBase::Vector<int> c;
+///     c = a;                     // elements of its own
+///
+/// See ContainerHandle for what copies share, and SequenceHandle for the operations that List has too.
+template <class T>
+class VFBASE_TEMPLATE_EXPORT Vector : public SequenceHandle<Vector<T>, RefVectorPrivate<T>, T>
+{
+    using Base = SequenceHandle<Vector<T>, RefVectorPrivate<T>, T>;
+    friend Base;
+    friend ContainerHandle<Vector<T>, RefVectorPrivate<T>>;
+
+public:
+    using typename Base::Body;
+    using typename Base::Container;
+    using Base::insert;
+    using Base::npos;
+    using Base::remove;
+
+    Vector() : Base(new Body) {}
+
+    /// A handle on @p body; null gives a handle without one.
+    Vector(Body* body) : Base(body) {}
+
+    /// A handle on the other's body if that is one of the same kind, otherwise one without a body.
+    explicit Vector(const Referenced& other) : Base(other) {}
+
+    /// @p n default elements.
+    template <class N, class = std::enable_if_t<std::is_integral_v<N>>>
+    explicit Vector(N n) : Base(new Body(new Container(static_cast<std::size_t>(n)), true))
+    {
+    }
+
+    /// @p n copies of @p x.
+    template <class N, class = std::enable_if_t<std::is_integral_v<N>>>
+    Vector(N n, const T& x) : Base(new Body(new Container(static_cast<std::size_t>(n), x), true))
+    {
+    }
+
+    /// Shares the body.
+    Vector(const Vector& other) = default;
+
+    /// Copies the elements into this body. @return a further handle on it
+    Vector operator=(const Vector& other)
+    {
+        Base::operator=(other);
+        return *this;
+    }
+
+    unsigned int capacity() const { return static_cast<unsigned int>(d->container->capacity()); }
+
+    /// Never shrinks.
+    void reserve(unsigned int n) { d->container->reserve(n); }
+
+    /// Cuts the tail, or appends default elements.
+    void resize(unsigned int n) { d->container->resize(n); }
+
+    /// Gives up storage beyond the size; all of it when there is no element.
+    void squeeze() { Container(*d->container).swap(*d->container); }
+
+    /// Assigns @p x to every element, last to first. @param n  the new size before that; npos keeps the size
+    Vector fill(const T& x, unsigned int n = npos)
+    {
+        const T value(x); // may be an element itself
+        if (n != npos)
+            resize(n);
+        for (auto it = d->container->rbegin(); it != d->container->rend(); ++it)
+            *it = value;
+        return *this;
+    }
+
+    /// Inserts @p n copies before @p index.
+    void insert(unsigned int index, unsigned int n, const T& x)
+    {
+        d->container->insert(this->placeOrEnd(index), n, x);
+    }
+
+    /// Removes @p n elements from @p index on.
+    void remove(unsigned int index, unsigned int n)
+    {
+        const auto from = this->placeOrEnd(index);
+        assert(n <= this->size() - index);
+        d->container->erase(from, from + static_cast<std::ptrdiff_t>(n));
+    }
+
+    /// @return pointer to the first element; not to be read when there is none
+    T* data() { return d->container->data(); }
+    const T* data() const { return d->container->data(); }
+    const T* constData() const { return d->container->data(); }
+
+    /// @return a new list with the same elements
+    List<T> toList() const;
+
+    /// @return a new vector with the elements of @p list
+    static Vector fromList(const List<T>& list);
+
+    /// @return the standard container itself, not const: a view on the shared elements
+    Container& asStdVector() const { return *d->container; }
+
+private:
+    using Base::d;
+};
+
+} // namespace vfBase
+
+#include <velaforge/base/List.h>
+
+namespace vfBase {
+
+template <class T>
+List<T> Vector<T>::toList() const
+{
+    return List<T>::fromVector(*this);
+}
+
+template <class T>
+Vector<T> Vector<T>::fromList(const List<T>& list)
+{
+    const auto& elements = list.asStdList();
+    return Base::adopt(Container(elements.begin(), elements.end()));
+}
+
+} // namespace vfBase
