@@ -130,7 +130,7 @@ int currentNumber(CommandProcessor& processor)
     return current.isValid() ? dynamic_cast<Step&>(*current.getImp()).number() : -1;
 }
 
-void compare(int maximum, unsigned seed)
+void expectSameAsModel(int maximum, unsigned seed)
 {
     std::mt19937 random(seed);
     CommandProcessor processor(maximum);
@@ -173,11 +173,11 @@ void compare(int maximum, unsigned seed)
 TEST(CommandProcessorRandomOperations, AgreeWithAPlainModelWithoutALimit)
 {
     for (unsigned seed = 1; seed <= 5; ++seed)
-        compare(-1, seed);
+        expectSameAsModel(-1, seed);
 }
 
 TEST(CommandProcessorRandomOperations, AgreeWithAPlainModelWithSmallLimits)
 {
     for (const int maximum : {1, 2, 3, 7})
-        compare(maximum, 100u + static_cast<unsigned>(maximum));
+        expectSameAsModel(maximum, 100u + static_cast<unsigned>(maximum));
 }

@@ -121,8 +121,9 @@ public:
     ~Bystander() override { record("~Bystander"); }
 };
 
-const vfBase::ClassInfo bystanderInfo("vfTest", "Bystander", "vfTest::Bystander", &vfBase::VfObject::s_classInfo,
-                                      nullptr, static_cast<int>(sizeof(Bystander)),
+const vfBase::ClassInfo bystanderInfo("vfTest", "Bystander", "vfTest::Bystander",
+                                      &vfBase::VfObject::s_classInfo, nullptr,
+                                      static_cast<int>(sizeof(Bystander)),
                                       []() -> vfBase::VfObject* { return new Bystander; });
 
 } // namespace

@@ -27,13 +27,13 @@ std::string nameOf(const View* view)
 
 } // namespace
 
-const vfBase::ClassInfo RecordingDocument::s_classInfo("vfTest", "Document", "vfTest::Document",
-                                                       &Document::s_classInfo, nullptr,
-                                                       static_cast<int>(sizeof(RecordingDocument)),
-                                                       []() -> vfBase::VfObject* { return new RecordingDocument; });
+const vfBase::ClassInfo
+    RecordingDocument::s_classInfo("vfTest", "Document", "vfTest::Document", &Document::s_classInfo, nullptr,
+                                   static_cast<int>(sizeof(RecordingDocument)),
+                                   []() -> vfBase::VfObject* { return new RecordingDocument; });
 
-const vfBase::ClassInfo RecordingView::s_classInfo("vfTest", "View", "vfTest::View", &View::s_classInfo, nullptr,
-                                                   static_cast<int>(sizeof(RecordingView)),
+const vfBase::ClassInfo RecordingView::s_classInfo("vfTest", "View", "vfTest::View", &View::s_classInfo,
+                                                   nullptr, static_cast<int>(sizeof(RecordingView)),
                                                    []() -> vfBase::VfObject* { return new RecordingView; });
 
 bool RecordingDocument::openResult = true;
@@ -162,7 +162,8 @@ const vfBase::ClassInfo* RecordingView::getClassInfo() const
 
 void RecordingView::onActivateView(bool active, View* activated, View* previous)
 {
-    record(name() + (active ? " activated " : " deactivated ") + nameOf(activated) + ", before " + nameOf(previous));
+    record(name() + (active ? " activated " : " deactivated ") + nameOf(activated) + ", before " +
+           nameOf(previous));
 }
 
 void RecordingView::onChangeFilename()
@@ -240,17 +241,18 @@ int RecordingManager::askForConfirmRevert()
     return revertResult;
 }
 
-VfString RecordingManager::selectDocumentSavePath(const char* directory, const char* name, const char* extension,
-                                                  const char* filter, Options&)
+VfString RecordingManager::selectDocumentSavePath(const char* directory, const char* name,
+                                                  const char* extension, const char* filter, Options&)
 {
     record(std::string("selectDocumentSavePath ") + directory + "|" + name + "|" + extension + "|" + filter);
     return savePath;
 }
 
-DocTemplate* makeTemplate(vfApplication::DocManager& manager, const char* filter, const char* extension, int flags)
+DocTemplate* makeTemplate(vfApplication::DocManager& manager, const char* filter, const char* extension,
+                          int flags)
 {
-    return new DocTemplate(&manager, "Recorded", filter, "", extension, "vfTest::Document", "vfTest::View", nullptr,
-                           nullptr, flags, 0, Options());
+    return new DocTemplate(&manager, "Recorded", filter, "", extension, "vfTest::Document", "vfTest::View",
+                           nullptr, nullptr, flags, 0, Options());
 }
 
 } // namespace vfTest

@@ -47,8 +47,8 @@ public:
     RecordingProducer();
     virtual ~RecordingProducer();
 
-    vfApplication::ApplicationInterface* create(vfApplication::Application* application, int& argc, char** argv,
-                                                bool destroy) override;
+    vfApplication::ApplicationInterface* create(vfApplication::Application* application, int& argc,
+                                                char** argv, bool destroy) override;
 
     /// @return the shell, made beforehand so that a test can tell it how to answer
     RecordingShell& shell() { return *m_shell; }

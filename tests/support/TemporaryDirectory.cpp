@@ -23,7 +23,8 @@ TemporaryDirectory::~TemporaryDirectory()
 {
     std::error_code ignored;
     for (auto entry = fs::recursive_directory_iterator(m_path, ignored); entry != fs::end(entry);
-         entry.increment(ignored)) {
+         entry.increment(ignored))
+    {
         if (entry->is_directory(ignored) && !entry->is_symlink(ignored))
             fs::permissions(entry->path(), fs::perms::owner_all, fs::perm_options::add, ignored);
     }

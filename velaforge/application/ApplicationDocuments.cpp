@@ -50,7 +50,8 @@ bool Application::closeDocument(Document* document)
 {
     if (!document)
         return false;
-    return getDocManager().closeDocument(document, false); // the virtual one: a derived application may have its own
+    return getDocManager().closeDocument(document,
+                                         false); // the virtual one: a derived application may have its own
 }
 
 Document* Application::findDocument(const char* path)

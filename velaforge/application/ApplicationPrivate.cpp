@@ -23,12 +23,15 @@ ApplicationPrivate::ApplicationPrivate(int& argc, char** argv)
 }
 
 ApplicationPrivate::ApplicationPrivate(ApplicationPrivate& other)
-    : argumentParser(std::move(other.argumentParser)), applicationPath(other.applicationPath),
-      applicationFilePath(other.applicationFilePath), lastError(other.lastError),
-      exitRequested(other.exitRequested), exitCode(other.exitCode), callback(other.callback),
+    : argumentParser(std::move(other.argumentParser)),
+      applicationPath(other.applicationPath),
+      applicationFilePath(other.applicationFilePath),
+      lastError(other.lastError),
+      exitRequested(other.exitRequested),
+      exitCode(other.exitCode),
+      callback(other.callback),
       docManager(other.docManager)
-{
-}
+{}
 
 ApplicationPrivate& ApplicationPrivate::operator=(ApplicationPrivate& other)
 {

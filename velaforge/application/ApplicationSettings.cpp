@@ -32,7 +32,8 @@ bool takeColor(ApplicationSettings& settings, const SettingsValue& value)
 
 const SettingsProperties properties(
     "vfApplication::Application",
-    {SettingsProperties::property("splashHorizontalAlignment", &ApplicationSettings::getSplashHorizontalAlignmet,
+    {SettingsProperties::property("splashHorizontalAlignment",
+                                  &ApplicationSettings::getSplashHorizontalAlignmet,
                                   &ApplicationSettings::setSplashHorizontalAlignmet),
      SettingsProperties::property("splashVerticalAlignment", &ApplicationSettings::getSplashVerticalAlignmet,
                                   &ApplicationSettings::setSplashVerticalAlignmet),
@@ -45,11 +46,12 @@ const SettingsProperties properties(
 ApplicationSettings::ApplicationSettings() = default;
 
 ApplicationSettings::ApplicationSettings(const ApplicationSettings& other, const osg::CopyOp& copyop)
-    : SettingsObjectPrivate(other, copyop), m_splashHorizontalAlignment(other.m_splashHorizontalAlignment),
-      m_splashVerticalAlignment(other.m_splashVerticalAlignment), m_splashTextColor(other.m_splashTextColor),
+    : SettingsObjectPrivate(other, copyop),
+      m_splashHorizontalAlignment(other.m_splashHorizontalAlignment),
+      m_splashVerticalAlignment(other.m_splashVerticalAlignment),
+      m_splashTextColor(other.m_splashTextColor),
       m_workingLocation(other.m_workingLocation)
-{
-}
+{}
 
 ApplicationSettings::~ApplicationSettings() = default;
 

@@ -7,8 +7,7 @@ BaseException::BaseException(const std::string& message) : m_text(message) {}
 
 BaseException::BaseException(const std::string& message, const std::exception& cause)
     : m_text(message + ": " + cause.what())
-{
-}
+{}
 
 BaseException::BaseException(const BaseException& other) = default;
 

@@ -7,8 +7,13 @@ namespace vfBase {
 
 ClassInfo::ClassInfo(const char* libraryName, const char* className, const char* classId,
                      const ClassInfo* parent, const ClassInfo* secondParent, int size, Creator creator)
-    : m_libraryName(libraryName), m_className(className), m_classId(classId), m_parent(parent),
-      m_secondParent(secondParent), m_size(size), m_creator(creator)
+    : m_libraryName(libraryName),
+      m_className(className),
+      m_classId(classId),
+      m_parent(parent),
+      m_secondParent(secondParent),
+      m_size(size),
+      m_creator(creator)
 {
     Registry_::instance().add(this);
 }

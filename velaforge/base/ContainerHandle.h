@@ -78,7 +78,8 @@ public:
 
 protected:
     explicit ContainerHandle(Body* body) : Referenced(body, true), d(body) {}
-    explicit ContainerHandle(const Referenced& other) : ContainerHandle(dynamic_cast<Body*>(other.getImp())) {}
+    explicit ContainerHandle(const Referenced& other) : ContainerHandle(dynamic_cast<Body*>(other.getImp()))
+    {}
     ContainerHandle(const ContainerHandle&) = default;
 
     /// Copies the elements of @p other into this body, which all its handles then see.

@@ -75,7 +75,10 @@ public:
     bool isValid() const override { return d && d->container.valid(); }
 
     bool hasNext() const { return d->container.valid() && d->position != d->container->container->end(); }
-    bool hasPrevious() const { return d->container.valid() && d->position != d->container->container->begin(); }
+    bool hasPrevious() const
+    {
+        return d->container.valid() && d->position != d->container->container->begin();
+    }
 
     /// Move by one and return the element passed; only where there is one.
     Reference next() { return *d->position++; }

@@ -38,11 +38,11 @@ class VFBASE_TEMPLATE_EXPORT List : public SequenceHandle<List<T>, RefListPrivat
     friend ContainerHandle<List<T>, RefListPrivate<T>>;
 
 public:
-    using typename Base::Body;
-    using typename Base::Container;
     using Base::insert;
     using Base::remove;
     using Base::swap;
+    using typename Base::Body;
+    using typename Base::Container;
 
     List() : Base(new Body) {}
 
@@ -100,7 +100,10 @@ public:
     }
 
     /// Removes the element at the cursor. @return a new cursor on the following one
-    Iterator<List> remove(const Iterator<List>& it) { return cursor(d->container->erase(it.getImp()->position)); }
+    Iterator<List> remove(const Iterator<List>& it)
+    {
+        return cursor(d->container->erase(it.getImp()->position));
+    }
 
     /// Removes the elements from @p first up to, not including, @p last. @return a new cursor on @p last
     Iterator<List> remove(const Iterator<List>& first, const Iterator<List>& last)

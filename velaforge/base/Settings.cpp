@@ -61,8 +61,9 @@ private:
     struct Disk
     {
         std::optional<SettingsDocument> document;
-        bool isUsable = true;   ///< false when there is something that must not be touched
-        bool isDamaged = false; ///< the file itself is damaged; document is the generation before, if there is one
+        bool isUsable = true; ///< false when there is something that must not be touched
+        bool isDamaged =
+            false; ///< the file itself is damaged; document is the generation before, if there is one
         std::string reason;
     };
 
@@ -73,7 +74,8 @@ private:
     SettingsDocument ours() const;
     bool saveLocked(const SettingsFile& file, std::string& reason);
 
-    std::optional<VfString> m_ownPath; ///< none for the global store, whose path follows the application's name
+    std::optional<VfString>
+        m_ownPath; ///< none for the global store, whose path follows the application's name
     VfString m_path;
     std::vector<SettingsObject> m_objects;
 
@@ -98,7 +100,8 @@ void SettingsPrivate::add(const SettingsObject& object)
     m_objects.erase(std::remove_if(m_objects.begin(), m_objects.end(), sameEntry), m_objects.end());
     m_objects.push_back(object);
     if (m_base)
-        applyTo(added); // a plug-in that comes after the load must not save its defaults over the user's values
+        applyTo(
+            added); // a plug-in that comes after the load must not save its defaults over the user's values
 }
 
 void SettingsPrivate::applyTo(SettingsObjectPrivate& object)
@@ -108,7 +111,8 @@ void SettingsPrivate::applyTo(SettingsObjectPrivate& object)
     if (!list || !m_base->has(entry))
         return;
     if (!m_base->isEntry(entry)) {
-        tell("Settings in " + printable(m_basePath).str() + ": \"" + entry + "\" is not an object, defaults are used");
+        tell("Settings in " + printable(m_basePath).str() + ": \"" + entry +
+             "\" is not an object, defaults are used");
         m_keepCopy = true;
         return;
     }
@@ -269,13 +273,9 @@ bool SettingsPrivate::saveTo(const std::string& otherPath)
     return saved;
 }
 
-Settings::Settings(const VfString& path) : Settings(new SettingsPrivate(path))
-{
-}
+Settings::Settings(const VfString& path) : Settings(new SettingsPrivate(path)) {}
 
-Settings::Settings(SettingsPrivate* body) : Referenced(body, true), d(body)
-{
-}
+Settings::Settings(SettingsPrivate* body) : Referenced(body, true), d(body) {}
 
 Settings& Settings::operator=(const Settings& other)
 {

@@ -27,9 +27,11 @@ bool isUtf8(const std::string& text)
     std::size_t i = 0;
     while (i < text.size()) {
         const auto lead = static_cast<unsigned char>(text[i]);
-        const int more = lead < 0x80 ? 0 : lead >= 0xC2 && lead < 0xE0 ? 1 : lead >= 0xE0 && lead < 0xF0 ? 2
-                         : lead >= 0xF0 && lead < 0xF5                 ? 3
-                                                                       : -1;
+        const int more = lead < 0x80                   ? 0
+                         : lead >= 0xC2 && lead < 0xE0 ? 1
+                         : lead >= 0xE0 && lead < 0xF0 ? 2
+                         : lead >= 0xF0 && lead < 0xF5 ? 3
+                                                       : -1;
         if (more < 0 || text.size() - i <= static_cast<std::size_t>(more))
             return false;
         for (int k = 1; k <= more; ++k) {
@@ -218,9 +220,9 @@ SettingsDocument::SettingsDocument() : m_json(std::make_unique<Json>())
     m_json->root[formatKey] = currentFormat;
 }
 
-SettingsDocument::SettingsDocument(const SettingsDocument& other) : m_json(std::make_unique<Json>(*other.m_json))
-{
-}
+SettingsDocument::SettingsDocument(const SettingsDocument& other)
+    : m_json(std::make_unique<Json>(*other.m_json))
+{}
 
 SettingsDocument::SettingsDocument(SettingsDocument&& other) noexcept = default;
 
@@ -279,7 +281,8 @@ bool SettingsDocument::isEntry(const std::string& entry) const
     return found && found->is_object();
 }
 
-std::optional<SettingsValue> SettingsDocument::value(const std::string& entry, const std::string& property) const
+std::optional<SettingsValue> SettingsDocument::value(const std::string& entry,
+                                                     const std::string& property) const
 {
     const json* object = member(m_json->root, entry);
     const json* found = object ? member(*object, property) : nullptr;
@@ -288,7 +291,8 @@ std::optional<SettingsValue> SettingsDocument::value(const std::string& entry, c
     return fromJson(*found);
 }
 
-void SettingsDocument::setValue(const std::string& entry, const std::string& property, const SettingsValue& value)
+void SettingsDocument::setValue(const std::string& entry, const std::string& property,
+                                const SettingsValue& value)
 {
     json& object = m_json->root[entry];
     if (!object.is_object())

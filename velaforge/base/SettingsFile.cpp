@@ -55,8 +55,7 @@ class Descriptor
 public:
     Descriptor(const std::string& path, int flags, mode_t mode = 0)
         : m_value(open(path.c_str(), flags | O_CLOEXEC, mode))
-    {
-    }
+    {}
     ~Descriptor()
     {
         if (m_value >= 0)
@@ -172,7 +171,8 @@ SettingsFile::Contents readFile(const std::string& path)
     if (fstat(file, &status) != 0)
         return {State::Refused, {}, systemReason()};
     if (!S_ISREG(status.st_mode))
-        return {State::Refused, {}, S_ISDIR(status.st_mode) ? "it is a directory" : "it is not a regular file"};
+        return {
+            State::Refused, {}, S_ISDIR(status.st_mode) ? "it is a directory" : "it is not a regular file"};
     std::string text;
     std::vector<char> buffer(1 << 16);
     for (;;) {
@@ -225,9 +225,7 @@ bool isWritable(const std::string& path)
 
 } // namespace
 
-SettingsFile::SettingsFile(const std::string& path) : m_path(behindLinks(path))
-{
-}
+SettingsFile::SettingsFile(const std::string& path) : m_path(behindLinks(path)) {}
 
 SettingsFile::Contents SettingsFile::read() const
 {

@@ -10,8 +10,7 @@ SettingsObjectPrivate::SettingsObjectPrivate() = default;
 
 SettingsObjectPrivate::SettingsObjectPrivate(const SettingsObjectPrivate& other, const osg::CopyOp& copyop)
     : osg::Object(other, copyop)
-{
-}
+{}
 
 SettingsObjectPrivate::~SettingsObjectPrivate() = default;
 
@@ -22,8 +21,7 @@ const char* SettingsObjectPrivate::tagName() const
 
 SettingsObject::SettingsObject(const Referenced& other)
     : SettingsObject(dynamic_cast<SettingsObjectPrivate*>(other.getImp()))
-{
-}
+{}
 
 SettingsObject& SettingsObject::operator=(const SettingsObject& other)
 {

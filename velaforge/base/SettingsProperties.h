@@ -45,7 +45,8 @@ public:
 
     /// A property of a plain kind, by its accessors.
     template <class Class, class Result, class Argument>
-    static Property property(const char* name, Result (Class::*getter)() const, void (Class::*setter)(Argument))
+    static Property property(const char* name, Result (Class::*getter)() const,
+                             void (Class::*setter)(Argument))
     {
         using Value = std::decay_t<Argument>;
         return property<Class>(

@@ -11,7 +11,8 @@ namespace vfBase {
 class VFBASE_EXPORT StandardPaths
 {
 public:
-    enum StandardLocation : int {
+    enum StandardLocation : int
+    {
         Desktop = 0,
         Documents = 1,
         Fonts = 2,

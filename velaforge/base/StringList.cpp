@@ -9,10 +9,8 @@ StringListPrivate::~StringListPrivate() = default;
 
 StringList::StringList() : StringList(new StringListPrivate) {}
 
-StringList::StringList(const Referenced& other)
-    : StringList(dynamic_cast<StringListPrivate*>(other.getImp()))
-{
-}
+StringList::StringList(const Referenced& other) : StringList(dynamic_cast<StringListPrivate*>(other.getImp()))
+{}
 
 StringList& StringList::operator=(const StringList& other)
 {

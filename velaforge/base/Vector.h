@@ -39,11 +39,11 @@ class VFBASE_TEMPLATE_EXPORT Vector : public SequenceHandle<Vector<T>, RefVector
     friend ContainerHandle<Vector<T>, RefVectorPrivate<T>>;
 
 public:
-    using typename Base::Body;
-    using typename Base::Container;
     using Base::insert;
     using Base::npos;
     using Base::remove;
+    using typename Base::Body;
+    using typename Base::Container;
 
     Vector() : Base(new Body) {}
 
@@ -56,14 +56,12 @@ public:
     /// @p n default elements.
     template <class N, class = std::enable_if_t<std::is_integral_v<N>>>
     explicit Vector(N n) : Base(new Body(new Container(static_cast<std::size_t>(n)), true))
-    {
-    }
+    {}
 
     /// @p n copies of @p x.
     template <class N, class = std::enable_if_t<std::is_integral_v<N>>>
     Vector(N n, const T& x) : Base(new Body(new Container(static_cast<std::size_t>(n), x), true))
-    {
-    }
+    {}
 
     /// Shares the body.
     Vector(const Vector& other) = default;

@@ -17,8 +17,8 @@ VfObject* createString()
 
 } // namespace
 
-const ClassInfo VfString::s_classInfo("vfBase", "VfString", VfString::classId(), &VfObject::s_classInfo, nullptr,
-                                      static_cast<int>(sizeof(VfString)), &createString);
+const ClassInfo VfString::s_classInfo("vfBase", "VfString", VfString::classId(), &VfObject::s_classInfo,
+                                      nullptr, static_cast<int>(sizeof(VfString)), &createString);
 
 const ClassInfo* VfString::getClassInfo() const
 {

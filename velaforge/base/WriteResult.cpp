@@ -3,7 +3,8 @@
 
 namespace vfBase {
 
-WriteResult::WriteResult(WriteStatus status, const VfString& message) : m_status(status), m_message(message) {}
+WriteResult::WriteResult(WriteStatus status, const VfString& message) : m_status(status), m_message(message)
+{}
 
 WriteResult::WriteResult(const WriteResult& other) = default;
 

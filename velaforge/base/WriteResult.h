@@ -14,7 +14,8 @@ namespace vfBase {
 class VFBASE_EXPORT WriteResult
 {
 public:
-    enum WriteStatus : int {
+    enum WriteStatus : int
+    {
         Written = 1,     ///< finished, or there was nothing to do
         NoTemplate = 2,  ///< the document belongs to no template
         WriteFailed = 3, ///< the file could not be written

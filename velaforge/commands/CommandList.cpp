@@ -9,8 +9,7 @@ CommandList::CommandList(CommandListPrivate* body) : vfBase::Referenced(body, tr
 
 CommandList::CommandList(const vfBase::Referenced& other)
     : CommandList(dynamic_cast<CommandListPrivate*>(other.getImp()))
-{
-}
+{}
 
 CommandList::~CommandList() = default;
 

@@ -14,22 +14,24 @@ vfBase::VfObject* createCommand()
 
 } // namespace
 
-const vfBase::ClassInfo CommandPrivate::s_classInfo("vfApplication", "CommandPrivate", CommandPrivate::classId(),
-                                                    &vfBase::VfObject::s_classInfo, nullptr,
-                                                    static_cast<int>(sizeof(CommandPrivate)), &createCommand);
+const vfBase::ClassInfo CommandPrivate::s_classInfo("vfApplication", "CommandPrivate",
+                                                    CommandPrivate::classId(), &vfBase::VfObject::s_classInfo,
+                                                    nullptr, static_cast<int>(sizeof(CommandPrivate)),
+                                                    &createCommand);
 
 CommandPrivate::CommandPrivate() = default;
 
 CommandPrivate::CommandPrivate(const CommandPrivate& other)
-    : osg::Referenced(), vfBase::VfObject(), m_name(other.m_name), m_argument(other.m_argument),
+    : osg::Referenced(),
+      vfBase::VfObject(),
+      m_name(other.m_name),
+      m_argument(other.m_argument),
       m_properties(other.getProperties().getImp())
-{
-}
+{}
 
 CommandPrivate::CommandPrivate(CommandPrivate&& other)
     : CommandPrivate(static_cast<const CommandPrivate&>(other))
-{
-}
+{}
 
 CommandPrivate& CommandPrivate::operator=(const CommandPrivate& other)
 {

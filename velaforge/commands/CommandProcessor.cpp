@@ -37,7 +37,12 @@ public:
     bool operator!=(const Position& other) const { return !(*this == other); }
 
 private:
-    enum class Kind : std::uint8_t { Command, End, None };
+    enum class Kind : std::uint8_t
+    {
+        Command,
+        End,
+        None
+    };
 
     Position(Kind kind, std::uint64_t number) : m_number(number), m_kind(kind) {}
 
@@ -138,10 +143,11 @@ CommandPrivate* currentBody(const CommandProcessorPrivate& d)
 
 } // namespace
 
-const vfBase::ClassInfo
-    CommandProcessor::s_classInfo("vfApplication", "CommandProcessor", CommandProcessor::classId(),
-                                  &vfBase::VfObject::s_classInfo, nullptr,
-                                  static_cast<int>(sizeof(CommandProcessor)), &createProcessor);
+const vfBase::ClassInfo CommandProcessor::s_classInfo("vfApplication", "CommandProcessor",
+                                                      CommandProcessor::classId(),
+                                                      &vfBase::VfObject::s_classInfo, nullptr,
+                                                      static_cast<int>(sizeof(CommandProcessor)),
+                                                      &createProcessor);
 
 CommandProcessor::CommandProcessor(int maximum) : d(new CommandProcessorPrivate(maximum)) {}
 

@@ -71,7 +71,8 @@ public:
     /// @return true when @p document shows @p path now, or another document did and was activated;
     ///         false, with the old file name kept, when no kind fits or the file could not be loaded
     /// @throws whatever the document throws
-    virtual bool updateDocument(Document* document, const vfBase::VfString& path, const vfBase::Options& options);
+    virtual bool updateDocument(Document* document, const vfBase::VfString& path,
+                                const vfBase::Options& options);
 
     /// Makes a further view of a document, of the one kind that the visible templates offer.
     /// @return null when they offer none or several, or the view refused

@@ -137,7 +137,8 @@ Document* DocManager::createNewDocument()
     return createDocument(vfBase::VfString(), options);
 }
 
-bool DocManager::updateDocument(Document* document, const vfBase::VfString& path, const vfBase::Options& options)
+bool DocManager::updateDocument(Document* document, const vfBase::VfString& path,
+                                const vfBase::Options& options)
 {
     if (!document || path.empty())
         return false;
@@ -148,9 +149,9 @@ bool DocManager::updateDocument(Document* document, const vfBase::VfString& path
         return false;
 
     const vfBase::Options working = workingCopy(options);
-    DocTemplate* documentTemplate =
-        isOn(working, "SILENT") ? findTemplateForPath((path + overrideExtension(working)).c_str())
-                                : selectDocumentType(visible.data(), count, false);
+    DocTemplate* documentTemplate = isOn(working, "SILENT")
+                                        ? findTemplateForPath((path + overrideExtension(working)).c_str())
+                                        : selectDocumentType(visible.data(), count, false);
     if (!documentTemplate)
         return false;
 

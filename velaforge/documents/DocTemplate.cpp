@@ -47,9 +47,16 @@ DocTemplate::DocTemplate(DocManager* manager, const char* description, const cha
                          const char* viewTypeName, const vfBase::ClassInfo* docClassInfo,
                          const vfBase::ClassInfo* viewClassInfo, int flags, int extraFlags,
                          const vfBase::Options& options)
-    : m_defaultExtension(defaultExtension), m_description(description), m_directory(directory),
-      m_fileFilter(fileFilter), m_flags(flags), m_extraFlags(extraFlags), m_viewName(viewTypeName),
-      m_documentName(documentTypeName), m_documentManager(manager), m_docClassInfo(docClassInfo),
+    : m_defaultExtension(defaultExtension),
+      m_description(description),
+      m_directory(directory),
+      m_fileFilter(fileFilter),
+      m_flags(flags),
+      m_extraFlags(extraFlags),
+      m_viewName(viewTypeName),
+      m_documentName(documentTypeName),
+      m_documentManager(manager),
+      m_docClassInfo(docClassInfo),
       m_viewClassInfo(viewClassInfo)
 {
     m_createDocumentOptions = options;
@@ -100,7 +107,8 @@ Document* DocTemplate::createDocument(const vfBase::VfString& path, const vfBase
     return nullptr;
 }
 
-bool DocTemplate::initDocument(Document* document, const vfBase::VfString& path, const vfBase::Options& options)
+bool DocTemplate::initDocument(Document* document, const vfBase::VfString& path,
+                               const vfBase::Options& options)
 {
     try {
         document->setFilename(path, false);

@@ -22,7 +22,8 @@ class VFAPPLICATION_EXPORT DocTemplate : public vfBase::VfObject
 {
 public:
     /// Bits of the flags that this library reads; all others are the application's.
-    enum Flag : int {
+    enum Flag : int
+    {
         Visible = 1, ///< takes part where the user chooses a kind of document
         Native = 2   ///< the application's own format
     };
@@ -71,7 +72,8 @@ public:
 
     /// Gives a new document its path, its template and its first view, and enters it with the manager.
     /// @return false when any of that failed, also by an exception; the document is then the caller's to delete
-    virtual bool initDocument(Document* document, const vfBase::VfString& path, const vfBase::Options& options);
+    virtual bool initDocument(Document* document, const vfBase::VfString& path,
+                              const vfBase::Options& options);
 
     vfBase::VfString getDefaultExtension() const { return m_defaultExtension; }
     void setDefaultExtension(const vfBase::VfString& extension) { m_defaultExtension = extension; }

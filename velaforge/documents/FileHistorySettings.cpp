@@ -36,7 +36,8 @@ const vfBase::SettingsProperties properties(
     "vfApplication::FileHistorySettings",
     {vfBase::SettingsProperties::property<FileHistorySettings>("files", FileHistorySettingsProperties::files,
                                                                FileHistorySettingsProperties::takeFiles),
-     vfBase::SettingsProperties::property<FileHistorySettings>("maxFiles", FileHistorySettingsProperties::maxFiles,
+     vfBase::SettingsProperties::property<FileHistorySettings>("maxFiles",
+                                                               FileHistorySettingsProperties::maxFiles,
                                                                FileHistorySettingsProperties::takeMaxFiles)});
 
 } // namespace

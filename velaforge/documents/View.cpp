@@ -11,8 +11,9 @@
 
 namespace vfApplication {
 
-const vfBase::ClassInfo View::s_classInfo("vfApplication", "View", View::classId(), &vfBase::VfObject::s_classInfo,
-                                          nullptr, static_cast<int>(sizeof(View)), nullptr);
+const vfBase::ClassInfo View::s_classInfo("vfApplication", "View", View::classId(),
+                                          &vfBase::VfObject::s_classInfo, nullptr,
+                                          static_cast<int>(sizeof(View)), nullptr);
 
 View::View() : m_viewOptions(vfBase::Options::invalid()) {}
 
@@ -54,7 +55,8 @@ void View::activate(bool active)
     if (!manager)
         return;
     View* previous = manager->getCurrentView();
-    onActivateView(active, this, previous); // before the manager changes: the view can compare itself with previous
+    onActivateView(active, this,
+                   previous); // before the manager changes: the view can compare itself with previous
     manager->activateView(this, active);
 }
 

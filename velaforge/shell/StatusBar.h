@@ -9,7 +9,8 @@ class StatusBarInterface;
 class StatusBarPrivate;
 
 /// Which text field of the status bar is meant.
-enum StatusBarTextEnum : int {
+enum StatusBarTextEnum : int
+{
     StatusBarMessage = 0,   ///< what is going on
     StatusBarSelection = 1, ///< what is selected
     StatusBarPosition = 2   ///< where the pointer is in the scene
