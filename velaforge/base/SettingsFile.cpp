@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/base/SettingsFile.h>
 
+#include <velaforge/base/PosixFiles.h>
+
 #include <cerrno>
-#include <climits>
-#include <csignal>
 #include <cstdio>
-#include <cstring>
 #include <ctime>
 #include <vector>
 
@@ -16,146 +15,9 @@
 
 namespace vfBase {
 
+using namespace posix;
+
 namespace {
-
-std::string systemReason()
-{
-    return std::strerror(errno);
-}
-
-std::string directoryOf(const std::string& path)
-{
-    const std::size_t slash = path.rfind('/');
-    if (slash == std::string::npos)
-        return ".";
-    return slash == 0 ? "/" : path.substr(0, slash);
-}
-
-std::string nameOf(const std::string& path)
-{
-    return path.substr(path.rfind('/') + 1);
-}
-
-/// Follows links by hand, because the last one may point at a file that is still to be made.
-std::string behindLinks(std::string path)
-{
-    for (int hops = 0; hops < 40; ++hops) {
-        char target[PATH_MAX];
-        const ssize_t length = readlink(path.c_str(), target, sizeof(target));
-        if (length <= 0 || length == static_cast<ssize_t>(sizeof(target)))
-            return path;
-        const std::string next(target, static_cast<std::size_t>(length));
-        path = next[0] == '/' ? next : directoryOf(path) + "/" + next;
-    }
-    return path;
-}
-
-class Descriptor
-{
-public:
-    Descriptor(const std::string& path, int flags, mode_t mode = 0)
-        : m_value(open(path.c_str(), flags | O_CLOEXEC, mode))
-    {}
-    ~Descriptor()
-    {
-        if (m_value >= 0)
-            ::close(m_value);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    bool isOpen() const { return m_value >= 0; }
-    operator int() const { return m_value; }
-
-    /// Closing may be the moment in which a file system tells that it could not write.
-    bool close()
-    {
-        const int value = m_value;
-        m_value = -1;
-        return ::close(value) == 0 || errno == EINTR;
-    }
-
-private:
-    int m_value;
-};
-
-/// Turns the signal of a file size limit into the error EFBIG for as long as it lives.
-class FileSizeSignalHeld
-{
-public:
-    FileSizeSignalHeld()
-    {
-        sigemptyset(&m_signal);
-        sigaddset(&m_signal, SIGXFSZ);
-        sigset_t pending;
-        sigpending(&pending);
-        m_wasPending = sigismember(&pending, SIGXFSZ) == 1;
-        pthread_sigmask(SIG_BLOCK, &m_signal, &m_before);
-    }
-    ~FileSizeSignalHeld()
-    {
-        const int error = errno;
-        const timespec now{0, 0};
-        while (!m_wasPending && sigtimedwait(&m_signal, nullptr, &now) == -1 && errno == EINTR) {
-        }
-        pthread_sigmask(SIG_SETMASK, &m_before, nullptr);
-        errno = error;
-    }
-    FileSizeSignalHeld(const FileSizeSignalHeld&) = delete;
-    FileSizeSignalHeld& operator=(const FileSizeSignalHeld&) = delete;
-
-private:
-    sigset_t m_signal;
-    sigset_t m_before;
-    bool m_wasPending;
-};
-
-bool writeAll(int descriptor, const char* data, std::size_t size)
-{
-    while (size > 0) {
-        const ssize_t written = ::write(descriptor, data, size);
-        if (written < 0 && errno == EINTR)
-            continue;
-        if (written <= 0) {
-            if (written == 0)
-                errno = EIO;
-            return false;
-        }
-        data += written;
-        size -= static_cast<std::size_t>(written);
-    }
-    return true;
-}
-
-/// Some file systems have no flushing of their own and say so; that is no failure.
-bool flush(int descriptor)
-{
-    int result;
-    do {
-        result = fsync(descriptor);
-    } while (result != 0 && errno == EINTR);
-    return result == 0 || errno == EINVAL || errno == ENOTSUP;
-}
-
-bool flushDirectory(const std::string& path)
-{
-    Descriptor directory(path, O_RDONLY | O_DIRECTORY);
-    return directory.isOpen() && flush(directory);
-}
-
-/// Writes a new file that nobody has opened before. On failure nothing is left of it.
-bool writeNewFile(const std::string& path, const std::string& text)
-{
-    Descriptor file(path, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, 0600);
-    if (!file.isOpen())
-        return false;
-    if (fchmod(file, 0600) == 0 && writeAll(file, text.data(), text.size()) && flush(file) && file.close())
-        return true;
-    const int error = errno;
-    unlink(path.c_str());
-    errno = error;
-    return false;
-}
 
 SettingsFile::Contents readFile(const std::string& path)
 {
@@ -201,26 +63,7 @@ bool linkOrCopy(const std::string& from, const std::string& to)
         errno = EIO;
         return false;
     }
-    return writeNewFile(to, contents.text);
-}
-
-bool isThere(const std::string& path)
-{
-    struct stat status;
-    return lstat(path.c_str(), &status) == 0;
-}
-
-/// Root may write what is marked as read-only; the mark counts all the same.
-bool isWritable(const std::string& path)
-{
-    struct stat status;
-    if (stat(path.c_str(), &status) != 0)
-        return errno == ENOENT;
-    if (!(status.st_mode & S_IWUSR)) {
-        errno = EACCES;
-        return false;
-    }
-    return faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
+    return writeNewFile(to, contents.text, 0600);
 }
 
 } // namespace
@@ -270,7 +113,7 @@ bool SettingsFile::write(const std::string& text, bool keepPrevious, std::string
         reason = "they are larger than 16 MiB";
         return false;
     }
-    if (!isWritable(m_path) || !writeNewFile(newPath(), text))
+    if (!isWritable(m_path) || !writeNewFile(newPath(), text, 0600))
         return failed();
     if (keepPrevious && isThere(m_path)) {
         // Both names are there before the old one goes, so that each moment has a whole generation.

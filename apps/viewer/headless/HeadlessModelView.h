@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "model/StandardView.h"
+
+#include <velaforge/documents/View.h>
+#include <velaforge/headless/OffscreenRenderer.h>
+#include <velaforge/headless/SnapshotSource.h>
+
+namespace vfViewer {
+
+/// Shows a model to nobody, but can be asked for a picture.
+class HeadlessModelView : public vfApplication::View, public vfApplication::SnapshotSource
+{
+public:
+    static const vfBase::ClassInfo s_classInfo;
+
+    const vfBase::ClassInfo* getClassInfo() const override;
+    bool onCreate(vfApplication::Document* document, const vfBase::Options& options) override;
+    osg::ref_ptr<osg::Image> takeSnapshot(int width, int height, vfBase::VfString& reason) override;
+
+    /// The direction from which pictures of models are taken from here on.
+    static void setStandardView(StandardView view);
+
+private:
+    vfApplication::OffscreenRenderer m_renderer;
+};
+
+} // namespace vfViewer

@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: MIT
+#include "headless/HeadlessModelView.h"
+#include "model/FileGate.h"
+#include "model/ViewerDocuments.h"
+
+#include <velaforge/application/Application.h>
+#include <velaforge/application/ApplicationCallback.h>
+#include <velaforge/application/ApplicationSetup.h>
+#include <velaforge/base/ApplicationInfo.h>
+#include <velaforge/base/ArgumentParser.h>
+#include <velaforge/base/NotifyHandler.h>
+#include <velaforge/base/Version.h>
+#include <velaforge/documents/Document.h>
+#include <velaforge/headless/HeadlessApplication.h>
+#include <velaforge/headless/HeadlessApplicationProducer.h>
+
+#include <osg/Notify>
+
+#include <cstdlib>
+#include <exception>
+#include <iostream>
+#include <memory>
+
+namespace {
+
+using vfApplication::Application;
+using vfBase::VfString;
+
+/// What run() gives for errors on the command line before the start; it leaves printing them to the program.
+constexpr int commandLineErrors = 2;
+
+/// Exit status when a file could not be opened, or a snapshot not written.
+constexpr int fileFailed = 4;
+
+/// Declares the viewer's kinds of document.
+class ViewerSetup : public vfApplication::ApplicationSetup
+{
+public:
+    void onRegisterDocumentType() const override
+    {
+        Application* application = Application::instance(false);
+        application->setDocManager(new vfViewer::ViewerDocManager(vfViewer::HeadlessModelView::s_classInfo));
+    }
+};
+
+/// Opens the image of "--image" ahead of the files.
+struct ViewerCallback : vfApplication::ApplicationCallback
+{
+    int onApplicationInitialized(Application* application) override
+    {
+        if (!image.empty())
+            application->openDocument(image.c_str(), vfBase::Options());
+        return 0;
+    }
+    void onClosingDocument(vfApplication::Document*) override {}
+    void onDocumentCreated(vfApplication::Document*) override {}
+    void callbackExtension() override {}
+
+    VfString image;
+};
+
+void introduce()
+{
+    vfBase::ApplicationInfo& info = vfBase::ApplicationInfo::instance();
+    info.setApplicationName("vfviewer");
+    info.setApplicationVersion(vfBase::getVersion());
+    info.setApplicationVendorName("velaFORGE");
+    info.setApplicationVendorShortName("velaforge");
+}
+
+/// Reads the viewer's own options before anything is opened, so that a mistake costs no time.
+void readOptions(vfBase::ArgumentParser& parser, ViewerCallback& callback)
+{
+    vfApplication::HeadlessApplication::declareOptions(parser);
+    parser.addCommandLineOption("--headless", "Open no window, even with a display", nullptr);
+    parser.addCommandLineOption("--verbose", "Tell more about what is going on", nullptr);
+    parser.addCommandLineOption("--log", "Hand the wish for a log on to the readers", nullptr);
+    vfApplication::HeadlessApplication::readOptions(parser);
+    parser.readOptionParameter("--headless"); // there is no other side to this program
+    parser.readOptionParameter("--image", callback.image);
+    int view = 0;
+    if (parser.readOptionParameter("--defaultCameraView", view)) {
+        if (view >= 0 && view < vfViewer::standardViewCount)
+            vfViewer::HeadlessModelView::setStandardView(static_cast<vfViewer::StandardView>(view));
+        else
+            parser.reportError("--defaultCameraView: there are the views 0 to 9");
+    }
+}
+
+int run(int argc, char** argv)
+{
+    introduce();
+    vfBase::NotifyHandler::instance().install();
+    if (!std::getenv("OSG_NOTIFY_LEVEL"))
+        osg::setNotifyLevel(osg::WARN);
+    vfViewer::FileGate::install();
+    vfApplication::HeadlessApplicationProducer::install();
+
+    ViewerCallback callback;
+    Application application(argc, argv, ViewerSetup());
+    application.registerCallback(&callback);
+    readOptions(application.getArgumentParser(), callback);
+    const int result = application.run();
+    if (result == commandLineErrors)
+        application.getArgumentParser().printErrorMessages();
+    const auto& documents = dynamic_cast<const vfViewer::ViewerDocManager&>(application.getDocManager());
+    return result == 0 && documents.failureCount() > 0 ? fileFailed : result;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    try {
+        return run(argc, argv);
+    } catch (const std::exception& problem) {
+        std::cerr << "vfviewer: " << problem.what() << std::endl;
+    } catch (...) {
+        std::cerr << "vfviewer: something went wrong that has no name" << std::endl;
+    }
+    return EXIT_FAILURE;
+}

@@ -1,0 +1,301 @@
+// SPDX-License-Identifier: MIT
+#include "model/FileCheck.h"
+
+#include <osgDB/FileNameUtils>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <map>
+#include <sstream>
+#include <string_view>
+#include <vector>
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace vfViewer {
+
+namespace {
+
+/// The contents of a file, without a copy of them.
+class Mapped
+{
+public:
+    explicit Mapped(const std::string& path)
+    {
+        const int file = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+        if (file < 0)
+            return;
+        struct stat status;
+        if (fstat(file, &status) == 0 && S_ISREG(status.st_mode) && status.st_size > 0) {
+            m_size = static_cast<std::size_t>(status.st_size);
+            m_data = mmap(nullptr, m_size, PROT_READ, MAP_PRIVATE, file, 0);
+        }
+        close(file);
+    }
+    ~Mapped()
+    {
+        if (isValid())
+            munmap(m_data, m_size);
+    }
+    Mapped(const Mapped&) = delete;
+    Mapped& operator=(const Mapped&) = delete;
+
+    bool isValid() const { return m_data != MAP_FAILED; }
+    std::string_view text() const { return {static_cast<const char*>(m_data), m_size}; }
+
+private:
+    void* m_data = MAP_FAILED;
+    std::size_t m_size = 0;
+};
+
+bool beginsWith(std::string_view text, std::string_view beginning)
+{
+    return text.substr(0, beginning.size()) == beginning;
+}
+
+std::uint32_t littleEndian(std::string_view bytes, std::size_t at)
+{
+    std::uint32_t value = 0;
+    for (std::size_t i = 4; i > 0; --i)
+        value = value << 8 | static_cast<unsigned char>(bytes[at + i - 1]);
+    return value;
+}
+
+std::uint32_t bigEndian(std::string_view bytes, std::size_t at)
+{
+    std::uint32_t value = 0;
+    for (std::size_t i = 0; i < 4; ++i)
+        value = value << 8 | static_cast<unsigned char>(bytes[at + i]);
+    return value;
+}
+
+/// A text file begins with "solid" and has facets in words; some binary ones begin with that word too.
+bool isCutOffStl(std::string_view file)
+{
+    const std::string_view beginning = file.substr(0, 1024);
+    const bool isText = beginsWith(file, "solid") && (beginning.find("facet") != std::string_view::npos ||
+                                                      beginning.find("endsolid") != std::string_view::npos);
+    if (isText)
+        return file.substr(file.size() - std::min<std::size_t>(file.size(), 4096)).find("endsolid") ==
+               std::string_view::npos;
+    return file.size() < 84 || file.size() - 84 < static_cast<std::uint64_t>(littleEndian(file, 80)) * 50;
+}
+
+/// The first chunk holds all others and knows its length.
+bool isCutOff3ds(std::string_view file)
+{
+    return file.size() < 6 || littleEndian(file, 2) > file.size();
+}
+
+bool isCutOffLwo(std::string_view file)
+{
+    return file.size() < 8 || (beginsWith(file, "FORM") && bigEndian(file, 4) > file.size() - 8);
+}
+
+/// Everything that is opened by a brace must be closed; braces in quoted text do not count.
+bool isCutOffInBraces(std::string_view file)
+{
+    long depth = 0;
+    bool isQuoted = false;
+    for (std::size_t i = 0; i < file.size(); ++i) {
+        const char c = file[i];
+        if (isQuoted) {
+            if (c == '\\')
+                ++i;
+            else if (c == '"')
+                isQuoted = false;
+        } else if (c == '"') {
+            isQuoted = true;
+        } else if (c == '{') {
+            ++depth;
+        } else if (c == '}') {
+            --depth;
+        }
+    }
+    return depth > 0 || isQuoted;
+}
+
+/// Calls @p use for each line, without its line end. A last line without one counts too.
+template <class Use>
+void forEachLine(std::string_view text, Use use)
+{
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        std::string_view line = text.substr(0, end);
+        if (!line.empty() && line.back() == '\r')
+            line.remove_suffix(1);
+        use(line);
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+}
+
+std::uint64_t numberBehind(std::string_view line, std::size_t at)
+{
+    std::uint64_t number = 0;
+    for (std::size_t i = line.find_first_not_of(' ', at); i < line.size() && line[i] >= '0' && line[i] <= '9';
+         ++i)
+        number = std::min<std::uint64_t>(number * 10 + static_cast<std::uint64_t>(line[i] - '0'), 1ull << 60);
+    return number;
+}
+
+/// Objects announce their surfaces, and every object ends with the number of its children.
+bool isCutOffAc(std::string_view file)
+{
+    std::uint64_t announced = 0;
+    std::uint64_t found = 0;
+    std::uint64_t objects = 0;
+    std::uint64_t children = 0;
+    forEachLine(file, [&](std::string_view line) {
+        if (beginsWith(line, "numsurf"))
+            announced += numberBehind(line, 7);
+        else if (beginsWith(line, "SURF"))
+            ++found;
+        else if (beginsWith(line, "OBJECT"))
+            ++objects;
+        else if (beginsWith(line, "kids"))
+            ++children;
+    });
+    return found < announced || children < objects;
+}
+
+/// The header of a PLY file: elements with their properties.
+struct PlyElement
+{
+    std::uint64_t count = 0;
+    std::vector<std::size_t> sizes;      ///< in bytes, of each property
+    std::vector<std::size_t> countSizes; ///< of a list's count; 0 for what is no list
+};
+
+std::size_t plySize(const std::string& type)
+{
+    static const std::map<std::string, std::size_t> sizes = {
+        {"char", 1},  {"uchar", 1},   {"int8", 1},   {"uint8", 1},  {"short", 2}, {"ushort", 2},
+        {"int16", 2}, {"uint16", 2},  {"int", 4},    {"uint", 4},   {"int32", 4}, {"uint32", 4},
+        {"float", 4}, {"float32", 4}, {"double", 8}, {"float64", 8}};
+    const auto found = sizes.find(type);
+    return found == sizes.end() ? 0 : found->second;
+}
+
+std::uint64_t plyCount(std::string_view bytes, bool isBigEndian)
+{
+    std::uint64_t value = 0;
+    for (std::size_t i = 0; i < bytes.size(); ++i)
+        value = value << 8 | static_cast<unsigned char>(bytes[isBigEndian ? i : bytes.size() - 1 - i]);
+    return value;
+}
+
+bool isCutOffBinaryPly(std::string_view body, const std::vector<PlyElement>& elements, bool isBigEndian)
+{
+    for (const PlyElement& element : elements) {
+        std::size_t fixedSize = 0;
+        bool hasLists = false;
+        for (std::size_t p = 0; p < element.sizes.size(); ++p) {
+            fixedSize += element.sizes[p];
+            hasLists = hasLists || element.countSizes[p] > 0;
+        }
+        if (!hasLists) {
+            if (fixedSize > 0 && body.size() / fixedSize < element.count)
+                return true;
+            body.remove_prefix(fixedSize * element.count);
+            continue;
+        }
+        for (std::uint64_t i = 0; i < element.count; ++i) {
+            for (std::size_t p = 0; p < element.sizes.size(); ++p) {
+                std::uint64_t length = element.sizes[p];
+                if (element.countSizes[p] > 0) {
+                    if (body.size() < element.countSizes[p])
+                        return true;
+                    length *= plyCount(body.substr(0, element.countSizes[p]), isBigEndian);
+                    body.remove_prefix(element.countSizes[p]);
+                }
+                if (body.size() < length)
+                    return true;
+                body.remove_prefix(length);
+            }
+        }
+    }
+    return false;
+}
+
+bool isCutOffPly(std::string_view file)
+{
+    const std::size_t headerEnd = file.find("end_header");
+    if (headerEnd == std::string_view::npos)
+        return beginsWith(file, "ply");
+    std::vector<PlyElement> elements;
+    std::string format;
+    std::uint64_t lines = 0;
+    forEachLine(file.substr(0, headerEnd), [&](std::string_view line) {
+        std::istringstream words{std::string(line)};
+        std::string word;
+        std::string name;
+        words >> word;
+        if (word == "format") {
+            words >> format;
+        } else if (word == "element") {
+            elements.emplace_back();
+            words >> name >> elements.back().count;
+            lines += std::min<std::uint64_t>(elements.back().count, 1ull << 60);
+        } else if (word == "property" && !elements.empty()) {
+            std::string countType;
+            words >> name;
+            if (name == "list")
+                words >> countType >> name;
+            elements.back().countSizes.push_back(countType.empty() ? 0 : plySize(countType));
+            elements.back().sizes.push_back(plySize(name));
+        }
+    });
+    std::string_view body = file.substr(headerEnd);
+    body.remove_prefix(std::min(body.find('\n') + 1, body.size()));
+    if (format != "ascii")
+        return isCutOffBinaryPly(body, elements, format == "binary_big_endian");
+    std::uint64_t found = 0;
+    forEachLine(body, [&found](std::string_view line) { found += line.empty() ? 0 : 1; });
+    return found < lines;
+}
+
+/// The last statement must have as many parts as its kind needs.
+bool isCutOffObj(std::string_view file)
+{
+    if (file.back() == '\n')
+        return false;
+    const std::size_t begin = file.rfind('\n');
+    std::istringstream words{std::string(file.substr(begin == std::string_view::npos ? 0 : begin + 1))};
+    std::string kind;
+    words >> kind;
+    std::size_t count = 0;
+    bool endsInSlash = false;
+    for (std::string word; words >> word; ++count)
+        endsInSlash = word.back() == '/' || word.back() == '-' || word.back() == '.';
+    static const std::map<std::string, std::size_t> needed = {
+        {"v", 3}, {"vn", 3}, {"vt", 1}, {"f", 3}, {"l", 2}};
+    const auto found = needed.find(kind);
+    return found != needed.end() && (count < found->second || endsInSlash);
+}
+
+} // namespace
+
+bool isCutOff(const std::string& path)
+{
+    using Check = bool (*)(std::string_view);
+    static const std::map<std::string, Check> checks = {
+        {"stl", isCutOffStl},    {"3ds", isCutOff3ds},       {"lwo", isCutOffLwo},
+        {"ac", isCutOffAc},      {"ply", isCutOffPly},       {"obj", isCutOffObj},
+        {"x", isCutOffInBraces}, {"osgt", isCutOffInBraces}, {"osg", isCutOffInBraces}};
+    const auto check = checks.find(osgDB::getLowerCaseFileExtension(path));
+    if (check == checks.end())
+        return false;
+    const Mapped file(path);
+    if (!file.isValid())
+        return false;
+    // A binary .x file has no braces, and says at its beginning that it is one.
+    if (check->first == "x" && file.text().substr(0, 16).find("txt") == std::string_view::npos)
+        return false;
+    return check->second(file.text());
+}
+
+} // namespace vfViewer

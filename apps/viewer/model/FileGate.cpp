@@ -1,0 +1,219 @@
+// SPDX-License-Identifier: MIT
+#include "model/FileGate.h"
+
+#include <osg/Version>
+#include <osgDB/FileNameUtils>
+#include <osgDB/FileUtils>
+#include <osgDB/Registry>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace vfViewer {
+
+namespace {
+
+using osgDB::ReaderWriter;
+using ReadResult = ReaderWriter::ReadResult;
+
+bool isListed(const std::vector<std::string>& formats, const std::string& extension)
+{
+    return std::find(formats.begin(), formats.end(), extension) != formats.end();
+}
+
+/// The directory of plug-ins beside the library that is loaded, whatever the environment says.
+std::string pluginDirectory()
+{
+    Dl_info info{};
+    const auto address = reinterpret_cast<const void*>(&osgDB::getFilePath);
+    if (!dladdr(address, &info) || !info.dli_fname || info.dli_fname[0] != '/')
+        return "/nonexistent";
+    return osgDB::getFilePath(info.dli_fname) + "/osgPlugins-" + osgGetVersion();
+}
+
+/// The names in "osgdb_<name>.so" that may be loaded. Formats that share a plug-in stand for it here.
+bool isListedPlugin(const std::string& name)
+{
+    static const std::vector<std::string> shared = {"osg", "jpeg", "tiff", "rgb", "pnm"};
+    return isListed(FileGate::modelFormats(), name) || isListed(FileGate::imageFormats(), name) ||
+           isListed(shared, name) || name.compare(0, 12, "serializers_") == 0 ||
+           name.compare(0, 11, "deprecated_") == 0;
+}
+
+std::vector<std::string>& failures()
+{
+    static std::vector<std::string> kept;
+    return kept;
+}
+
+class LibrariesByAbsolutePath : public osgDB::FindFileCallback
+{
+public:
+    std::string findLibraryFile(const std::string& name, const osgDB::Options*,
+                                osgDB::CaseSensitivity) override
+    {
+        return FileGate::libraryPath(name);
+    }
+};
+
+/// Stands in front of every read, also of those that a reader plug-in makes for a file named in a file.
+class ListedFormatsOnly : public osgDB::ReadFileCallback
+{
+public:
+    ReadResult openArchive(const std::string& path, ReaderWriter::ArchiveStatus, unsigned int,
+                           const osgDB::Options*) override
+    {
+        return refused(path, "archives are not opened");
+    }
+
+    ReadResult readObject(const std::string& path, const osgDB::Options* options) override
+    {
+        if (FileGate::isImage(path))
+            return readImage(path, options);
+        return readNode(path, options);
+    }
+
+    ReadResult readImage(const std::string& path, const osgDB::Options* options) override
+    {
+        if (!FileGate::isImage(path))
+            return refused(path, "not a listed image format");
+        const std::string reason = whyNotToRead(path, options);
+        return reason.empty() ? ReadFileCallback::readImage(path, options) : refused(path, reason);
+    }
+
+    ReadResult readHeightField(const std::string& path, const osgDB::Options*) override
+    {
+        return refused(path, "height fields are not read");
+    }
+
+    ReadResult readNode(const std::string& path, const osgDB::Options* options) override
+    {
+        if (!FileGate::isModel(path))
+            return refused(path, "not a listed model format");
+        const std::string reason = whyNotToRead(path, options);
+        return reason.empty() ? ReadFileCallback::readNode(path, options) : refused(path, reason);
+    }
+
+    ReadResult readShader(const std::string& path, const osgDB::Options*) override
+    {
+        return refused(path, "shaders are not read");
+    }
+
+    ReadResult readScript(const std::string& path, const osgDB::Options*) override
+    {
+        return refused(path, "scripts are not read");
+    }
+
+private:
+    static ReadResult refused(const std::string& path, const std::string& reason)
+    {
+        const std::string failure = path + ": " + reason;
+        if (failures().size() < 100 && !isListed(failures(), failure))
+            failures().push_back(failure);
+        ReadResult result(ReadResult::ERROR_IN_READING_FILE);
+        result.message() = reason;
+        return result;
+    }
+
+    static std::string whyNotToRead(const std::string& path, const osgDB::Options* options)
+    {
+        if (osgDB::containsServerAddress(path))
+            return "addresses are not fetched";
+        const std::string found = osgDB::findDataFile(path, options);
+        return FileGate::whyUnreadable(found.empty() ? path : found);
+    }
+};
+
+} // namespace
+
+void FileGate::install()
+{
+    static const bool installed = [] {
+        osgDB::Registry::instance()->setFindFileCallback(new LibrariesByAbsolutePath);
+        osgDB::Registry::instance()->setReadFileCallback(new ListedFormatsOnly);
+        return true;
+    }();
+    (void)installed;
+}
+
+const std::vector<std::string>& FileGate::modelFormats()
+{
+    static const std::vector<std::string> formats = {"obj", "stl", "ply",  "3ds",  "ac",  "lwo", "dxf",
+                                                     "dae", "x",   "osgt", "osgb", "osg", "ive"};
+    return formats;
+}
+
+const std::vector<std::string>& FileGate::imageFormats()
+{
+    static const std::vector<std::string> formats = {"png",  "jpg", "jpeg", "bmp",  "gif", "tga", "tif",
+                                                     "tiff", "dds", "rgb",  "rgba", "sgi", "ppm"};
+    return formats;
+}
+
+bool FileGate::isModel(const std::string& path)
+{
+    return isListed(modelFormats(), osgDB::getLowerCaseFileExtension(path));
+}
+
+bool FileGate::isImage(const std::string& path)
+{
+    return isListed(imageFormats(), osgDB::getLowerCaseFileExtension(path));
+}
+
+std::string FileGate::filter(const std::vector<std::string>& formats)
+{
+    std::string all;
+    for (const std::string& format : formats)
+        all += (all.empty() ? "" : ",") + format;
+    return all;
+}
+
+std::vector<std::string> FileGate::takeFailures()
+{
+    std::vector<std::string> taken;
+    taken.swap(failures());
+    return taken;
+}
+
+std::string FileGate::whyUnreadable(const std::string& path)
+{
+    // Without O_NONBLOCK a FIFO would hold the program up for ever.
+    const int file = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    if (file < 0)
+        return std::strerror(errno);
+    struct stat status;
+    std::string reason;
+    if (fstat(file, &status) != 0)
+        reason = std::strerror(errno);
+    else if (S_ISDIR(status.st_mode))
+        reason = "it is a directory";
+    else if (!S_ISREG(status.st_mode))
+        reason = "it is not a regular file";
+    else if (status.st_size == 0)
+        reason = "the file is empty";
+    close(file);
+    return reason;
+}
+
+std::string FileGate::libraryPath(const std::string& name)
+{
+    static const std::string directory = pluginDirectory();
+    const std::string file = osgDB::getSimpleFileName(name);
+    const std::string prefix = "osgdb_";
+    const std::string suffix = ".so";
+    const bool isPlugin = file.size() > prefix.size() + suffix.size() &&
+                          file.compare(0, prefix.size(), prefix) == 0 &&
+                          file.compare(file.size() - suffix.size(), suffix.size(), suffix) == 0;
+    if (isPlugin && isListedPlugin(file.substr(prefix.size(), file.size() - prefix.size() - suffix.size())))
+        return directory + "/" + file;
+    // An empty answer would make OpenSceneGraph look for the library itself.
+    return directory + "/not-listed/" + file;
+}
+
+} // namespace vfViewer

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace vfViewer {
+
+/// What may be read from files that nobody vouches for, and with what.
+///
+///     vfViewer::FileGate::install();   // early in main
+///
+/// Left alone, OpenSceneGraph loads reader plug-ins from the current directory first, and a model may name a script,
+/// which then runs, or an address on the web, which is then fetched. Behind the gate plug-ins come from
+/// OpenSceneGraph's own directory by absolute path, and only the formats listed here are read, also when one file
+/// names another.
+class FileGate
+{
+public:
+    /// Puts the gate in front of all reading of this process. A second call changes nothing.
+    static void install();
+
+    /// @return extensions in lower case, without dots
+    static const std::vector<std::string>& modelFormats();
+    static const std::vector<std::string>& imageFormats();
+
+    static bool isModel(const std::string& path);
+    static bool isImage(const std::string& path);
+
+    /// @return the formats with commas between them, as a file filter has them
+    static std::string filter(const std::vector<std::string>& formats);
+
+    /// @return what could not be read since the last call, "<name>: <reason>" each: textures that are missing, scripts
+    ///         that were refused
+    static std::vector<std::string> takeFailures();
+
+    /// @return why the file at @p path cannot be read, in words; empty when it is a regular file with contents
+    static std::string whyUnreadable(const std::string& path);
+
+    /// @return the absolute path from which OpenSceneGraph's library of that name is loaded; a name that is not
+    ///         listed gets one where nothing is
+    static std::string libraryPath(const std::string& name);
+};
+
+} // namespace vfViewer

@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: MIT
+#include "model/ModelDocument.h"
+
+#include "model/ModelWriter.h"
+#include "model/SceneCommands.h"
+
+#include <velaforge/base/ClassInfo.h>
+#include <velaforge/commands/Command.h>
+#include <velaforge/commands/CommandProcessor.h>
+#include <velaforge/documents/DocManager.h>
+
+namespace vfViewer {
+
+namespace {
+
+vfBase::VfObject* createModelDocument()
+{
+    return new ModelDocument;
+}
+
+vfBase::VfObject* createImageDocument()
+{
+    return new ImageDocument;
+}
+
+} // namespace
+
+const vfBase::ClassInfo ModelDocument::s_classInfo("vfViewer", "ModelDocument", "vfViewer::ModelDocument",
+                                                   &Document::s_classInfo, nullptr, sizeof(ModelDocument),
+                                                   createModelDocument);
+
+const vfBase::ClassInfo ImageDocument::s_classInfo("vfViewer", "ImageDocument", "vfViewer::ImageDocument",
+                                                   &ModelDocument::s_classInfo, nullptr,
+                                                   sizeof(ImageDocument), createImageDocument);
+
+ModelDocument::ModelDocument() : m_scene(new ModelScene(*this)) {}
+
+ModelDocument::~ModelDocument()
+{
+    m_scene->detach();
+}
+
+const vfBase::ClassInfo* ModelDocument::getClassInfo() const
+{
+    return &s_classInfo;
+}
+
+const char* ModelDocument::classId()
+{
+    return s_classInfo.getClassId();
+}
+
+bool ModelDocument::deleteContents()
+{
+    m_scene->setModel(nullptr);
+    return true;
+}
+
+bool ModelDocument::hide(osg::Node& node)
+{
+    return submit(new ShowCommand(*m_scene, node, false));
+}
+
+bool ModelDocument::show(osg::Node& node)
+{
+    return submit(new ShowCommand(*m_scene, node, true));
+}
+
+bool ModelDocument::remove(osg::Node& node)
+{
+    return submit(new RemoveCommand(*m_scene, node));
+}
+
+bool ModelDocument::move(osg::Node& node, const osg::Vec3d& offset)
+{
+    return submit(new MoveCommand(*m_scene, node, offset));
+}
+
+bool ModelDocument::setColor(osg::Node& node, const osg::Vec4& color)
+{
+    return submit(new ColorCommand(*m_scene, node, color));
+}
+
+bool ModelDocument::submit(vfApplication::CommandPrivate* body)
+{
+    return getCommandProcessor()->submit(vfApplication::Command(body), true);
+}
+
+FailureListener* ModelDocument::listener() const
+{
+    return dynamic_cast<FailureListener*>(getDocumentManager());
+}
+
+ReadOutcome ModelDocument::read(const std::string& path) const
+{
+    return readModel(path);
+}
+
+bool ModelDocument::doOpenDocument(const vfBase::VfString& path, const vfBase::Options& options)
+{
+    Document::doOpenDocument(path, options);
+    const ReadOutcome outcome = read(path);
+    FailureListener* listener = this->listener();
+    if (!outcome.scene) {
+        if (listener)
+            listener->onFailure(path, outcome.reason);
+        return false;
+    }
+    if (listener) {
+        for (const std::string& warning : outcome.warnings)
+            listener->onWarning(path, warning);
+        for (const std::string& detail : outcome.details)
+            listener->onDetail(path, detail);
+    }
+    m_scene->setModel(outcome.scene);
+    return true;
+}
+
+vfBase::WriteResult ModelDocument::doSaveDocument(const vfBase::VfString& path,
+                                                  const vfBase::Options& options)
+{
+    Document::doSaveDocument(path, options);
+    vfBase::VfString reason;
+    if (writeModel(scene(), path, reason))
+        return vfBase::WriteResult::Written;
+    if (FailureListener* listener = this->listener())
+        listener->onFailure(path, reason);
+    return vfBase::WriteResult(vfBase::WriteResult::WriteFailed, reason);
+}
+
+const vfBase::ClassInfo* ImageDocument::getClassInfo() const
+{
+    return &s_classInfo;
+}
+
+ReadOutcome ImageDocument::read(const std::string& path) const
+{
+    return readImageOnQuad(path);
+}
+
+} // namespace vfViewer

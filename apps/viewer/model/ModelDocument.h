@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "model/ModelReader.h"
+#include "model/ModelScene.h"
+
+#include <velaforge/documents/Document.h>
+
+#include <osg/Vec3d>
+#include <osg/Vec4>
+
+namespace vfApplication {
+class CommandPrivate;
+}
+
+namespace vfViewer {
+
+/// Who wants to know why a file could not be opened or saved: the document manager, if it is one.
+class FailureListener
+{
+public:
+    virtual ~FailureListener() = default;
+    virtual void onFailure(const vfBase::VfString& path, const vfBase::VfString& reason) = 0;
+    virtual void onWarning(const vfBase::VfString& path, const vfBase::VfString& warning) = 0;
+    virtual void onDetail(const vfBase::VfString& path, const vfBase::VfString& detail) = 0;
+};
+
+/// A 3D model.
+class ModelDocument : public vfApplication::Document
+{
+public:
+    static const vfBase::ClassInfo s_classInfo;
+
+    ModelDocument();
+    ~ModelDocument() override;
+
+    const vfBase::ClassInfo* getClassInfo() const override;
+    bool deleteContents() override;
+    void concreteDocumentOperation() override {}
+
+    /// @return the model, below a group that stays for the life of the document
+    osg::Group& scene() const { return m_scene->root(); }
+
+    // Changes that the history of the document can undo. Each returns false, and changes nothing, when the node does
+    // not hang below scene().
+    bool hide(osg::Node& node);
+    bool show(osg::Node& node);
+    bool remove(osg::Node& node);
+
+    /// @param offset  in the coordinates of the node's parent
+    bool move(osg::Node& node, const osg::Vec3d& offset);
+
+    /// @param color  red, green, blue and alpha from 0 to 1, for everything below the node
+    bool setColor(osg::Node& node, const osg::Vec4& color);
+
+    /// @return "vfViewer::ModelDocument"
+    static const char* classId();
+
+protected:
+    bool doOpenDocument(const vfBase::VfString& path, const vfBase::Options& options) override;
+    vfBase::WriteResult doSaveDocument(const vfBase::VfString& path, const vfBase::Options& options) override;
+
+    virtual ReadOutcome read(const std::string& path) const;
+
+private:
+    ModelDocument(const ModelDocument&) = delete;
+    ModelDocument& operator=(const ModelDocument&) = delete;
+
+    FailureListener* listener() const;
+    bool submit(vfApplication::CommandPrivate* body);
+
+    osg::ref_ptr<ModelScene> m_scene;
+};
+
+/// An image on an upright rectangle.
+class ImageDocument : public ModelDocument
+{
+public:
+    static const vfBase::ClassInfo s_classInfo;
+
+    const vfBase::ClassInfo* getClassInfo() const override;
+
+protected:
+    ReadOutcome read(const std::string& path) const override;
+};
+
+} // namespace vfViewer

@@ -1,0 +1,326 @@
+// SPDX-License-Identifier: MIT
+#include "model/ModelReader.h"
+
+#include "model/FileCheck.h"
+#include "model/FileGate.h"
+
+#include <velaforge/base/NotifyHandler.h>
+#include <velaforge/base/Printable.h>
+
+#include <osg/ComputeBoundsVisitor>
+#include <osg/Geode>
+#include <osg/Geometry>
+#include <osg/Image>
+#include <osg/MatrixTransform>
+#include <osg/Texture2D>
+#include <osg/TriangleIndexFunctor>
+#include <osgDB/FileNameUtils>
+#include <osgDB/ReadFile>
+#include <osgUtil/SmoothingVisitor>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <iostream>
+#include <set>
+#include <sstream>
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+namespace vfViewer {
+
+namespace {
+
+/// Keeps what readers write off the terminal while it lives: what goes through osg::notify is in the monitor, and what
+/// readers and the libraries below them write straight to standard output and standard error is caught here.
+class Quiet
+{
+public:
+    Quiet()
+        : m_before(vfBase::NotifyHandler::instance().isQuiet()),
+          m_caught(memfd_create("readers", MFD_CLOEXEC))
+    {
+        vfBase::clearMonitor();
+        vfBase::NotifyHandler::instance().setQuiet(true);
+        for (int i = 0; m_caught >= 0 && i < 2; ++i) {
+            flushStreams();
+            m_saved[i] = fcntl(i + 1, F_DUPFD_CLOEXEC, 3);
+            if (m_saved[i] >= 0)
+                dup2(m_caught, i + 1);
+        }
+    }
+
+    ~Quiet()
+    {
+        stop();
+        if (m_caught >= 0)
+            close(m_caught);
+    }
+
+    Quiet(const Quiet&) = delete;
+    Quiet& operator=(const Quiet&) = delete;
+
+    /// Ends the silence. @return what was said, a line each
+    std::vector<std::string> stop()
+    {
+        std::vector<std::string> texts;
+        if (m_isOver)
+            return texts;
+        m_isOver = true;
+        vfBase::NotifyHandler::instance().setQuiet(m_before);
+        flushStreams();
+        for (int i = 0; i < 2; ++i) {
+            if (m_saved[i] >= 0) {
+                dup2(m_saved[i], i + 1);
+                close(m_saved[i]);
+            }
+        }
+        const vfBase::StringList kept = vfBase::getMonitorMessages();
+        for (unsigned int i = 0; i < kept.size(); ++i)
+            texts.push_back(vfBase::printable(kept.get(i)));
+        addCaught(texts);
+        return texts;
+    }
+
+private:
+    static void flushStreams()
+    {
+        std::cout.flush();
+        std::cerr.flush();
+        std::fflush(nullptr);
+    }
+
+    void addCaught(std::vector<std::string>& texts) const
+    {
+        char buffer[16384];
+        const ssize_t length = m_caught >= 0 ? pread(m_caught, buffer, sizeof(buffer), 0) : 0;
+        std::istringstream lines(std::string(buffer, static_cast<std::size_t>(std::max<ssize_t>(length, 0))));
+        for (std::string line; std::getline(lines, line);) {
+            if (!line.empty())
+                texts.push_back(vfBase::printable(line));
+        }
+    }
+
+    bool m_before;
+    int m_caught;
+    int m_saved[2] = {-1, -1};
+    bool m_isOver = false;
+};
+
+/// Tells for the triangles of a geometry whether their normals are on the side from which they run counter-clockwise.
+struct CompareNormals
+{
+    const osg::Vec3Array* points = nullptr;
+    const osg::Vec3Array* normals = nullptr;
+    std::size_t agreeing = 0;
+    std::size_t opposed = 0;
+    std::size_t useless = 0;
+
+    void operator()(unsigned int a, unsigned int b, unsigned int c)
+    {
+        const std::size_t count = std::min(points->size(), normals->size());
+        if (a >= count || b >= count || c >= count)
+            return;
+        const osg::Vec3 normal = (*normals)[a] + (*normals)[b] + (*normals)[c];
+        const osg::Vec3 side = ((*points)[b] - (*points)[a]) ^ ((*points)[c] - (*points)[a]);
+        if (!(normal.length2() > 1e-6f))
+            ++useless;
+        else if (normal * side < 0)
+            ++opposed;
+        else
+            ++agreeing;
+    }
+};
+
+class FindGeometry : public osg::NodeVisitor
+{
+public:
+    FindGeometry() : NodeVisitor(TRAVERSE_ALL_CHILDREN) { setNodeMaskOverride(~0u); }
+
+    void apply(osg::Geometry& geometry) override
+    {
+        const osg::Array* vertices = geometry.getVertexArray();
+        if (!vertices || vertices->getNumElements() == 0)
+            return;
+        if (!hasSurface(geometry))
+            geometry.getOrCreateStateSet()->setMode(GL_LIGHTING, osg::StateAttribute::OFF);
+        else if (!geometry.getNormalArray() || !putNormalsRight(geometry))
+            withoutNormals.push_back(&geometry);
+    }
+
+    std::vector<osg::Geometry*> withoutNormals;
+
+private:
+    /// Light falls on the side from which a triangle runs counter-clockwise, so normals that point the other way would
+    /// leave it black. @return false for normals that are of no use
+    bool putNormalsRight(osg::Geometry& geometry)
+    {
+        auto* normals = dynamic_cast<osg::Vec3Array*>(geometry.getNormalArray());
+        const auto* points = dynamic_cast<const osg::Vec3Array*>(geometry.getVertexArray());
+        if (!normals || !points || normals->getBinding() != osg::Array::BIND_PER_VERTEX)
+            return true;
+        if (normals->size() < points->size())
+            return false;
+        osg::TriangleIndexFunctor<CompareNormals> compare;
+        compare.points = points;
+        compare.normals = normals;
+        geometry.accept(compare);
+        if (compare.useless > compare.agreeing + compare.opposed)
+            return false;
+        if (compare.opposed > compare.agreeing && m_turned.insert(normals).second) {
+            for (osg::Vec3& normal : *normals)
+                normal = -normal;
+            normals->dirty();
+        }
+        return true;
+    }
+
+    std::set<const osg::Array*> m_turned; ///< geometries may share their normals
+
+    static bool hasSurface(const osg::Geometry& geometry)
+    {
+        for (unsigned int i = 0; i < geometry.getNumPrimitiveSets(); ++i) {
+            if (geometry.getPrimitiveSet(i)->getMode() >= GL_TRIANGLES)
+                return true;
+        }
+        return false;
+    }
+};
+
+/// Lines and points cannot be lit; surfaces need normals for it, and not every file has them.
+void prepareLighting(osg::Node& scene)
+{
+    FindGeometry finder;
+    scene.accept(finder);
+    for (osg::Geometry* geometry : finder.withoutNormals) {
+        geometry->setNormalArray(nullptr);
+        osgUtil::SmoothingVisitor smoother;
+        smoother.setCreaseAngle(osg::DegreesToRadians(30.0));
+        geometry->accept(smoother);
+    }
+}
+
+bool isFinite(const osg::BoundingBox& box)
+{
+    for (unsigned int i = 0; i < 8; ++i) {
+        if (!std::isfinite(box.corner(i).length2()))
+            return false;
+    }
+    return true;
+}
+
+/// @return why the scene cannot be shown; empty when it can
+std::string whyNotShown(osg::Node& scene)
+{
+    osg::ComputeBoundsVisitor bounds;
+    scene.accept(bounds);
+    if (!bounds.getBoundingBox().valid())
+        return "there is nothing in it that could be shown";
+    if (!isFinite(bounds.getBoundingBox()))
+        return "its coordinates are too large";
+    return {};
+}
+
+/// This format has y pointing up, and its reader leaves it at that.
+bool hasYUp(const std::string& path)
+{
+    return osgDB::getLowerCaseFileExtension(path) == "ac";
+}
+
+osg::ref_ptr<osg::Node> turnedUp(osg::Node* scene)
+{
+    osg::ref_ptr<osg::MatrixTransform> turn =
+        new osg::MatrixTransform(osg::Matrix::rotate(osg::PI_2, osg::Vec3d(1, 0, 0)));
+    turn->setName("z up");
+    turn->addChild(scene);
+    return turn;
+}
+
+std::string reasonOf(osgDB::ReaderWriter::ReadResult& result, const std::string& path)
+{
+    if (!osgDB::Registry::instance()->getReaderWriterForExtension(osgDB::getLowerCaseFileExtension(path)))
+        return "no reader for this format is installed";
+    const std::string message = vfBase::printable(result.message());
+    return message.empty() ? "the file is damaged, or not of the format that its name says" : message;
+}
+
+} // namespace
+
+ReadOutcome readModel(const std::string& path)
+{
+    ReadOutcome outcome;
+    if (!FileGate::isModel(path)) {
+        outcome.reason = "not a format that can be read";
+        return outcome;
+    }
+    outcome.reason = FileGate::whyUnreadable(path);
+    if (outcome.reason.empty() && isCutOff(path))
+        outcome.reason = "the file is cut off";
+    if (!outcome.reason.empty())
+        return outcome;
+
+    Quiet quiet;
+    FileGate::takeFailures();
+    // Making strips of triangles takes time far beyond linear, for nothing on today's hardware.
+    const osg::ref_ptr<osgDB::Options> options = new osgDB::Options("noTriStripPolygons");
+    osgDB::ReaderWriter::ReadResult result = osgDB::Registry::instance()->readNode(path, options);
+    outcome.scene = result.getNode();
+    if (!outcome.scene) {
+        outcome.reason = reasonOf(result, path);
+        return outcome;
+    }
+    outcome.reason = whyNotShown(*outcome.scene);
+    if (!outcome.reason.empty()) {
+        outcome.scene = nullptr;
+        return outcome;
+    }
+    prepareLighting(*outcome.scene);
+    if (hasYUp(path))
+        outcome.scene = turnedUp(outcome.scene);
+    outcome.warnings = FileGate::takeFailures();
+    outcome.details = quiet.stop();
+    return outcome;
+}
+
+ReadOutcome readImageOnQuad(const std::string& path)
+{
+    ReadOutcome outcome;
+    outcome.reason =
+        FileGate::isImage(path) ? FileGate::whyUnreadable(path) : "not an image format that can be read";
+    if (!outcome.reason.empty())
+        return outcome;
+
+    Quiet quiet;
+    FileGate::takeFailures();
+    osgDB::ReaderWriter::ReadResult result = osgDB::Registry::instance()->readImage(path, nullptr);
+    const osg::ref_ptr<osg::Image> image = result.getImage();
+    if (!image || image->s() < 1 || image->t() < 1) {
+        outcome.reason = image ? "the image is empty" : reasonOf(result, path);
+        return outcome;
+    }
+    const float width = static_cast<float>(image->s()) / static_cast<float>(image->t());
+    const bool isTopFirst = image->getOrigin() == osg::Image::TOP_LEFT;
+    const osg::ref_ptr<osg::Geometry> quad = osg::createTexturedQuadGeometry(
+        {-0.5f * width, 0, -0.5f}, {width, 0, 0}, {0, 0, 1}, 0, isTopFirst ? 1 : 0, 1, isTopFirst ? 0 : 1);
+    const osg::ref_ptr<osg::Texture2D> texture = new osg::Texture2D(image);
+    texture->setResizeNonPowerOfTwoHint(false);
+    texture->setWrap(osg::Texture::WRAP_S, osg::Texture::CLAMP_TO_EDGE);
+    texture->setWrap(osg::Texture::WRAP_T, osg::Texture::CLAMP_TO_EDGE);
+    const osg::ref_ptr<osg::Geode> geode = new osg::Geode;
+    geode->addDrawable(quad);
+    osg::StateSet* state = geode->getOrCreateStateSet();
+    state->setTextureAttributeAndModes(0, texture);
+    state->setMode(GL_LIGHTING, osg::StateAttribute::OFF); // an image has its own colours
+    if (image->isImageTranslucent()) {
+        state->setMode(GL_BLEND, osg::StateAttribute::ON);
+        state->setRenderingHint(osg::StateSet::TRANSPARENT_BIN);
+    }
+    outcome.scene = geode;
+    outcome.warnings = FileGate::takeFailures();
+    outcome.details = quiet.stop();
+    return outcome;
+}
+
+} // namespace vfViewer

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#include "model/ModelScene.h"
+
+#include "model/ModelDocument.h"
+
+#include <algorithm>
+
+namespace vfViewer {
+
+void ModelScene::setModel(osg::Node* model)
+{
+    const osg::ref_ptr<osg::Node> kept = model; // may be what is taken out
+    m_root->removeChildren(0, m_root->getNumChildren());
+    if (kept)
+        m_root->addChild(kept);
+}
+
+bool ModelScene::contains(const osg::Node& node) const
+{
+    const osg::Node::ParentList& parents = node.getParents();
+    return std::any_of(parents.begin(), parents.end(), [this](const osg::Group* parent) {
+        return parent == m_root.get() || contains(*parent);
+    });
+}
+
+void ModelScene::changed()
+{
+    if (!m_document)
+        return;
+    m_document->modify(true);
+    m_document->updateAllViews(nullptr);
+}
+
+} // namespace vfViewer

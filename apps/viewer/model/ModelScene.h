@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <osg/Group>
+#include <osg/Referenced>
+#include <osg/ref_ptr>
+
+namespace vfViewer {
+
+class ModelDocument;
+
+/// The scene of a document, shared with the commands in its history: a command may outlive the document.
+class ModelScene : public osg::Referenced
+{
+public:
+    explicit ModelScene(ModelDocument& document) : m_root(new osg::Group), m_document(&document)
+    {
+        m_root->setName("model");
+    }
+
+    /// @return the group below which everything of the model hangs
+    osg::Group& root() const { return *m_root; }
+
+    /// Puts a newly read model in the place of what was there; null leaves the scene empty.
+    void setModel(osg::Node* model);
+
+    /// @return whether @p node hangs below the root, the root itself not included
+    bool contains(const osg::Node& node) const;
+
+    /// Has the document count as modified and its views drawn anew.
+    void changed();
+
+    /// The document goes; changes tell nobody from here on.
+    void detach() { m_document = nullptr; }
+
+protected:
+    ~ModelScene() override = default;
+
+private:
+    osg::ref_ptr<osg::Group> m_root;
+    ModelDocument* m_document;
+};
+
+} // namespace vfViewer

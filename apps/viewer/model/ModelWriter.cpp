@@ -1,0 +1,135 @@
+// SPDX-License-Identifier: MIT
+#include "model/ModelWriter.h"
+
+#include "model/FileGate.h"
+
+#include <velaforge/base/NotifyHandler.h>
+#include <velaforge/base/ReplaceFile.h>
+
+#include <osg/ComputeBoundsVisitor>
+#include <osg/Node>
+#include <osgDB/FileNameUtils>
+#include <osgDB/Registry>
+
+#include <cerrno>
+#include <cmath>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <vector>
+
+namespace vfViewer {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A directory beside the file, gone at the end.
+class WorkDirectory
+{
+public:
+    explicit WorkDirectory(const fs::path& beside)
+    {
+        std::string name = (beside / ".vfviewer-save-XXXXXX").string();
+        if (mkdtemp(name.data()))
+            m_path = name;
+    }
+    ~WorkDirectory()
+    {
+        std::error_code ignored;
+        if (!m_path.empty())
+            fs::remove_all(m_path, ignored);
+    }
+    WorkDirectory(const WorkDirectory&) = delete;
+    WorkDirectory& operator=(const WorkDirectory&) = delete;
+
+    const fs::path& path() const { return m_path; }
+
+private:
+    fs::path m_path;
+};
+
+/// Writers do not look at what the system says, so what they wrote is read back: it must be a model of the same size.
+bool isWhole(osg::Node& scene, const fs::path& file)
+{
+    const osg::ref_ptr<osgDB::Options> options = new osgDB::Options("noTriStripPolygons");
+    const osg::ref_ptr<osg::Node> written =
+        osgDB::Registry::instance()->readNode(file.string(), options).getNode();
+    if (!written)
+        return false;
+    osg::ComputeBoundsVisitor before;
+    osg::ComputeBoundsVisitor after;
+    scene.accept(before);
+    written->accept(after);
+    if (!before.getBoundingBox().valid())
+        return true;
+    // Formats differ in precision, and in which way is up.
+    const float size = before.getBoundingBox().radius();
+    return after.getBoundingBox().valid() &&
+           std::fabs(after.getBoundingBox().radius() - size) <= 0.01f * size;
+}
+
+bool readWhole(const fs::path& path, std::string& contents)
+{
+    std::ifstream file(path, std::ios::binary);
+    std::ostringstream text;
+    text << file.rdbuf();
+    contents = text.str();
+    return file.good() && !contents.empty();
+}
+
+} // namespace
+
+bool writeModel(osg::Node& scene, const vfBase::VfString& path, vfBase::VfString& reason)
+{
+    const std::string extension = osgDB::getLowerCaseFileExtension(path);
+    osgDB::ReaderWriter* writer = FileGate::isModel(path)
+                                      ? osgDB::Registry::instance()->getReaderWriterForExtension(extension)
+                                      : nullptr;
+    if (!writer) {
+        reason = "models are not written as ." + extension;
+        return false;
+    }
+    const fs::path target(path.str());
+    const fs::path directory = target.has_parent_path() ? target.parent_path() : fs::path(".");
+    const WorkDirectory work(directory);
+    if (work.path().empty()) {
+        reason = std::strerror(errno);
+        return false;
+    }
+    vfBase::NotifyHandler& diagnostics = vfBase::NotifyHandler::instance();
+    const bool wasQuiet = diagnostics.isQuiet();
+    diagnostics.setQuiet(true);
+    const fs::path draft = work.path() / target.filename();
+    const osgDB::ReaderWriter::WriteResult result = writer->writeNode(scene, draft.string(), nullptr);
+    const bool whole = result.success() && isWhole(scene, draft);
+    diagnostics.setQuiet(wasQuiet);
+    if (!whole) {
+        reason = result.status() == osgDB::ReaderWriter::WriteResult::NOT_IMPLEMENTED ||
+                         result.status() == osgDB::ReaderWriter::WriteResult::FILE_NOT_HANDLED
+                     ? "models are not written as ." + extension
+                     : "the file could not be written whole";
+        return false;
+    }
+    // The model itself goes last: what it refers to is there by then.
+    std::vector<fs::path> files;
+    for (const fs::directory_entry& entry : fs::directory_iterator(work.path())) {
+        if (entry.is_regular_file() && entry.path() != draft)
+            files.push_back(entry.path());
+    }
+    files.push_back(draft);
+    for (const fs::path& file : files) {
+        std::string contents;
+        if (!readWhole(file, contents)) {
+            reason = "the file could not be written whole";
+            return false;
+        }
+        if (!vfBase::replaceFile((directory / file.filename()).string(), contents, reason))
+            return false;
+    }
+    return true;
+}
+
+} // namespace vfViewer

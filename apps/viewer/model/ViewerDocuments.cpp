@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+#include "model/ViewerDocuments.h"
+
+#include "model/FileGate.h"
+
+#include <velaforge/base/ApplicationInfo.h>
+#include <velaforge/base/ClassInfo.h>
+#include <velaforge/base/Printable.h>
+#include <velaforge/base/Version.h>
+#include <velaforge/documents/DocTemplate.h>
+
+#include <exception>
+#include <iostream>
+#include <new>
+
+namespace vfViewer {
+
+namespace {
+
+constexpr int warningLimit = 5; // a file
+
+void say(const vfBase::VfString& path, const vfBase::VfString& text)
+{
+    std::cerr << vfBase::ApplicationInfo::instance().getApplicationName() << ": " << vfBase::printable(path)
+              << ": " << vfBase::printable(text) << std::endl;
+}
+
+} // namespace
+
+ViewerDocManager::ViewerDocManager(const vfBase::ClassInfo& viewClass)
+{
+    using vfApplication::DocTemplate;
+    new DocTemplate(this, "3D models", FileGate::filter(FileGate::modelFormats()).c_str(), "", "osgb",
+                    ModelDocument::classId(), "", &ModelDocument::s_classInfo, &viewClass,
+                    DocTemplate::Visible | DocTemplate::Native, 0, vfBase::Options());
+    new DocTemplate(this, "Images", FileGate::filter(FileGate::imageFormats()).c_str(), "", "png",
+                    ImageDocument::s_classInfo.getClassId(), "", &ImageDocument::s_classInfo, &viewClass,
+                    DocTemplate::Visible, 0, vfBase::Options());
+}
+
+vfApplication::Document* ViewerDocManager::createDocument(const vfBase::VfString& path,
+                                                          const vfBase::Options& options)
+{
+    const bool isNew = options.isValid() && options.getPluginStringData("NEWDOC") == "TRUE";
+    if (!isNew) {
+        // Whether the file is there comes before what its name says.
+        const std::string reason = path.empty() ? "this is no file name" : FileGate::whyUnreadable(path);
+        if (!reason.empty()) {
+            onFailure(path, reason);
+            return nullptr;
+        }
+        if (!findTemplateForPath(path.c_str())) {
+            onFailure(path, "not a format that can be read");
+            return nullptr;
+        }
+    }
+    m_warningCount = 0;
+    const int failuresBefore = m_failureCount;
+    vfBase::VfString reason = "it could not be opened";
+    try {
+        if (vfApplication::Document* document = DocManager::createDocument(path, options))
+            return document;
+    } catch (const std::bad_alloc&) {
+        reason = "not enough memory";
+    } catch (const std::exception& problem) {
+        reason = problem.what();
+    }
+    if (m_failureCount == failuresBefore)
+        onFailure(path, reason);
+    return nullptr;
+}
+
+int ViewerDocManager::askForUserConfirmation()
+{
+    return 2;
+}
+
+void ViewerDocManager::onFailure(const vfBase::VfString& path, const vfBase::VfString& reason)
+{
+    ++m_failureCount;
+    say(path, reason);
+}
+
+void ViewerDocManager::onWarning(const vfBase::VfString& path, const vfBase::VfString& warning)
+{
+    if (++m_warningCount <= warningLimit)
+        say(path, "warning: " + warning.str());
+    else if (m_warningCount == warningLimit + 1)
+        say(path, "warning: and more of the kind");
+}
+
+void ViewerDocManager::onDetail(const vfBase::VfString& path, const vfBase::VfString& detail)
+{
+    if (vfBase::isVerbose())
+        say(path, detail);
+}
+
+} // namespace vfViewer

@@ -1,0 +1,146 @@
+// SPDX-License-Identifier: MIT
+#include <velaforge/base/PosixFiles.h>
+
+#include <cerrno>
+#include <climits>
+#include <cstring>
+#include <ctime>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace vfBase::posix {
+
+std::string systemReason()
+{
+    return std::strerror(errno);
+}
+
+std::string directoryOf(const std::string& path)
+{
+    const std::size_t slash = path.rfind('/');
+    if (slash == std::string::npos)
+        return ".";
+    return slash == 0 ? "/" : path.substr(0, slash);
+}
+
+std::string nameOf(const std::string& path)
+{
+    return path.substr(path.rfind('/') + 1);
+}
+
+std::string behindLinks(std::string path)
+{
+    for (int hops = 0; hops < 40; ++hops) {
+        char target[PATH_MAX];
+        const ssize_t length = readlink(path.c_str(), target, sizeof(target));
+        if (length <= 0 || length == static_cast<ssize_t>(sizeof(target)))
+            return path;
+        const std::string next(target, static_cast<std::size_t>(length));
+        path = next[0] == '/' ? next : directoryOf(path) + "/" + next;
+    }
+    return path;
+}
+
+Descriptor::Descriptor(const std::string& path, int flags, mode_t mode)
+    : m_value(open(path.c_str(), flags | O_CLOEXEC, mode))
+{}
+
+Descriptor::~Descriptor()
+{
+    if (m_value >= 0)
+        ::close(m_value);
+}
+
+bool Descriptor::close()
+{
+    const int value = m_value;
+    m_value = -1;
+    return ::close(value) == 0 || errno == EINTR;
+}
+
+FileSizeSignalHeld::FileSizeSignalHeld()
+{
+    sigemptyset(&m_signal);
+    sigaddset(&m_signal, SIGXFSZ);
+    sigset_t pending;
+    sigpending(&pending);
+    m_wasPending = sigismember(&pending, SIGXFSZ) == 1;
+    pthread_sigmask(SIG_BLOCK, &m_signal, &m_before);
+}
+
+FileSizeSignalHeld::~FileSizeSignalHeld()
+{
+    const int error = errno;
+    const timespec now{0, 0};
+    while (!m_wasPending && sigtimedwait(&m_signal, nullptr, &now) == -1 && errno == EINTR) {
+    }
+    pthread_sigmask(SIG_SETMASK, &m_before, nullptr);
+    errno = error;
+}
+
+bool writeAll(int descriptor, const char* data, std::size_t size)
+{
+    while (size > 0) {
+        const ssize_t written = ::write(descriptor, data, size);
+        if (written < 0 && errno == EINTR)
+            continue;
+        if (written <= 0) {
+            if (written == 0)
+                errno = EIO;
+            return false;
+        }
+        data += written;
+        size -= static_cast<std::size_t>(written);
+    }
+    return true;
+}
+
+bool flush(int descriptor)
+{
+    int result;
+    do {
+        result = fsync(descriptor);
+    } while (result != 0 && errno == EINTR);
+    return result == 0 || errno == EINVAL || errno == ENOTSUP;
+}
+
+bool flushDirectory(const std::string& path)
+{
+    const Descriptor directory(path, O_RDONLY | O_DIRECTORY);
+    return directory.isOpen() && flush(directory);
+}
+
+bool writeNewFile(const std::string& path, const std::string& text, mode_t mode)
+{
+    Descriptor file(path, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, mode);
+    if (!file.isOpen())
+        return false;
+    if (writeAll(file, text.data(), text.size()) && flush(file) && file.close())
+        return true;
+    const int error = errno;
+    unlink(path.c_str());
+    errno = error;
+    return false;
+}
+
+bool isThere(const std::string& path)
+{
+    struct stat status;
+    return lstat(path.c_str(), &status) == 0;
+}
+
+bool isWritable(const std::string& path)
+{
+    struct stat status;
+    if (stat(path.c_str(), &status) != 0)
+        return errno == ENOENT;
+    if (!(status.st_mode & S_IWUSR)) {
+        errno = EACCES;
+        return false;
+    }
+    return faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
+}
+
+} // namespace vfBase::posix

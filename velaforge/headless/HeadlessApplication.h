@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <velaforge/application/ApplicationInterface.h>
+#include <velaforge/headless/Export.h>
+
+#include <memory>
+
+namespace vfBase {
+class ArgumentParser;
+}
+
+namespace vfApplication {
+
+struct HeadlessApplicationPrivate;
+
+/// The shell of a program without a screen: its event loop does what the command line asks for and returns.
+///
+/// | option | meaning |
+/// |---|---|
+/// | --snapshot <file> | a picture of the active document goes into this file |
+/// | --size <width>x<height> | size of the picture in pixels, 1280x800 unless given |
+///
+/// The view to be shown is a SnapshotSource. HeadlessApplicationProducer makes the shell.
+class VFAPPLICATIONHEADLESS_EXPORT HeadlessApplication : public ApplicationInterface
+{
+public:
+    /// What runEventLoop() returns when the picture could not be made or written; the reason stands on standard error.
+    static constexpr int snapshotFailed = 4;
+
+    HeadlessApplication();
+    ~HeadlessApplication() override;
+
+    HeadlessApplication(const HeadlessApplication&) = delete;
+    HeadlessApplication& operator=(const HeadlessApplication&) = delete;
+
+    /// Enters the shell's options into the usage text.
+    static void declareOptions(vfBase::ArgumentParser& parser);
+
+    /// Takes the shell's options off the command line and checks them; a fault becomes an error of the parser.
+    /// A program that calls this before Application::run learns of faults before documents are opened; the shell
+    /// itself calls it in onBeforeRun().
+    static void readOptions(vfBase::ArgumentParser& parser);
+
+    int onBeforeRun() override;
+
+    /// @return what exit() was called with if that was before, otherwise 0 or snapshotFailed
+    int runEventLoop() override;
+    int onAfterRun() override;
+    void exit(int code) override;
+    void shellExtensionA() override;
+
+    /// @return a status bar that shows nothing
+    StatusBar& getStatusBar() override;
+    void shellExtensionB() override;
+    void shellExtensionC() override;
+
+    /// Nothing is watched: the program ends before a file could change.
+    void addFileToFileSystemWatcher(vfBase::VfString path) override;
+
+private:
+    std::unique_ptr<HeadlessApplicationPrivate> d;
+};
+
+} // namespace vfApplication

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#include <velaforge/headless/ImageFile.h>
+
+#include <velaforge/base/ReplaceFile.h>
+
+#include <osg/Image>
+#include <osgDB/FileNameUtils>
+#include <osgDB/Registry>
+
+#include <algorithm>
+#include <sstream>
+
+namespace vfApplication {
+
+namespace {
+
+const char* const formats[] = {"png", "jpg", "jpeg", "bmp", "tga", "tif", "tiff", "ppm"};
+
+osgDB::ReaderWriter* writerFor(const vfBase::VfString& path, vfBase::VfString& reason)
+{
+    const std::string extension = osgDB::getLowerCaseFileExtension(path);
+    if (std::find(std::begin(formats), std::end(formats), extension) == std::end(formats)) {
+        reason = (extension.empty() ? "a picture needs an extension that names its format"
+                                    : "pictures are not written as ." + extension) +
+                 "; png, jpg, bmp, tga, tif and ppm are";
+        return nullptr;
+    }
+    osgDB::ReaderWriter* writer = osgDB::Registry::instance()->getReaderWriterForExtension(extension);
+    if (!writer)
+        reason = "OpenSceneGraph's plug-in for ." + extension + " is not installed";
+    return writer;
+}
+
+/// A picture is opaque, and not every format has a fourth channel.
+osg::ref_ptr<osg::Image> withoutAlpha(const osg::Image& image)
+{
+    osg::ref_ptr<osg::Image> opaque = new osg::Image;
+    opaque->allocateImage(image.s(), image.t(), 1, GL_RGB, GL_UNSIGNED_BYTE, 1);
+    for (int y = 0; y < image.t(); ++y) {
+        const unsigned char* from = image.data(0, static_cast<unsigned int>(y));
+        unsigned char* to = opaque->data(0, static_cast<unsigned int>(y));
+        for (int x = 0; x < image.s(); ++x, from += 4, to += 3)
+            std::copy(from, from + 3, to);
+    }
+    return opaque;
+}
+
+} // namespace
+
+bool canWriteImage(const vfBase::VfString& path, vfBase::VfString& reason)
+{
+    return writerFor(path, reason) != nullptr;
+}
+
+bool writeImage(const osg::Image& image, const vfBase::VfString& path, vfBase::VfString& reason)
+{
+    osgDB::ReaderWriter* writer = writerFor(path, reason);
+    if (!writer)
+        return false;
+    const bool hasAlpha = image.getPixelFormat() == GL_RGBA && image.getDataType() == GL_UNSIGNED_BYTE;
+    const osg::ref_ptr<osg::Image> opaque = hasAlpha ? withoutAlpha(image) : nullptr;
+    std::ostringstream stream;
+    const osgDB::ReaderWriter::WriteResult result = writer->writeImage(opaque ? *opaque : image, stream);
+    if (!result.success() || !stream || stream.str().empty()) {
+        reason = "the picture could not be made in this format";
+        return false;
+    }
+    return vfBase::replaceFile(path, stream.str(), reason);
+}
+
+} // namespace vfApplication

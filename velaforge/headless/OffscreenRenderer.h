@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <velaforge/base/VfString.h>
+#include <velaforge/headless/Export.h>
+
+#include <osg/Image>
+#include <osg/Matrixd>
+#include <osg/Vec3f>
+#include <osg/ref_ptr>
+
+#include <memory>
+
+namespace osg {
+class Node;
+}
+
+namespace vfApplication {
+
+struct OffscreenRendererPrivate;
+
+/// Draws a scene into an image without a window and without a display: on the graphics card where there is one that
+/// can, in software otherwise.
+///
+///     vfApplication::OffscreenRenderer renderer;
+///     vfBase::VfString reason;
+///     osg::ref_ptr<osg::Image> image = renderer.render(*scene, view, projection, 1280, 800, reason);
+///     if (!image)
+///         std::cerr << reason << '\n';
+///
+/// The graphics context is made by the first picture and goes with the renderer. Edges are smoothed where the
+/// implementation can do that. Belongs on one thread.
+class VFAPPLICATIONHEADLESS_EXPORT OffscreenRenderer
+{
+public:
+    /// Largest width and height of a picture, in pixels. The implementation may allow less.
+    static constexpr int sizeLimit = 16384;
+
+    OffscreenRenderer();
+    ~OffscreenRenderer();
+
+    OffscreenRenderer(const OffscreenRenderer&) = delete;
+    OffscreenRenderer& operator=(const OffscreenRenderer&) = delete;
+
+    /// The colours at the top and the bottom of the background, from 0 to 1.
+    void setBackground(const osg::Vec3f& top, const osg::Vec3f& bottom);
+
+    /// @param view, projection  as a camera has them
+    /// @param width, height     in pixels, at least 1
+    /// @return the picture, RGBA with 8 bits a channel, the bottom row first; null with the reason when there is no
+    ///         graphics context, or not one for that size
+    osg::ref_ptr<osg::Image> render(osg::Node& scene, const osg::Matrixd& view,
+                                    const osg::Matrixd& projection, int width, int height,
+                                    vfBase::VfString& reason);
+
+    /// @return what draws the pictures, as the implementation calls itself; empty before the first picture
+    const vfBase::VfString& getRendererName() const;
+
+private:
+    std::unique_ptr<OffscreenRendererPrivate> d;
+};
+
+} // namespace vfApplication
