@@ -39,8 +39,8 @@ struct Setup : ApplicationSetup // the kinds of document, by extension
 {
     void onRegisterDocumentType() const override
     {
-        new DocTemplate(&Application::instance(false)->getDocManager(), "Notes", "txt", "", "txt", "", "", &note,
-                        &page, DocTemplate::Visible, 0, vfBase::Options());
+        new DocTemplate(&Application::instance(false)->getDocManager(), "Notes", "txt", "", "txt", "", "",
+                        &note, &page, DocTemplate::Visible, 0, vfBase::Options());
     }
 };
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/base/Printable.h>
 
+#include <velaforge/base/Utf8.h>
+
 #include <cstddef>
 #include <string>
 
@@ -9,30 +11,6 @@ namespace vfBase {
 namespace {
 
 /// @return length of the UTF-8 sequence at @p pos, 0 when there is no well-formed one
-std::size_t sequenceLength(const std::string& text, std::size_t pos)
-{
-    const auto byte = [&](std::size_t i) -> unsigned {
-        return pos + i < text.size() ? static_cast<unsigned char>(text[pos + i]) : 0u;
-    };
-    const auto follows = [&](std::size_t i) { return (byte(i) & 0xC0u) == 0x80u; };
-    const unsigned first = byte(0);
-    if (first < 0x80)
-        return 1;
-    if (first >= 0xC2 && first <= 0xDF)
-        return follows(1) ? 2 : 0;
-    if (first >= 0xE0 && first <= 0xEF) {
-        const bool overlong = first == 0xE0 && byte(1) < 0xA0;
-        const bool surrogate = first == 0xED && byte(1) > 0x9F;
-        return follows(1) && follows(2) && !overlong && !surrogate ? 3 : 0;
-    }
-    if (first >= 0xF0 && first <= 0xF4) {
-        const bool overlong = first == 0xF0 && byte(1) < 0x90;
-        const bool beyond = first == 0xF4 && byte(1) > 0x8F;
-        return follows(1) && follows(2) && follows(3) && !overlong && !beyond ? 4 : 0;
-    }
-    return 0;
-}
-
 bool isControl(const std::string& text, std::size_t pos, std::size_t length)
 {
     const auto first = static_cast<unsigned char>(text[pos]);
@@ -63,13 +41,37 @@ void appendEscaped(std::string& out, unsigned char byte)
 
 } // namespace
 
+std::size_t utf8SequenceLength(const std::string& text, std::size_t pos)
+{
+    const auto byte = [&](std::size_t i) -> unsigned {
+        return pos + i < text.size() ? static_cast<unsigned char>(text[pos + i]) : 0u;
+    };
+    const auto follows = [&](std::size_t i) { return (byte(i) & 0xC0u) == 0x80u; };
+    const unsigned first = byte(0);
+    if (first < 0x80)
+        return 1;
+    if (first >= 0xC2 && first <= 0xDF)
+        return follows(1) ? 2 : 0;
+    if (first >= 0xE0 && first <= 0xEF) {
+        const bool overlong = first == 0xE0 && byte(1) < 0xA0;
+        const bool surrogate = first == 0xED && byte(1) > 0x9F;
+        return follows(1) && follows(2) && !overlong && !surrogate ? 3 : 0;
+    }
+    if (first >= 0xF0 && first <= 0xF4) {
+        const bool overlong = first == 0xF0 && byte(1) < 0x90;
+        const bool beyond = first == 0xF4 && byte(1) > 0x8F;
+        return follows(1) && follows(2) && follows(3) && !overlong && !beyond ? 4 : 0;
+    }
+    return 0;
+}
+
 VfString printable(const VfString& text)
 {
     const std::string& in = text.str();
     std::string out;
     out.reserve(in.size());
     for (std::size_t pos = 0; pos < in.size();) {
-        const std::size_t length = sequenceLength(in, pos);
+        const std::size_t length = utf8SequenceLength(in, pos);
         if (length > 0 && !isControl(in, pos, length)) {
             out.append(in, pos, length);
             pos += length;

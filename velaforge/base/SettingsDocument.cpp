@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/base/SettingsDocument.h>
 
+#include <velaforge/base/Utf8.h>
+
 #include <nlohmann/json.hpp>
 
 #include <cmath>
@@ -24,24 +26,11 @@ const std::string bytesMark = "$bytes:";
 
 bool isUtf8(const std::string& text)
 {
-    std::size_t i = 0;
-    while (i < text.size()) {
-        const auto lead = static_cast<unsigned char>(text[i]);
-        const int more = lead < 0x80                   ? 0
-                         : lead >= 0xC2 && lead < 0xE0 ? 1
-                         : lead >= 0xE0 && lead < 0xF0 ? 2
-                         : lead >= 0xF0 && lead < 0xF5 ? 3
-                                                       : -1;
-        if (more < 0 || text.size() - i <= static_cast<std::size_t>(more))
+    for (std::size_t pos = 0; pos < text.size();) {
+        const std::size_t length = utf8SequenceLength(text, pos);
+        if (length == 0)
             return false;
-        for (int k = 1; k <= more; ++k) {
-            const auto next = static_cast<unsigned char>(text[i + static_cast<std::size_t>(k)]);
-            const unsigned char low = k > 1 ? 0x80 : lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
-            const unsigned char high = k > 1 ? 0xBF : lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
-            if (next < low || next > high)
-                return false;
-        }
-        i += static_cast<std::size_t>(more) + 1;
+        pos += length;
     }
     return true;
 }

@@ -59,6 +59,9 @@ public:
     bool operator!=(const VfString& other) const { return m_text != other.m_text; }
     bool operator<(const VfString& other) const { return m_text < other.m_text; }
 
+    friend bool operator==(const char* text, const VfString& other) { return other.m_text == text; }
+    friend bool operator!=(const char* text, const VfString& other) { return other.m_text != text; }
+
     VfString operator+(const VfString& other) const { return VfString(m_text + other.m_text); }
     VfString operator+(const char* other) const { return VfString(m_text + (other ? other : "")); }
     VfString& operator+=(const VfString& other)

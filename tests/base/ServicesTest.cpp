@@ -1,0 +1,267 @@
+// SPDX-License-Identifier: MIT
+// The services of a process: names of files, places, identity, diagnostics.
+#include "support/TemporaryDirectory.h"
+
+#include <velaforge/base/ApplicationInfo.h>
+#include <velaforge/base/FileNames.h>
+#include <velaforge/base/NotifyHandler.h>
+#include <velaforge/base/Printable.h>
+#include <velaforge/base/ReplaceFile.h>
+#include <velaforge/base/StandardPaths.h>
+#include <velaforge/base/Version.h>
+
+#include <osg/Notify>
+
+#include <gmock/gmock.h>
+
+#include <csignal>
+#include <cstdlib>
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+using vfBase::ApplicationInfo;
+using vfBase::StandardPaths;
+using vfBase::VfString;
+using vfTest::readFile;
+
+TEST(FileNames, TakePathsApart)
+{
+    EXPECT_EQ("/models/boats", vfBase::getFilePath("/models/boats/hull.obj"));
+    EXPECT_EQ("", vfBase::getFilePath("hull.obj"));
+    EXPECT_EQ("hull.obj", vfBase::getSimpleFileName("/models/boats/hull.obj"));
+    EXPECT_EQ("hull.obj", vfBase::getSimpleFileName("hull.obj"));
+    EXPECT_EQ("/models/v1.2/hull", vfBase::getNameLessExtension("/models/v1.2/hull.obj"));
+    EXPECT_EQ("/models/v1.2/hull", vfBase::getNameLessExtension("/models/v1.2/hull"));
+}
+
+TEST(FileNames, DirectoryExistsOnlyForDirectories)
+{
+    const vfTest::TemporaryDirectory directory;
+    const std::string file = directory.write("file", "x");
+    EXPECT_TRUE(vfBase::directoryExists(directory.path()));
+    EXPECT_FALSE(vfBase::directoryExists(file));
+    EXPECT_FALSE(vfBase::directoryExists(directory.file("missing")));
+    EXPECT_FALSE(vfBase::directoryExists(""));
+    EXPECT_FALSE(vfBase::directoryExists(VfString(directory.path() + std::string(1, '\0') + "x")));
+    ASSERT_EQ(0, symlink(directory.path().c_str(), directory.file("link").c_str()));
+    EXPECT_TRUE(vfBase::directoryExists(directory.file("link")));
+}
+
+TEST(FileNames, MakeOneComponentOfAnyName)
+{
+    EXPECT_EQ("viewer", vfBase::makePathComponent("viewer"));
+    EXPECT_EQ("a_b", vfBase::makePathComponent("a/b"));
+    EXPECT_EQ("_", vfBase::makePathComponent("."));
+    EXPECT_EQ("__", vfBase::makePathComponent(".."));
+    EXPECT_EQ(".._x", vfBase::makePathComponent("../x"));
+    EXPECT_EQ("", vfBase::makePathComponent(""));
+}
+
+TEST(ReplaceFile, WritesTheWholeFileAndLeavesNothingElse)
+{
+    const vfTest::TemporaryDirectory directory;
+    const std::string path = directory.write("file", "before");
+    VfString reason;
+    ASSERT_TRUE(vfBase::replaceFile(path, std::string(200000, 'x'), reason)) << reason.str();
+    EXPECT_EQ(std::string(200000, 'x'), readFile(path));
+    unlink(path.c_str());
+    EXPECT_EQ(0, rmdir(directory.path().c_str()));
+    mkdir(directory.path().c_str(), 0700);
+}
+
+TEST(ReplaceFile, KeepsALinkAndThePermissions)
+{
+    const vfTest::TemporaryDirectory directory;
+    const std::string path = directory.write("real/file", "before");
+    chmod(path.c_str(), 0640);
+    ASSERT_EQ(0, symlink("real/file", directory.file("link").c_str()));
+    VfString reason;
+    ASSERT_TRUE(vfBase::replaceFile(directory.file("link"), "after", reason));
+    EXPECT_EQ("after", readFile(path));
+    struct stat status;
+    ASSERT_EQ(0, lstat(directory.file("link").c_str(), &status));
+    EXPECT_TRUE(S_ISLNK(status.st_mode));
+    ASSERT_EQ(0, stat(path.c_str(), &status));
+    EXPECT_EQ(0640u, status.st_mode & 0777u);
+}
+
+TEST(ReplaceFile, TellsWhyAndLeavesWhatWasThere)
+{
+    const vfTest::TemporaryDirectory directory;
+    VfString reason;
+    EXPECT_FALSE(vfBase::replaceFile(directory.file("missing/file"), "x", reason));
+    EXPECT_EQ("No such file or directory", reason);
+    EXPECT_FALSE(vfBase::replaceFile(directory.path(), "x", reason));
+    EXPECT_EQ("Is a directory", reason);
+    EXPECT_FALSE(vfBase::replaceFile("", "x", reason));
+    const std::string readOnly = directory.write("read-only", "before");
+    chmod(readOnly.c_str(), 0400);
+    EXPECT_FALSE(vfBase::replaceFile(readOnly, "x", reason));
+    EXPECT_EQ("Permission denied", reason);
+    EXPECT_EQ("before", readFile(readOnly));
+}
+
+TEST(ReplaceFile, AFileSizeLimitLeavesTheFileAsItWasAndTheProcessAlive)
+{
+    const vfTest::TemporaryDirectory directory;
+    const std::string path = directory.write("file", "before");
+    rlimit limit{100000, RLIM_INFINITY};
+    ASSERT_EQ(0, setrlimit(RLIMIT_FSIZE, &limit));
+    VfString reason;
+    EXPECT_FALSE(vfBase::replaceFile(path, std::string(200000, 'x'), reason));
+    EXPECT_EQ("File too large", reason);
+    EXPECT_EQ("before", readFile(path));
+    EXPECT_TRUE(vfBase::replaceFile(path, "small", reason));
+}
+
+TEST(ReplaceFile, WritesToADeviceDirectly)
+{
+    VfString reason;
+    EXPECT_TRUE(vfBase::replaceFile("/dev/null", "x", reason));
+    EXPECT_FALSE(vfBase::replaceFile("/dev/full", "x", reason));
+    EXPECT_EQ("No space left on device", reason);
+    struct stat status;
+    ASSERT_EQ(0, stat("/dev/full", &status));
+    EXPECT_TRUE(S_ISCHR(status.st_mode));
+}
+
+TEST(Printable, KeepsUtf8AndEscapesEverythingElse)
+{
+    EXPECT_EQ("plain", vfBase::printable("plain"));
+    EXPECT_EQ("sch\xC3\xB6n \xE2\x82\xAC \xF0\x9F\x9A\x80",
+              vfBase::printable("sch\xC3\xB6n \xE2\x82\xAC \xF0\x9F\x9A\x80"));
+    EXPECT_EQ("a\\nb\\t\\r\\x1B[0m\\x7F", vfBase::printable("a\nb\t\r\x1B[0m\x7F"));
+    EXPECT_EQ("\\xFF\\xC3", vfBase::printable("\xFF\xC3"));
+    EXPECT_EQ("\\xC0\\x80", vfBase::printable("\xC0\x80"));          // overlong
+    EXPECT_EQ("\\xED\\xA0\\x80", vfBase::printable("\xED\xA0\x80")); // a surrogate
+    EXPECT_EQ("\\xF4\\x90\\x80\\x80", vfBase::printable("\xF4\x90\x80\x80"));
+    EXPECT_EQ("\\xC2\\x85", vfBase::printable("\xC2\x85")); // a control character of two bytes
+    EXPECT_EQ("a\\x00b", vfBase::printable(VfString(std::string("a\0b", 3))));
+}
+
+TEST(Version, IsTheOneOfTheBuildAndVerbosenessIsRemembered)
+{
+    EXPECT_THAT(vfBase::getVersion(), testing::MatchesRegex("[0-9]+\\.[0-9]+\\.[0-9]+"));
+    EXPECT_FALSE(vfBase::isVerbose());
+    vfBase::setVerbose(true);
+    EXPECT_TRUE(vfBase::isVerbose());
+    EXPECT_GE(osg::getNotifyLevel(), osg::INFO);
+    vfBase::setVerbose(false);
+    EXPECT_FALSE(vfBase::isVerbose());
+}
+
+TEST(ApplicationInfo, NamesTheExecutableUntilItIsTold)
+{
+    ApplicationInfo& info = ApplicationInfo::instance();
+    EXPECT_STREQ("vfBaseTests", info.getApplicationName());
+    EXPECT_STREQ("", info.getApplicationVendorName());
+    info.setApplicationName("viewer");
+    info.setApplicationVersion("1");
+    info.setApplicationIconName("2");
+    info.setApplicationUrl("3");
+    info.setApplicationOnlineHelpUrl("4");
+    info.setApplicationVendorName("5");
+    info.setApplicationVendorShortName("6");
+    info.setApplicationVendorUrl("7");
+    info.setApplicationVendorBanner("8");
+    info.setSplashImageName("9");
+    EXPECT_STREQ("viewer", info.getApplicationName());
+    EXPECT_STREQ("1", info.getApplicationVersion());
+    EXPECT_STREQ("2", info.getApplicationIconName());
+    EXPECT_STREQ("3", info.getApplicationUrl());
+    EXPECT_STREQ("4", info.getApplicationOnlineHelpUrl());
+    EXPECT_STREQ("5", info.getApplicationVendorName());
+    EXPECT_STREQ("6", info.getApplicationVendorShortName());
+    EXPECT_STREQ("7", info.getApplicationVendorUrl());
+    EXPECT_STREQ("8", info.getApplicationVendorBanner());
+    EXPECT_STREQ("9", info.getSplashImageName());
+    info.setApplicationName(nullptr);
+    EXPECT_STREQ("", info.getApplicationName());
+}
+
+TEST(StandardPaths, FollowTheEnvironment)
+{
+    const vfTest::TemporaryDirectory home;
+    setenv("HOME", home.path().c_str(), 1);
+    setenv("TMPDIR", "/var/tmp/", 1);
+    unsetenv("XDG_DATA_HOME");
+    unsetenv("XDG_CONFIG_HOME");
+    ApplicationInfo::instance().setApplicationName("viewer");
+    ApplicationInfo::instance().setApplicationVendorShortName("velaforge");
+    EXPECT_EQ(home.path(), StandardPaths::standardLocation(StandardPaths::Home));
+    EXPECT_EQ(home.file("Documents"), StandardPaths::standardLocation(StandardPaths::Documents));
+    EXPECT_EQ(home.file("Desktop"), StandardPaths::standardLocation(StandardPaths::Desktop));
+    EXPECT_STREQ("/var/tmp", StandardPaths::standardLocation(StandardPaths::Temp));
+    EXPECT_EQ(home.file(".local/share/velaforge/viewer"),
+              StandardPaths::standardLocation(StandardPaths::ApplicationData));
+    EXPECT_EQ(home.file(".config"), StandardPaths::standardLocation(StandardPaths::GenericConfig));
+    setenv("XDG_DATA_HOME", "relative/is/not/allowed", 1);
+    EXPECT_EQ(home.file(".local/share"), StandardPaths::standardLocation(StandardPaths::GenericData));
+    setenv("XDG_DATA_HOME", "/data", 1);
+    EXPECT_STREQ("/data", StandardPaths::standardLocation(StandardPaths::GenericData));
+    unsetenv("TMPDIR");
+    EXPECT_STREQ("/tmp", StandardPaths::standardLocation(StandardPaths::Temp));
+}
+
+TEST(StandardPaths, DocumentsAreWhereTheUserPutThem)
+{
+    const vfTest::TemporaryDirectory home;
+    setenv("HOME", home.path().c_str(), 1);
+    unsetenv("XDG_CONFIG_HOME");
+    home.write(".config/user-dirs.dirs",
+               "# comment\nXDG_DOCUMENTS_DIR=\"$HOME/Papers\"\nXDG_MUSIC_DIR=\"/music/\"\n"
+               "XDG_PICTURES_DIR=\"relative\"\nXDG_VIDEOS_DIR=\"$HOME/unterminated\n");
+    EXPECT_EQ(home.file("Papers"), StandardPaths::standardLocation(StandardPaths::Documents));
+    EXPECT_STREQ("/music", StandardPaths::standardLocation(StandardPaths::Music));
+    EXPECT_EQ(home.file("Pictures"), StandardPaths::standardLocation(StandardPaths::Pictures));
+    EXPECT_EQ(home.file("Videos"), StandardPaths::standardLocation(StandardPaths::Movies));
+}
+
+TEST(StandardPaths, KeepTheirNumbersAndAreNeverNull)
+{
+    EXPECT_EQ(1, StandardPaths::Documents);
+    EXPECT_EQ(7, StandardPaths::Temp);
+    EXPECT_EQ(8, StandardPaths::Home);
+    EXPECT_EQ(17, StandardPaths::ApplicationData);
+    for (int location = 0; location <= 17; ++location) {
+        const char* path =
+            StandardPaths::standardLocation(static_cast<StandardPaths::StandardLocation>(location));
+        ASSERT_NE(nullptr, path);
+        EXPECT_EQ('/', path[0]) << location;
+    }
+    EXPECT_STREQ("", StandardPaths::standardLocation(static_cast<StandardPaths::StandardLocation>(99)));
+}
+
+TEST(NotifyHandler, SendsEverythingToStandardErrorAndKeepsWarnings)
+{
+    vfBase::NotifyHandler& handler = vfBase::NotifyHandler::instance();
+    EXPECT_TRUE(handler.isNotifyEnabled());
+    handler.install();
+    handler.install();
+    osg::setNotifyLevel(osg::NOTICE);
+    vfBase::clearMonitor();
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    osg::notify(osg::NOTICE) << "a notice" << std::endl;
+    osg::notify(osg::WARN) << "a warning" << std::endl;
+    handler.setQuiet(true);
+    osg::notify(osg::WARN) << "a quiet warning" << std::endl;
+    handler.setQuiet(false);
+    EXPECT_EQ("", testing::internal::GetCapturedStdout());
+    EXPECT_EQ("a notice\na warning\n", testing::internal::GetCapturedStderr());
+    const vfBase::StringList kept = vfBase::getMonitorMessages();
+    ASSERT_EQ(2u, kept.size());
+    EXPECT_EQ("a warning", kept.get(0));
+    EXPECT_EQ("a quiet warning", kept.get(1));
+    vfBase::clearMonitor();
+    EXPECT_EQ(0u, vfBase::getMonitorMessages().size());
+    EXPECT_EQ(2u, kept.size());
+}
+
+TEST(NotifyHandler, CanBeSwitchedOff)
+{
+    vfBase::NotifyHandler::instance().setNotifyEnabled(false);
+    EXPECT_FALSE(vfBase::NotifyHandler::instance().isNotifyEnabled());
+}
