@@ -8,6 +8,7 @@
 #include <osg/ArgumentParser>
 
 #include <algorithm>
+#include <cctype>
 #include <cerrno>
 #include <climits>
 #include <cmath>
@@ -111,12 +112,19 @@ bool takeAll(ArgumentParser& parser, ArgumentParserPrivate& d, const char* optio
     return read;
 }
 
+/// The system's functions pass blanks over, a person who types them has made a mistake.
+bool beginsWithBlank(const std::string& text)
+{
+    return !text.empty() && std::isspace(static_cast<unsigned char>(text[0])) != 0;
+}
+
 bool parseInteger(const std::string& text, int& value)
 {
     errno = 0;
     char* end = nullptr;
     const long number = std::strtol(text.c_str(), &end, 10);
-    if (end == text.c_str() || *end != '\0' || errno != 0 || number < INT_MIN || number > INT_MAX)
+    if (beginsWithBlank(text) || end == text.c_str() || *end != '\0' || errno != 0 || number < INT_MIN ||
+        number > INT_MAX)
         return false;
     value = static_cast<int>(number);
     return true;
@@ -127,7 +135,7 @@ bool parseReal(const std::string& text, double& value)
     errno = 0;
     char* end = nullptr;
     const double number = std::strtod(text.c_str(), &end);
-    if (end == text.c_str() || *end != '\0' || !std::isfinite(number))
+    if (beginsWithBlank(text) || end == text.c_str() || *end != '\0' || !std::isfinite(number))
         return false;
     value = number;
     return true;

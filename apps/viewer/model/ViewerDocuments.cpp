@@ -38,6 +38,11 @@ ViewerDocManager::ViewerDocManager(const vfBase::ClassInfo& viewClass)
                     DocTemplate::Visible, 0, vfBase::Options());
 }
 
+ViewerDocManager::~ViewerDocManager()
+{
+    closeDocuments(true);
+}
+
 vfApplication::Document* ViewerDocManager::createDocument(const vfBase::VfString& path,
                                                           const vfBase::Options& options)
 {

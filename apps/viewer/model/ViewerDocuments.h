@@ -19,6 +19,9 @@ public:
     /// Enters the kinds of document: models and images, both shown by views of that class.
     explicit ViewerDocManager(const vfBase::ClassInfo& viewClass);
 
+    /// Closes the documents, while nobody else can be asked about their changes.
+    ~ViewerDocManager() override;
+
     vfApplication::Document* createDocument(const vfBase::VfString& path,
                                             const vfBase::Options& options) override;
 

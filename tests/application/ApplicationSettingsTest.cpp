@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: MIT
+#include "support/RecordingApplication.h"
+#include "support/Slots.h"
+#include "support/TemporaryDirectory.h"
+
+#include <velaforge/application/ApplicationSettings.h>
+#include <velaforge/base/Settings.h>
+#include <velaforge/documents/FileHistory.h>
+#include <velaforge/documents/FileHistorySettings.h>
+
+#include <gmock/gmock.h>
+
+#include <thread>
+
+using testing::HasSubstr;
+using vfApplication::ApplicationSettings;
+using vfApplication::FileHistorySettings;
+
+TEST(ApplicationSettings, HasItsDefaultsWithoutASettingsFile)
+{
+    vfBase::Settings::loadGlobal();
+    const ApplicationSettings* settings = ApplicationSettings::instance(false);
+    EXPECT_EQ("LEFT", settings->getSplashHorizontalAlignmet());
+    EXPECT_EQ("BOTTOM", settings->getSplashVerticalAlignmet());
+    EXPECT_EQ(osg::Vec3f(1, 1, 1), settings->getSplashTextColor());
+    EXPECT_EQ("", settings->getWorkingLocation());
+}
+
+TEST(ApplicationSettings, CloneTypeHasDefaultsAndCloneThePresentValues)
+{
+    ApplicationSettings* settings = ApplicationSettings::instance(false);
+    settings->setSplashHorizontalAlignmet("RIGHT");
+    settings->setSplashVerticalAlignmet("TOP");
+    settings->setSplashTextColor({0, 0.5f, 1});
+    settings->setWorkingLocation("/models");
+    const osg::ref_ptr<osg::Object> type = settings->cloneType();
+    const osg::ref_ptr<osg::Object> copy = settings->clone(osg::CopyOp::SHALLOW_COPY);
+    const auto& defaults = dynamic_cast<const ApplicationSettings&>(*type);
+    const auto& clone = dynamic_cast<const ApplicationSettings&>(*copy);
+    EXPECT_EQ("LEFT", defaults.getSplashHorizontalAlignmet());
+    EXPECT_EQ(osg::Vec3f(1, 1, 1), defaults.getSplashTextColor());
+    EXPECT_EQ("RIGHT", clone.getSplashHorizontalAlignmet());
+    EXPECT_EQ("TOP", clone.getSplashVerticalAlignmet());
+    EXPECT_EQ(osg::Vec3f(0, 0.5f, 1), clone.getSplashTextColor());
+    EXPECT_EQ("/models", clone.getWorkingLocation());
+    EXPECT_NE(settings, &clone);
+}
+
+TEST(ApplicationSettings, IsOfTheSameKindOnlyAsItsOwnClass)
+{
+    const ApplicationSettings* settings = ApplicationSettings::instance(false);
+    EXPECT_TRUE(settings->isSameKindAs(settings));
+    EXPECT_FALSE(settings->isSameKindAs(FileHistorySettings::instance(false)));
+    EXPECT_FALSE(settings->isSameKindAs(nullptr));
+    EXPECT_STREQ("vfApplication", settings->libraryName());
+    EXPECT_STREQ("Application", settings->className());
+    EXPECT_STREQ("Application", settings->tagName());
+}
+
+TEST(ApplicationSettings, ErasedItIsGoneForGood)
+{
+    ASSERT_NE(nullptr, ApplicationSettings::instance(false));
+    EXPECT_EQ(nullptr, ApplicationSettings::instance(true));
+    EXPECT_EQ(nullptr, ApplicationSettings::instance(false));
+    EXPECT_EQ(nullptr, ApplicationSettings::instance(true));
+}
+
+TEST(ApplicationSettings, ASetterGivenTheFieldItselfChangesNothing)
+{
+    ApplicationSettings* settings = ApplicationSettings::instance(false);
+    settings->setWorkingLocation("a directory whose name is too long to be stored in place");
+    settings->setSplashVerticalAlignmet(settings->getSplashVerticalAlignmet());
+    settings->setSplashHorizontalAlignmet(settings->getSplashHorizontalAlignmet());
+    settings->setWorkingLocation(settings->getWorkingLocation());
+    EXPECT_EQ("BOTTOM", settings->getSplashVerticalAlignmet());
+    EXPECT_EQ("LEFT", settings->getSplashHorizontalAlignmet());
+    EXPECT_EQ("a directory whose name is too long to be stored in place", settings->getWorkingLocation());
+}
+
+TEST(ApplicationSettings, ComeBackFromTheStoreInTheOrderInWhichTheyWereRegistered)
+{
+    ApplicationSettings* settings = ApplicationSettings::instance(false);
+    settings->setSplashTextColor({0.25f, 0.5f, 0.75f});
+    settings->setWorkingLocation("/models");
+    vfApplication::FileHistory(4).addFileToHistory("a.obj");
+    ASSERT_TRUE(vfBase::Settings::global().save(nullptr));
+    settings->setSplashTextColor({0, 0, 0});
+    settings->setWorkingLocation("");
+    vfApplication::FileHistory(9).addFileToHistory("b.obj");
+    vfBase::Settings::loadGlobal();
+    EXPECT_EQ(osg::Vec3f(0.25f, 0.5f, 0.75f), settings->getSplashTextColor());
+    EXPECT_EQ("/models", settings->getWorkingLocation());
+    EXPECT_EQ(4u, FileHistorySettings::instance(false)->getMaxFiles());
+    const std::string text = vfTest::readFile(vfBase::Settings::global().getSettingsFilePath());
+    EXPECT_THAT(text, HasSubstr("\"vfApplication::Application\""));
+    EXPECT_THAT(text, HasSubstr("\"vfApplication::FileHistorySettings\""));
+    EXPECT_THAT(text, HasSubstr("\"splashTextColor\""));
+}
+
+TEST(ApplicationSettings, AreReadThroughTheApplication)
+{
+    vfTest::RecordingApplication bench;
+    ApplicationSettings* settings = ApplicationSettings::instance(false);
+    settings->setSplashHorizontalAlignmet("RIGHT");
+    settings->setSplashTextColor({0.25f, 0.5f, 0.75f});
+    EXPECT_STREQ("RIGHT", bench.application.getSplashHorizontalAlignmet());
+    EXPECT_STREQ("BOTTOM", bench.application.getSplashVerticalAlignmet());
+    float r = 0;
+    float g = 0;
+    float b = 0;
+    bench.application.getSplashTextColor(r, g, b);
+    EXPECT_EQ(osg::Vec3f(0.25f, 0.5f, 0.75f), osg::Vec3f(r, g, b));
+}
+
+TEST(ApplicationSettings, IsMadeOnceForTwoThreadsAtOnce)
+{
+    const ApplicationSettings* seen[2] = {};
+    std::thread first([&seen] { seen[0] = ApplicationSettings::instance(false); });
+    std::thread second([&seen] { seen[1] = ApplicationSettings::instance(false); });
+    first.join();
+    second.join();
+    EXPECT_EQ(seen[0], seen[1]);
+}
+
+TEST(ApplicationSettings, OperationsKeepTheirSlots)
+{
+    using vfBase::SettingsObjectPrivate;
+    EXPECT_EQ(vfTest::slotOf(&osg::Object::cloneType), vfTest::slotOf(&ApplicationSettings::cloneType));
+    EXPECT_EQ(vfTest::slotOf(&osg::Object::clone), vfTest::slotOf(&ApplicationSettings::clone));
+    EXPECT_EQ(vfTest::slotOf(&osg::Object::className), vfTest::slotOf(&ApplicationSettings::className));
+    EXPECT_GT(vfTest::slotOf(&SettingsObjectPrivate::tagName), vfTest::slotOf(&osg::Object::className));
+    EXPECT_EQ(vfTest::slotOf(&SettingsObjectPrivate::tagName), vfTest::slotOf(&FileHistorySettings::tagName));
+}
