@@ -398,7 +398,7 @@ def write_3ds(path, parts):
 
 
 def write_lwo(path, parts):
-    # LWOB: big endian, left-handed, y up.
+    # LWO2: big endian, left-handed, y up, and the front of a polygon is where its corners run clockwise.
     def chunk(name, body):
         return name + struct.pack(">I", len(body)) + body + (b"\0" if len(body) % 2 else b"")
 
@@ -408,18 +408,23 @@ def write_lwo(path, parts):
 
     def sub(name, body):
         return name + struct.pack(">H", len(body)) + body
-    points, polygons, surfaces, names = b"", b"", b"", b""
-    base = 0
+    points, polygons, tags, surfaces, names = b"", b"", b"", b"", b""
+    base, polygon = 0, 0
     for index, part in enumerate(parts):
         names += text(f"s{index}")
         for p in part.points:
             points += struct.pack(">3f", p[0], p[2], p[1])
         for t in part.triangles:
-            polygons += struct.pack(">5H", 3, base + t[0], base + t[1], base + t[2], index + 1)
+            polygons += struct.pack(">4H", 3, base + t[2], base + t[1], base + t[0])
+            tags += struct.pack(">2H", polygon, index)
+            polygon += 1
         base += len(part.points)
-        surfaces += chunk(b"SURF", text(f"s{index}") + sub(b"COLR", bytes([*(round(c * 255) for c in part.color), 0])) +
-                          sub(b"DIFF", struct.pack(">H", 256)) + sub(b"SMAN", struct.pack(">f", 0.7)))
-    body = b"LWOB" + chunk(b"PNTS", points) + chunk(b"SRFS", names) + chunk(b"POLS", polygons) + surfaces
+        surfaces += chunk(b"SURF", text(f"s{index}") + b"\0\0" +
+                          sub(b"COLR", struct.pack(">3fH", *part.color, 0)) +
+                          sub(b"DIFF", struct.pack(">fH", 1.0, 0)) + sub(b"SMAN", struct.pack(">f", 0.7)))
+    layer = struct.pack(">2H3f", 0, 0, 0.0, 0.0, 0.0) + b"\0\0"
+    body = b"LWO2" + chunk(b"TAGS", names) + chunk(b"LAYR", layer) + chunk(b"PNTS", points) + \
+        chunk(b"POLS", b"FACE" + polygons) + chunk(b"PTAG", b"SURF" + tags) + surfaces
     path.write_bytes(b"FORM" + struct.pack(">I", len(body)) + body)
 
 

@@ -20,71 +20,75 @@ namespace vfApplication {
 
 namespace {
 
-/// A desktop OpenGL context that has no surface of its own: all drawing goes to frame buffer objects.
+/// A desktop OpenGL context that has no surface of its own: all drawing goes to frame buffer objects. Current from its
+/// making to its end.
 class Context
 {
 public:
+    explicit Context(vfBase::VfString& reason)
+    {
+        const EGLConfig config = chooseConfig();
+        if (config)
+            m_context = eglCreateContext(display(), config, EGL_NO_CONTEXT, nullptr);
+        if (m_context == EGL_NO_CONTEXT)
+            reason = "no graphics without a display: EGL offers no surfaceless OpenGL context";
+        else if (eglMakeCurrent(display(), EGL_NO_SURFACE, EGL_NO_SURFACE, m_context) == EGL_TRUE)
+            m_isCurrent = true;
+        else
+            reason = "the graphics context cannot be used without a surface";
+    }
+
     ~Context()
     {
-        if (m_display == EGL_NO_DISPLAY)
+        if (m_context == EGL_NO_CONTEXT)
             return;
-        eglMakeCurrent(m_display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
-        if (m_context != EGL_NO_CONTEXT)
-            eglDestroyContext(m_display, m_context);
-        eglTerminate(m_display);
+        eglMakeCurrent(display(), EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
+        eglDestroyContext(display(), m_context);
     }
 
-    bool makeCurrent(vfBase::VfString& reason)
-    {
-        if (m_context == EGL_NO_CONTEXT && !create(reason))
-            return false;
-        if (eglMakeCurrent(m_display, EGL_NO_SURFACE, EGL_NO_SURFACE, m_context) == EGL_TRUE)
-            return true;
-        reason = "the graphics context cannot be used without a surface";
-        return false;
-    }
+    Context(const Context&) = delete;
+    Context& operator=(const Context&) = delete;
+
+    bool isCurrent() const { return m_isCurrent; }
 
 private:
-    static EGLDisplay surfacelessDisplay()
+    static EGLDisplay openDisplay()
     {
         const char* extensions = eglQueryString(EGL_NO_DISPLAY, EGL_EXTENSIONS);
-        if (!extensions || !std::strstr(extensions, "EGL_MESA_platform_surfaceless"))
-            return EGL_NO_DISPLAY;
-        const auto getPlatformDisplay = reinterpret_cast<PFNEGLGETPLATFORMDISPLAYEXTPROC>(
-            reinterpret_cast<void*>(eglGetProcAddress("eglGetPlatformDisplayEXT")));
-        if (!getPlatformDisplay)
-            return EGL_NO_DISPLAY;
-        return getPlatformDisplay(EGL_PLATFORM_SURFACELESS_MESA, EGL_DEFAULT_DISPLAY, nullptr);
+        EGLDisplay found = EGL_NO_DISPLAY;
+        if (extensions && std::strstr(extensions, "EGL_MESA_platform_surfaceless")) {
+            const auto getPlatformDisplay = reinterpret_cast<PFNEGLGETPLATFORMDISPLAYEXTPROC>(
+                eglGetProcAddress("eglGetPlatformDisplayEXT"));
+            if (getPlatformDisplay)
+                found = getPlatformDisplay(EGL_PLATFORM_SURFACELESS_MESA, EGL_DEFAULT_DISPLAY, nullptr);
+        }
+        if (found == EGL_NO_DISPLAY)
+            found = eglGetDisplay(EGL_DEFAULT_DISPLAY);
+        return found != EGL_NO_DISPLAY && eglInitialize(found, nullptr, nullptr) == EGL_TRUE ? found
+                                                                                             : EGL_NO_DISPLAY;
     }
 
-    bool create(vfBase::VfString& reason)
+    /// There is one in the process, and ending it would end the contexts of everybody: it stays.
+    static EGLDisplay display()
     {
-        reason = "no graphics without a display: EGL offers no surfaceless OpenGL context";
-        m_display = surfacelessDisplay();
-        if (m_display == EGL_NO_DISPLAY)
-            m_display = eglGetDisplay(EGL_DEFAULT_DISPLAY);
-        if (m_display == EGL_NO_DISPLAY || eglInitialize(m_display, nullptr, nullptr) != EGL_TRUE ||
-            eglBindAPI(EGL_OPENGL_API) != EGL_TRUE)
-            return false;
+        static const EGLDisplay opened = openDisplay();
+        return opened;
+    }
+
+    static EGLConfig chooseConfig()
+    {
         const EGLint wanted[] = {EGL_SURFACE_TYPE, EGL_DONT_CARE, EGL_RENDERABLE_TYPE, EGL_OPENGL_BIT,
                                  EGL_NONE};
         EGLConfig config = nullptr;
         EGLint count = 0;
-        if (eglChooseConfig(m_display, wanted, &config, 1, &count) != EGL_TRUE || count < 1)
-            return false;
-        m_context = eglCreateContext(m_display, config, EGL_NO_CONTEXT, nullptr);
-        return m_context != EGL_NO_CONTEXT;
+        if (display() == EGL_NO_DISPLAY || eglBindAPI(EGL_OPENGL_API) != EGL_TRUE ||
+            eglChooseConfig(display(), wanted, &config, 1, &count) != EGL_TRUE || count < 1)
+            return nullptr;
+        return config;
     }
 
-    EGLDisplay m_display = EGL_NO_DISPLAY;
     EGLContext m_context = EGL_NO_CONTEXT;
-};
-
-/// A window on that context. It has no default frame buffer, so nothing may ever be drawn into it.
-class SurfacelessWindow : public osgViewer::GraphicsWindowEmbedded
-{
-public:
-    SurfacelessWindow(int width, int height) : GraphicsWindowEmbedded(0, 0, width, height) {}
+    bool m_isCurrent = false;
 };
 
 /// Two triangles behind everything, from one colour at the bottom to another at the top.
@@ -137,19 +141,29 @@ bool isBlank(const osg::Image& image)
 
 struct OffscreenRendererPrivate
 {
-    Context context;
     osg::Vec3f top{0.86f, 0.90f, 0.95f};
     osg::Vec3f bottom{0.56f, 0.64f, 0.72f};
     vfBase::VfString rendererName;
 
+    /// Draws in a context of its own, so that nothing of one picture is left for the next.
     osg::ref_ptr<osg::Image> draw(osg::Node& scene, const osg::Matrixd& view, const osg::Matrixd& projection,
-                                  int width, int height, int samples);
+                                  int width, int height, int samples, vfBase::VfString& reason);
 };
 
 osg::ref_ptr<osg::Image> OffscreenRendererPrivate::draw(osg::Node& scene, const osg::Matrixd& view,
                                                         const osg::Matrixd& projection, int width, int height,
-                                                        int samples)
+                                                        int samples, vfBase::VfString& reason)
 {
+    const Context context(reason);
+    if (!context.isCurrent())
+        return nullptr;
+    GLint limit = 0;
+    glGetIntegerv(GL_MAX_RENDERBUFFER_SIZE_EXT, &limit);
+    if (width > limit || height > limit) {
+        reason = "a picture can be 1 to " + std::to_string(limit) + " pixels wide and high here";
+        return nullptr;
+    }
+    reason = "the graphics driver cannot draw a picture of this size";
     osg::ref_ptr<osg::Image> image = new osg::Image;
     image->allocateImage(width, height, 1, GL_RGBA, GL_UNSIGNED_BYTE);
     std::memset(image->data(), 0, image->getTotalSizeInBytes());
@@ -163,7 +177,8 @@ osg::ref_ptr<osg::Image> OffscreenRendererPrivate::draw(osg::Node& scene, const 
     viewer.setKeyEventSetsDone(0);
     viewer.setReleaseContextAtEndOfFrameHint(false);
     viewer.setLightingMode(osg::View::NO_LIGHT);
-    osg::ref_ptr<SurfacelessWindow> window = new SurfacelessWindow(width, height);
+    const osg::ref_ptr<osgViewer::GraphicsWindowEmbedded> window =
+        new osgViewer::GraphicsWindowEmbedded(0, 0, width, height);
     osg::Camera* camera = viewer.getCamera();
     camera->setGraphicsContext(window);
     camera->setViewport(0, 0, width, height);
@@ -178,6 +193,11 @@ osg::ref_ptr<osg::Image> OffscreenRendererPrivate::draw(osg::Node& scene, const 
     camera->setProjectionMatrix(projection);
     viewer.setSceneData(root);
     viewer.realize();
+    // A dispatcher of drivers hands out an entry for every name, also for this one that no Mesa driver has: taken for
+    // support, it leaves the smoothing buffers without storage.
+    osg::GLExtensions* extensions = osg::GLExtensions::Get(window->getState()->getContextID(), true);
+    if (!osg::isGLExtensionSupported(window->getState()->getContextID(), "GL_NV_framebuffer_multisample_coverage"))
+        extensions->glRenderbufferStorageMultisampleCoverageNV = nullptr;
     viewer.frame();
     if (rendererName.empty()) {
         const auto* name = reinterpret_cast<const char*>(glGetString(GL_RENDERER));
@@ -204,21 +224,17 @@ osg::ref_ptr<osg::Image> OffscreenRenderer::render(osg::Node& scene, const osg::
                                                    const osg::Matrixd& projection, int width, int height,
                                                    vfBase::VfString& reason)
 {
-    if (!d->context.makeCurrent(reason))
-        return nullptr;
-    GLint limit = 0;
-    glGetIntegerv(GL_MAX_RENDERBUFFER_SIZE_EXT, &limit);
-    if (width < 1 || height < 1 || width > limit || height > limit) {
-        reason = "a picture can be 1 to " + std::to_string(limit) + " pixels wide and high here";
+    if (width < 1 || height < 1) {
+        reason = "a picture is at least 1 by 1 pixels";
         return nullptr;
     }
     // Smoothed edges take four times the memory; a huge picture has fine edges by itself.
     const bool isHuge = static_cast<long long>(width) * height > 64LL * 1024 * 1024;
-    osg::ref_ptr<osg::Image> image = d->draw(scene, view, projection, width, height, isHuge ? 0 : 4);
-    if (!image && !isHuge)
-        image = d->draw(scene, view, projection, width, height, 0);
+    osg::ref_ptr<osg::Image> image;
+    if (!isHuge)
+        image = d->draw(scene, view, projection, width, height, 4, reason);
     if (!image)
-        reason = "the graphics driver cannot draw a picture of this size";
+        image = d->draw(scene, view, projection, width, height, 0, reason);
     return image;
 }
 

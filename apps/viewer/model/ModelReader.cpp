@@ -3,6 +3,8 @@
 
 #include "model/FileCheck.h"
 #include "model/FileGate.h"
+#include "model/ReaderProbe.h"
+#include "model/UpAxis.h"
 
 #include <velaforge/base/NotifyHandler.h>
 #include <velaforge/base/Printable.h>
@@ -223,21 +225,6 @@ std::string whyNotShown(osg::Node& scene)
     return {};
 }
 
-/// This format has y pointing up, and its reader leaves it at that.
-bool hasYUp(const std::string& path)
-{
-    return osgDB::getLowerCaseFileExtension(path) == "ac";
-}
-
-osg::ref_ptr<osg::Node> turnedUp(osg::Node* scene)
-{
-    osg::ref_ptr<osg::MatrixTransform> turn =
-        new osg::MatrixTransform(osg::Matrix::rotate(osg::PI_2, osg::Vec3d(1, 0, 0)));
-    turn->setName("z up");
-    turn->addChild(scene);
-    return turn;
-}
-
 std::string reasonOf(osgDB::ReaderWriter::ReadResult& result, const std::string& path)
 {
     if (!osgDB::Registry::instance()->getReaderWriterForExtension(osgDB::getLowerCaseFileExtension(path)))
@@ -258,6 +245,8 @@ ReadOutcome readModel(const std::string& path)
     outcome.reason = FileGate::whyUnreadable(path);
     if (outcome.reason.empty() && isCutOff(path))
         outcome.reason = "the file is cut off";
+    else if (outcome.reason.empty() && !survivesReading(path))
+        outcome.reason = "the file is damaged: its reader fails on it";
     if (!outcome.reason.empty())
         return outcome;
 
@@ -277,8 +266,8 @@ ReadOutcome readModel(const std::string& path)
         return outcome;
     }
     prepareLighting(*outcome.scene);
-    if (hasYUp(path))
-        outcome.scene = turnedUp(outcome.scene);
+    if (isReadWithYUp(path))
+        outcome.scene = withZUp(*outcome.scene);
     outcome.warnings = FileGate::takeFailures();
     outcome.details = quiet.stop();
     return outcome;

@@ -2,6 +2,8 @@
 #include "model/ModelWriter.h"
 
 #include "model/FileGate.h"
+#include "model/ModelReader.h"
+#include "model/UpAxis.h"
 
 #include <velaforge/base/NotifyHandler.h>
 #include <velaforge/base/ReplaceFile.h>
@@ -12,7 +14,6 @@
 #include <osgDB/Registry>
 
 #include <cerrno>
-#include <cmath>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -51,24 +52,23 @@ private:
     fs::path m_path;
 };
 
-/// Writers do not look at what the system says, so what they wrote is read back: it must be a model of the same size.
+osg::BoundingBox boundsOf(osg::Node& node)
+{
+    osg::ComputeBoundsVisitor visitor;
+    node.accept(visitor);
+    return visitor.getBoundingBox();
+}
+
+/// Writers do not look at what the system says, so what they wrote is read back: it must be a model in the same place.
 bool isWhole(osg::Node& scene, const fs::path& file)
 {
-    const osg::ref_ptr<osgDB::Options> options = new osgDB::Options("noTriStripPolygons");
-    const osg::ref_ptr<osg::Node> written =
-        osgDB::Registry::instance()->readNode(file.string(), options).getNode();
-    if (!written)
-        return false;
-    osg::ComputeBoundsVisitor before;
-    osg::ComputeBoundsVisitor after;
-    scene.accept(before);
-    written->accept(after);
-    if (!before.getBoundingBox().valid())
-        return true;
-    // Formats differ in precision, and in which way is up.
-    const float size = before.getBoundingBox().radius();
-    return after.getBoundingBox().valid() &&
-           std::fabs(after.getBoundingBox().radius() - size) <= 0.01f * size;
+    const ReadOutcome written = readModel(file.string());
+    const osg::BoundingBox before = boundsOf(scene);
+    if (!written.scene || !before.valid())
+        return !before.valid();
+    const osg::BoundingBox after = boundsOf(*written.scene);
+    const float allowed = 0.01f * before.radius(); // formats differ in precision
+    return (before._min - after._min).length() <= allowed && (before._max - after._max).length() <= allowed;
 }
 
 bool readWhole(const fs::path& path, std::string& contents)
@@ -103,7 +103,9 @@ bool writeModel(osg::Node& scene, const vfBase::VfString& path, vfBase::VfString
     const bool wasQuiet = diagnostics.isQuiet();
     diagnostics.setQuiet(true);
     const fs::path draft = work.path() / target.filename();
-    const osgDB::ReaderWriter::WriteResult result = writer->writeNode(scene, draft.string(), nullptr);
+    const osg::ref_ptr<osg::Node> turned =
+        isWrittenWithYUp(path) ? withYUp(scene) : osg::ref_ptr<osg::Node>(&scene);
+    const osgDB::ReaderWriter::WriteResult result = writer->writeNode(*turned, draft.string(), nullptr);
     const bool whole = result.success() && isWhole(scene, draft);
     diagnostics.setQuiet(wasQuiet);
     if (!whole) {

@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: MIT
+#include "model/FileCheck.h"
+
+#include "support/Models.h"
+#include "support/TemporaryDirectory.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+
+using vfTest::readFile;
+using vfTest::signpost;
+using vfTest::TemporaryDirectory;
+using vfViewer::isCutOff;
+
+namespace {
+
+std::string word(std::uint32_t number)
+{
+    std::string bytes;
+    for (int i = 0; i < 4; ++i)
+        bytes += static_cast<char>(number >> (8 * i));
+    return bytes;
+}
+
+} // namespace
+
+TEST(FileCheck, WholeFilesAreWhole)
+{
+    for (const std::string& format : vfTest::signpostFormats())
+        EXPECT_FALSE(isCutOff(signpost(format))) << format;
+    EXPECT_FALSE(isCutOff(VELAFORGE_SOURCE_DIR "/tests/fixtures/formats/signpost-text.stl"));
+    for (const char* name : {"sailboat.obj", "lighthouse.ply", "rocket.dae", "king.stl"})
+        EXPECT_FALSE(isCutOff(std::string(VELAFORGE_SOURCE_DIR "/models/") + name)) << name;
+}
+
+TEST(FileCheck, FilesThatSayHowLongTheyAreAreCutOffAnywhere)
+{
+    const TemporaryDirectory directory;
+    for (const char* format : {"stl", "3ds", "lwo", "ply"}) {
+        const std::string whole = readFile(signpost(format));
+        for (std::size_t length = 100; length < whole.size() - 2; length += 97) {
+            const std::string path = directory.write(std::string("cut.") + format, whole.substr(0, length));
+            EXPECT_TRUE(isCutOff(path)) << format << " at " << length;
+        }
+    }
+}
+
+TEST(FileCheck, FilesThatCloseWhatTheyOpenAreCutOffAnywhereInside)
+{
+    const TemporaryDirectory directory;
+    for (const char* format : {"osgt", "x", "ac"}) {
+        const std::string whole = readFile(signpost(format));
+        for (std::size_t length = whole.size() / 10; length < whole.size() * 9 / 10; length += 311) {
+            const std::string path = directory.write(std::string("cut.") + format, whole.substr(0, length));
+            EXPECT_TRUE(isCutOff(path)) << format << " at " << length;
+        }
+    }
+}
+
+TEST(FileCheck, ATextStlWithoutItsEndIsCutOff)
+{
+    const TemporaryDirectory directory;
+    const std::string whole = readFile(VELAFORGE_SOURCE_DIR "/tests/fixtures/formats/signpost-text.stl");
+    EXPECT_TRUE(isCutOff(directory.write("cut.stl", whole.substr(0, whole.size() / 2))));
+}
+
+TEST(FileCheck, ABinaryStlMayBeginWithTheWordOfATextOne)
+{
+    const TemporaryDirectory directory;
+    std::string file = "solid but binary";
+    file.resize(80, ' ');
+    file += word(2) + std::string(100, '\0');
+    EXPECT_FALSE(isCutOff(directory.write("a.stl", file)));
+    EXPECT_TRUE(isCutOff(directory.write("a.stl", file.substr(0, 150))));
+    EXPECT_FALSE(isCutOff(directory.write("a.stl", file + "more")));
+}
+
+TEST(FileCheck, BinaryPlyIsWalkedThroughItsLists)
+{
+    const TemporaryDirectory directory;
+    const std::string header = "ply\nformat binary_little_endian 1.0\nelement vertex 3\nproperty float x\n"
+                               "property float y\nproperty float z\nelement face 2\n"
+                               "property list uchar int vertex_indices\nend_header\n";
+    const std::string vertices(36, '\0');
+    const std::string face = std::string(1, 3) + word(0) + word(1) + word(2);
+    EXPECT_FALSE(isCutOff(directory.write("a.ply", header + vertices + face + face)));
+    EXPECT_TRUE(isCutOff(directory.write("a.ply", header + vertices + face + face.substr(0, 12))));
+    EXPECT_TRUE(isCutOff(directory.write("a.ply", header + vertices + face)));
+    EXPECT_TRUE(isCutOff(directory.write("a.ply", header + vertices.substr(0, 30))));
+    const std::string greedy = "ply\nformat binary_big_endian 1.0\nelement face 1\n"
+                               "property list uint double v\nend_header\n" +
+                               std::string(4, '\xFF');
+    EXPECT_TRUE(isCutOff(directory.write("a.ply", greedy)));
+}
+
+TEST(FileCheck, AnObjFileIsCutOffWhereItsLastStatementIsNotComplete)
+{
+    const TemporaryDirectory directory;
+    EXPECT_TRUE(isCutOff(directory.write("a.obj", "v 0 0 0\nv 1 0")));
+    EXPECT_TRUE(isCutOff(directory.write("a.obj", "v 0 0 0\nf 1 2")));
+    EXPECT_TRUE(isCutOff(directory.write("a.obj", "f 1/1 2/2 3/")));
+    EXPECT_FALSE(isCutOff(directory.write("a.obj", "v 0 0 0\nf 1 2 3")));
+    EXPECT_FALSE(isCutOff(directory.write("a.obj", "v 0 0 0\n# done")));
+}
+
+TEST(FileCheck, WhatItDoesNotKnowOrCannotReadIsNotCutOff)
+{
+    const TemporaryDirectory directory;
+    EXPECT_FALSE(isCutOff(directory.write("a.xyz", "{")));
+    EXPECT_FALSE(isCutOff(directory.file("missing.stl")));
+    EXPECT_FALSE(isCutOff(directory.path()));
+    EXPECT_FALSE(isCutOff(directory.write("empty.stl", "")));
+    EXPECT_FALSE(isCutOff(directory.write("a.osgt", "text \"a brace { in quotes\"")));
+}

@@ -1,0 +1,210 @@
+// SPDX-License-Identifier: MIT
+#include "model/ModelReader.h"
+
+#include "model/FileGate.h"
+#include "support/Models.h"
+#include "support/TemporaryDirectory.h"
+
+#include <velaforge/base/NotifyHandler.h>
+
+#include <osg/ComputeBoundsVisitor>
+#include <osg/Geometry>
+#include <osg/TriangleIndexFunctor>
+
+#include <gmock/gmock.h>
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+using vfTest::TemporaryDirectory;
+using vfViewer::readImageOnQuad;
+using vfViewer::readModel;
+using vfViewer::ReadOutcome;
+
+namespace {
+
+class ModelReader : public testing::Test
+{
+protected:
+    ModelReader()
+    {
+        vfBase::NotifyHandler::instance().install();
+        vfViewer::FileGate::install();
+    }
+
+    TemporaryDirectory directory;
+};
+
+osg::BoundingBox boundsOf(osg::Node& node)
+{
+    osg::ComputeBoundsVisitor visitor;
+    node.accept(visitor);
+    return visitor.getBoundingBox();
+}
+
+/// Finds the geometries of a scene.
+struct Geometries : osg::NodeVisitor
+{
+    explicit Geometries(osg::Node& node) : NodeVisitor(TRAVERSE_ALL_CHILDREN) { node.accept(*this); }
+    void apply(osg::Geometry& geometry) override { found.push_back(&geometry); }
+    std::vector<osg::Geometry*> found;
+};
+
+struct CountOpposed
+{
+    const osg::Vec3Array* points = nullptr;
+    const osg::Vec3Array* normals = nullptr;
+    int opposed = 0;
+    int agreeing = 0;
+    void operator()(unsigned int a, unsigned int b, unsigned int c)
+    {
+        const osg::Vec3 side = ((*points)[b] - (*points)[a]) ^ ((*points)[c] - (*points)[a]);
+        ++(side * (*normals)[a] < 0 ? opposed : agreeing);
+    }
+};
+
+} // namespace
+
+TEST_F(ModelReader, EveryFormatStandsUprightInTheSameSize)
+{
+    for (const std::string& format : vfTest::signpostFormats()) {
+        const ReadOutcome outcome = readModel(vfTest::signpost(format));
+        ASSERT_TRUE(outcome.scene) << format << ": " << outcome.reason;
+        const osg::BoundingBox box = boundsOf(*outcome.scene);
+        EXPECT_NEAR(-0.15, box.zMin(), 1e-3) << format;
+        EXPECT_NEAR(1.80, box.zMax(), 1e-3) << format;
+        EXPECT_NEAR(-0.9, box.xMin(), 1e-3) << format;
+        EXPECT_NEAR(0.9, box.yMax(), 1e-3) << format;
+        EXPECT_THAT(outcome.warnings, IsEmpty()) << format;
+    }
+}
+
+TEST_F(ModelReader, EverySurfaceHasNormalsOnTheSideOfItsTriangles)
+{
+    for (const std::string& format : vfTest::signpostFormats()) {
+        const ReadOutcome outcome = readModel(vfTest::signpost(format));
+        ASSERT_TRUE(outcome.scene) << format;
+        for (osg::Geometry* geometry : Geometries(*outcome.scene).found) {
+            const auto* normals = dynamic_cast<const osg::Vec3Array*>(geometry->getNormalArray());
+            ASSERT_TRUE(normals) << format;
+            if (normals->getBinding() != osg::Array::BIND_PER_VERTEX)
+                continue;
+            osg::TriangleIndexFunctor<CountOpposed> count;
+            count.points = dynamic_cast<const osg::Vec3Array*>(geometry->getVertexArray());
+            count.normals = normals;
+            geometry->accept(count);
+            EXPECT_LT(count.opposed, count.agreeing) << format;
+        }
+    }
+}
+
+TEST_F(ModelReader, ASurfaceThatRunsTheWrongWayRoundIsNotBlack)
+{
+    // The normals point at us, the triangles run clockwise.
+    const std::string path =
+        directory.write("turned.ply", "ply\nformat ascii 1.0\nelement vertex 3\nproperty float x\n"
+                                      "property float y\nproperty float z\nproperty float nx\n"
+                                      "property float ny\nproperty float nz\nelement face 1\n"
+                                      "property list uchar int vertex_indices\nend_header\n"
+                                      "0 0 0 0 0 1\n1 0 0 0 0 1\n0 1 0 0 0 1\n3 0 2 1\n");
+    const ReadOutcome outcome = readModel(path);
+    ASSERT_TRUE(outcome.scene) << outcome.reason;
+    const auto* normals =
+        dynamic_cast<const osg::Vec3Array*>(Geometries(*outcome.scene).found.at(0)->getNormalArray());
+    ASSERT_TRUE(normals);
+    EXPECT_LT(normals->front().z(), -0.9f);
+}
+
+TEST_F(ModelReader, NormalsOfNoLengthAreMadeAnew)
+{
+    const std::string path =
+        directory.write("zero.ply", "ply\nformat ascii 1.0\nelement vertex 3\nproperty float x\n"
+                                    "property float y\nproperty float z\nproperty float nx\n"
+                                    "property float ny\nproperty float nz\nelement face 1\n"
+                                    "property list uchar int vertex_indices\nend_header\n"
+                                    "0 0 0 0 0 0\n1 0 0 0 0 0\n0 1 0 0 0 0\n3 0 1 2\n");
+    const ReadOutcome outcome = readModel(path);
+    ASSERT_TRUE(outcome.scene) << outcome.reason;
+    const auto* normals =
+        dynamic_cast<const osg::Vec3Array*>(Geometries(*outcome.scene).found.at(0)->getNormalArray());
+    ASSERT_TRUE(normals);
+    EXPECT_NEAR(1, normals->front().z(), 1e-4);
+}
+
+TEST_F(ModelReader, LinesAreNotLit)
+{
+    const ReadOutcome outcome =
+        readModel(directory.write("lines.obj", "v 0 0 0\nv 1 0 0\nv 1 1 0\nl 1 2\nl 2 3\n"));
+    ASSERT_TRUE(outcome.scene) << outcome.reason;
+    for (osg::Geometry* geometry : Geometries(*outcome.scene).found)
+        EXPECT_EQ(osg::StateAttribute::OFF, geometry->getOrCreateStateSet()->getMode(GL_LIGHTING));
+}
+
+TEST_F(ModelReader, BadFilesGetAReasonInOneLineAndNothingElseIsSaid)
+{
+    const std::string cut = vfTest::readFile(vfTest::signpost("dae")).substr(0, 3000);
+    const std::pair<std::string, std::string> cases[] = {
+        {directory.file("missing.obj"), "No such file or directory"},
+        {directory.path() + "/.", "not a format"},
+        {directory.write("empty.obj", ""), "empty"},
+        {directory.write("nonsense.obj", "hello\n"), "damaged"},
+        {directory.write("nonsense.3ds", "hello, this is no model"), "cut off"},
+        {directory.write("nonsense.ply", "hello\n"), "damaged"},
+        {directory.write("cut.dae", cut), "damaged"},
+        {directory.write("nothing.osgt",
+                         "#Ascii Scene\n#Version 161\n#Generator OpenSceneGraph 3.6.5\n\nosg::Group "
+                         "{\n  UniqueID 1\n}\n"),
+         "nothing in it"},
+        {directory.write("a.xyz", "x"), "not a format"},
+        {directory.write("huge.obj", "v 1e30 0 0\nv 0 1e30 0\nv 0 0 1e30\nf 1 2 3\n"), "too large"},
+    };
+    for (const auto& [path, reason] : cases) {
+        testing::internal::CaptureStdout();
+        testing::internal::CaptureStderr();
+        const ReadOutcome outcome = readModel(path);
+        EXPECT_EQ("", testing::internal::GetCapturedStdout()) << path;
+        EXPECT_EQ("", testing::internal::GetCapturedStderr()) << path;
+        EXPECT_FALSE(outcome.scene) << path;
+        EXPECT_THAT(outcome.reason, HasSubstr(reason)) << path;
+        EXPECT_EQ(std::string::npos, outcome.reason.find('\n')) << path;
+    }
+}
+
+TEST_F(ModelReader, FilesCutAnywhereNeverCrashIt)
+{
+    for (const std::string& format : vfTest::signpostFormats()) {
+        const std::string whole = vfTest::readFile(vfTest::signpost(format));
+        for (std::size_t part = 1; part < 20; ++part) {
+            const std::string path =
+                directory.write("cut." + format, whole.substr(0, whole.size() * part / 20));
+            const ReadOutcome outcome = readModel(path);
+            EXPECT_NE(outcome.scene.valid(), !outcome.reason.empty()) << format << " " << part;
+            EXPECT_TRUE(!outcome.scene || format == "obj") << format << " " << part;
+        }
+    }
+}
+
+TEST_F(ModelReader, MissingTexturesAreWarnings)
+{
+    directory.write("a.mtl", "newmtl m\nmap_Kd missing.png\n");
+    const ReadOutcome outcome = readModel(directory.write(
+        "a.obj", "mtllib a.mtl\nv 0 0 0\nv 1 0 0\nv 0 1 0\nvt 0 0\nusemtl m\nf 1/1 2/1 3/1\n"));
+    ASSERT_TRUE(outcome.scene) << outcome.reason;
+    EXPECT_THAT(outcome.warnings, testing::Contains(HasSubstr("missing.png: No such file or directory")));
+}
+
+TEST_F(ModelReader, AnImageStandsUprightInItsProportions)
+{
+    const ReadOutcome outcome = readImageOnQuad(VELAFORGE_SOURCE_DIR "/tests/fixtures/formats/quarters.png");
+    ASSERT_TRUE(outcome.scene) << outcome.reason;
+    const osg::BoundingBox box = boundsOf(*outcome.scene);
+    EXPECT_NEAR(128.0 / 96.0, box.xMax() - box.xMin(), 1e-5);
+    EXPECT_NEAR(1.0, box.zMax() - box.zMin(), 1e-5);
+    EXPECT_NEAR(0.0, box.yMax() - box.yMin(), 1e-5);
+}
+
+TEST_F(ModelReader, BadImagesGetAReason)
+{
+    EXPECT_THAT(readImageOnQuad(directory.file("missing.png")).reason, HasSubstr("No such file"));
+    EXPECT_THAT(readImageOnQuad(directory.write("a.png", "no picture")).reason, HasSubstr("damaged"));
+    EXPECT_THAT(readImageOnQuad(directory.write("a.obj", "v 0 0 0\n")).reason, HasSubstr("not an image"));
+}
