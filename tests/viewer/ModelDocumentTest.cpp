@@ -255,7 +255,7 @@ TEST_F(ModelDocuments, ACommandMayOutliveItsDocument)
 
 TEST_F(ModelDocuments, AreSavedInTheFormatOfTheExtensionAndReadAgain)
 {
-    for (const char* extension : {"obj", "stl", "3ds", "ac", "dae", "dxf", "osgt", "osgb", "ive"}) {
+    for (const char* extension : {"obj", "stl", "3ds", "ac", "dxf", "osgt", "osgb", "ive"}) {
         ModelDocument* document = open(signpost("obj"));
         ASSERT_TRUE(document) << extension;
         const osg::BoundingBox before = boundsOf(document->scene());

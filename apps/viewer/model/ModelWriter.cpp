@@ -12,6 +12,7 @@
 #include <osg/Node>
 #include <osgDB/FileNameUtils>
 #include <osgDB/Registry>
+#include <osgUtil/Optimizer>
 
 #include <cerrno>
 #include <cstdlib>
@@ -51,6 +52,39 @@ public:
 private:
     fs::path m_path;
 };
+
+/// Tells the optimizer that nothing will move.
+class MakeStatic : public osg::NodeVisitor
+{
+public:
+    MakeStatic() : NodeVisitor(TRAVERSE_ALL_CHILDREN) {}
+    void apply(osg::Node& node) override
+    {
+        node.setDataVariance(osg::Object::STATIC);
+        traverse(node);
+    }
+};
+
+/// @return a copy in which transforms are worked into the points, for a writer that passes them over
+osg::ref_ptr<osg::Node> flattened(osg::Node& scene)
+{
+    const osg::ref_ptr<osg::Group> copy = new osg::Group;
+    copy->addChild(osg::clone(&scene, osg::CopyOp::DEEP_COPY_ALL & ~osg::CopyOp::DEEP_COPY_IMAGES));
+    MakeStatic makeStatic;
+    copy->accept(makeStatic);
+    osgUtil::Optimizer optimizer;
+    optimizer.optimize(copy, osgUtil::Optimizer::FLATTEN_STATIC_TRANSFORMS_DUPLICATING_SHARED_SUBGRAPHS |
+                                 osgUtil::Optimizer::FLATTEN_STATIC_TRANSFORMS);
+    return copy;
+}
+
+/// @return the scene as the writer of that file's format needs it
+osg::ref_ptr<osg::Node> forWriter(osg::Node& scene, const std::string& path)
+{
+    osg::ref_ptr<osg::Node> turned =
+        isWrittenWithYUp(path) ? withYUp(scene) : osg::ref_ptr<osg::Node>(&scene);
+    return osgDB::getLowerCaseFileExtension(path) == "ac" ? flattened(*turned) : turned;
+}
 
 osg::BoundingBox boundsOf(osg::Node& node)
 {
@@ -103,9 +137,8 @@ bool writeModel(osg::Node& scene, const vfBase::VfString& path, vfBase::VfString
     const bool wasQuiet = diagnostics.isQuiet();
     diagnostics.setQuiet(true);
     const fs::path draft = work.path() / target.filename();
-    const osg::ref_ptr<osg::Node> turned =
-        isWrittenWithYUp(path) ? withYUp(scene) : osg::ref_ptr<osg::Node>(&scene);
-    const osgDB::ReaderWriter::WriteResult result = writer->writeNode(*turned, draft.string(), nullptr);
+    const osgDB::ReaderWriter::WriteResult result =
+        writer->writeNode(*forWriter(scene, path.str()), draft.string(), nullptr);
     const bool whole = result.success() && isWhole(scene, draft);
     diagnostics.setQuiet(wasQuiet);
     if (!whole) {

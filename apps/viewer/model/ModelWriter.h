@@ -9,7 +9,7 @@ class Node;
 
 namespace vfViewer {
 
-/// Writes a scene in the format of the file's extension: obj, stl, 3ds, ac, dxf, dae, osgt, osgb or ive.
+/// Writes a scene in the format of the file's extension: obj, stl, 3ds, ac, dxf, osgt, osgb or ive.
 ///
 /// The file, and what belongs to it as an OBJ file's materials, is written into a directory of its own first and takes
 /// its place when it is whole and can be read again.
