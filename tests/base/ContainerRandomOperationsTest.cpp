@@ -41,7 +41,7 @@ void expectSameSequence(const Sequence& ours, const Standard& standard, int roun
 }
 
 template <class Sequence>
-void checkSequence(unsigned seed)
+void expectAgreement(unsigned seed)
 {
     Dice dice(seed);
     Sequence ours;
@@ -158,13 +158,13 @@ void checkSequence(unsigned seed)
 TEST(ContainerRandomOperations, AVectorAgreesWithAStandardOne)
 {
     for (unsigned seed = 1; seed <= 3; ++seed)
-        checkSequence<vfBase::Vector<int>>(seed);
+        expectAgreement<vfBase::Vector<int>>(seed);
 }
 
 TEST(ContainerRandomOperations, AListAgreesWithAStandardVector)
 {
     for (unsigned seed = 4; seed <= 6; ++seed)
-        checkSequence<vfBase::List<int>>(seed);
+        expectAgreement<vfBase::List<int>>(seed);
 }
 
 TEST(ContainerRandomOperations, AListMovesRemovesAndSwapsLikeAStandardVector)

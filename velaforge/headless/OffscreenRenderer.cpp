@@ -196,7 +196,8 @@ osg::ref_ptr<osg::Image> OffscreenRendererPrivate::draw(osg::Node& scene, const 
     // A dispatcher of drivers hands out an entry for every name, also for this one that no Mesa driver has: taken for
     // support, it leaves the smoothing buffers without storage.
     osg::GLExtensions* extensions = osg::GLExtensions::Get(window->getState()->getContextID(), true);
-    if (!osg::isGLExtensionSupported(window->getState()->getContextID(), "GL_NV_framebuffer_multisample_coverage"))
+    if (!osg::isGLExtensionSupported(window->getState()->getContextID(),
+                                     "GL_NV_framebuffer_multisample_coverage"))
         extensions->glRenderbufferStorageMultisampleCoverageNV = nullptr;
     viewer.frame();
     if (rendererName.empty()) {

@@ -1,0 +1,388 @@
+// SPDX-License-Identifier: MIT
+// The real program, from the command line to the picture.
+#include "support/Models.h"
+#include "support/Process.h"
+#include "support/TemporaryDirectory.h"
+
+#include <osg/Image>
+#include <osgDB/ReadFile>
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <cmath>
+#include <set>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+using testing::HasSubstr;
+using testing::StartsWith;
+using vfTest::Outcome;
+using vfTest::signpost;
+using vfTest::TemporaryDirectory;
+
+namespace {
+
+Outcome view(std::vector<std::string> arguments, const std::string& directory = std::string())
+{
+    arguments.insert(arguments.begin(), VELAFORGE_PROGRAM_DIR "/vfviewer");
+    return vfTest::runProgram(arguments, directory);
+}
+
+int lines(const std::string& text)
+{
+    return static_cast<int>(std::count(text.begin(), text.end(), '\n'));
+}
+
+/// What can be measured in a picture; positions from 0 to 1, from the left and from the bottom.
+struct Picture
+{
+    explicit Picture(const std::string& path) : image(osgDB::readRefImageFile(path))
+    {
+        if (!image)
+            return;
+        width = image->s();
+        height = image->t();
+        std::set<unsigned> colors;
+        double brightness = 0;
+        for (int y = 0; y < height; ++y) {
+            const osg::Vec4 background = at(0, y);
+            for (int x = 0; x < width; ++x) {
+                const osg::Vec4 color = at(x, y);
+                if ((color - background).length() < 0.08f)
+                    continue;
+                ++model;
+                (y < height / 2 ? lower : upper) += 1;
+                left = std::min(left, (x + 0.5) / width);
+                right = std::max(right, (x + 0.5) / width);
+                bottom = std::min(bottom, (y + 0.5) / height);
+                top = std::max(top, (y + 0.5) / height);
+                colors.insert(color.asRGBA());
+                brightness += (color.r() + color.g() + color.b()) / 3;
+            }
+        }
+        colorCount = static_cast<int>(colors.size());
+        meanBrightness = model ? brightness / model : 0;
+    }
+
+    osg::Vec4 at(int x, int y) const
+    {
+        return image->getColor(static_cast<unsigned>(x), static_cast<unsigned>(y));
+    }
+
+    osg::ref_ptr<osg::Image> image;
+    int width = 0;
+    int height = 0;
+    int model = 0; ///< pixels that are not background
+    int lower = 0;
+    int upper = 0;
+    double left = 1;
+    double right = 0;
+    double bottom = 1;
+    double top = 0;
+    int colorCount = 0;
+    double meanBrightness = 0;
+};
+
+} // namespace
+
+class EveryFormat : public testing::TestWithParam<std::string>
+{};
+
+TEST_P(EveryFormat, StandsUprightLitCentredAndFillsMostOfTheFrame)
+{
+    const TemporaryDirectory directory;
+    const std::string file = directory.file("out.png");
+    const Outcome outcome =
+        view({"--headless", "--size", "640x480", "--snapshot", file, signpost(GetParam())});
+    ASSERT_EQ(0, outcome.status) << outcome.err;
+    EXPECT_EQ("vfviewer: No data loaded for " + signpost(GetParam()) + "\n", outcome.out);
+    const Picture picture(file);
+    ASSERT_EQ(640, picture.width);
+    ASSERT_EQ(480, picture.height);
+    EXPECT_GT(picture.lower, 1.5 * picture.upper) << "the broad foot is below";
+    EXPECT_GT(picture.top - picture.bottom, 0.80);
+    EXPECT_LT(picture.top - picture.bottom, 0.95);
+    EXPECT_NEAR(0.5, 0.5 * (picture.left + picture.right), 0.02);
+    EXPECT_NEAR(0.5, 0.5 * (picture.bottom + picture.top), 0.02);
+    EXPECT_GT(picture.colorCount, 10) << "sides are lit differently";
+    EXPECT_GT(picture.meanBrightness, 0.18);
+    EXPECT_LT(picture.meanBrightness, 0.85);
+}
+
+INSTANTIATE_TEST_SUITE_P(Viewer, EveryFormat, testing::ValuesIn(vfTest::signpostFormats()),
+                         [](const auto& format) { return format.param; });
+
+TEST(Viewer, ReadsTextStlToo)
+{
+    const TemporaryDirectory directory;
+    const std::string file = directory.file("out.png");
+    const Outcome outcome = view({"--size", "200x200", "--snapshot", file,
+                                  VELAFORGE_SOURCE_DIR "/tests/fixtures/formats/signpost-text.stl"});
+    ASSERT_EQ(0, outcome.status) << outcome.err;
+    EXPECT_GT(Picture(file).lower, 1.5 * Picture(file).upper);
+}
+
+TEST(Viewer, TheArmOfTheSignpostPointsToTheRightSeenFromTheFront)
+{
+    const TemporaryDirectory directory;
+    for (const std::string& format : vfTest::signpostFormats()) {
+        const std::string file = directory.file(format + ".png");
+        ASSERT_EQ(
+            0, view({"--size", "300x300", "--defaultCameraView", "0", "--snapshot", file, signpost(format)})
+                   .status);
+        const Picture picture(file);
+        // Above the middle there is more to the right of the middle axis than to the left.
+        int leftSide = 0;
+        int rightSide = 0;
+        for (int y = 200; y < 250; ++y) {
+            for (int x = 0; x < 300; ++x) {
+                if ((picture.at(x, y) - picture.at(0, y)).length() > 0.08f)
+                    ++(x < 150 ? leftSide : rightSide);
+            }
+        }
+        EXPECT_GT(rightSide, 1.5 * leftSide) << format;
+    }
+}
+
+TEST(Viewer, TheTenViewsGiveTenDifferentPictures)
+{
+    const TemporaryDirectory directory;
+    std::vector<std::string> pictures;
+    for (int number = 0; number < 10; ++number) {
+        const std::string file = directory.file(std::to_string(number) + ".png");
+        ASSERT_EQ(0, view({"--size", "120x120", "--defaultCameraView", std::to_string(number), "--snapshot",
+                           file, VELAFORGE_SOURCE_DIR "/models/sailboat.obj"})
+                         .status);
+        const Picture picture(file);
+        EXPECT_GT(picture.model, 300) << number;
+        EXPECT_NEAR(0.5, 0.5 * (picture.left + picture.right), 0.03) << number;
+        EXPECT_NEAR(0.5, 0.5 * (picture.bottom + picture.top), 0.03) << number;
+        pictures.push_back(vfTest::readFile(file));
+        for (int other = 0; other < number; ++other)
+            EXPECT_NE(pictures[static_cast<unsigned>(other)], pictures.back()) << other << " and " << number;
+    }
+}
+
+TEST(Viewer, ShowsAnImageOnAQuadTheRightWayUp)
+{
+    const TemporaryDirectory directory;
+    const std::string file = directory.file("out.png");
+    const Outcome outcome = view({"--image", VELAFORGE_SOURCE_DIR "/tests/fixtures/formats/quarters.png",
+                                  "--size", "320x240", "--snapshot", file});
+    ASSERT_EQ(0, outcome.status) << outcome.err;
+    EXPECT_EQ("", outcome.out);
+    const Picture picture(file);
+    const osg::Vec4 red = picture.at(80, 180);
+    const osg::Vec4 green = picture.at(240, 180);
+    const osg::Vec4 blue = picture.at(80, 60);
+    const osg::Vec4 yellow = picture.at(240, 60);
+    EXPECT_TRUE(red.r() > 0.8f && red.g() < 0.3f);
+    EXPECT_TRUE(green.g() > 0.6f && green.r() < 0.3f);
+    EXPECT_TRUE(blue.b() > 0.7f && blue.r() < 0.3f);
+    EXPECT_TRUE(yellow.r() > 0.8f && yellow.g() > 0.7f && yellow.b() < 0.3f);
+}
+
+TEST(Viewer, TexturesAreSeen)
+{
+    const TemporaryDirectory directory;
+    const std::string file = directory.file("out.png");
+    ASSERT_EQ(0, view({"--size", "400x400", "--defaultCameraView", "0", "--snapshot", file,
+                       VELAFORGE_SOURCE_DIR "/models/sailboat.obj"})
+                     .status);
+    const Picture picture(file);
+    int red = 0;
+    for (int y = 0; y < 400; ++y) {
+        for (int x = 0; x < 400; ++x) {
+            const osg::Vec4 color = picture.at(x, y);
+            red += color.r() > 0.55f && color.g() < 0.25f && color.b() < 0.25f;
+        }
+    }
+    EXPECT_GT(red, 500) << "the stripe of the sail";
+}
+
+TEST(Viewer, OpensSeveralFilesInOrderAndTheLastIsShown)
+{
+    const Outcome outcome = view({signpost("obj"), signpost("stl"), signpost("ply")});
+    EXPECT_EQ(0, outcome.status);
+    EXPECT_EQ("vfviewer: No data loaded for " + signpost("obj") + "\nvfviewer: No data loaded for " +
+                  signpost("stl") + "\nvfviewer: No data loaded for " + signpost("ply") + "\n",
+              outcome.out);
+}
+
+TEST(Viewer, ALongRunOfPicturesOfOneSizeIsTheSameEachTime)
+{
+    const TemporaryDirectory directory;
+    const std::string first = directory.file("a.png");
+    const std::string second = directory.file("b.png");
+    ASSERT_EQ(0, view({"--size", "333x77", "--snapshot", first, signpost("obj")}).status);
+    ASSERT_EQ(0, view({"--size", "333x77", "--snapshot", second, signpost("obj")}).status);
+    EXPECT_EQ(vfTest::readFile(first), vfTest::readFile(second));
+    EXPECT_EQ(333, Picture(first).width);
+}
+
+TEST(Viewer, HelpGoesToStandardOutputWithStatus1)
+{
+    const Outcome outcome = view({"--help"});
+    EXPECT_EQ(1, outcome.status);
+    EXPECT_EQ("", outcome.err);
+    for (const char* option :
+         {"--headless", "--snapshot <file>", "--size <width>x<height>", "--image <filename>",
+          "--defaultCameraView <standard view kind [0,9]>", "--verbose", "--log", "--help"})
+        EXPECT_THAT(outcome.out, HasSubstr(option));
+}
+
+TEST(Viewer, MistakesOnTheCommandLineAreStatus2BeforeAnythingIsOpened)
+{
+    for (const std::vector<std::string>& mistake : {std::vector<std::string>{"--size", "abc"},
+                                                    {"--size", "0x5"},
+                                                    {"--size"},
+                                                    {"--defaultCameraView", "10"},
+                                                    {"--defaultCameraView", "-1"},
+                                                    {"--defaultCameraView", "x"},
+                                                    {"--snapshot"},
+                                                    {"--image"},
+                                                    {"--snapshot", "a.xyz"}})
+    {
+        std::vector<std::string> arguments = {signpost("obj")};
+        arguments.insert(arguments.end(), mistake.begin(), mistake.end());
+        const Outcome outcome = view(arguments);
+        EXPECT_EQ(2, outcome.status) << mistake[0];
+        EXPECT_EQ("", outcome.out) << mistake[0];
+        EXPECT_EQ(1, lines(outcome.err)) << outcome.err;
+        EXPECT_THAT(outcome.err, StartsWith("vfviewer: ")) << outcome.err;
+        EXPECT_THAT(outcome.err, HasSubstr(mistake[0]));
+    }
+}
+
+TEST(Viewer, AnUnknownOptionIsStatus3AfterTheFilesWereOpened)
+{
+    const Outcome outcome = view({"--nonsense", signpost("obj")});
+    EXPECT_EQ(3, outcome.status);
+    EXPECT_THAT(outcome.out, HasSubstr("No data loaded for"));
+    EXPECT_THAT(outcome.err, HasSubstr("vfviewer: unknown option \"--nonsense\"\n"));
+}
+
+TEST(Viewer, AFileThatCannotBeOpenedIsStatus4WithOneLineAndTheOthersAreOpened)
+{
+    const TemporaryDirectory directory;
+    mkdir(directory.file("directory.obj").c_str(), 0700);
+    mkfifo(directory.file("fifo.obj").c_str(), 0600);
+    const std::string whole = vfTest::readFile(signpost("stl"));
+    const std::pair<std::string, std::string> cases[] = {
+        {directory.file("missing.obj"), "No such file or directory"},
+        {directory.file("directory.obj"), "it is a directory"},
+        {directory.file("fifo.obj"), "it is not a regular file"},
+        {directory.write("empty.obj", ""), "the file is empty"},
+        {directory.write("model.xyz", "x"), "not a format that can be read"},
+        {directory.write("noextension", "x"), "not a format that can be read"},
+        {directory.write("nonsense.obj", "hello\n"), "damaged"},
+        {directory.write("nonsense.osgb", "hello\n"), "damaged"},
+        {directory.write("cut.stl", whole.substr(0, whole.size() / 2)), "the file is cut off"},
+        {"http://localhost/a.obj", "No such file or directory"},
+    };
+    for (const auto& [path, reason] : cases) {
+        const Outcome outcome = view({path, signpost("obj")});
+        EXPECT_EQ(4, outcome.status) << path;
+        EXPECT_EQ("vfviewer: No data loaded for " + signpost("obj") + "\n", outcome.out) << path;
+        EXPECT_THAT(outcome.err, StartsWith("vfviewer: " + path + ": ")) << path;
+        EXPECT_THAT(outcome.err, HasSubstr(reason)) << path;
+        EXPECT_EQ(2, lines(outcome.err)) << outcome.err; // and "Model loaded in" of the other
+        EXPECT_THAT(outcome.err, testing::Not(HasSubstr("xception"))) << path;
+    }
+}
+
+TEST(Viewer, NamesWithBlanksLineBreaksAndForeignBytesAreOpenedAndTold)
+{
+    const TemporaryDirectory directory;
+    const std::string name = directory.write("a b\nc\xFF\xFE.stl", vfTest::readFile(signpost("stl")));
+    const std::string picture = directory.file("p q\n\xFF.png");
+    const Outcome outcome = view({name, "--size", "50x50", "--snapshot", picture});
+    EXPECT_EQ(0, outcome.status) << outcome.err;
+    EXPECT_EQ("vfviewer: No data loaded for " + name + "\n", outcome.out);
+    EXPECT_THAT(outcome.err, HasSubstr("p q\\n\\xFF.png"));
+    EXPECT_EQ(50, Picture(picture).width);
+    const Outcome missing = view({directory.file("x\n\xFF.obj")});
+    EXPECT_THAT(missing.err, HasSubstr("x\\n\\xFF.obj: No such file or directory\n"));
+    EXPECT_EQ(1, lines(missing.err));
+}
+
+TEST(Viewer, ASnapshotThatCannotBeWrittenIsStatus4)
+{
+    const TemporaryDirectory directory;
+    const std::string readOnly = directory.write("kept.png", "before");
+    chmod(readOnly.c_str(), 0400);
+    mkdir(directory.file("taken.png").c_str(), 0700);
+    const std::pair<std::string, std::string> cases[] = {
+        {directory.file("missing/out.png"), "No such file or directory"},
+        {readOnly, "Permission denied"},
+        {directory.file("taken.png"), "Is a directory"},
+    };
+    for (const auto& [path, reason] : cases) {
+        const Outcome outcome = view({signpost("obj"), "--size", "20x20", "--snapshot", path});
+        EXPECT_EQ(4, outcome.status) << path;
+        EXPECT_THAT(outcome.err, HasSubstr(path + ": snapshot not written: " + reason + "\n"));
+    }
+    EXPECT_EQ("before", vfTest::readFile(readOnly));
+    const Outcome nothing = view({"--snapshot", directory.file("out.png")});
+    EXPECT_EQ(4, nothing.status);
+    EXPECT_THAT(nothing.err, HasSubstr("no document is open"));
+}
+
+TEST(Viewer, AFileThatMayNotBeReadIsTold)
+{
+    const TemporaryDirectory directory;
+    const std::string file = directory.write("secret.obj", "v 0 0 0\n");
+    chmod(file.c_str(), 0000);
+    chmod(directory.path().c_str(), 0755);
+    std::vector<std::string> command = {VELAFORGE_PROGRAM_DIR "/vfviewer", file};
+    if (geteuid() == 0) {
+        if (vfTest::runProgram(
+                {"setpriv", "--reuid=65534", "--clear-groups", VELAFORGE_PROGRAM_DIR "/vfviewer", "--help"})
+                .status != 1)
+            GTEST_SKIP() << "the program cannot be run as another user here";
+        command.insert(command.begin(), {"setpriv", "--reuid=65534", "--clear-groups"});
+    }
+    const Outcome outcome = vfTest::runProgram(command);
+    EXPECT_EQ(4, outcome.status);
+    EXPECT_THAT(outcome.err, HasSubstr("secret.obj: Permission denied\n"));
+}
+
+TEST(Viewer, ASnapshotReplacesAPictureWholeAndLeavesNothingElse)
+{
+    const TemporaryDirectory directory;
+    const std::string picture = directory.write("out.png", "before");
+    ASSERT_EQ(0, view({"--size", "20x20", "--snapshot", picture, signpost("obj")}).status);
+    EXPECT_EQ(20, Picture(picture).width);
+    unlink(picture.c_str());
+    EXPECT_EQ(0, rmdir(directory.path().c_str())) << "something was left beside the picture";
+    mkdir(directory.path().c_str(), 0700);
+}
+
+TEST(Viewer, WorksWithoutAHomeAndWithoutADisplay)
+{
+    const TemporaryDirectory directory;
+    unsetenv("DISPLAY");
+    unsetenv("WAYLAND_DISPLAY");
+    unsetenv("XDG_RUNTIME_DIR");
+    setenv("HOME", directory.file("nowhere").c_str(), 1);
+    unsetenv("XDG_CONFIG_HOME");
+    const std::string picture = directory.file("out.png");
+    const Outcome outcome = view({"--size", "20x20", "--snapshot", picture, signpost("obj")});
+    EXPECT_EQ(0, outcome.status) << outcome.err;
+    EXPECT_EQ(20, Picture(picture).width);
+}
+
+TEST(Viewer, AMillionTrianglesLoadInReasonableTime)
+{
+    const TemporaryDirectory directory;
+    const std::string model = directory.file("big.stl");
+    const Outcome made = vfTest::runProgram(
+        {"bash", "-c", VELAFORGE_SOURCE_DIR "/tools/make_models.py --big 1000000 > '" + model + "'"});
+    ASSERT_EQ(0, made.status) << made.err;
+    const std::string picture = directory.file("out.png");
+    const Outcome outcome = view({"--size", "400x300", "--snapshot", picture, model});
+    ASSERT_EQ(0, outcome.status) << outcome.err; // runProgram ends what takes longer than two minutes
+    EXPECT_GT(Picture(picture).model, 20000);
+}
