@@ -176,10 +176,10 @@ TEST(HeadlessApplication, TheReasonOfAViewIsTold)
 
 TEST(HeadlessApplication, APathThatCannotBeWrittenIsTold)
 {
-    const ProgramRun run({"program", "--snapshot", "/nonexistent/picture.png", "a.txt"});
+    const ProgramRun run({"program", "--snapshot", "/proc/none/picture.png", "a.txt"});
     EXPECT_EQ(4, run.result);
     EXPECT_THAT(run.said,
-                HasSubstr("/nonexistent/picture.png: snapshot not written: No such file or directory"));
+                HasSubstr("/proc/none/picture.png: snapshot not written: No such file or directory"));
 }
 
 TEST(HeadlessApplication, ExitBeforeTheLoopMakesItReturnThatCode)

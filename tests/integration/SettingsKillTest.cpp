@@ -19,6 +19,8 @@ using vfTest::TemporaryDirectory;
 namespace {
 
 const std::string writer = VELAFORGE_PROGRAM_DIR "/settings_writer";
+// The leak sanitizer cannot work in a program that is watched.
+const std::string withoutLeaks = "ASAN_OPTIONS=detect_leaks=0";
 
 struct Call
 {
@@ -31,7 +33,8 @@ std::vector<Call> callsOfASave(const std::string& task, const std::string& file,
                                const TemporaryDirectory& place)
 {
     const std::string log = place.file("log");
-    const Outcome outcome = runProgram({"strace", "-o", log, writer, task, file, "watched"});
+    const Outcome outcome =
+        runProgram({"env", withoutLeaks, "strace", "-o", log, writer, task, file, "watched"});
     std::vector<Call> calls;
     if (outcome.status != 0)
         return calls;
@@ -53,7 +56,7 @@ std::vector<Call> callsOfASave(const std::string& task, const std::string& file,
 
 Outcome killAt(const Call& call, const std::string& task, const std::string& file)
 {
-    return runProgram({"strace", "-o", "/dev/null", "-e", "trace=" + call.name, "-e",
+    return runProgram({"env", withoutLeaks, "strace", "-o", "/dev/null", "-e", "trace=" + call.name, "-e",
                        "inject=" + call.name + ":signal=KILL:when=" + std::to_string(call.number), writer,
                        task, file, "after"});
 }

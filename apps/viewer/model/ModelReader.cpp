@@ -225,12 +225,42 @@ std::string whyNotShown(osg::Node& scene)
     return {};
 }
 
-std::string reasonOf(osgDB::ReaderWriter::ReadResult& result, const std::string& path)
+bool hasReader(const std::string& path)
 {
-    if (!osgDB::Registry::instance()->getReaderWriterForExtension(osgDB::getLowerCaseFileExtension(path)))
-        return "no reader for this format is installed";
+    return osgDB::Registry::instance()->getReaderWriterForExtension(osgDB::getLowerCaseFileExtension(path));
+}
+
+constexpr const char* noReader = "no reader for this format is installed";
+constexpr const char* damaged = "the file is damaged, or not of the format that its name says";
+
+std::string reasonOf(osgDB::ReaderWriter::ReadResult& result)
+{
     const std::string message = vfBase::printable(result.message());
-    return message.empty() ? "the file is damaged, or not of the format that its name says" : message;
+    return message.empty() ? damaged : message;
+}
+
+/// @return why a model is not even given to its reader; empty when it is
+std::string whyNotRead(const std::string& path)
+{
+    if (!FileGate::isModel(path))
+        return "not a format that can be read";
+    const std::string reason = FileGate::whyUnreadable(path);
+    if (!reason.empty())
+        return reason;
+    if (isCutOff(path))
+        return "the file is cut off";
+    if (!hasReader(path))
+        return noReader;
+    switch (probeReading(path)) {
+    case ProbeResult::NotNeeded:
+    case ProbeResult::Read:
+        break;
+    case ProbeResult::Refused:
+        return damaged;
+    case ProbeResult::Crashed:
+        return "the file is damaged: its reader fails on it";
+    }
+    return {};
 }
 
 } // namespace
@@ -238,15 +268,7 @@ std::string reasonOf(osgDB::ReaderWriter::ReadResult& result, const std::string&
 ReadOutcome readModel(const std::string& path)
 {
     ReadOutcome outcome;
-    if (!FileGate::isModel(path)) {
-        outcome.reason = "not a format that can be read";
-        return outcome;
-    }
-    outcome.reason = FileGate::whyUnreadable(path);
-    if (outcome.reason.empty() && isCutOff(path))
-        outcome.reason = "the file is cut off";
-    else if (outcome.reason.empty() && !survivesReading(path))
-        outcome.reason = "the file is damaged: its reader fails on it";
+    outcome.reason = whyNotRead(path);
     if (!outcome.reason.empty())
         return outcome;
 
@@ -257,7 +279,7 @@ ReadOutcome readModel(const std::string& path)
     osgDB::ReaderWriter::ReadResult result = osgDB::Registry::instance()->readNode(path, options);
     outcome.scene = result.getNode();
     if (!outcome.scene) {
-        outcome.reason = reasonOf(result, path);
+        outcome.reason = reasonOf(result);
         return outcome;
     }
     outcome.reason = whyNotShown(*outcome.scene);
@@ -278,6 +300,8 @@ ReadOutcome readImageOnQuad(const std::string& path)
     ReadOutcome outcome;
     outcome.reason =
         FileGate::isImage(path) ? FileGate::whyUnreadable(path) : "not an image format that can be read";
+    if (outcome.reason.empty() && !hasReader(path))
+        outcome.reason = noReader;
     if (!outcome.reason.empty())
         return outcome;
 
@@ -286,7 +310,7 @@ ReadOutcome readImageOnQuad(const std::string& path)
     osgDB::ReaderWriter::ReadResult result = osgDB::Registry::instance()->readImage(path, nullptr);
     const osg::ref_ptr<osg::Image> image = result.getImage();
     if (!image || image->s() < 1 || image->t() < 1) {
-        outcome.reason = image ? "the image is empty" : reasonOf(result, path);
+        outcome.reason = image ? "the image is empty" : reasonOf(result);
         return outcome;
     }
     const float width = static_cast<float>(image->s()) / static_cast<float>(image->t());

@@ -18,6 +18,7 @@ namespace vfViewer {
 namespace {
 
 constexpr unsigned int secondsAllowed = 120;
+constexpr int refused = 1;
 
 bool isProbed(const std::string& path)
 {
@@ -25,7 +26,7 @@ bool isProbed(const std::string& path)
     return extension == "osgb" || extension == "ive";
 }
 
-/// Reads, and ends the process: 0 whatever came of it, as long as it came to an end.
+/// Reads, and ends the process.
 [[noreturn]] void readInChild(const std::string& path)
 {
     for (const int number : {SIGSEGV, SIGABRT, SIGBUS, SIGFPE, SIGILL, SIGALRM})
@@ -37,29 +38,31 @@ bool isProbed(const std::string& path)
         dup2(nowhere, stream);
     alarm(secondsAllowed);
     try {
-        osgDB::Registry::instance()->readNode(path, nullptr);
-    } catch (...) { // the parent meets it too, and tells
+        _exit(osgDB::Registry::instance()->readNode(path, nullptr).validNode() ? EXIT_SUCCESS : refused);
+    } catch (...) {
+        _exit(refused);
     }
-    _exit(EXIT_SUCCESS);
 }
 
 } // namespace
 
-bool survivesReading(const std::string& path)
+ProbeResult probeReading(const std::string& path)
 {
     if (!isProbed(path))
-        return true;
+        return ProbeResult::NotNeeded;
     const pid_t child = fork();
     if (child < 0)
-        return true;
+        return ProbeResult::NotNeeded;
     if (child == 0)
         readInChild(path);
     int status = 0;
     while (waitpid(child, &status, 0) < 0) {
         if (errno != EINTR)
-            return true;
+            return ProbeResult::NotNeeded;
     }
-    return WIFEXITED(status) && WEXITSTATUS(status) == EXIT_SUCCESS;
+    if (!WIFEXITED(status))
+        return ProbeResult::Crashed;
+    return WEXITSTATUS(status) == EXIT_SUCCESS ? ProbeResult::Read : ProbeResult::Refused;
 }
 
 } // namespace vfViewer

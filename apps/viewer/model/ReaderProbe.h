@@ -5,10 +5,17 @@
 
 namespace vfViewer {
 
+enum class ProbeResult
+{
+    NotNeeded, ///< the format can tell a file that was cut off, or its reader survives one
+    Read,
+    Refused, ///< the reader came to an end without a scene
+    Crashed  ///< the reader crashed, or did not come to an end in two minutes
+};
+
 /// Lets a child process read a file first, where the format cannot tell a file that was cut off and its reader crashes
 /// on one.
-/// @return false when the reader crashed or did not come to an end there; true when it may be called here, whatever
-///         comes of it, and for all formats that are not probed
-bool survivesReading(const std::string& path);
+/// @return also NotNeeded when no process could be made
+ProbeResult probeReading(const std::string& path);
 
 } // namespace vfViewer
