@@ -266,8 +266,9 @@ TEST_F(SettingsStore, ALinkToTheFileStaysALinkAlsoADanglingOne)
     mkdir(directory.file("real").c_str(), 0700);
     ASSERT_EQ(0, symlink("real/solar.json", link.c_str()));
     Program program(link);
-    program.planet->text = "through the link";
+    program.planet->text = "to the link";
     ASSERT_TRUE(program.save());
+    program.planet->text = "through the link";
     ASSERT_TRUE(program.save());
     struct stat status;
     ASSERT_EQ(0, lstat(link.c_str(), &status));
@@ -282,6 +283,32 @@ TEST_F(SettingsStore, KeepsTheGenerationBeforeBesideTheFile)
     EXPECT_EQ("second", textIn(path));
     EXPECT_EQ("first", textIn(path + ".previous"));
     EXPECT_FALSE(exists(path + ".new"));
+}
+
+TEST_F(SettingsStore, WhatIsThereAlreadyIsNotWrittenAgainSoThatTheGenerationBeforeStays)
+{
+    saveTwice();
+    struct stat before;
+    ASSERT_EQ(0, stat(path.c_str(), &before));
+    Program program(path);
+    program.load();
+    EXPECT_TRUE(program.save());
+    struct stat after;
+    ASSERT_EQ(0, stat(path.c_str(), &after));
+    EXPECT_EQ(before.st_ino, after.st_ino);
+    EXPECT_EQ("first", textIn(path + ".previous"));
+}
+
+TEST_F(SettingsStore, AFileThatOthersMayReadIsMadePrivateByTheNextSave)
+{
+    saveTwice();
+    chmod(path.c_str(), 0644);
+    Program program(path);
+    program.load();
+    EXPECT_TRUE(program.save());
+    struct stat status;
+    ASSERT_EQ(0, stat(path.c_str(), &status));
+    EXPECT_EQ(0600u, status.st_mode & 0777u);
 }
 
 TEST_F(SettingsStore, AFileCutAtAnyByteIsSetAsideAndTheGenerationBeforeIsTaken)

@@ -71,6 +71,17 @@ TEST(Command, SetImpTakesOverACommandAndLetsGoOfItForAnythingElse)
     EXPECT_EQ(nullptr, command.getImp());
 }
 
+TEST(Command, MovedFromHasNoBodyAndTheCountStays)
+{
+    CommandPrivate* body = new CommandPrivate;
+    Command from(body);
+    const Command to(std::move(from));
+    EXPECT_FALSE(from.isValid());
+    EXPECT_EQ(nullptr, from.getImp());
+    EXPECT_EQ(body, to.getImp());
+    EXPECT_EQ(1, body->referenceCount());
+}
+
 TEST(Command, AssignmentToItselfAndInACycleKeepsTheBody)
 {
     Command a(new RecordingCommand("a"));

@@ -87,7 +87,7 @@ void Application::onUpdate()
 // A command's default road leads through the active document, which the command side does not know.
 void CommandPrivate::invoke(const vfBase::VfVariant& argument)
 {
-    m_argument = argument;
+    setArgument(argument);
     const Application* application = Application::instance(false);
     Document* document = application ? application->getActiveDocument() : nullptr;
     if (document)

@@ -66,6 +66,11 @@ public:
     unsigned int size() const { return static_cast<unsigned int>(d->container->size()); }
     bool isEmpty() const { return d->container->empty(); }
 
+    /// The positions of the standard container, for a range-based for loop. They are undone by what undoes those
+    /// of that container.
+    typename Container::iterator begin() const { return d->container->begin(); }
+    typename Container::iterator end() const { return d->container->end(); }
+
     /// Removes all elements; the body stays.
     void clear() { d->container->clear(); }
 

@@ -39,6 +39,8 @@ class VFBASE_TEMPLATE_EXPORT Map : public ContainerHandle<Map<K, V>, RefMapPriva
     friend Base;
 
 public:
+    using Base::begin;
+    using Base::end;
     using typename Base::Body;
     using typename Base::Container;
     using Key = K;
@@ -71,15 +73,15 @@ public:
     V value(const K& key, const V& def = V()) const
     {
         const auto found = d->container->find(key);
-        return found == d->container->end() ? def : found->second;
+        return found == end() ? def : found->second;
     }
 
     /// @return the first key with that value, or @p def
     K key(const V& value, const K& def = K()) const
     {
-        const auto found = std::find_if(d->container->begin(), d->container->end(),
-                                        [&](const auto& entry) { return entry.second == value; });
-        return found == d->container->end() ? def : found->first;
+        const auto found =
+            std::find_if(begin(), end(), [&](const auto& entry) { return entry.second == value; });
+        return found == end() ? def : found->first;
     }
 
     /// @return a new list, in order of the keys
@@ -109,7 +111,7 @@ public:
         return list;
     }
 
-    bool contains(const K& key) const { return d->container->find(key) != d->container->end(); }
+    bool contains(const K& key) const { return d->container->find(key) != end(); }
 
     /// @return 0 or 1
     unsigned int count(const K& key) const { return static_cast<unsigned int>(d->container->count(key)); }
@@ -132,7 +134,7 @@ public:
     V take(const K& key)
     {
         const auto found = d->container->find(key);
-        if (found == d->container->end())
+        if (found == end())
             return V();
         V taken(std::move(found->second));
         d->container->erase(found);
@@ -166,9 +168,7 @@ public:
             return a.second < b.second;
         };
         Container merged;
-        const Container& theirs = *other.d->container;
-        std::merge(d->container->begin(), d->container->end(), theirs.begin(), theirs.end(),
-                   std::inserter(merged, merged.end()), before);
+        std::merge(begin(), end(), other.begin(), other.end(), std::inserter(merged, merged.end()), before);
         d->container->swap(merged);
         return *this;
     }
@@ -187,7 +187,7 @@ private:
 
     Cursor cursor(typename Container::iterator at) const
     {
-        if (at == d->container->end())
+        if (at == end())
             return Cursor(new typename Cursor::Body);
         return Cursor(new typename Cursor::Body(d, at));
     }

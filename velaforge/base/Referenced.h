@@ -98,6 +98,21 @@ public:
     /// @return "vfBase::Referenced"
     static const char* classId();
 
+protected:
+    // To move a handle, for derived classes that have a use for it: this class does not know their typed pointers.
+
+    /// Takes over a count of a body.
+    explicit Referenced(osg::ref_ptr<osg::Referenced>&& imp) noexcept { m_imp.swap(imp); }
+
+    /// @return the body with this handle's count of it, which the handle then no longer has. A derived handle clears
+    ///         its typed pointer.
+    osg::ref_ptr<osg::Referenced> takeImp()
+    {
+        osg::ref_ptr<osg::Referenced> taken;
+        taken.swap(m_imp);
+        return taken;
+    }
+
 private:
     osg::ref_ptr<osg::Referenced> m_imp;
 };

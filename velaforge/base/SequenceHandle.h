@@ -27,6 +27,8 @@ public:
     /// "No index", and "to the end" for a length.
     static constexpr unsigned int npos = 0xFFFFFFFFu;
 
+    using Base::begin;
+    using Base::end;
     using Base::size;
 
     T& operator[](unsigned int index) { return *place(index); }
@@ -87,7 +89,7 @@ public:
             const Container copy(*d->container);
             d->container->insert(end(), copy.begin(), copy.end());
         } else {
-            d->container->insert(end(), other.d->container->begin(), other.d->container->end());
+            d->container->insert(end(), other.begin(), other.end());
         }
         return this->self();
     }
@@ -154,9 +156,6 @@ protected:
 
     SequenceHandle(const SequenceHandle&) = default;
     SequenceHandle& operator=(const SequenceHandle&) = default;
-
-    auto begin() const { return d->container->begin(); }
-    auto end() const { return d->container->end(); }
 
     auto place(unsigned int index) const
     {

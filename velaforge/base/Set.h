@@ -39,6 +39,8 @@ class VFBASE_TEMPLATE_EXPORT Set : public ContainerHandle<Set<T>, RefSetPrivate<
     friend Base;
 
 public:
+    using Base::begin;
+    using Base::end;
     using typename Base::Body;
     using typename Base::Container;
 
@@ -66,21 +68,19 @@ public:
     /// @return true if an element was removed
     bool remove(const T& x) { return d->container->erase(x) != 0; }
 
-    bool contains(const T& x) const { return d->container->find(x) != d->container->end(); }
+    bool contains(const T& x) const { return d->container->find(x) != end(); }
 
     /// @return true if every element of @p other is here; so for an empty one
     bool contains(const Set& other) const
     {
-        const Container& theirs = *other.d->container;
-        return std::includes(d->container->begin(), d->container->end(), theirs.begin(), theirs.end(),
-                             d->container->key_comp());
+        return std::includes(begin(), end(), other.begin(), other.end(), d->container->key_comp());
     }
 
     /// @return a cursor on the element; an invalid one without a container when it is absent
     Iterator<Set> find(const T& x) const
     {
         const auto found = d->container->find(x);
-        return found == d->container->end() ? Iterator<Set>(new typename Iterator<Set>::Body) : cursor(found);
+        return found == end() ? Iterator<Set>(new typename Iterator<Set>::Body) : cursor(found);
     }
 
     /// Adds the elements of @p other, keeps those in both, or removes those of @p other.
@@ -115,7 +115,7 @@ public:
     {
         Container left;
         const auto found = d->container->find(x);
-        if (found != d->container->end())
+        if (found != end())
             left.insert(*found);
         d->container->swap(left);
         return *this;
@@ -124,7 +124,7 @@ public:
     Set operator+=(const Set& other)
     {
         if (other.d->container != d->container)
-            d->container->insert(other.d->container->begin(), other.d->container->end());
+            d->container->insert(other.begin(), other.end());
         return *this;
     }
     Set operator|=(const Set& other) { return unite(other); }
@@ -161,9 +161,8 @@ private:
     Set merge(const Set& other, Merge mergeRanges)
     {
         Container merged;
-        const Container& theirs = *other.d->container;
-        mergeRanges(d->container->begin(), d->container->end(), theirs.begin(), theirs.end(),
-                    std::inserter(merged, merged.end()), d->container->key_comp());
+        mergeRanges(begin(), end(), other.begin(), other.end(), std::inserter(merged, merged.end()),
+                    d->container->key_comp());
         d->container->swap(merged);
         return *this;
     }
@@ -179,7 +178,7 @@ template <class T>
 List<T> Set<T>::toList() const
 {
     List<T> list;
-    list.asStdList().assign(d->container->begin(), d->container->end());
+    list.asStdList().assign(begin(), end());
     return list;
 }
 

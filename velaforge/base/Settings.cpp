@@ -94,14 +94,14 @@ const VfString& SettingsPrivate::path()
 void SettingsPrivate::add(const SettingsObject& object)
 {
     SettingsObjectPrivate& added = *object.getImp();
-    const auto sameEntry = [&added](const SettingsObject& other) {
-        return entryName(*other.getImp()) == entryName(added);
+    const auto sameEntry = [name = entryName(added)](const SettingsObject& other) {
+        return entryName(*other.getImp()) == name;
     };
     m_objects.erase(std::remove_if(m_objects.begin(), m_objects.end(), sameEntry), m_objects.end());
     m_objects.push_back(object);
+    // A plug-in that comes after the load must not save its defaults over the user's values.
     if (m_base)
-        applyTo(
-            added); // a plug-in that comes after the load must not save its defaults over the user's values
+        applyTo(added);
 }
 
 void SettingsPrivate::applyTo(SettingsObjectPrivate& object)
@@ -236,11 +236,18 @@ bool SettingsPrivate::saveLocked(const SettingsFile& file, std::string& reason)
     if (m_base && m_basePath != file.path())
         m_base.reset(); // the application has another name by now, and so another file
     const bool isPresent = disk.document.has_value();
-    const SettingsDocument mine = ours();
-    SettingsDocument result = mine;
+    SettingsDocument mine = ours();
+    std::optional<SettingsDocument> merged;
     if (isPresent)
-        result = SettingsDocument::merged(m_base ? *m_base : SettingsDocument(), mine, *disk.document);
+        merged = SettingsDocument::merged(m_base ? *m_base : SettingsDocument(), mine, *disk.document);
+    const SettingsDocument& result = merged ? *merged : mine;
 
+    // What is there already is not written again: that would only push out the generation before.
+    if (isPresent && !disk.isDamaged && !m_keepCopy && result == *disk.document && file.isPrivate()) {
+        m_base = std::move(mine);
+        m_basePath = file.path();
+        return true;
+    }
     if (disk.isDamaged && !setAsideDamaged(file, disk, reason))
         return false;
     if (m_keepCopy && isPresent && !disk.isDamaged) {
@@ -252,7 +259,7 @@ bool SettingsPrivate::saveLocked(const SettingsFile& file, std::string& reason)
     }
     if (!file.write(result.text(), !disk.isDamaged, reason))
         return false;
-    m_base = mine;
+    m_base = std::move(mine);
     m_basePath = file.path();
     m_keepCopy = false;
     return true;

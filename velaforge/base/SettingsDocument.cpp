@@ -223,6 +223,11 @@ SettingsDocument& SettingsDocument::operator=(SettingsDocument other) noexcept
 
 SettingsDocument::~SettingsDocument() = default;
 
+bool SettingsDocument::operator==(const SettingsDocument& other) const
+{
+    return m_json->root == other.m_json->root;
+}
+
 std::optional<SettingsDocument> SettingsDocument::parse(const std::string& text, std::string& reason)
 {
     if (text.find_first_not_of('\0') == std::string::npos) {

@@ -28,6 +28,8 @@ public:
     SettingsDocument& operator=(SettingsDocument other) noexcept;
     ~SettingsDocument();
 
+    bool operator==(const SettingsDocument& other) const;
+
     /// @return nothing for a text that is not a settings file, with the reason
     static std::optional<SettingsDocument> parse(const std::string& text, std::string& reason);
 

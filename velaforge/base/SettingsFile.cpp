@@ -85,6 +85,12 @@ bool SettingsFile::hasLeftovers() const
     return isThere(newPath()) || isThere(previousNewPath());
 }
 
+bool SettingsFile::isPrivate() const
+{
+    struct stat status;
+    return stat(m_path.c_str(), &status) == 0 && (status.st_mode & (S_IRWXG | S_IRWXO)) == 0;
+}
+
 bool SettingsFile::makeDirectories(std::string& reason) const
 {
     const std::string directory = directoryOf(m_path);

@@ -41,6 +41,9 @@ public:
     Contents read() const;
     Contents readPrevious() const;
 
+    /// @return whether the file is there and for its user alone
+    bool isPrivate() const;
+
     /// Makes the missing directories on the way to the file, for the user alone.
     bool makeDirectories(std::string& reason) const;
 

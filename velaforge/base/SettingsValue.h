@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -33,11 +34,11 @@ public:
     SettingsValue(std::int64_t value) : m_value(value) {}
     SettingsValue(double value) : m_value(value) {}
     SettingsValue(const char* value) : m_value(std::string(value)) {}
-    SettingsValue(const std::string& value) : m_value(value) {}
+    SettingsValue(std::string value) : m_value(std::move(value)) {}
     SettingsValue(const VfString& value) : m_value(value.str()) {}
     SettingsValue(const StringList& value);
-    SettingsValue(const List& value) : m_value(value) {}
-    SettingsValue(const Map& value) : m_value(value) {}
+    SettingsValue(List value) : m_value(std::move(value)) {}
+    SettingsValue(Map value) : m_value(std::move(value)) {}
 
     bool read(bool& target) const;
     bool read(int& target) const;

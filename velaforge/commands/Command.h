@@ -8,6 +8,7 @@
 #include <velaforge/base/VfVariant.h>
 
 #include <string>
+#include <utility>
 
 namespace vfApplication {
 
@@ -38,6 +39,13 @@ public:
     Command(const vfBase::Referenced& other);
 
     Command(const Command& other) = default;
+
+    /// Takes the body over and leaves @p other without one.
+    Command(Command&& other) noexcept : vfBase::Referenced(other.vfBase::Referenced::takeImp()), d(other.d)
+    {
+        other.d = nullptr;
+    }
+
     Command& operator=(const Command& other);
 
     /// @return true for the same body; an equal name is not enough
@@ -97,6 +105,14 @@ public:
     static Command& invalid();
 
 private:
+    friend class CommandProcessor; // which keeps bodies, and takes them over from handles
+
+    osg::ref_ptr<osg::Referenced> takeImp()
+    {
+        d = nullptr;
+        return vfBase::Referenced::takeImp();
+    }
+
     CommandPrivate* d;
 };
 

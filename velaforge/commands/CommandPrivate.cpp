@@ -19,14 +19,16 @@ const vfBase::ClassInfo CommandPrivate::s_classInfo("vfApplication", "CommandPri
                                                     nullptr, static_cast<int>(sizeof(CommandPrivate)),
                                                     &createCommand);
 
+struct CommandPrivate::Extras
+{
+    vfBase::VfVariant argument;
+    Properties properties;
+};
+
 CommandPrivate::CommandPrivate() = default;
 
 CommandPrivate::CommandPrivate(const CommandPrivate& other)
-    : osg::Referenced(),
-      vfBase::VfObject(),
-      m_name(other.m_name),
-      m_argument(other.m_argument),
-      m_properties(other.getProperties().getImp())
+    : osg::Referenced(), vfBase::VfObject(), m_name(other.m_name), m_extras(new Extras(other.extras()))
 {}
 
 CommandPrivate::CommandPrivate(CommandPrivate&& other)
@@ -36,9 +38,10 @@ CommandPrivate::CommandPrivate(CommandPrivate&& other)
 CommandPrivate& CommandPrivate::operator=(const CommandPrivate& other)
 {
     m_name = other.m_name;
-    m_argument = other.m_argument;
-    if (m_properties || other.m_properties)
+    if (m_extras || other.m_extras) {
+        setArgument(other.getArgument());
         setProperties(other.getProperties());
+    }
     return *this;
 }
 
@@ -59,18 +62,33 @@ bool CommandPrivate::canUndo() const
     return false;
 }
 
+CommandPrivate::Extras& CommandPrivate::extras() const
+{
+    if (!m_extras)
+        m_extras = std::make_unique<Extras>();
+    return *m_extras;
+}
+
+const vfBase::VfVariant& CommandPrivate::getArgument() const
+{
+    static const vfBase::VfVariant none;
+    return m_extras ? m_extras->argument : none;
+}
+
+void CommandPrivate::setArgument(const vfBase::VfVariant& argument)
+{
+    if (m_extras || !argument.isEmpty())
+        extras().argument = argument;
+}
+
 CommandPrivate::Properties CommandPrivate::getProperties() const
 {
-    if (m_properties)
-        return Properties(m_properties.get());
-    Properties made;
-    m_properties = made.getImp();
-    return made;
+    return extras().properties;
 }
 
 void CommandPrivate::setProperties(const Properties& properties)
 {
-    getProperties() = properties;
+    extras().properties = properties;
 }
 
 bool CommandPrivate::Do(const vfBase::VfVariant&)
@@ -85,12 +103,12 @@ bool CommandPrivate::undo(const vfBase::VfVariant&)
 
 bool CommandPrivate::Do()
 {
-    return Do(m_argument);
+    return Do(getArgument());
 }
 
 bool CommandPrivate::undo()
 {
-    return undo(m_argument);
+    return undo(getArgument());
 }
 
 const char* CommandPrivate::classId()

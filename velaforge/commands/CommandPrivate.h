@@ -6,10 +6,11 @@
 #include <velaforge/base/VfObject.h>
 #include <velaforge/base/VfString.h>
 #include <velaforge/base/VfVariant.h>
+#include <velaforge/commands/CommandName.h>
 
 #include <osg/Referenced>
-#include <osg/ref_ptr>
 
+#include <memory>
 #include <string>
 
 namespace vfApplication {
@@ -66,11 +67,12 @@ public:
     bool undo();
 
     /// What the menu entry for undoing shows; empty unless set.
-    const std::string& getName() const { return m_name; }
-    void setName(const std::string& name) { m_name = name; }
+    /// @return the text, valid until the name changes
+    const std::string& getName() const { return m_name.str(); }
+    void setName(const std::string& name) { m_name = CommandName(name); }
 
     /// @return the argument of the last invoke, empty before
-    const vfBase::VfVariant& getArgument() const { return m_argument; }
+    const vfBase::VfVariant& getArgument() const;
 
     /// @return a handle on this command's own map
     Properties getProperties() const;
@@ -85,16 +87,17 @@ protected:
     ~CommandPrivate() override;
 
     /// Keeps the argument that Do() and undo() pass on.
-    void setArgument(const vfBase::VfVariant& argument) { m_argument = argument; }
+    void setArgument(const vfBase::VfVariant& argument);
 
 private:
-    using PropertiesPrivate = vfBase::RefMapPrivate<vfBase::VfString, vfBase::VfVariant>;
+    struct Extras;
 
-    std::string m_name;
-    vfBase::VfVariant m_argument;
+    Extras& extras() const;
 
-    // Made at the first question for it: most commands have no properties, and histories grow long.
-    mutable osg::ref_ptr<PropertiesPrivate> m_properties;
+    CommandName m_name;
+
+    // Argument and properties, made when they are first asked for: most commands have neither, and histories grow long.
+    mutable std::unique_ptr<Extras> m_extras;
 };
 
 } // namespace vfApplication

@@ -9,6 +9,7 @@
 #include <cassert>
 #include <cstdint>
 #include <deque>
+#include <utility>
 
 namespace vfApplication {
 
@@ -50,7 +51,8 @@ private:
     Kind m_kind;
 };
 
-using Body = osg::ref_ptr<CommandPrivate>;
+/// A counted CommandPrivate, kept in the type in which a handle keeps it, so that it moves from there without counting.
+using Body = osg::ref_ptr<osg::Referenced>;
 
 } // namespace
 
@@ -65,7 +67,8 @@ public:
     std::uint64_t endNumber() const { return firstNumber + commands.size(); }
     CommandPrivate* command(const Position& place) const
     {
-        return commands[static_cast<std::size_t>(place.number() - firstNumber)].get();
+        return static_cast<CommandPrivate*>(
+            commands[static_cast<std::size_t>(place.number() - firstNumber)].get());
     }
     bool contains(const Position& place) const
     {
@@ -76,7 +79,8 @@ public:
     /// A command going away may run foreign code, so it is off the history before it goes.
     void eraseFirst()
     {
-        const Body released = commands.front();
+        Body released;
+        released.swap(commands.front());
         forgetSaved(Position::at(firstNumber));
         commands.pop_front();
         ++firstNumber;
@@ -217,7 +221,7 @@ bool CommandProcessor::submit(Command command, bool storeIt)
     if (!doCommand(command))
         return false;
     if (storeIt)
-        store(command);
+        store(std::move(command));
     return true;
 }
 
@@ -235,7 +239,9 @@ void CommandProcessor::store(Command command)
         static_cast<std::uint32_t>(d->commands.size()) == static_cast<std::uint32_t>(d->maxCommands))
         d->eraseFirst();
 
-    d->commands.emplace_back(command.getImp());
+    d->commands.emplace_back();
+    Body body = command.takeImp();
+    d->commands.back().swap(body);
     d->currentCommand = d->last();
     setMenuStrings();
 }
