@@ -158,7 +158,7 @@ def sailboat():
         return at
 
     def flag(u, v):
-        return (-0.36 * u, 0.05 * math.sin(6 * u) * u, 2.86 - 0.05 * u - 0.17 * v)
+        return (0.10 - 0.36 * u, 0.05 * math.sin(6 * u) * u, 2.86 - 0.05 * u - 0.17 * v)
 
     wood, white = (0.66, 0.43, 0.24), (0.93, 0.93, 0.90)
     return [

@@ -10,7 +10,7 @@ namespace vfBase {
 ///
 ///     vfBase::printable("a\nb")   // a\nb, four characters
 ///
-/// @return @p text with control characters written as \n, \t, \r or \xNN, and bytes that are not UTF-8 as \xNN
+/// @return @p text with control characters written as `\n`, `\t`, `\r` or `\xNN`, and bytes that are not UTF-8 as `\xNN`
 VFBASE_EXPORT VfString printable(const VfString& text);
 
 } // namespace vfBase

@@ -16,8 +16,8 @@ class SettingsPrivate;
 ///     vfApplication::ApplicationSettings::instance(false)->setWorkingLocation("/models");
 ///     vfBase::Settings::global().save(nullptr);
 ///
-/// The file of the global store is <configuration directory>/<vendor short name>/<application name>.json. It has a
-/// format number and an entry for each object under "libraryName::className".
+/// The file of the global store is `<configuration directory>/<vendor short name>/<application name>.json`. It has
+/// a format number and an entry for each object under "libraryName::className".
 ///
 /// Nothing is lost. A save replaces the file as a whole, or leaves it as it was and returns false; the generation
 /// before it stays beside it under ".previous". A damaged file is set aside under a name of its own, and the last good

@@ -101,11 +101,12 @@ VFBASE_EXPORT std::ostream& operator<<(std::ostream& stream, const VfString& tex
 
 } // namespace vfBase
 
+namespace std {
+
 template <>
-struct std::hash<vfBase::VfString>
+struct hash<vfBase::VfString>
 {
-    std::size_t operator()(const vfBase::VfString& text) const noexcept
-    {
-        return std::hash<std::string>()(text.str());
-    }
+    size_t operator()(const vfBase::VfString& text) const noexcept { return hash<string>()(text.str()); }
 };
+
+} // namespace std

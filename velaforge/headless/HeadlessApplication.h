@@ -18,8 +18,8 @@ struct HeadlessApplicationPrivate;
 ///
 /// | option | meaning |
 /// |---|---|
-/// | --snapshot <file> | a picture of the active document goes into this file |
-/// | --size <width>x<height> | size of the picture in pixels, 1280x800 unless given |
+/// | `--snapshot <file>` | a picture of the active document goes into this file |
+/// | `--size <width>x<height>` | size of the picture in pixels, 1280x800 unless given |
 ///
 /// The view to be shown is a SnapshotSource. HeadlessApplicationProducer makes the shell.
 class VFAPPLICATIONHEADLESS_EXPORT HeadlessApplication : public ApplicationInterface
