@@ -104,7 +104,11 @@ int run(int argc, char** argv)
     if (result == commandLineErrors)
         application.getArgumentParser().printErrorMessages();
     const auto& documents = dynamic_cast<const vfViewer::ViewerDocManager&>(application.getDocManager());
-    return result == 0 && documents.failureCount() > 0 ? fileFailed : result;
+    if (result == 0 && documents.failureCount() > 0)
+        return fileFailed;
+    if (result == 0 && application.getNumDocuments() == 0)
+        std::cerr << "vfviewer: no file to show; \"vfviewer --help\" tells what can be said" << std::endl;
+    return result;
 }
 
 } // namespace

@@ -222,6 +222,16 @@ TEST(Viewer, ALongRunOfPicturesOfOneSizeIsTheSameEachTime)
     EXPECT_EQ(333, Picture(first).width);
 }
 
+TEST(Viewer, WithoutAFileItSaysWhereHelpIs)
+{
+    const Outcome outcome = view({});
+    EXPECT_EQ(0, outcome.status);
+    EXPECT_EQ("", outcome.out);
+    EXPECT_THAT(outcome.err, HasSubstr("--help"));
+    EXPECT_EQ(1, lines(outcome.err));
+    EXPECT_THAT(view({"--headless", signpost("stl")}).err, testing::Not(HasSubstr("--help")));
+}
+
 TEST(Viewer, HelpGoesToStandardOutputWithStatus1)
 {
     const Outcome outcome = view({"--help"});

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <velaforge/base/CursorHandle.h>
 #include <velaforge/base/Export.h>
-#include <velaforge/base/KeptForProcess.h>
 #include <velaforge/base/Pair.h>
-#include <velaforge/base/Referenced.h>
 
 #include <osg/Referenced>
 #include <osg/ref_ptr>
@@ -45,41 +44,18 @@ protected:
 /// other's cursor. The entries live as long as a cursor stands on them, but a cursor on an entry that was removed
 /// must not be used.
 template <class M>
-class VFBASE_TEMPLATE_EXPORT AssociativeIterator : public Referenced
+class VFBASE_TEMPLATE_EXPORT AssociativeIterator
+    : public CursorHandle<RefBidirectionalAssociativeIterator<typename M::Body>, M>
 {
+    using Base = CursorHandle<RefBidirectionalAssociativeIterator<typename M::Body>, M>;
+
 public:
-    using Body = RefBidirectionalAssociativeIterator<typename M::Body>;
+    using typename Base::Body;
     using Key = typename M::Key;
     using Value = typename M::Value;
     using Entry = Pair<Key, Value>;
 
-    /// Without a body, and so invalid.
-    AssociativeIterator() : d(nullptr) {}
-
-    /// On the first entry of @p container.
-    explicit AssociativeIterator(const M& container) : AssociativeIterator(atFront(container)) {}
-
-    /// A handle on @p body; null gives an invalid one.
-    explicit AssociativeIterator(Body* body) : Referenced(body, true), d(body) {}
-
-    AssociativeIterator(const AssociativeIterator& other) = default;
-    AssociativeIterator& operator=(const AssociativeIterator& other)
-    {
-        Body* body = other.d; // read first: letting go of our own body may end other
-        Referenced::operator=(other);
-        d = body;
-        return *this;
-    }
-
-    void setImp(const Referenced& other) override
-    {
-        const osg::ref_ptr<Body> body(dynamic_cast<Body*>(other.getImp()));
-        Referenced::setImp(Referenced(body.get(), true));
-        d = body.get();
-    }
-
-    /// @return true when there is a container to move in
-    bool isValid() const override { return d && d->container.valid(); }
+    using Base::Base;
 
     bool hasNext() const { return d->position != end(); }
     bool hasPrevious() const { return d->position != begin(); }
@@ -152,30 +128,13 @@ public:
         return d->current->second;
     }
 
-    /// Starts anew at the front of @p container. The former cursor is never released: other parties may still
-    /// hold it uncounted.
-    void set(const M& container)
-    {
-        keepForProcess(d);
-        *this = AssociativeIterator(container);
-    }
-
-    Body* getImp() const { return d; }
-
 private:
+    using Base::d;
     using Position = typename Body::Position;
-
-    static Body* atFront(const M& container)
-    {
-        M handle(container);
-        return new Body(handle.getImp(), handle.getImp()->container->begin());
-    }
 
     static Entry entry(Position at) { return Entry(at->first, at->second); }
     Position begin() const { return d->container->container->begin(); }
     Position end() const { return d->container->container->end(); }
-
-    Body* d;
 };
 
 } // namespace vfBase

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <velaforge/base/CursorHandle.h>
 #include <velaforge/base/Export.h>
-#include <velaforge/base/KeptForProcess.h>
-#include <velaforge/base/Referenced.h>
 
 #include <osg/Referenced>
 #include <osg/ref_ptr>
@@ -39,40 +38,17 @@ protected:
 /// Copies share the cursor and move together; assignment rebinds to the other's cursor. The elements live as long
 /// as a cursor stands on them, but a cursor on an element that was removed must not be used.
 template <class C>
-class VFBASE_TEMPLATE_EXPORT Iterator : public Referenced
+class VFBASE_TEMPLATE_EXPORT Iterator
+    : public CursorHandle<RefBidirectionalSequentialIterator<typename C::Body>, C>
 {
+    using Base = CursorHandle<RefBidirectionalSequentialIterator<typename C::Body>, C>;
+
 public:
-    using Body = RefBidirectionalSequentialIterator<typename C::Body>;
+    using typename Base::Body;
     using Reference = typename std::iterator_traits<typename Body::Position>::reference;
     using Value = typename std::iterator_traits<typename Body::Position>::value_type;
 
-    /// Without a body, and so invalid.
-    Iterator() : d(nullptr) {}
-
-    /// Before the first element of @p container.
-    explicit Iterator(const C& container) : Iterator(atFront(container)) {}
-
-    /// A handle on @p body; null gives an invalid one.
-    explicit Iterator(Body* body) : Referenced(body, true), d(body) {}
-
-    Iterator(const Iterator& other) = default;
-    Iterator& operator=(const Iterator& other)
-    {
-        Body* body = other.d; // read first: letting go of our own body may end other
-        Referenced::operator=(other);
-        d = body;
-        return *this;
-    }
-
-    void setImp(const Referenced& other) override
-    {
-        const osg::ref_ptr<Body> body(dynamic_cast<Body*>(other.getImp()));
-        Referenced::setImp(Referenced(body.get(), true));
-        d = body.get();
-    }
-
-    /// @return true when there is a container to move in
-    bool isValid() const override { return d && d->container.valid(); }
+    using Base::Base;
 
     bool hasNext() const { return d->container.valid() && d->position != d->container->container->end(); }
     bool hasPrevious() const
@@ -113,24 +89,8 @@ public:
     void toFront() { d->position = d->container->container->begin(); }
     void toBack() { d->position = d->container->container->end(); }
 
-    /// Starts anew at the front of @p container. The former cursor is never released: other parties may still
-    /// hold it uncounted.
-    void set(const C& container)
-    {
-        keepForProcess(d);
-        *this = Iterator(container);
-    }
-
-    Body* getImp() const { return d; }
-
 private:
-    static Body* atFront(const C& container)
-    {
-        C handle(container);
-        return new Body(handle.getImp(), handle.getImp()->container->begin());
-    }
-
-    Body* d;
+    using Base::d;
 };
 
 } // namespace vfBase
