@@ -6,6 +6,8 @@
 #include <velaforge/base/Vector.h>
 #include <velaforge/base/VfString.h>
 
+#include <osg/observer_ptr>
+
 #include <gmock/gmock.h>
 
 #include <memory>
@@ -125,6 +127,21 @@ TEST(Iterator, SetStartsANewCursorAndLeavesTheEarlierOne)
     it.set(second);
     EXPECT_EQ(7, it.next());
     EXPECT_EQ(2, copy.next());
+}
+
+TEST(Iterator, TheCursorThatSetLeavesIsNeverReleased)
+{
+    List<int> list;
+    Numbers map;
+    Iterator<List<int>> it = list.getIterator();
+    AssociativeIterator<Numbers> entry = map.getIterator();
+    const osg::observer_ptr<osg::Referenced> former = it.getImp();
+    const osg::observer_ptr<osg::Referenced> formerEntry = entry.getImp();
+    it.set(list);
+    entry.set(map);
+    EXPECT_NE(former.get(), it.getImp());
+    EXPECT_TRUE(former.valid());
+    EXPECT_TRUE(formerEntry.valid());
 }
 
 TEST(Iterator, SeesChangesOfTheContainerAndWritesThrough)

@@ -7,6 +7,7 @@
 #include <velaforge/documents/FileHistory.h>
 
 #include <osg/Image>
+#include <osgDB/Archive>
 #include <osgDB/Registry>
 
 #include <gmock/gmock.h>
@@ -19,6 +20,7 @@ using vfApplication::Document;
 using vfBase::Options;
 using vfBase::VfString;
 using vfTest::makeTemplate;
+using vfTest::record;
 using vfTest::recorder;
 using vfTest::RecordingApplication;
 using vfTest::RecordingDocument;
@@ -43,7 +45,59 @@ void cacheSomething()
     osgDB::Registry::instance()->addEntryToObjectCache("cached", new osg::Image);
 }
 
+/// An archive without files that records its end.
+class RecordedArchive : public osgDB::Archive
+{
+public:
+    void close() override {}
+    std::string getArchiveFileName() const override { return {}; }
+    std::string getMasterFileName() const override { return {}; }
+    bool fileExists(const std::string&) const override { return false; }
+    osgDB::FileType getFileType(const std::string&) const override { return osgDB::FILE_NOT_FOUND; }
+    bool getFileNames(osgDB::DirectoryContents&) const override { return false; }
+    ReadResult readObject(const std::string&, const Options*) const override { return {}; }
+    ReadResult readImage(const std::string&, const Options*) const override { return {}; }
+    ReadResult readHeightField(const std::string&, const Options*) const override { return {}; }
+    ReadResult readNode(const std::string&, const Options*) const override { return {}; }
+    ReadResult readShader(const std::string&, const Options*) const override { return {}; }
+    WriteResult writeObject(const osg::Object&, const std::string&, const Options*) const override
+    {
+        return {};
+    }
+    WriteResult writeImage(const osg::Image&, const std::string&, const Options*) const override
+    {
+        return {};
+    }
+    WriteResult writeHeightField(const osg::HeightField&, const std::string&, const Options*) const override
+    {
+        return {};
+    }
+    WriteResult writeNode(const osg::Node&, const std::string&, const Options*) const override { return {}; }
+    WriteResult writeShader(const osg::Shader&, const std::string&, const Options*) const override
+    {
+        return {};
+    }
+
+protected:
+    ~RecordedArchive() override { record("archive freed"); }
+};
+
+class RecordedImage : public osg::Image
+{
+protected:
+    ~RecordedImage() override { record("object freed"); }
+};
+
 } // namespace
+
+TEST(DocManager, FreesWhatLoadersCachedArchivesFirst)
+{
+    DocManager manager;
+    osgDB::Registry::instance()->addToArchiveCache("cached", new RecordedArchive);
+    osgDB::Registry::instance()->addEntryToObjectCache("cached", new RecordedImage);
+    manager.removeDocument(nullptr);
+    EXPECT_THAT(recorder().lines(), ElementsAre("archive freed", "object freed"));
+}
 
 TEST(DocManager, StartsEmpty)
 {

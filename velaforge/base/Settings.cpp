@@ -243,7 +243,7 @@ bool SettingsPrivate::saveLocked(const SettingsFile& file, std::string& reason)
     const SettingsDocument& result = merged ? *merged : mine;
 
     // What is there already is not written again: that would only push out the generation before.
-    if (isPresent && !disk.isDamaged && !m_keepCopy && result == *disk.document && file.isPrivate()) {
+    if (isPresent && !disk.isDamaged && result == *disk.document && file.isPrivate()) {
         m_base = std::move(mine);
         m_basePath = file.path();
         return true;

@@ -188,8 +188,6 @@ bool CommandProcessor::isDirty() const
 {
     if (d->commands.empty())
         return false;
-    if (d->lastSavedCommand.isEnd())
-        return true;
     if (d->currentCommand.isEnd())
         return true;
     return d->currentCommand != d->lastSavedCommand;
