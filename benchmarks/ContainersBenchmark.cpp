@@ -36,6 +36,7 @@ std::vector<Item*> makeElements(Item**)
 {
     static std::vector<Item> items(elementCount, Item{3});
     std::vector<Item*> pointers;
+    pointers.reserve(items.size());
     for (Item& item : items)
         pointers.push_back(&item);
     return pointers;

@@ -15,6 +15,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <fstream>
@@ -79,7 +80,7 @@ public:
         file.write(reinterpret_cast<const char*>(&triangleCount), sizeof(triangleCount));
         for (std::uint32_t i = 0; i < triangleCount; ++i) {
             const float x = static_cast<float>(i % 500);
-            const float y = static_cast<float>(i / 500);
+            const float y = std::floor(static_cast<float>(i) / 500);
             const float z = static_cast<float>((i * 7919) % 31);
             const float values[12] = {0, 0, 1, x, y, z, x + 1, y, z, x, y + 1, z};
             file.write(reinterpret_cast<const char*>(values), sizeof(values));

@@ -72,5 +72,5 @@ function(velaforge_benchmark name)
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE ${ARG_LINK} benchmark::benchmark velaforge_build_flags)
     # Where a short loop happens to lie in its cache lines must not decide a comparison.
-    target_compile_options(${name} PRIVATE -falign-functions=64 -falign-loops=64 -falign-jumps=64)
+    target_compile_options(${name} PRIVATE -falign-functions=64 -falign-loops=64)
 endfunction()

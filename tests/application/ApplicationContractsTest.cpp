@@ -24,7 +24,7 @@ TEST(ApplicationProducer, DestroyWithoutARealizerDoesNothing)
             vfTest::record("create");
             return nullptr;
         }
-        virtual ~Lonely() = default;
+        ~Lonely() override = default;
     };
     Lonely producer;
     producer.destroy();
@@ -44,7 +44,7 @@ TEST(ApplicationProducer, DestroyAsksTheRealizerToReleaseTheShell)
             EXPECT_TRUE(destroy);
             return nullptr;
         }
-        virtual ~Watching() = default;
+        ~Watching() override = default;
     };
     Watching realizer;
     Watching other;
@@ -64,7 +64,7 @@ TEST(ApplicationProducer, AnOverriddenDestroyWins)
             return nullptr;
         }
         void destroy() override { vfTest::record("destroyed"); }
-        virtual ~Overriding() = default;
+        ~Overriding() override = default;
     };
     Overriding realizer;
     ApplicationProducer::Realizer = &realizer;
@@ -87,7 +87,7 @@ TEST(ApplicationProducer, GetsTheApplicationAndItsCommandLine)
             }
             return &shell;
         }
-        virtual ~Watching() = default;
+        ~Watching() override = default;
         vfTest::RecordingShell shell;
     };
     Watching realizer;

@@ -345,7 +345,7 @@ TEST_F(SettingsStore, ADamagedFileOfAnyKindIsNeverOverwrittenSilently)
                                  std::string(200000, '['),
                                  "{\"a\":" + std::string(65, '[') + std::string(65, ']') + "}",
                                  "{\"a\": 1e999}",
-                                 std::string(17 * 1024 * 1024, ' ') + "{}"};
+                                 std::string(std::size_t{17} * 1024 * 1024, ' ') + "{}"};
     for (const std::string& text : kinds) {
         const TemporaryDirectory place;
         place.write("solar.json", text);

@@ -45,7 +45,7 @@ class RecordingProducer : public vfApplication::ApplicationProducer
 {
 public:
     RecordingProducer();
-    virtual ~RecordingProducer();
+    ~RecordingProducer() override;
 
     vfApplication::ApplicationInterface* create(vfApplication::Application* application, int& argc,
                                                 char** argv, bool destroy) override;

@@ -4,6 +4,7 @@
 #include <velaforge/base/Export.h>
 #include <velaforge/base/VfObject.h>
 
+#include <type_traits>
 #include <utility>
 
 namespace vfBase {
@@ -16,7 +17,10 @@ public:
     Pair() : key(), value() {}
     Pair(const K& aKey, const V& aValue) : key(aKey), value(aValue) {}
     Pair(const Pair& other) : VfObject(), key(other.key), value(other.value) {}
-    Pair(Pair&& other) : VfObject(), key(std::move(other.key)), value(std::move(other.value)) {}
+    Pair(Pair&& other) noexcept(
+        std::is_nothrow_move_constructible_v<K>&& std::is_nothrow_move_constructible_v<V>)
+        : VfObject(), key(std::move(other.key)), value(std::move(other.value))
+    {}
 
     Pair& operator=(const Pair& other)
     {
@@ -24,7 +28,8 @@ public:
         value = other.value;
         return *this;
     }
-    Pair& operator=(Pair&& other)
+    Pair& operator=(Pair&& other) noexcept(
+        std::is_nothrow_move_assignable_v<K>&& std::is_nothrow_move_assignable_v<V>)
     {
         key = std::move(other.key);
         value = std::move(other.value);

@@ -37,8 +37,8 @@ std::string behindLinks(std::string path)
         const ssize_t length = readlink(path.c_str(), target, sizeof(target));
         if (length <= 0 || length == static_cast<ssize_t>(sizeof(target)))
             return path;
-        const std::string next(target, static_cast<std::size_t>(length));
-        path = next[0] == '/' ? next : directoryOf(path) + "/" + next;
+        std::string next = target[0] == '/' ? std::string() : directoryOf(path).append("/");
+        path = next.append(target, static_cast<std::size_t>(length));
     }
     return path;
 }

@@ -142,7 +142,7 @@ bool SettingsFile::write(const std::string& text, bool keepPrevious, std::string
 std::string SettingsFile::keepCopy(const char* kind, std::string& reason) const
 {
     for (int number = 1; number < 10000; ++number) {
-        const std::string path = m_path + "." + kind + "-" + std::to_string(number);
+        std::string path = m_path + "." + kind + "-" + std::to_string(number);
         if (linkOrCopy(m_path, path)) {
             flushDirectory(directoryOf(m_path));
             return path;
@@ -194,7 +194,7 @@ SettingsFile::Lock::Lock(const SettingsFile& file)
             m_held = true; // a file system without locks: better unguarded than not at all
             return;
         }
-        const timespec pause{0, 10 * 1000 * 1000};
+        const timespec pause{0, 10000000}; // ten milliseconds
         nanosleep(&pause, nullptr);
     }
     m_reason = "another program keeps them locked";

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 namespace vfBase {
@@ -29,7 +30,7 @@ public:
     };
 
     /// Largest text that is read, in bytes.
-    static constexpr std::size_t sizeLimit = 16 * 1024 * 1024;
+    static constexpr std::size_t sizeLimit = std::size_t{16} * 1024 * 1024;
 
     /// @param path  links are followed, dangling ones too, so that a link to the file stays a link
     explicit SettingsFile(const std::string& path);

@@ -34,7 +34,7 @@ std::string fromEnvironment(const char* name)
 
 std::string home()
 {
-    const std::string fromVariable = fromEnvironment("HOME");
+    std::string fromVariable = fromEnvironment("HOME");
     if (!fromVariable.empty())
         return fromVariable;
     std::vector<char> buffer(16384);

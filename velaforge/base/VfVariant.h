@@ -93,9 +93,7 @@ private:
     template <class T>
     static auto stored(const T& value)
     {
-        if constexpr (std::is_same_v<T, bool>)
-            return value;
-        else if constexpr (std::is_integral_v<T>)
+        if constexpr (std::is_integral_v<T> && !std::is_same_v<T, bool>)
             return static_cast<long long>(value);
         else if constexpr (std::is_floating_point_v<T>)
             return static_cast<double>(value);

@@ -63,8 +63,8 @@ private:
 
     static std::size_t placeOf(const std::string& text)
     {
-        const auto at = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-        return (text.size() + 3u * at(0) + 5u * at(text.size() / 2) + 7u * at(text.size() - 1)) % placeCount;
+        const auto at = [&](std::size_t i) -> std::size_t { return static_cast<unsigned char>(text[i]); };
+        return (text.size() + 3 * at(0) + 5 * at(text.size() / 2) + 7 * at(text.size() - 1)) % placeCount;
     }
 
     Text* find(const std::string& text)

@@ -28,7 +28,10 @@ struct CommandPrivate::Extras
 CommandPrivate::CommandPrivate() = default;
 
 CommandPrivate::CommandPrivate(const CommandPrivate& other)
-    : osg::Referenced(), vfBase::VfObject(), m_name(other.m_name), m_extras(new Extras(other.extras()))
+    : osg::Referenced(other),
+      vfBase::VfObject(other),
+      m_name(other.m_name),
+      m_extras(new Extras(other.extras()))
 {}
 
 CommandPrivate::CommandPrivate(CommandPrivate&& other)

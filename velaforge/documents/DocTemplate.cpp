@@ -34,7 +34,7 @@ std::unique_ptr<Product> make(const vfBase::ClassInfo*& classInfo, const vfBase:
             return nullptr;
         throw vfBase::BaseException(complaint);
     }
-    object.release();
+    (void)object.release(); // the product is the same object
     if (!classInfo)
         classInfo = product->getClassInfo();
     return std::unique_ptr<Product>(product);

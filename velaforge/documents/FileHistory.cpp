@@ -35,7 +35,8 @@ void FileHistory::addFileToHistory(const vfBase::VfString& path)
 {
     FileHistorySettings* settings = FileHistorySettings::instance(false);
     assert(settings->maxFiles > 0);
-    const vfBase::VfString added = path; // may be an entry itself
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the path may be an entry itself
+    const vfBase::VfString added = path;
     const vfBase::VfString key = normalizeFileName(added);
     unsigned int n = settings->files.size();
     for (unsigned int i = 0; i < n; ++i) {

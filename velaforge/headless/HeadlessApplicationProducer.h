@@ -22,7 +22,7 @@ struct VFAPPLICATIONHEADLESS_EXPORT HeadlessApplicationProducer : ApplicationPro
     ApplicationInterface* create(Application* application, int& argc, char** argv, bool destroy) override;
 
 protected:
-    virtual ~HeadlessApplicationProducer();
+    ~HeadlessApplicationProducer() override;
 };
 
 } // namespace vfApplication

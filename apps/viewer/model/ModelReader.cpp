@@ -244,7 +244,7 @@ std::string whyNotRead(const std::string& path)
 {
     if (!FileGate::isModel(path))
         return "not a format that can be read";
-    const std::string reason = FileGate::whyUnreadable(path);
+    std::string reason = FileGate::whyUnreadable(path);
     if (!reason.empty())
         return reason;
     if (isCutOff(path))
