@@ -2,7 +2,11 @@
 #include "support/RecordingApplication.h"
 #include "support/Slots.h"
 
+#include <velaforge/modules/MinimalUiSetup.h>
+
 #include <gmock/gmock.h>
+
+#include <thread>
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -119,6 +123,26 @@ TEST(ApplicationCallback, OneWithThePureOperationsOnlyIsToldNothingOfTheShell)
     EXPECT_THAT(recorder().take(), ElementsAre("create shell", "onBeforeRun", "runEventLoop", "onAfterRun"));
 }
 
+TEST(ApplicationSetup, APlainOneGivesTheOneMinimalUserInterfaceEachTime)
+{
+    const ApplicationSetup plain;
+    const ApplicationSetup another;
+    EXPECT_NE(nullptr, dynamic_cast<const vfApplication::MinimalUiSetup*>(&plain.getUiSetup()));
+    EXPECT_EQ(&plain.getUiSetup(), &plain.getUiSetup());
+    EXPECT_EQ(&plain.getUiSetup(), &another.getUiSetup());
+}
+
+TEST(ApplicationSetup, IsAskedForItsUserInterfaceByTwoThreadsAtOnce)
+{
+    const ApplicationSetup plain;
+    const vfApplication::UiSetup* seen[2] = {};
+    std::thread first([&] { seen[0] = &plain.getUiSetup(); });
+    std::thread second([&] { seen[1] = &plain.getUiSetup(); });
+    first.join();
+    second.join();
+    EXPECT_EQ(seen[0], seen[1]);
+}
+
 TEST(ApplicationSetup, APlainOneDeclaresNoKindsOfDocument)
 {
     vfTest::RecordingProducer producer;
@@ -172,5 +196,6 @@ TEST(ApplicationContracts, OperationsKeepTheirSlots)
     EXPECT_FALSE(std::has_virtual_destructor_v<ApplicationCallback>);
 
     // One more comes between the destructor and this one when there is a user interface to declare.
-    EXPECT_GE(slotOf(&ApplicationSetup::onRegisterDocumentType), 2);
+    EXPECT_EQ(2, slotOf(&ApplicationSetup::getUiSetup));
+    EXPECT_EQ(3, slotOf(&ApplicationSetup::onRegisterDocumentType));
 }

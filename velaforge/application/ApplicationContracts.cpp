@@ -4,6 +4,7 @@
 #include <velaforge/application/ApplicationInterface.h>
 #include <velaforge/application/ApplicationProducer.h>
 #include <velaforge/application/ApplicationSetup.h>
+#include <velaforge/modules/MinimalUiSetup.h>
 
 namespace vfApplication {
 
@@ -26,6 +27,12 @@ void ApplicationProducer::destroy()
 void ApplicationCallback::onApplicationInterfaceCreated(Application*) {}
 
 ApplicationSetup::~ApplicationSetup() = default;
+
+const UiSetup& ApplicationSetup::getUiSetup() const
+{
+    static const MinimalUiSetup shared;
+    return shared;
+}
 
 void ApplicationSetup::onRegisterDocumentType() const {}
 

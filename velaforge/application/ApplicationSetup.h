@@ -5,6 +5,8 @@
 
 namespace vfApplication {
 
+class UiSetup;
+
 /// What a program declares of itself. Application reads it within its constructor only; a plain one declares nothing.
 ///
 ///     class Setup : public vfApplication::ApplicationSetup
@@ -21,6 +23,10 @@ public:
 
     // In the order of their slots, which is part of the binary interface.
     virtual ~ApplicationSetup();
+
+    /// The user interface that the application declares of itself, read once.
+    /// @return here a MinimalUiSetup that all share, until the process ends
+    virtual const UiSetup& getUiSetup() const;
 
     /// Declares the kinds of document; Application::instance(false)->getDocManager() is there to take them.
     virtual void onRegisterDocumentType() const;
