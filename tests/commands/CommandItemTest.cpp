@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "support/ChildNames.h"
 #include "support/Slots.h"
 
 #include <velaforge/base/ClassInfo.h>
@@ -13,16 +14,14 @@
 #include <gmock/gmock.h>
 
 #include <memory>
-#include <string>
-#include <vector>
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 using vfApplication::CommandItem;
 using vfApplication::CommandItemPrivate;
 using vfBase::Referenced;
 using vfBase::VfString;
 using vfBase::VfVariant;
+using vfTest::childNames;
 using vfTest::slotOf;
 
 // Every operation of the list of items compiles.
@@ -40,14 +39,6 @@ CommandItem named(const char* name)
 CommandItem withoutBody()
 {
     return CommandItem(static_cast<CommandItemPrivate*>(nullptr));
-}
-
-std::vector<std::string> names(const CommandItem& parent)
-{
-    std::vector<std::string> all;
-    for (const CommandItem& child : parent.getList())
-        all.emplace_back(child.getCommand());
-    return all;
 }
 
 } // namespace
@@ -70,7 +61,7 @@ TEST(CommandItem, StreamingNamesFillsTheOneParent)
     CommandItem root;
     root << "&File"
          << "&Edit";
-    EXPECT_THAT(names(root), ElementsAre("&File", "&Edit"));
+    EXPECT_THAT(childNames(root), ElementsAre("&File", "&Edit"));
     EXPECT_EQ(2u, root.getNumItems());
     EXPECT_FALSE(root.isEmpty());
     EXPECT_TRUE(root.getList().at(0).isEmpty());
@@ -81,7 +72,7 @@ TEST(CommandItem, StreamingANullNameAppendsAnItemWithoutOne)
 {
     CommandItem root;
     root << static_cast<const char*>(nullptr);
-    EXPECT_THAT(names(root), ElementsAre(""));
+    EXPECT_THAT(childNames(root), ElementsAre(""));
 }
 
 TEST(CommandItem, StreamingAnItemSharesItAndOneWithoutABodyIsLeftOut)
@@ -165,8 +156,8 @@ TEST(CommandItem, RemoveByNameErasesAllDirectChildrenOfThatName)
     root.remove(static_cast<const char*>(nullptr));
     EXPECT_EQ(4u, root.getNumItems());
     root.remove(root.getList().first().getCommand());
-    EXPECT_THAT(names(root), ElementsAre("b", "inner"));
-    EXPECT_THAT(names(inner), ElementsAre("a"));
+    EXPECT_THAT(childNames(root), ElementsAre("b", "inner"));
+    EXPECT_THAT(childNames(inner), ElementsAre("a"));
 }
 
 TEST(CommandItem, RemoveByHandleErasesTheFirstEntryOfThatNodeOnly)
@@ -175,7 +166,7 @@ TEST(CommandItem, RemoveByHandleErasesTheFirstEntryOfThatNodeOnly)
     const CommandItem child = named("a");
     root << child << "a" << child;
     root.remove(root.getList().first());
-    ASSERT_THAT(names(root), ElementsAre("a", "a"));
+    ASSERT_THAT(childNames(root), ElementsAre("a", "a"));
     EXPECT_FALSE(root.getList().first() == child);
     EXPECT_TRUE(root.getList().last() == child);
     root.remove(withoutBody());
@@ -190,9 +181,9 @@ TEST(CommandItem, InsertAppendsBehindAllChildrenWhereverTheOtherStands)
          << "b"
          << "c";
     EXPECT_TRUE(root.insert(named("new"), root.getList().first()));
-    EXPECT_THAT(names(root), ElementsAre("a", "b", "c", "new"));
+    EXPECT_THAT(childNames(root), ElementsAre("a", "b", "c", "new"));
     EXPECT_TRUE(root.insert(named("by name"), named("b")));
-    EXPECT_THAT(names(root), ElementsAre("a", "b", "c", "new", "by name"));
+    EXPECT_THAT(childNames(root), ElementsAre("a", "b", "c", "new", "by name"));
 }
 
 TEST(CommandItem, InsertBeforeAStrangerOrWithoutABodyChangesNothing)
@@ -202,7 +193,7 @@ TEST(CommandItem, InsertBeforeAStrangerOrWithoutABodyChangesNothing)
     EXPECT_FALSE(root.insert(named("new"), named("b")));
     EXPECT_FALSE(root.insert(withoutBody(), named("a")));
     EXPECT_FALSE(root.insert(named("new"), withoutBody()));
-    EXPECT_THAT(names(root), ElementsAre("a"));
+    EXPECT_THAT(childNames(root), ElementsAre("a"));
 }
 
 TEST(CommandItem, ANullNameLeavesTheContextToo)
@@ -281,7 +272,7 @@ TEST(CommandItem, AChangeThroughACopyIsSeenThroughAllHandles)
     CommandItem copy = child;
     copy.setCommand("a", nullptr);
     EXPECT_STREQ("a", child.getCommand());
-    EXPECT_THAT(names(root), ElementsAre("a"));
+    EXPECT_THAT(childNames(root), ElementsAre("a"));
 }
 
 TEST(CommandItem, AssigningAHandleThatOnlyTheOldBodyKeepsAliveIsSafe)

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "support/ChildNames.h"
 #include "support/Slots.h"
 
 #include <velaforge/commands/CommandItem.h>
@@ -11,15 +12,13 @@
 
 #include <gmock/gmock.h>
 
-#include <string>
-#include <vector>
-
 using testing::ElementsAre;
 using testing::IsEmpty;
 using vfApplication::CommandItem;
 using vfApplication::MinimalUiSetup;
 using vfApplication::UiSetup;
 using vfApplication::UiSetupPrivate;
+using vfTest::childNames;
 using vfTest::slotOf;
 
 namespace {
@@ -43,14 +42,6 @@ struct Guest : MinimalUiSetup
 {
     void takeOver(UiSetupPrivate& body) { body.setOwner(this); }
 };
-
-std::vector<std::string> names(const CommandItem& parent)
-{
-    std::vector<std::string> all;
-    for (const CommandItem& child : parent.getList())
-        all.emplace_back(child.getCommand());
-    return all;
-}
 
 } // namespace
 
@@ -121,8 +112,8 @@ TEST(MinimalUiSetup, DeclaresTheFileMenu)
     MinimalUiSetup setup;
     CommandItem root;
     setup.setupMenus(&root);
-    ASSERT_THAT(names(root), ElementsAre("&File"));
-    EXPECT_THAT(names(root.find("&File")),
+    ASSERT_THAT(childNames(root), ElementsAre("&File"));
+    EXPECT_THAT(childNames(root.find("&File")),
                 ElementsAre("vfApplicationQt::ActionOpen", "vfApplicationQt::ActionExit"));
     EXPECT_STREQ("", root.find("&File").getContext());
 }
@@ -134,9 +125,9 @@ TEST(MinimalUiSetup, ViewsNamedViewHaveTheMenusOfTheMostDerivedClassAndOthersNon
     setup.setupViewMenus("Views", &root);
     setup.setupViewMenus("view", &root);
     setup.setupViewMenus("", &root);
-    EXPECT_THAT(names(root), IsEmpty());
+    EXPECT_THAT(childNames(root), IsEmpty());
     setup.setupViewMenus("View", &root);
-    EXPECT_THAT(names(root), ElementsAre("&File", "more"));
+    EXPECT_THAT(childNames(root), ElementsAre("&File", "more"));
 }
 
 TEST(MinimalUiSetup, DeclaresTheStandardToolbar)
@@ -144,8 +135,8 @@ TEST(MinimalUiSetup, DeclaresTheStandardToolbar)
     MinimalUiSetup setup;
     CommandItem root;
     setup.setupToolbars(&root);
-    ASSERT_THAT(names(root), ElementsAre("Standard"));
-    EXPECT_THAT(names(root.find("Standard")), ElementsAre("vfApplicationQt::CommandAbout"));
+    ASSERT_THAT(childNames(root), ElementsAre("Standard"));
+    EXPECT_THAT(childNames(root.find("Standard")), ElementsAre("vfApplicationQt::CommandAbout"));
     // The parent's entry, and the handle that stays for the process.
     EXPECT_EQ(2, root.getList().first().getImp()->referenceCount());
 }
