@@ -10,7 +10,6 @@
 #include <velaforge/base/ArgumentParser.h>
 #include <velaforge/base/NotifyHandler.h>
 #include <velaforge/base/Version.h>
-#include <velaforge/documents/Document.h>
 #include <velaforge/headless/HeadlessApplication.h>
 #include <velaforge/headless/HeadlessApplicationProducer.h>
 
@@ -19,7 +18,6 @@
 #include <cstdlib>
 #include <exception>
 #include <iostream>
-#include <memory>
 
 namespace {
 

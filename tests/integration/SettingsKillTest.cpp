@@ -10,8 +10,6 @@
 
 #include <sys/stat.h>
 
-using testing::HasSubstr;
-using testing::StartsWith;
 using vfTest::Outcome;
 using vfTest::runProgram;
 using vfTest::TemporaryDirectory;

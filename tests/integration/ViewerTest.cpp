@@ -211,7 +211,7 @@ TEST(Viewer, OpensSeveralFilesInOrderAndTheLastIsShown)
               outcome.out);
 }
 
-TEST(Viewer, ALongRunOfPicturesOfOneSizeIsTheSameEachTime)
+TEST(Viewer, OneModelGivesOnePictureEachTime)
 {
     const TemporaryDirectory directory;
     const std::string first = directory.file("a.png");

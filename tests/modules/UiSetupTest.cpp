@@ -141,18 +141,6 @@ TEST(MinimalUiSetup, DeclaresTheStandardToolbar)
     EXPECT_EQ(2, root.getList().first().getImp()->referenceCount());
 }
 
-TEST(MinimalUiSetup, TheExtrasDoNothing)
-{
-    MinimalUiSetup setup;
-    setup.declareExtraA();
-    setup.declareExtraB();
-    setup.declareExtraC();
-    setup.declareExtraD();
-    setup.declareExtraE();
-    setup.declareExtraF();
-    EXPECT_EQ(&setup, setup.getUiSetupPrivate()->owner);
-}
-
 TEST(UiSetup, OperationsKeepTheirSlots)
 {
     EXPECT_EQ(2, slotOf(&UiSetup::getDocumentIntefaceMode));

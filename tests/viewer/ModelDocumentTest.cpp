@@ -213,6 +213,20 @@ TEST_F(ModelDocuments, MovingANodeCanBeUndone)
     EXPECT_NEAR(before.xMin() + 10, boundsOf(document->scene()).xMin(), 1e-4);
 }
 
+TEST_F(ModelDocuments, MovingANodeLeavesAGroupOutsideOfTheSceneThatSharesIt)
+{
+    ModelDocument* document = open(signpost("stl"));
+    osg::Node& node = firstNode(*document);
+    const osg::ref_ptr<osg::Group> outside = new osg::Group;
+    outside->addChild(&node);
+    EXPECT_TRUE(document->move(node, {10, 0, 0}));
+    EXPECT_TRUE(outside->containsNode(&node));
+    EXPECT_FALSE(document->scene().containsNode(&node));
+    EXPECT_TRUE(document->getCommandProcessor()->undo());
+    EXPECT_TRUE(outside->containsNode(&node));
+    EXPECT_TRUE(document->scene().containsNode(&node));
+}
+
 TEST_F(ModelDocuments, SettingAColourCanBeUndone)
 {
     ModelDocument* document = open(signpost("obj"));

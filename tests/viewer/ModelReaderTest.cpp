@@ -31,6 +31,18 @@ protected:
         vfViewer::FileGate::install();
     }
 
+    /// A file with one triangle. @param normal  of each point @param face  the order of the points
+    std::string triangle(const std::string& normal, const std::string& face) const
+    {
+        return directory.write("triangle.ply", "ply\nformat ascii 1.0\nelement vertex 3\n"
+                                               "property float x\nproperty float y\nproperty float z\n"
+                                               "property float nx\nproperty float ny\nproperty float nz\n"
+                                               "element face 1\nproperty list uchar int vertex_indices\n"
+                                               "end_header\n0 0 0 " +
+                                                   normal + "\n1 0 0 " + normal + "\n0 1 0 " + normal +
+                                                   "\n3 " + face + "\n");
+    }
+
     TemporaryDirectory directory;
 };
 
@@ -48,6 +60,18 @@ struct Geometries : osg::NodeVisitor
     void apply(osg::Geometry& geometry) override { found.push_back(&geometry); }
     std::vector<osg::Geometry*> found;
 };
+
+/// @return the first normal of the model, of no length when it has none
+osg::Vec3 normalOf(const std::string& path)
+{
+    const ReadOutcome outcome = readModel(path);
+    EXPECT_TRUE(outcome.scene) << outcome.reason;
+    if (!outcome.scene)
+        return {};
+    const auto* normals =
+        dynamic_cast<const osg::Vec3Array*>(Geometries(*outcome.scene).found.at(0)->getNormalArray());
+    return normals ? normals->front() : osg::Vec3();
+}
 
 struct CountOpposed
 {
@@ -99,35 +123,13 @@ TEST_F(ModelReader, EverySurfaceHasNormalsOnTheSideOfItsTriangles)
 
 TEST_F(ModelReader, ASurfaceThatRunsTheWrongWayRoundIsNotBlack)
 {
-    // The normals point at us, the triangles run clockwise.
-    const std::string path =
-        directory.write("turned.ply", "ply\nformat ascii 1.0\nelement vertex 3\nproperty float x\n"
-                                      "property float y\nproperty float z\nproperty float nx\n"
-                                      "property float ny\nproperty float nz\nelement face 1\n"
-                                      "property list uchar int vertex_indices\nend_header\n"
-                                      "0 0 0 0 0 1\n1 0 0 0 0 1\n0 1 0 0 0 1\n3 0 2 1\n");
-    const ReadOutcome outcome = readModel(path);
-    ASSERT_TRUE(outcome.scene) << outcome.reason;
-    const auto* normals =
-        dynamic_cast<const osg::Vec3Array*>(Geometries(*outcome.scene).found.at(0)->getNormalArray());
-    ASSERT_TRUE(normals);
-    EXPECT_LT(normals->front().z(), -0.9f);
+    // The normals point at us, the triangle runs clockwise.
+    EXPECT_LT(normalOf(triangle("0 0 1", "0 2 1")).z(), -0.9f);
 }
 
 TEST_F(ModelReader, NormalsOfNoLengthAreMadeAnew)
 {
-    const std::string path =
-        directory.write("zero.ply", "ply\nformat ascii 1.0\nelement vertex 3\nproperty float x\n"
-                                    "property float y\nproperty float z\nproperty float nx\n"
-                                    "property float ny\nproperty float nz\nelement face 1\n"
-                                    "property list uchar int vertex_indices\nend_header\n"
-                                    "0 0 0 0 0 0\n1 0 0 0 0 0\n0 1 0 0 0 0\n3 0 1 2\n");
-    const ReadOutcome outcome = readModel(path);
-    ASSERT_TRUE(outcome.scene) << outcome.reason;
-    const auto* normals =
-        dynamic_cast<const osg::Vec3Array*>(Geometries(*outcome.scene).found.at(0)->getNormalArray());
-    ASSERT_TRUE(normals);
-    EXPECT_NEAR(1, normals->front().z(), 1e-4);
+    EXPECT_NEAR(1, normalOf(triangle("0 0 0", "0 1 2")).z(), 1e-4);
 }
 
 TEST_F(ModelReader, LinesAreNotLit)

@@ -30,7 +30,7 @@ bool replaceRegular(const std::string& path, const std::string& contents, mode_t
     if (!writeNewFile(newPath, contents, mode))
         return false;
     if (rename(newPath.c_str(), path.c_str()) == 0) {
-        flushDirectory(directoryOf(path)); // the picture is whole either way
+        flushDirectory(directoryOf(path)); // the file is whole either way
         return true;
     }
     const int error = errno;

@@ -6,6 +6,8 @@
 
 #include <velaforge/base/ClassInfo.h>
 
+#include <optional>
+
 namespace vfViewer {
 
 namespace {
@@ -15,14 +17,13 @@ vfBase::VfObject* createView()
     return new HeadlessModelView;
 }
 
-bool isChosen = false;
-StandardView chosen = StandardView::FrontRight;
+std::optional<StandardView> chosen;
 
 /// A flat image is looked at straight on, unless a view was asked for.
 StandardView viewFor(const vfApplication::Document& document)
 {
     const bool isImage = dynamic_cast<const ImageDocument*>(&document) != nullptr;
-    return isImage && !isChosen ? StandardView::Front : chosen;
+    return chosen.value_or(isImage ? StandardView::Front : StandardView::FrontRight);
 }
 
 } // namespace
@@ -53,7 +54,6 @@ osg::ref_ptr<osg::Image> HeadlessModelView::takeSnapshot(int width, int height, 
 void HeadlessModelView::setStandardView(StandardView view)
 {
     chosen = view;
-    isChosen = true;
 }
 
 } // namespace vfViewer

@@ -18,9 +18,23 @@ void ModelScene::setModel(osg::Node* model)
 bool ModelScene::contains(const osg::Node& node) const
 {
     const osg::Node::ParentList& parents = node.getParents();
-    return std::any_of(parents.begin(), parents.end(), [this](const osg::Group* parent) {
-        return parent == m_root.get() || contains(*parent);
-    });
+    return std::any_of(parents.begin(), parents.end(),
+                       [this](const osg::Group* parent) { return holds(*parent); });
+}
+
+bool ModelScene::holds(const osg::Group& group) const
+{
+    return &group == m_root.get() || contains(group);
+}
+
+std::vector<osg::ref_ptr<osg::Group>> ModelScene::parentsOf(const osg::Node& node) const
+{
+    std::vector<osg::ref_ptr<osg::Group>> inside;
+    for (osg::Group* parent : node.getParents()) {
+        if (holds(*parent))
+            inside.emplace_back(parent);
+    }
+    return inside;
 }
 
 void ModelScene::changed()

@@ -5,6 +5,8 @@
 #include <osg/Referenced>
 #include <osg/ref_ptr>
 
+#include <vector>
+
 namespace vfViewer {
 
 class ModelDocument;
@@ -27,6 +29,9 @@ public:
     /// @return whether @p node hangs below the root, the root itself not included
     bool contains(const osg::Node& node) const;
 
+    /// @return the groups of this scene in which @p node hangs; others may share it
+    std::vector<osg::ref_ptr<osg::Group>> parentsOf(const osg::Node& node) const;
+
     /// Has the document count as modified and its views drawn anew.
     void changed();
 
@@ -37,6 +42,9 @@ protected:
     ~ModelScene() override = default;
 
 private:
+    /// @return whether @p group is the root or hangs below it
+    bool holds(const osg::Group& group) const;
+
     osg::ref_ptr<osg::Group> m_root;
     ModelDocument* m_document;
 };

@@ -3,9 +3,9 @@
 
 #include "model/FileGate.h"
 #include "model/ModelReader.h"
+#include "model/Quiet.h"
 #include "model/UpAxis.h"
 
-#include <velaforge/base/NotifyHandler.h>
 #include <velaforge/base/ReplaceFile.h>
 
 #include <osg/ComputeBoundsVisitor>
@@ -133,14 +133,12 @@ bool writeModel(osg::Node& scene, const vfBase::VfString& path, vfBase::VfString
         reason = std::strerror(errno);
         return false;
     }
-    vfBase::NotifyHandler& diagnostics = vfBase::NotifyHandler::instance();
-    const bool wasQuiet = diagnostics.isQuiet();
-    diagnostics.setQuiet(true);
+    Quiet quiet;
     const fs::path draft = work.path() / target.filename();
     const osgDB::ReaderWriter::WriteResult result =
         writer->writeNode(*forWriter(scene, path.str()), draft.string(), nullptr);
     const bool whole = result.success() && isWhole(scene, draft);
-    diagnostics.setQuiet(wasQuiet);
+    quiet.stop();
     if (!whole) {
         reason = result.status() == osgDB::ReaderWriter::WriteResult::NOT_IMPLEMENTED ||
                          result.status() == osgDB::ReaderWriter::WriteResult::FILE_NOT_HANDLED
@@ -150,9 +148,16 @@ bool writeModel(osg::Node& scene, const vfBase::VfString& path, vfBase::VfString
     }
     // The model itself goes last: what it refers to is there by then.
     std::vector<fs::path> files;
-    for (const fs::directory_entry& entry : fs::directory_iterator(work.path())) {
-        if (entry.is_regular_file() && entry.path() != draft)
-            files.push_back(entry.path());
+    std::error_code problem;
+    for (fs::directory_iterator entry(work.path(), problem), end; !problem && entry != end;
+         entry.increment(problem))
+    {
+        if (entry->path() != draft && entry->is_regular_file(problem))
+            files.push_back(entry->path());
+    }
+    if (problem) {
+        reason = problem.message();
+        return false;
     }
     files.push_back(draft);
     for (const fs::path& file : files) {

@@ -47,10 +47,7 @@ RemoveCommand::RemoveCommand(ModelScene& scene, osg::Node& node) : SceneCommand(
 bool RemoveCommand::apply()
 {
     m_places.clear();
-    const osg::Node::ParentList parents = node().getParents(); // a copy: it shrinks on the way
-    for (osg::Group* parent : parents) {
-        if (parent != &scene().root() && !scene().contains(*parent))
-            continue; // a group outside of the scene shares the node
+    for (const osg::ref_ptr<osg::Group>& parent : scene().parentsOf(node())) {
         const unsigned int index = parent->getChildIndex(&node());
         m_places.push_back({parent, index});
         parent->removeChild(index);
@@ -70,9 +67,7 @@ MoveCommand::MoveCommand(ModelScene& scene, osg::Node& node, const osg::Vec3d& o
 
 bool MoveCommand::apply()
 {
-    m_parents.clear();
-    for (osg::Group* parent : node().getParents())
-        m_parents.emplace_back(parent);
+    m_parents = scene().parentsOf(node());
     m_transform->addChild(&node());
     for (const osg::ref_ptr<osg::Group>& parent : m_parents)
         parent->replaceChild(&node(), m_transform);
