@@ -12,7 +12,8 @@ int Recorder::count(const std::string& line) const
 
 Recorder& recorder()
 {
-    static Recorder lines;
+    // Never destroyed: modules and settings, which go with the process, may write into it.
+    static Recorder& lines = *new Recorder;
     return lines;
 }
 

@@ -12,9 +12,12 @@
 #include <velaforge/base/Version.h>
 #include <velaforge/documents/DocManager.h>
 #include <velaforge/documents/FileHistorySettings.h>
+#include <velaforge/modules/ModuleRegistry.h>
+#include <velaforge/modules/vfAppModule.h>
 
 #include <osg/Notify>
 
+#include <memory>
 #include <string>
 
 namespace vfApplication {
@@ -54,12 +57,17 @@ void saveSettings()
 
 } // namespace
 
-Application::Application(int& argc, char** argv, const ApplicationSetup& setup)
-    : d(new ApplicationPrivate(argc, argv))
+Application::Application(int& argc, char** argv, const ApplicationSetup& setup) : d(nullptr)
 {
+    auto body =
+        std::make_unique<ApplicationPrivate>(argc, argv); // goes, and with it the rest, if anything throws
+    d = body.get();
     ApplicationPrivate::_s_Application = this;
     FileHistorySettings::instance(false);
+    auto module = std::make_unique<vfAppModule>(setup.getUiSetup());
     setup.onRegisterDocumentType();
+    ModuleRegistry::instance(false)->addModule(module.release());
+    body.release();
 }
 
 Application::~Application()
@@ -146,6 +154,16 @@ StatusBar& Application::getStatusBar()
 const StatusBar& Application::getStatusBar() const
 {
     return d->uif()->getStatusBar();
+}
+
+DockWindowManager& Application::getDockWindowManager()
+{
+    return *d->dockWindowManager;
+}
+
+const DockWindowManager& Application::getDockWindowManager() const
+{
+    return *d->dockWindowManager;
 }
 
 DocManager& Application::getDocManager() const

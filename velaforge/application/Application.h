@@ -15,6 +15,7 @@ class ApplicationPrivate;
 class ApplicationSetup;
 struct ApplicationCallback;
 class DocManager;
+class DockWindowManager;
 class Document;
 class StatusBar;
 
@@ -32,8 +33,9 @@ class StatusBar;
 class VFAPPLICATION_EXPORT Application
 {
 public:
-    /// Makes the document manager and lets @p setup declare the kinds of document. The command line is not looked
-    /// at and the shell does not exist yet.
+    /// Makes the managers of documents and dock windows, lets @p setup declare the kinds of document, and gives the
+    /// module that stands for the application to ModuleRegistry, which looks for further modules when it is used for the
+    /// first time. The command line is not looked at and the shell does not exist yet.
     /// @param argc, argv  must live as long as the application
     Application(int& argc, char** argv, const ApplicationSetup& setup);
 
@@ -42,7 +44,8 @@ public:
 
     // In the order of their slots, which is part of the binary interface.
 
-    /// Closes the documents, while the shell is still there, and has the shell released.
+    /// Lets the dock windows go, then closes the documents, while the shell is still there, and has the shell released.
+    /// Modules and settings stay until the process ends.
     virtual ~Application();
 
     /// @return the manager of all documents; a derived application may have one of its own
@@ -76,6 +79,10 @@ public:
     /// Deletes the manager, with its documents and templates, and takes @p manager over in its place.
     /// Nothing happens when it is the present one.
     void setDocManager(DocManager* manager);
+
+    /// @return the table of the dock windows
+    DockWindowManager& getDockWindowManager();
+    const DockWindowManager& getDockWindowManager() const;
 
     ApplicationPrivate* getImp() const { return d; }
 

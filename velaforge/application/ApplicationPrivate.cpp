@@ -3,6 +3,7 @@
 
 #include <velaforge/application/ApplicationCallback.h>
 #include <velaforge/application/ApplicationProducer.h>
+#include <velaforge/dockwindows/DockWindowManager.h>
 #include <velaforge/documents/DocManager.h>
 
 #include <osgDB/FileNameUtils>
@@ -16,10 +17,13 @@ Application* ApplicationPrivate::_s_Application = nullptr;
 
 ApplicationPrivate::ApplicationPrivate(int& argc, char** argv)
 {
-    docManager = new DocManager(true);
+    auto documents = std::make_unique<DocManager>(true);
+    docManager = documents.get();
     applicationFilePath = argc >= 1 && argv && argv[0] ? argv[0] : "";
     applicationPath = osgDB::getFilePath(applicationFilePath);
     argumentParser = std::make_unique<vfBase::ArgumentParser>(&argc, argv);
+    dockWindowManager.reset(new DockWindowManager);
+    documents.release(); // nothing throws any more
 }
 
 ApplicationPrivate::ApplicationPrivate(ApplicationPrivate& other)
@@ -27,6 +31,7 @@ ApplicationPrivate::ApplicationPrivate(ApplicationPrivate& other)
       applicationPath(other.applicationPath),
       applicationFilePath(other.applicationFilePath),
       lastError(other.lastError),
+      dockWindowManager(other.dockWindowManager),
       exitRequested(other.exitRequested),
       exitCode(other.exitCode),
       callback(other.callback),
@@ -41,6 +46,7 @@ ApplicationPrivate& ApplicationPrivate::operator=(ApplicationPrivate& other)
     applicationPath = other.applicationPath;
     applicationFilePath = other.applicationFilePath;
     lastError = other.lastError;
+    dockWindowManager = other.dockWindowManager;
     exitRequested = other.exitRequested;
     exitCode = other.exitCode;
     callback = other.callback;
@@ -50,6 +56,8 @@ ApplicationPrivate& ApplicationPrivate::operator=(ApplicationPrivate& other)
 
 ApplicationPrivate::~ApplicationPrivate()
 {
+    // The dock windows go before the documents that they may show.
+    std::shared_ptr<DockWindowManager>(std::move(dockWindowManager)).reset();
     // The manager closes what is open, and closing reaches the shell through the current application.
     delete docManager;
     if (ApplicationProducer::Realizer)

@@ -13,6 +13,7 @@ class Application;
 class ApplicationInterface;
 struct ApplicationCallback;
 class DocManager;
+class DockWindowManager;
 class Document;
 
 /// Body of Application.
@@ -21,8 +22,8 @@ class VFAPPLICATION_EXPORT ApplicationPrivate
 public:
     ApplicationPrivate(int& argc, char** argv);
 
-    /// Take the parser away from @p other and share its document manager: of the two, one only may be destroyed
-    /// with it. Assignment to itself changes nothing.
+    /// Take the parser away from @p other and share its managers. Nobody counts the holders of the document manager:
+    /// of the two, one only may be destroyed with it. Assignment to itself changes nothing.
     ApplicationPrivate(ApplicationPrivate& other);
     ApplicationPrivate& operator=(ApplicationPrivate& other);
 
@@ -59,6 +60,7 @@ public:
     std::string applicationPath;
     std::string applicationFilePath;
     std::string lastError;
+    std::shared_ptr<DockWindowManager> dockWindowManager;
     bool exitRequested = false;
     int exitCode; // set by Application::exit
     ApplicationCallback* callback = nullptr;

@@ -6,7 +6,9 @@
 #include <velaforge/base/RegisterSettingsObjectProxy.h>
 #include <velaforge/base/Settings.h>
 #include <velaforge/base/SettingsObject.h>
+#include <velaforge/dockwindows/DockWindowManagerSettings.h>
 #include <velaforge/documents/FileHistorySettings.h>
+#include <velaforge/modules/ModuleSettings.h>
 
 namespace vfApplication {
 
@@ -18,6 +20,10 @@ using vfBase::SettingsObject;
 
 const RegisterSettingsObjectProxy applicationSettings(SettingsObject(ApplicationSettings::instance(false)),
                                                       Settings::global());
+const RegisterSettingsObjectProxy moduleSettings(SettingsObject(ModuleSettings::instance(false)),
+                                                 Settings::global());
+const RegisterSettingsObjectProxy
+    dockWindowSettings(SettingsObject(DockWindowManagerSettings::instance(false)), Settings::global());
 const RegisterSettingsObjectProxy fileHistorySettings(SettingsObject(FileHistorySettings::instance(false)),
                                                       Settings::global());
 

@@ -19,4 +19,14 @@ void keepForProcess(const osg::Referenced* body)
     kept.emplace_back(body);
 }
 
+void keepReachable(const void* object)
+{
+    static std::mutex& mutex = *new std::mutex;
+    static auto& kept = *new std::vector<const void*>;
+    if (!object)
+        return;
+    const std::lock_guard<std::mutex> guard(mutex);
+    kept.push_back(object);
+}
+
 } // namespace vfBase

@@ -11,4 +11,7 @@ namespace vfBase {
 /// reachable, so that a leak checker can tell it from a mistake. Null is ignored. Safe on several threads.
 VFBASE_EXPORT void keepForProcess(const osg::Referenced* body);
 
+/// The same for what has no count and is never deleted: keeps it reachable. Null is ignored. Safe on several threads.
+VFBASE_EXPORT void keepReachable(const void* object);
+
 } // namespace vfBase

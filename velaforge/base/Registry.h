@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <velaforge/base/Export.h>
+
+#include <map>
+#include <memory>
+
+namespace vfBase {
+
+/// A table of producers by key, filled by plug-ins while they are loaded.
+///
+/// @tparam Private   the class that derives from this one. Its static instance(bool erase), to which this class is a
+///                   friend, gives the one registry.
+/// @tparam Producer  a RegistryObjectProducerInterface
+/// @tparam Key       what getKey() is turned into; its own order is that of the table
+///
+/// There is no lock: plug-ins are loaded one after the other.
+template <class Private, class Producer, class Key>
+class VFBASE_TEMPLATE_EXPORT Registry
+{
+public:
+    /// Constructing one, as a static object of a plug-in, hands a producer to the registry.
+    class VFBASE_TEMPLATE_EXPORT Proxy
+    {
+    public:
+        /// Registers @p producer, which must not be null, and gives it away. One registered under the same key before
+        /// is let go.
+        explicit Proxy(Producer* producer)
+        {
+            // The key first: asking for it must not find a registry that is half way through taking this producer.
+            const Key key = producer->getKey();
+            auto& entry = Private::instance(false)->producers[key];
+            entry = std::shared_ptr<Producer>(producer);
+        }
+
+        // A copy is an object of this class and no more: it registers nothing.
+        Proxy(const Proxy&) {}
+        Proxy(Proxy&&) noexcept {}
+        Proxy& operator=(const Proxy&) { return *this; }
+        Proxy& operator=(Proxy&&) noexcept { return *this; }
+
+        /// Leaves the producer where it is: it goes with the registry.
+        virtual ~Proxy() = default;
+    };
+
+    Registry(const Registry&) = delete;
+    Registry& operator=(const Registry&) = delete;
+
+    // In the order of their slots, which is part of the binary interface.
+
+    /// Lets the producers go, in the order of their keys.
+    virtual ~Registry()
+    {
+        while (!producers.empty())
+            producers.erase(producers.begin());
+    }
+
+    /// For registries to give a meaning to; nothing here calls it.
+    virtual void registryHook() = 0;
+
+    /// The producers by key.
+    std::map<Key, std::shared_ptr<Producer>> producers;
+
+protected:
+    Registry() = default;
+};
+
+} // namespace vfBase

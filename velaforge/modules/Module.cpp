@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: MIT
+#include <velaforge/modules/Module.h>
+
+#include <velaforge/modules/MinimalUiSetup.h>
+#include <velaforge/modules/ModuleInterface.h>
+#include <velaforge/modules/ModulePrivate.h>
+#include <velaforge/modules/vfAppModule.h>
+
+#include <cassert>
+
+namespace vfApplication {
+
+Module::Module() : Module(new ModulePrivate)
+{
+    const MinimalUiSetup passing;
+    fillBody(passing);
+}
+
+Module::Module(const UiSetup& uiSetup) : Module(new ModulePrivate)
+{
+    fillBody(uiSetup);
+}
+
+Module::Module(ModulePrivate* body) : d(body)
+{
+    if (d)
+        d->ref();
+}
+
+void Module::fillBody(const UiSetup& uiSetup)
+{
+    d->setOwner(this);
+    // The object is a plain Module as yet, so this finds nothing, also for a ModuleInterface.
+    // Modules rely on not being told of a change of language here; it is not to be moved to a later point.
+    d->moduleInterface = dynamic_cast<ModuleInterface*>(this);
+    d->uiSetup = uiSetup.getUiSetupPrivate();
+}
+
+Module::~Module()
+{
+    if (!d)
+        return; // the body went first, and cut us off
+    d->owner = nullptr;
+    d->unref();
+    d = nullptr;
+}
+
+const char* Module::getId() const
+{
+    return "vfApplication::Module";
+}
+
+const char* Module::getModuleName() const
+{
+    return getId();
+}
+
+const char* Module::getModuleDescription() const
+{
+    return getId();
+}
+
+ModuleInterface* Module::getModuleInterface()
+{
+    return d->moduleInterface;
+}
+
+const UiSetup& Module::getUiSetup() const
+{
+    assert(d->uiSetup->owner && "the declaration that the module was given is gone");
+    return *d->uiSetup->owner;
+}
+
+void Module::onLanguageChange()
+{
+    if (d->moduleInterface)
+        d->moduleInterface->languageChanged();
+}
+
+void ModulePrivate::setOwner(Module* module)
+{
+    if (owner != module)
+        delete owner;
+    owner = module;
+}
+
+ModulePrivate::~ModulePrivate()
+{
+    moduleInterface = nullptr;
+    if (!owner)
+        return;
+    owner->d = nullptr;
+    delete owner;
+    owner = nullptr;
+}
+
+ModuleInterface::ModuleInterface() = default;
+
+ModuleInterface::~ModuleInterface() = default;
+
+vfAppModule::vfAppModule(const UiSetup& uiSetup) : Module(uiSetup) {}
+
+vfAppModule::~vfAppModule() = default;
+
+const char* vfAppModule::getId() const
+{
+    return "vfApplication::Application";
+}
+
+const char* vfAppModule::getModuleName() const
+{
+    return "vfAppModule";
+}
+
+} // namespace vfApplication

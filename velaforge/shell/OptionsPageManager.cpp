@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#include <velaforge/shell/OptionsPageManager.h>
+
+#include <velaforge/base/KeptForProcess.h>
+#include <velaforge/base/Registry_.h>
+#include <velaforge/shell/UiOptionsPage.h>
+
+#include <memory>
+
+namespace vfApplication {
+
+OptionsPageManager::OptionsPageManager() : ids(new std::vector<std::string>) {}
+
+OptionsPageManager::OptionsPageManager(const OptionsPageManager& other) = default;
+
+OptionsPageManager& OptionsPageManager::operator=(const OptionsPageManager& other)
+{
+    if (ids != other.ids)
+        vfBase::keepReachable(ids); // other managers may share it
+    ids = other.ids;
+    return *this;
+}
+
+OptionsPageManager::~OptionsPageManager()
+{
+    delete ids;
+}
+
+void OptionsPageManager::addOptionsPageId(const char* id)
+{
+    ids->emplace_back(id);
+}
+
+UiOptionsPage* OptionsPageManager::createOptionsPage(const char* id) const
+{
+    std::unique_ptr<vfBase::VfObject> object(vfBase::Registry_::instance().createType(id));
+    auto* page = dynamic_cast<UiOptionsPage*>(object.get());
+    if (page)
+        object.release();
+    return page;
+}
+
+vfBase::Vector<UiOptionsPage*> OptionsPageManager::createPages() const
+{
+    vfBase::Vector<UiOptionsPage*> pages;
+    for (const std::string& id : *ids) {
+        vfBase::VfObject* object = vfBase::Registry_::instance().createType(id.c_str());
+        if (auto* page = dynamic_cast<UiOptionsPage*>(object))
+            pages.append(page);
+        else
+            vfBase::keepReachable(object); // it may know its way by itself, and is not ours to end
+    }
+    return pages;
+}
+
+} // namespace vfApplication
