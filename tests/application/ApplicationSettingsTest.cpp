@@ -5,12 +5,15 @@
 
 #include <velaforge/application/ApplicationSettings.h>
 #include <velaforge/base/Settings.h>
+#include <velaforge/base/SettingsProperties.h>
 #include <velaforge/documents/FileHistory.h>
 #include <velaforge/documents/FileHistorySettings.h>
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <thread>
+#include <vector>
 
 using testing::HasSubstr;
 using vfApplication::ApplicationSettings;
@@ -95,6 +98,30 @@ TEST(ApplicationSettings, ComeBackFromTheStoreInTheOrderInWhichTheyWereRegistere
     EXPECT_THAT(text, HasSubstr("\"vfApplication::Application\""));
     EXPECT_THAT(text, HasSubstr("\"vfApplication::FileHistorySettings\""));
     EXPECT_THAT(text, HasSubstr("\"splashTextColor\""));
+}
+
+TEST(ApplicationSettings, TheStoreMeetsAllObjectsInTheOrderOfTheirRegistration)
+{
+    // Of two lists of properties for one class the later one counts.
+    using vfBase::SettingsProperties;
+    const auto recording = [](const char* name) {
+        const auto get = [name](const vfBase::SettingsObjectPrivate&) {
+            vfTest::record(name);
+            return vfBase::SettingsValue(1);
+        };
+        const auto set = [](vfBase::SettingsObjectPrivate&, const vfBase::SettingsValue&) { return true; };
+        return std::vector<SettingsProperties::Property>{
+            SettingsProperties::property<vfBase::SettingsObjectPrivate>("value", get, set)};
+    };
+    const SettingsProperties files("vfApplication::FileHistorySettings", recording("FileHistorySettings"));
+    const SettingsProperties windows("vfApplication::DockWindows", recording("DockWindows"));
+    const SettingsProperties application("vfApplication::Application", recording("Application"));
+    const SettingsProperties modules("vfApplication::Modules", recording("Modules"));
+    const vfTest::TemporaryDirectory directory;
+    ASSERT_TRUE(vfBase::Settings::global().save(directory.file("settings.json").c_str()));
+    vfTest::Lines order = vfTest::recorder().take();
+    order.erase(std::unique(order.begin(), order.end()), order.end());
+    EXPECT_THAT(order, testing::ElementsAre("Application", "Modules", "DockWindows", "FileHistorySettings"));
 }
 
 TEST(ApplicationSettings, AreReadThroughTheApplication)

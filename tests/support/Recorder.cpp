@@ -2,8 +2,18 @@
 #include "Recorder.h"
 
 #include <algorithm>
+#include <cstdio>
 
 namespace vfTest {
+
+void Recorder::add(const std::string& line)
+{
+    m_lines.push_back(line);
+    if (m_echoes) {
+        std::puts(line.c_str());
+        std::fflush(stdout);
+    }
+}
 
 int Recorder::count(const std::string& line) const
 {

@@ -10,7 +10,7 @@ namespace vfTest {
 class Recorder
 {
 public:
-    void add(const std::string& line) { m_lines.push_back(line); }
+    void add(const std::string& line);
     const std::vector<std::string>& lines() const { return m_lines; }
 
     /// @return the lines so far, and forgets them
@@ -21,11 +21,15 @@ public:
         return lines;
     }
 
+    /// Also writes each line to standard output, for what comes when a process ends.
+    void echo() { m_echoes = true; }
+
     /// @return how often a line stands in the list
     int count(const std::string& line) const;
 
 private:
     std::vector<std::string> m_lines;
+    bool m_echoes = false;
 };
 
 /// @return the recorder of this test's process

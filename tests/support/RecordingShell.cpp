@@ -71,12 +71,16 @@ vfApplication::ApplicationInterface* RecordingProducer::create(vfApplication::Ap
                                                                bool destroy)
 {
     record(destroy ? "destroy shell" : "create shell");
+    if (inCreate && !destroy)
+        inCreate();
     return m_shell.get();
 }
 
 void RecordingCallback::onApplicationInterfaceCreated(vfApplication::Application*)
 {
     record("onApplicationInterfaceCreated");
+    if (inInterfaceCreated)
+        inInterfaceCreated();
 }
 
 int RecordingCallback::onApplicationInitialized(vfApplication::Application*)

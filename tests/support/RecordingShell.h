@@ -53,6 +53,8 @@ public:
     /// @return the shell, made beforehand so that a test can tell it how to answer
     RecordingShell& shell() { return *m_shell; }
 
+    std::function<void()> inCreate;
+
 private:
     std::unique_ptr<RecordingShell> m_shell;
 };
@@ -67,6 +69,7 @@ struct RecordingCallback : vfApplication::ApplicationCallback
     void callbackExtension() override {}
 
     int initializedResult = 0;
+    std::function<void()> inInterfaceCreated;
     std::function<void()> inInitialized;
 };
 

@@ -9,67 +9,50 @@
 #include <velaforge/base/Vector.h>
 #include <velaforge/base/VfString.h>
 #include <velaforge/base/VfVariant.h>
+#include <velaforge/dockwindows/DockWindowPrivate.h>
+#include <velaforge/modules/Module.h>
+#include <velaforge/shell/UiOptionsPage.h>
 
-#include <osg/Referenced>
 #include <osg/ref_ptr>
 
 #include <gmock/gmock.h>
 
 #include <memory>
 
-// Not unnamed: what is instantiated for types of one file only is warned about where it is not called.
-namespace elements {
-
-// Containers of pointers need no more of a class than its name.
-class Module;
-class Page;
-
-class Window : public osg::Referenced
-{
-protected:
-    ~Window() override = default;
-};
-
-} // namespace elements
-
-using elements::Module;
-using elements::Page;
-using elements::Window;
+using vfApplication::DockWindowPrivate;
+using vfApplication::Module;
+using vfApplication::UiOptionsPage;
 
 // Every member function is compiled.
 template class vfBase::Vector<std::shared_ptr<Module>>;
-template class vfBase::Vector<Page*>;
+template class vfBase::Vector<UiOptionsPage*>;
 template class vfBase::List<std::shared_ptr<Module>>;
-template class vfBase::List<Page*>;
+template class vfBase::List<UiOptionsPage*>;
 template class vfBase::List<vfBase::VfString>;
-template class vfBase::List<osg::ref_ptr<Window>>;
+template class vfBase::List<osg::ref_ptr<DockWindowPrivate>>;
 template class vfBase::Set<std::shared_ptr<Module>>;
 template class vfBase::Map<vfBase::VfString, vfBase::VfString>;
 template class vfBase::Map<vfBase::VfString, std::shared_ptr<Module>>;
-template class vfBase::Map<vfBase::VfString, osg::ref_ptr<Window>>;
+template class vfBase::Map<vfBase::VfString, osg::ref_ptr<DockWindowPrivate>>;
 template class vfBase::Map<vfBase::VfString, vfBase::VfVariant>;
 template class vfBase::Pair<vfBase::VfString, vfBase::VfString>;
 template class vfBase::Pair<vfBase::VfString, std::shared_ptr<Module>>;
-template class vfBase::Pair<vfBase::VfString, osg::ref_ptr<Window>>;
+template class vfBase::Pair<vfBase::VfString, osg::ref_ptr<DockWindowPrivate>>;
 template class vfBase::Iterator<vfBase::Vector<std::shared_ptr<Module>>>;
-template class vfBase::Iterator<vfBase::Vector<Page*>>;
+template class vfBase::Iterator<vfBase::Vector<UiOptionsPage*>>;
 template class vfBase::Iterator<vfBase::List<std::shared_ptr<Module>>>;
 template class vfBase::Iterator<vfBase::Set<std::shared_ptr<Module>>>;
 template class vfBase::AssociativeIterator<vfBase::Map<vfBase::VfString, vfBase::VfString>>;
 template class vfBase::AssociativeIterator<vfBase::Map<vfBase::VfString, std::shared_ptr<Module>>>;
-template class vfBase::AssociativeIterator<vfBase::Map<vfBase::VfString, osg::ref_ptr<Window>>>;
-
-namespace elements {
-
-class Module
-{};
-
-class Page
-{};
-
-} // namespace elements
+template class vfBase::AssociativeIterator<vfBase::Map<vfBase::VfString, osg::ref_ptr<DockWindowPrivate>>>;
 
 namespace {
+
+struct SomeModule : Module
+{
+    const char* getId() const override { return "test::SomeModule"; }
+    const char* getModuleName() const override { return "Some"; }
+};
 
 /// A few elements, all different.
 template <class T>
@@ -78,16 +61,16 @@ struct Elements;
 template <>
 struct Elements<std::shared_ptr<Module>>
 {
-    std::shared_ptr<Module> a = std::make_shared<Module>();
-    std::shared_ptr<Module> b = std::make_shared<Module>();
+    std::shared_ptr<Module> a = std::make_shared<SomeModule>();
+    std::shared_ptr<Module> b = std::make_shared<SomeModule>();
 };
 
 template <>
-struct Elements<Page*>
+struct Elements<UiOptionsPage*>
 {
-    Page pages[2];
-    Page* a = &pages[0];
-    Page* b = &pages[1];
+    UiOptionsPage pages[2];
+    UiOptionsPage* a = &pages[0];
+    UiOptionsPage* b = &pages[1];
 };
 
 template <>
@@ -98,10 +81,10 @@ struct Elements<vfBase::VfString>
 };
 
 template <>
-struct Elements<osg::ref_ptr<Window>>
+struct Elements<osg::ref_ptr<DockWindowPrivate>>
 {
-    osg::ref_ptr<Window> a = new Window;
-    osg::ref_ptr<Window> b = new Window;
+    osg::ref_ptr<DockWindowPrivate> a = new DockWindowPrivate("id");
+    osg::ref_ptr<DockWindowPrivate> b = new DockWindowPrivate("id");
 };
 
 template <>
@@ -117,7 +100,8 @@ template <class T>
 class SequenceOf : public testing::Test
 {};
 
-using SequenceTypes = testing::Types<std::shared_ptr<Module>, Page*, vfBase::VfString, osg::ref_ptr<Window>>;
+using SequenceTypes = testing::Types<std::shared_ptr<Module>, UiOptionsPage*, vfBase::VfString,
+                                     osg::ref_ptr<DockWindowPrivate>>;
 TYPED_TEST_SUITE(SequenceOf, SequenceTypes);
 
 TYPED_TEST(SequenceOf, BehavesAlikeForEachElementType)
@@ -146,8 +130,8 @@ template <class T>
 class MapTo : public testing::Test
 {};
 
-using ValueTypes =
-    testing::Types<vfBase::VfString, std::shared_ptr<Module>, osg::ref_ptr<Window>, vfBase::VfVariant>;
+using ValueTypes = testing::Types<vfBase::VfString, std::shared_ptr<Module>, osg::ref_ptr<DockWindowPrivate>,
+                                  vfBase::VfVariant>;
 TYPED_TEST_SUITE(MapTo, ValueTypes);
 
 TYPED_TEST(MapTo, BehavesAlikeForEachValueType)
@@ -170,7 +154,7 @@ TEST(ContainerInstantiations, ASharedElementLivesAsLongAsAContainerHoldsIt)
     vfBase::Set<std::shared_ptr<Module>> set;
     std::weak_ptr<Module> watched;
     {
-        const auto module = std::make_shared<Module>();
+        const auto module = std::make_shared<SomeModule>();
         watched = module;
         set.insert(module);
     }
