@@ -2,6 +2,10 @@
 #include "headless/HeadlessModelView.h"
 #include "model/FileGate.h"
 #include "model/ViewerDocuments.h"
+#include "ui/ModulePlugin.h"
+#include "ui/OptionsPages.h"
+#include "ui/SceneModule.h"
+#include "ui/ViewerUiSetup.h"
 
 #include <velaforge/application/Application.h>
 #include <velaforge/application/ApplicationCallback.h>
@@ -9,15 +13,18 @@
 #include <velaforge/base/ApplicationInfo.h>
 #include <velaforge/base/ArgumentParser.h>
 #include <velaforge/base/NotifyHandler.h>
+#include <velaforge/base/Printable.h>
 #include <velaforge/base/Version.h>
 #include <velaforge/headless/HeadlessApplication.h>
 #include <velaforge/headless/HeadlessApplicationProducer.h>
+#include <velaforge/modules/ModuleRegistry.h>
 
 #include <osg/Notify>
 
 #include <cstdlib>
 #include <exception>
 #include <iostream>
+#include <string>
 
 namespace {
 
@@ -30,14 +37,20 @@ constexpr int commandLineErrors = 2;
 /// Exit status when a file could not be opened, or a snapshot not written.
 constexpr int fileFailed = 4;
 
-/// Declares the viewer's kinds of document.
+/// Declares the viewer's menus, kinds of document and options pages.
 class ViewerSetup : public vfApplication::ApplicationSetup
 {
 public:
+    const vfApplication::UiSetup& getUiSetup() const override
+    {
+        static const vfViewer::ViewerUiSetup setup; // the module of the application outlives the application
+        return setup;
+    }
     void onRegisterDocumentType() const override
     {
         Application* application = Application::instance(false);
         application->setDocManager(new vfViewer::ViewerDocManager(vfViewer::HeadlessModelView::s_classInfo));
+        vfViewer::announceOptionsPages();
     }
 };
 
@@ -56,6 +69,18 @@ struct ViewerCallback : vfApplication::ApplicationCallback
 
     VfString image;
 };
+
+/// The modules, one of which comes from a library of its own.
+void addModules()
+{
+    static const vfViewer::SceneUiSetup sceneSetup;
+    vfApplication::ModuleRegistry::instance(false)->addModule(new vfViewer::SceneModule(sceneSetup));
+    vfViewer::SceneModule::addDockWindows();
+    std::string reason;
+    if (!vfViewer::addModuleFromLibrary("vfviewer_statistics", reason))
+        std::cerr << "vfviewer: warning: there will be no statistics: " << vfBase::printable(reason)
+                  << std::endl;
+}
 
 void introduce()
 {
@@ -97,6 +122,7 @@ int run(int argc, char** argv)
     ViewerCallback callback;
     Application application(argc, argv, ViewerSetup());
     application.registerCallback(&callback);
+    addModules();
     readOptions(application.getArgumentParser(), callback);
     const int result = application.run();
     if (result == commandLineErrors)

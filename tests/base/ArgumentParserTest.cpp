@@ -196,6 +196,25 @@ TEST(ArgumentParser, TheCountIsTheCallersOwn)
     EXPECT_EQ(nullptr, line.pointers[2]);
 }
 
+TEST(ArgumentParser, TakesAllParametersOfAnOptionInTheirOrder)
+{
+    const Line line({"viewer", "--do", "b", "file", "--do=a", "--do", "b", "--", "--do", "c"});
+    vfBase::StringList values;
+    values.append("before");
+    EXPECT_TRUE(line.parser->readOptionParameter("--do", values));
+    ASSERT_EQ(4u, values.size());
+    EXPECT_EQ("before", values.get(0));
+    EXPECT_EQ("b", values.get(1));
+    EXPECT_EQ("a", values.get(2));
+    EXPECT_EQ("b", values.get(3));
+    EXPECT_FALSE(line.parser->hasErrors());
+    EXPECT_FALSE(line.parser->readOptionParameter("--do", values));
+    const Line incomplete({"viewer", "--do"});
+    EXPECT_FALSE(incomplete.parser->readOptionParameter("--do", values));
+    EXPECT_TRUE(incomplete.parser->hasErrors());
+    EXPECT_EQ(4u, values.size());
+}
+
 TEST(ArgumentParser, WorksWithoutAnyArgumentAndWithoutAVector)
 {
     int count = 0;

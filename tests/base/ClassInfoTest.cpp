@@ -8,7 +8,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
+#include <vector>
 
 using vfBase::ClassInfo;
 using vfBase::Registry_;
@@ -106,6 +108,19 @@ TEST(Registry, AnIdIsFoundBeforeAnEqualClassName)
     const ClassInfo byName("test", "Ambiguous", "test::First", nullptr, nullptr, 8, nullptr);
     const ClassInfo byId("test", "Other", "Ambiguous", nullptr, nullptr, 8, nullptr);
     EXPECT_EQ(&byId, Registry_::instance().findClass("Ambiguous"));
+}
+
+TEST(Registry, TellsItsClassesInOrderOfTheirIdsEachOnce)
+{
+    const ClassInfo second("test", "B", "test::zz::B", nullptr, nullptr, 8, nullptr);
+    const ClassInfo first("test", "A", "test::zz::A", nullptr, nullptr, 8, nullptr);
+    const ClassInfo again("test", "A", "test::zz::A", nullptr, nullptr, 8, nullptr);
+    const std::vector<const ClassInfo*> classes = Registry_::instance().getClasses();
+    const auto at = std::find(classes.begin(), classes.end(), &first);
+    ASSERT_NE(classes.end(), at);
+    ASSERT_NE(classes.end(), at + 1);
+    EXPECT_EQ(&second, at[1]);
+    EXPECT_EQ(0, std::count(classes.begin(), classes.end(), &again));
 }
 
 TEST(VfObject, ACopyIsANewObject)

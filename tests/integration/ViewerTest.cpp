@@ -11,6 +11,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
+#include <fstream>
 #include <set>
 
 #include <sys/stat.h>
@@ -316,6 +318,100 @@ TEST(Viewer, NamesWithBlanksLineBreaksAndForeignBytesAreOpenedAndTold)
     const Outcome missing = view({directory.file("x\n\xFF.obj")});
     EXPECT_THAT(missing.err, HasSubstr("x\\n\\xFF.obj: No such file or directory\n"));
     EXPECT_EQ(1, lines(missing.err));
+}
+
+TEST(Viewer, ListsItsMenusToolbarsDockWindowsAndOptionsPages)
+{
+    const Outcome outcome = view({"--headless", "--list-ui"});
+    EXPECT_EQ(0, outcome.status) << outcome.err;
+    EXPECT_THAT(outcome.out, StartsWith("menus\n  File\n    vfApplicationQt::ActionOpen"));
+    EXPECT_THAT(outcome.out, HasSubstr("\n    Look from\n      vfViewer::ViewFront\n"));
+    EXPECT_THAT(outcome.out, HasSubstr("\n  Tools\n    vfViewer::PrintStatistics\n")); // the library's
+    EXPECT_THAT(outcome.out, HasSubstr("\ntoolbars\n  Standard\n"));
+    EXPECT_THAT(outcome.out, HasSubstr("dock windows\n  vfViewer::SceneTree \"Scene\", left\n"
+                                       "  vfViewer::Statistics \"Statistics\", right, hidden\n"));
+    EXPECT_THAT(outcome.out, testing::EndsWith("options pages\n"
+                                               "  General\n    vfViewer::RecentFilesPage\n"
+                                               "  Pictures\n    vfViewer::PicturePage\n"));
+}
+
+TEST(Viewer, InvokesCommandsInOrderAndThenTakesThePicture)
+{
+    const TemporaryDirectory directory;
+    const std::string plain = directory.file("plain.png");
+    const std::string changed = directory.file("changed.png");
+    const std::string undone = directory.file("undone.png");
+    EXPECT_EQ(0, view({"--snapshot", plain, signpost("obj")}).status);
+    Outcome outcome = view({"--invoke", "vfViewer::SelectNext", "--invoke=vfViewer::SetColor=1,0,0",
+                            "--invoke", "vfViewer::ViewTop", "--snapshot", changed, signpost("obj")});
+    EXPECT_EQ(0, outcome.status) << outcome.err;
+    outcome = view({"--invoke", "vfViewer::SelectNext", "--invoke", "vfViewer::Remove", "--invoke",
+                    "vfViewer::ViewTop", "--invoke", "vfViewer::Undo", "--invoke", "vfViewer::ViewFrontRight",
+                    "--snapshot", undone, signpost("obj")});
+    EXPECT_EQ(0, outcome.status) << outcome.err;
+    EXPECT_NE(vfTest::readFile(plain), vfTest::readFile(changed));
+    EXPECT_EQ(vfTest::readFile(plain), vfTest::readFile(undone));
+}
+
+TEST(Viewer, ACommandOfItsModuleLibraryTellsWhatTheModelConsistsOf)
+{
+    const Outcome outcome = view({"--invoke", "vfViewer::PrintStatistics", signpost("obj")});
+    EXPECT_EQ(0, outcome.status) << outcome.err;
+    EXPECT_THAT(outcome.out, HasSubstr("signpost.obj: "));
+    EXPECT_THAT(outcome.out,
+                testing::ContainsRegex("[1-9][0-9]* triangles and [1-9][0-9]* vertices in [1-9]"));
+}
+
+TEST(Viewer, AnUnknownCommandIsStatus4WithTheNearestNameAndNoneIsRun)
+{
+    const TemporaryDirectory directory;
+    const std::string picture = directory.file("picture.png");
+    const Outcome outcome = view({"--invoke", "vfViewer::PrintStatistics", "--invoke", "vfViewer::Hid",
+                                  "--snapshot", picture, signpost("obj")});
+    EXPECT_EQ(4, outcome.status);
+    EXPECT_THAT(outcome.err, HasSubstr("vfviewer: vfViewer::Hid: there is no such command; did you mean "
+                                       "vfViewer::Hide?\n"));
+    EXPECT_THAT(outcome.out, testing::Not(HasSubstr("triangles")));
+    EXPECT_NE(0, access(picture.c_str(), F_OK));
+}
+
+TEST(Viewer, ACommandThatFailsIsStatus4AndThoseBehindItAreNotRun)
+{
+    Outcome outcome =
+        view({"--invoke", "vfViewer::Move", "--invoke", "vfViewer::PrintStatistics", signpost("obj")});
+    EXPECT_EQ(4, outcome.status);
+    EXPECT_THAT(outcome.err, HasSubstr("an offset is needed"));
+    EXPECT_THAT(outcome.out, testing::Not(HasSubstr("triangles")));
+    outcome = view({"--invoke", "vfViewer::Undo", signpost("obj")});
+    EXPECT_EQ(4, outcome.status);
+    EXPECT_THAT(outcome.err, HasSubstr("there is nothing to undo"));
+    outcome = view({"--invoke", "vfViewer::Hide"});
+    EXPECT_EQ(4, outcome.status);
+    EXPECT_THAT(outcome.err, HasSubstr("vfViewer::Hide: there is no document for the command"));
+    EXPECT_EQ(2, view({"--invoke"}).status);
+}
+
+TEST(Viewer, ConvertsAModelByACommand)
+{
+    const TemporaryDirectory directory;
+    const std::string copy = directory.file("copy.ply.stl");
+    const Outcome outcome = view({"--invoke", "vfViewer::SaveAs=" + copy, signpost("obj")});
+    EXPECT_EQ(0, outcome.status) << outcome.err;
+    EXPECT_EQ(0, view({"--snapshot", directory.file("copy.png"), copy}).status);
+}
+
+TEST(Viewer, WhatARunLeavesTheNextOneFinds)
+{
+    // The settings of the tests are in a home of their own.
+    ASSERT_EQ(0, view({signpost("obj")}).status);
+    const std::string path = std::string(getenv("XDG_CONFIG_HOME")) + "/velaforge/vfviewer.json";
+    std::string settings = vfTest::readFile(path);
+    const std::string area = "\"area\": 1";
+    ASSERT_NE(std::string::npos, settings.find(area)) << settings;
+    settings.replace(settings.find(area), area.size(), "\"area\": 2");
+    std::ofstream(path) << settings;
+    EXPECT_THAT(view({"--list-ui"}).out, HasSubstr("vfViewer::SceneTree \"Scene\", right\n"));
+    EXPECT_THAT(vfTest::readFile(path), testing::Not(HasSubstr(area)));
 }
 
 TEST(Viewer, ASnapshotThatCannotBeWrittenIsStatus4)

@@ -126,6 +126,17 @@ TEST(Module, OfNoDeclarationIsLeftWithABodyThatNobodyOwns)
     EXPECT_EQ(1, module.getModulePrivate()->uiSetup->referenceCount());
 }
 
+TEST(Module, TellsWhetherItsDeclarationIsThere)
+{
+    EXPECT_FALSE(Counted().hasUiSetup());
+    EXPECT_FALSE(Bare(nullptr).hasUiSetup());
+    auto* setup = new MinimalUiSetup;
+    const Counted module(*setup);
+    EXPECT_TRUE(module.hasUiSetup());
+    delete setup;
+    EXPECT_FALSE(module.hasUiSetup());
+}
+
 TEST(Module, KeepsTheBodyOfADeclarationThatIsGone)
 {
     auto* setup = new MinimalUiSetup;

@@ -222,6 +222,14 @@ bool ArgumentParser::readOptionParameter(const char* option, double& value)
     });
 }
 
+bool ArgumentParser::readOptionParameter(const char* option, StringList& values)
+{
+    return takeAll(*this, *d, option, [&](const std::string& text) {
+        values.append(text);
+        return std::string();
+    });
+}
+
 const char* ArgumentParser::getApplicationName() const
 {
     return d->applicationName.c_str();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <velaforge/base/Export.h>
+#include <velaforge/base/StringList.h>
 #include <velaforge/base/VfObject.h>
 #include <velaforge/base/VfString.h>
 
@@ -64,6 +65,9 @@ public:
     bool readOptionParameter(const char* option, VfString& value);
     bool readOptionParameter(const char* option, int& value);
     bool readOptionParameter(const char* option, double& value);
+
+    /// Takes every one of them, and appends the parameters in the order in which they stand.
+    bool readOptionParameter(const char* option, StringList& values);
 
     /// The name shown in usage text and errors; null or empty until it is set.
     const char* getApplicationName() const;

@@ -52,6 +52,14 @@ const ClassInfo* Registry_::findClass(const char* name) const
     return record ? record : first(m_byName, name);
 }
 
+std::vector<const ClassInfo*> Registry_::getClasses() const
+{
+    std::vector<const ClassInfo*> classes;
+    for (const auto& [id, records] : m_byId)
+        classes.push_back(records.front());
+    return classes;
+}
+
 void Registry_::add(const ClassInfo* record)
 {
     m_byId[record->getClassId()].push_back(record);

@@ -34,6 +34,9 @@ public:
     /// @return the record, null when there is none
     const ClassInfo* findClass(const char* name) const;
 
+    /// @return the record that answers for each class id, in order of the ids
+    std::vector<const ClassInfo*> getClasses() const;
+
 private:
     friend class ClassInfo;
 

@@ -5,12 +5,21 @@
 #include <velaforge/base/ArgumentParser.h>
 #include <velaforge/base/NotifyHandler.h>
 #include <velaforge/base/Printable.h>
+#include <velaforge/base/StringList.h>
+#include <velaforge/base/VfVariant.h>
+#include <velaforge/commands/Command.h>
+#include <velaforge/commands/CommandItem.h>
+#include <velaforge/commands/CommandProcessor.h>
 #include <velaforge/documents/DocManager.h>
+#include <velaforge/documents/Document.h>
 #include <velaforge/documents/View.h>
+#include <velaforge/headless/CommandNames.h>
+#include <velaforge/headless/HeadlessBars.h>
+#include <velaforge/headless/HeadlessDockWindows.h>
 #include <velaforge/headless/ImageFile.h>
 #include <velaforge/headless/OffscreenRenderer.h>
 #include <velaforge/headless/SnapshotSource.h>
-#include <velaforge/shell/StatusBar.h>
+#include <velaforge/headless/UiListing.h>
 
 #include <osg/Notify>
 #include <osg/Timer>
@@ -18,6 +27,8 @@
 #include <algorithm>
 #include <cstdlib>
 #include <iostream>
+#include <string>
+#include <vector>
 
 namespace vfApplication {
 
@@ -25,6 +36,8 @@ namespace {
 
 struct Request
 {
+    bool isListWanted = false;
+    vfBase::StringList commands; ///< each with its argument behind "="
     vfBase::VfString snapshot;
     int width = 1280;
     int height = 800;
@@ -63,11 +76,67 @@ bool parseSize(const vfBase::VfString& size, int& width, int& height)
     return true;
 }
 
+bool say(const vfBase::VfString& subject, const vfBase::VfString& reason)
+{
+    std::cerr << Application::instance(false)->getApplicationName() << ": " << vfBase::printable(subject)
+              << ": " << reason << std::endl;
+    return false;
+}
+
 bool fail(const vfBase::VfString& path, const vfBase::VfString& reason)
 {
-    std::cerr << Application::instance(false)->getApplicationName() << ": " << vfBase::printable(path)
-              << ": snapshot not written: " << reason << std::endl;
-    return false;
+    return say(path, "snapshot not written: " + reason.str());
+}
+
+/// A command of the command line.
+struct Invocation
+{
+    std::string name;
+    Command command;
+    vfBase::VfVariant argument;
+};
+
+/// @return false when a name is unknown, which is told for each
+bool findCommands(const vfBase::StringList& asked, std::vector<Invocation>& invocations)
+{
+    bool areAllKnown = true;
+    for (unsigned int i = 0; i < asked.size(); ++i) {
+        const std::string text = asked.get(i).str();
+        const std::size_t equals = text.find('=');
+        Invocation invocation{text.substr(0, equals), Command(), vfBase::VfVariant()};
+        if (equals != std::string::npos)
+            invocation.argument = vfBase::VfVariant(vfBase::VfString(text.substr(equals + 1)));
+        invocation.command = Command::getCommandByName(invocation.name);
+        if (!invocation.command.isValid()) {
+            const vfBase::VfString nearest = nearestName(invocation.name, commandNames());
+            areAllKnown = say(invocation.name, nearest.empty() ? std::string("there is no such command")
+                                                               : "there is no such command; did you mean " +
+                                                                     nearest.str() + "?");
+        }
+        invocations.push_back(invocation);
+    }
+    return areAllKnown;
+}
+
+/// Nobody tells whether a command that was invoked did its work. One that can be undone stands in the history if so.
+bool invoke(Invocation& invocation)
+{
+    const Document* document = Application::instance(false)->getActiveDocument();
+    if (!document)
+        return say(invocation.name, "there is no document for the command");
+    invocation.command.invoke(invocation.argument);
+    if (!invocation.command.canUndo() || Application::instance(false)->getActiveDocument() != document)
+        return true;
+    const bool isDone = document->getCommandProcessor()->getCurrentCommand() == invocation.command;
+    return isDone || say(invocation.name, "the command could not be carried out");
+}
+
+/// Stops at the first one that fails: those behind it may rely on it.
+bool invokeCommands(const vfBase::StringList& asked)
+{
+    std::vector<Invocation> invocations;
+    return findCommands(asked, invocations) &&
+           std::all_of(invocations.begin(), invocations.end(), [](Invocation& one) { return invoke(one); });
 }
 
 bool takeSnapshot(const Request& asked)
@@ -93,11 +162,20 @@ bool takeSnapshot(const Request& asked)
     return true;
 }
 
+bool serve(const Request& asked)
+{
+    if (asked.isListWanted)
+        listUi(std::cout);
+    return invokeCommands(asked.commands) && (asked.snapshot.empty() || takeSnapshot(asked));
+}
+
 } // namespace
 
 struct HeadlessApplicationPrivate
 {
-    StatusBar statusBar;
+    HeadlessStatusBar statusBar;
+    HeadlessTitleBar titleBar;
+    std::vector<HeadlessToolbar> toolbars;
     bool exitRequested = false;
     int exitCode = 0;
 };
@@ -111,6 +189,9 @@ void HeadlessApplication::declareOptions(vfBase::ArgumentParser& parser)
     parser.addCommandLineOption("--snapshot <file>", "Render the active document into this image, then end",
                                 nullptr);
     parser.addCommandLineOption("--size <width>x<height>", "Size of the snapshot in pixels", "1280x800");
+    parser.addCommandLineOption("--invoke <command>[=<argument>]",
+                                "Run a command on the active document; as often as given, in order", nullptr);
+    parser.addCommandLineOption("--list-ui", "List menus, toolbars, dock windows and options pages", nullptr);
 }
 
 void HeadlessApplication::readOptions(vfBase::ArgumentParser& parser)
@@ -127,6 +208,9 @@ void HeadlessApplication::readOptions(vfBase::ArgumentParser& parser)
         parser.reportError("--size " + vfBase::printable(value).str() +
                            ": not a size; write <width>x<height>, each from 1 to " +
                            std::to_string(OffscreenRenderer::sizeLimit));
+    parser.readOptionParameter("--invoke", request().commands);
+    if (parser.readOptionParameter("--list-ui"))
+        request().isListWanted = true;
 }
 
 int HeadlessApplication::onBeforeRun()
@@ -137,11 +221,25 @@ int HeadlessApplication::onBeforeRun()
 
 int HeadlessApplication::runEventLoop()
 {
+    HeadlessDockWindowProducer::restoreStates();
+    const CommandItem toolbars = declaredToolbars();
+    d->toolbars.assign(toolbars.getList().begin(), toolbars.getList().end());
+    const bool isDone = d->exitRequested || serve(request());
+    HeadlessDockWindowProducer::saveStates();
     if (d->exitRequested)
         return d->exitCode;
-    if (!request().snapshot.empty() && !takeSnapshot(request()))
-        return snapshotFailed;
-    return d->exitRequested ? d->exitCode : 0;
+    return isDone ? 0 : requestFailed;
+}
+
+HeadlessTitleBar& HeadlessApplication::getTitleBar()
+{
+    d->titleBar.titleBarOperationA();
+    return d->titleBar;
+}
+
+const std::vector<HeadlessToolbar>& HeadlessApplication::getToolbars() const
+{
+    return d->toolbars;
 }
 
 int HeadlessApplication::onAfterRun()

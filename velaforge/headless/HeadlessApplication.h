@@ -5,6 +5,7 @@
 #include <velaforge/headless/Export.h>
 
 #include <memory>
+#include <vector>
 
 namespace vfBase {
 class ArgumentParser;
@@ -13,6 +14,8 @@ class ArgumentParser;
 namespace vfApplication {
 
 struct HeadlessApplicationPrivate;
+class HeadlessTitleBar;
+class HeadlessToolbar;
 
 /// The shell of a program without a screen: its event loop does what the command line asks for and returns.
 ///
@@ -20,13 +23,17 @@ struct HeadlessApplicationPrivate;
 /// |---|---|
 /// | `--snapshot <file>` | a picture of the active document goes into this file |
 /// | `--size <width>x<height>` | size of the picture in pixels, 1280x800 unless given |
+/// | `--invoke <command>[=<argument>]` | a command runs on the active document; as often as given, in order |
+/// | `--list-ui` | menus, toolbars, dock windows and options pages are listed on standard output |
 ///
-/// The view to be shown is a SnapshotSource. HeadlessApplicationProducer makes the shell.
+/// They are served in the order: list, commands, picture. A command that is unknown keeps all of them from running. The
+/// dock windows are put as they stood at the end of the last run first, and how they stand is kept at the end. The view to be shown is a SnapshotSource. HeadlessApplicationProducer makes the shell.
 class VFAPPLICATIONHEADLESS_EXPORT HeadlessApplication : public ApplicationInterface
 {
 public:
-    /// What runEventLoop() returns when the picture could not be made or written; the reason stands on standard error.
-    static constexpr int snapshotFailed = 4;
+    /// What runEventLoop() returns when the picture could not be made or written, or a command is unknown or failed; the
+    /// reason stands on standard error.
+    static constexpr int requestFailed = 4;
 
     HeadlessApplication();
     ~HeadlessApplication() override;
@@ -44,14 +51,20 @@ public:
 
     int onBeforeRun() override;
 
-    /// @return what exit() was called with if that was before, otherwise 0 or snapshotFailed
+    /// @return what exit() was called with if that was before, otherwise 0 or requestFailed
     int runEventLoop() override;
     int onAfterRun() override;
     void exit(int code) override;
     void shellExtensionA() override;
 
-    /// @return a status bar that shows nothing
+    /// @return a HeadlessStatusBar
     StatusBar& getStatusBar() override;
+
+    /// @return the title bar, whose title is made anew
+    HeadlessTitleBar& getTitleBar();
+
+    /// @return the toolbars that the modules declared when the event loop began; none before
+    const std::vector<HeadlessToolbar>& getToolbars() const;
     void shellExtensionB() override;
     void shellExtensionC() override;
 

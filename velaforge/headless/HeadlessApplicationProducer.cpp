@@ -2,6 +2,7 @@
 #include <velaforge/headless/HeadlessApplicationProducer.h>
 
 #include <velaforge/headless/HeadlessApplication.h>
+#include <velaforge/headless/HeadlessDockWindows.h>
 
 #include <memory>
 
@@ -23,6 +24,7 @@ void HeadlessApplicationProducer::install()
 {
     static HeadlessApplicationProducer producer;
     Realizer = &producer;
+    HeadlessDockWindowProducer::install();
 }
 
 ApplicationInterface* HeadlessApplicationProducer::create(Application*, int&, char**, bool destroy)

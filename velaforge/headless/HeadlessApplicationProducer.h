@@ -16,7 +16,7 @@ namespace vfApplication {
 ///     }
 struct VFAPPLICATIONHEADLESS_EXPORT HeadlessApplicationProducer : ApplicationProducer
 {
-    /// Makes this kind of shell the one of the process. Before the application's shell is asked for.
+    /// Makes this kind of shell, and of dock windows, the one of the process. Before the application is constructed.
     static void install();
 
     ApplicationInterface* create(Application* application, int& argc, char** argv, bool destroy) override;

@@ -65,9 +65,14 @@ ModuleInterface* Module::getModuleInterface()
     return d->moduleInterface;
 }
 
+bool Module::hasUiSetup() const
+{
+    return d && d->uiSetup && d->uiSetup->owner;
+}
+
 const UiSetup& Module::getUiSetup() const
 {
-    assert(d->uiSetup->owner && "the declaration that the module was given is gone");
+    assert(hasUiSetup() && "the declaration that the module was given is gone");
     return *d->uiSetup->owner;
 }
 

@@ -49,6 +49,9 @@ public:
     /// @return null, for every module: see ModulePrivate
     ModuleInterface* getModuleInterface();
 
+    /// @return whether the declaration that the module was given is still there, so that getUiSetup() may be asked
+    bool hasUiSetup() const;
+
     /// @return the declaration that owns the shared body at this moment
     const UiSetup& getUiSetup() const;
 

@@ -3,6 +3,7 @@
 
 #include "model/LitScene.h"
 #include "model/ModelDocument.h"
+#include "model/ViewerSettings.h"
 
 #include <velaforge/base/ClassInfo.h>
 
@@ -23,7 +24,8 @@ std::optional<StandardView> chosen;
 StandardView viewFor(const vfApplication::Document& document)
 {
     const bool isImage = dynamic_cast<const ImageDocument*>(&document) != nullptr;
-    return chosen.value_or(isImage ? StandardView::Front : StandardView::FrontRight);
+    const auto first = static_cast<StandardView>(ViewerSettings::instance().getFirstView());
+    return chosen.value_or(isImage ? StandardView::Front : first);
 }
 
 } // namespace
@@ -39,16 +41,25 @@ const vfBase::ClassInfo* HeadlessModelView::getClassInfo() const
 
 bool HeadlessModelView::onCreate(vfApplication::Document* document, const vfBase::Options&)
 {
-    return dynamic_cast<ModelDocument*>(document) != nullptr;
+    if (!dynamic_cast<ModelDocument*>(document))
+        return false;
+    m_view = viewFor(*document);
+    return true;
 }
 
 osg::ref_ptr<osg::Image> HeadlessModelView::takeSnapshot(int width, int height, vfBase::VfString& reason)
 {
     const auto& document = dynamic_cast<const ModelDocument&>(*getDocument());
-    const CameraPlacement camera =
-        placeCamera(document.scene(), viewFor(document), static_cast<double>(width) / height);
+    const CameraPlacement camera = placeCamera(document.scene(), m_view, static_cast<double>(width) / height);
+    const ViewerSettings& settings = ViewerSettings::instance();
+    m_renderer.setBackground(settings.getBackgroundTop(), settings.getBackgroundBottom());
     return m_renderer.render(*makeLitScene(document.scene()), camera.view, camera.projection, width, height,
                              reason);
+}
+
+void HeadlessModelView::lookFrom(StandardView view)
+{
+    m_view = view;
 }
 
 void HeadlessModelView::setStandardView(StandardView view)

@@ -1,16 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "model/StandardView.h"
+#include "model/ModelView.h"
 
-#include <velaforge/documents/View.h>
 #include <velaforge/headless/OffscreenRenderer.h>
 #include <velaforge/headless/SnapshotSource.h>
 
 namespace vfViewer {
 
 /// Shows a model to nobody, but can be asked for a picture.
-class HeadlessModelView : public vfApplication::View, public vfApplication::SnapshotSource
+class HeadlessModelView : public ModelView, public vfApplication::SnapshotSource
 {
 public:
     static const vfBase::ClassInfo s_classInfo;
@@ -19,10 +18,13 @@ public:
     bool onCreate(vfApplication::Document* document, const vfBase::Options& options) override;
     osg::ref_ptr<osg::Image> takeSnapshot(int width, int height, vfBase::VfString& reason) override;
 
-    /// The direction from which pictures of models are taken from here on.
+    void lookFrom(StandardView view) override;
+
+    /// The direction from which views that are made from here on look, whatever the settings say.
     static void setStandardView(StandardView view);
 
 private:
+    StandardView m_view = StandardView::Front;
     vfApplication::OffscreenRenderer m_renderer;
 };
 

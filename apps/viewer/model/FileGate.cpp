@@ -212,7 +212,10 @@ std::string FileGate::libraryPath(const std::string& name)
                           file.compare(file.size() - suffix.size(), suffix.size(), suffix) == 0;
     if (isPlugin && isListedPlugin(file.substr(prefix.size(), file.size() - prefix.size() - suffix.size())))
         return directory + "/" + file;
-    // An empty answer would make OpenSceneGraph look for the library itself.
+    // The viewer opens its modules by itself, and none from a directory on the library path.
+    if (file.compare(0, 10, "vfModules-") == 0)
+        return std::string();
+    // An empty answer would make OpenSceneGraph open a library of that name itself.
     return directory + "/not-listed/" + file;
 }
 

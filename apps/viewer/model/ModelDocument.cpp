@@ -52,6 +52,7 @@ const char* ModelDocument::classId()
 
 bool ModelDocument::deleteContents()
 {
+    m_selection = nullptr;
     m_scene->setModel(nullptr);
     return true;
 }
@@ -79,6 +80,30 @@ bool ModelDocument::move(osg::Node& node, const osg::Vec3d& offset)
 bool ModelDocument::setColor(osg::Node& node, const osg::Vec4& color)
 {
     return submit(new ColorCommand(*m_scene, node, color));
+}
+
+osg::Node* ModelDocument::target() const
+{
+    osg::Node* selected = getSelection();
+    if (selected)
+        return selected;
+    return scene().getNumChildren() > 0 ? scene().getChild(0) : nullptr;
+}
+
+osg::Node* ModelDocument::getSelection() const
+{
+    return m_selection && m_scene->contains(*m_selection) ? m_selection.get() : nullptr;
+}
+
+void ModelDocument::setSelection(osg::Node* node)
+{
+    m_selection = node && m_scene->contains(*node) ? node : nullptr;
+}
+
+void ModelDocument::reportFailure(const vfBase::VfString& reason) const
+{
+    if (FailureListener* told = listener())
+        told->onFailure(getFilename(), reason);
 }
 
 bool ModelDocument::submit(vfApplication::CommandPrivate* body)
@@ -123,8 +148,8 @@ vfBase::WriteResult ModelDocument::doSaveDocument(const vfBase::VfString& path,
     vfBase::VfString reason;
     if (writeModel(scene(), path, reason))
         return vfBase::WriteResult::Written;
-    if (FailureListener* listener = this->listener())
-        listener->onFailure(path, reason);
+    if (FailureListener* told = listener())
+        told->onFailure(path, reason);
     return vfBase::WriteResult(vfBase::WriteResult::WriteFailed, reason);
 }
 

@@ -53,6 +53,21 @@ public:
     /// @param color  red, green, blue and alpha from 0 to 1, for everything below the node
     bool setColor(osg::Node& node, const osg::Vec4& color);
 
+    /// @return what commands work on: the part that is selected, the whole model while none is; null without a model
+    osg::Node* target() const;
+
+    /// @return the part that is selected, null while none is
+    osg::Node* getSelection() const;
+
+    /// Selects a node of the scene; null and a node that is not in it select nothing.
+    void setSelection(osg::Node* node);
+
+    /// @return the scene as the commands in the history share it
+    ModelScene& getModelScene() const { return *m_scene; }
+
+    /// Tells the user, where somebody does that, why something could not be done.
+    void reportFailure(const vfBase::VfString& reason) const;
+
     /// @return "vfViewer::ModelDocument"
     static const char* classId();
 
@@ -70,6 +85,7 @@ private:
     bool submit(vfApplication::CommandPrivate* body);
 
     osg::ref_ptr<ModelScene> m_scene;
+    osg::ref_ptr<osg::Node> m_selection;
 };
 
 /// An image on an upright rectangle.

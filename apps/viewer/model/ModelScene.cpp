@@ -3,9 +3,52 @@
 
 #include "model/ModelDocument.h"
 
+#include <osg/Drawable>
+#include <osg/Geode>
+#include <osg/NodeVisitor>
+
 #include <algorithm>
+#include <functional>
+#include <utility>
 
 namespace vfViewer {
+
+namespace {
+
+using Nodes = std::vector<osg::ref_ptr<osg::Node>>;
+
+/// Collects the nodes of a kind, hidden ones too, each once.
+class Collector : public osg::NodeVisitor
+{
+public:
+    explicit Collector(std::function<bool(osg::Node&)> isWanted)
+        : NodeVisitor(TRAVERSE_ALL_CHILDREN), m_isWanted(std::move(isWanted))
+    {
+        setNodeMaskOverride(~0u);
+    }
+
+    void apply(osg::Node& node) override
+    {
+        if (m_isWanted(node) && std::find(nodes.begin(), nodes.end(), &node) == nodes.end())
+            nodes.emplace_back(&node);
+        traverse(node);
+    }
+
+    Nodes nodes;
+
+private:
+    std::function<bool(osg::Node&)> m_isWanted;
+};
+
+bool isPart(osg::Node& node)
+{
+    if (node.asGeode())
+        return true;
+    const bool isInGeode = node.getNumParents() > 0 && node.getParent(0)->asGeode();
+    return node.asDrawable() && !isInGeode;
+}
+
+} // namespace
 
 void ModelScene::setModel(osg::Node* model)
 {
@@ -35,6 +78,20 @@ std::vector<osg::ref_ptr<osg::Group>> ModelScene::parentsOf(const osg::Node& nod
             inside.emplace_back(parent);
     }
     return inside;
+}
+
+Nodes ModelScene::parts() const
+{
+    Collector collector(isPart);
+    m_root->accept(collector);
+    return collector.nodes;
+}
+
+Nodes ModelScene::hiddenNodes() const
+{
+    Collector collector([](osg::Node& node) { return node.getNodeMask() == 0; });
+    m_root->accept(collector);
+    return collector.nodes;
 }
 
 void ModelScene::changed()

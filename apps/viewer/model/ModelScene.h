@@ -32,6 +32,12 @@ public:
     /// @return the groups of this scene in which @p node hangs; others may share it
     std::vector<osg::ref_ptr<osg::Group>> parentsOf(const osg::Node& node) const;
 
+    /// @return the parts of the model in the order of the scene: the nodes that hold what is drawn, each once
+    std::vector<osg::ref_ptr<osg::Node>> parts() const;
+
+    /// @return the nodes that are hidden themselves
+    std::vector<osg::ref_ptr<osg::Node>> hiddenNodes() const;
+
     /// Has the document count as modified and its views drawn anew.
     void changed();
 

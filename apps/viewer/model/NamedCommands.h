@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "model/SceneCommands.h"
+
+#include <velaforge/commands/CommandPrivate.h>
+
+namespace vfViewer {
+
+class ModelDocument;
+
+/// @return the active document if it is a model, null otherwise
+ModelDocument* activeModel();
+
+/// A command that changes nothing of the model and so stays out of the history: it is carried out at once. What fails is
+/// told by the command itself.
+class DirectCommand : public vfApplication::CommandPrivate
+{
+public:
+    using CommandPrivate::Do;
+
+    void invoke(const vfBase::VfVariant& argument) override;
+    bool Do(const vfBase::VfVariant& argument) override;
+
+protected:
+    ~DirectCommand() override = default;
+
+    virtual bool carryOut(ModelDocument& document, const vfBase::VfVariant& argument) = 0;
+};
+
+/// A change of the model that is made by name: of the part that is selected, or of the whole model.
+class NamedEdit : public vfApplication::CommandPrivate
+{
+public:
+    using CommandPrivate::Do;
+    using CommandPrivate::undo;
+
+    bool canUndo() const override { return true; }
+
+    /// Decides at the first time what is changed; later times change the same.
+    bool Do(const vfBase::VfVariant& argument) override;
+    bool undo(const vfBase::VfVariant& argument) override;
+
+protected:
+    ~NamedEdit() override = default;
+
+    /// @return the changes, made one after the other; none when that is not possible, which is told here
+    virtual std::vector<osg::ref_ptr<SceneCommand>> makeEdits(const ModelDocument& document,
+                                                              const vfBase::VfVariant& argument) = 0;
+
+private:
+    std::vector<osg::ref_ptr<SceneCommand>> m_edits;
+};
+
+} // namespace vfViewer

@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: MIT
+#include "model/ViewerSettings.h"
+
+#include <velaforge/base/RegisterSettingsObjectProxy.h>
+#include <velaforge/base/Settings.h>
+#include <velaforge/base/SettingsObject.h>
+#include <velaforge/base/SettingsProperties.h>
+
+#include <osg/ref_ptr>
+
+namespace vfViewer {
+
+namespace {
+
+using vfBase::SettingsProperties;
+using vfBase::SettingsValue;
+
+SettingsValue colorValue(const osg::Vec3f& color)
+{
+    return SettingsValue::List{static_cast<double>(color.x()), static_cast<double>(color.y()),
+                               static_cast<double>(color.z())};
+}
+
+bool readColor(const SettingsValue& value, osg::Vec3f& color)
+{
+    const SettingsValue::List* parts = value.list();
+    if (!parts || parts->size() != 3)
+        return false;
+    for (int i = 0; i < 3; ++i) {
+        if (!(*parts)[static_cast<std::size_t>(i)].read(color[i]) || color[i] < 0 || color[i] > 1)
+            return false;
+    }
+    return true;
+}
+
+bool takeFirstView(ViewerSettings& settings, const SettingsValue& value)
+{
+    int view = -1;
+    if (!value.read(view) || view < 0 || view >= standardViewCount)
+        return false;
+    settings.setFirstView(view);
+    return true;
+}
+
+bool takeTop(ViewerSettings& settings, const SettingsValue& value)
+{
+    osg::Vec3f color;
+    if (!readColor(value, color))
+        return false;
+    settings.setBackground(color, settings.getBackgroundBottom());
+    return true;
+}
+
+bool takeBottom(ViewerSettings& settings, const SettingsValue& value)
+{
+    osg::Vec3f color;
+    if (!readColor(value, color))
+        return false;
+    settings.setBackground(settings.getBackgroundTop(), color);
+    return true;
+}
+
+const SettingsProperties properties(
+    "vfViewer::ViewerSettings",
+    {SettingsProperties::property<ViewerSettings>(
+         "firstView", [](const ViewerSettings& settings) { return settings.getFirstView(); }, takeFirstView),
+     SettingsProperties::property<ViewerSettings>(
+         "backgroundTop",
+         [](const ViewerSettings& settings) { return colorValue(settings.getBackgroundTop()); }, takeTop),
+     SettingsProperties::property<ViewerSettings>(
+         "backgroundBottom",
+         [](const ViewerSettings& settings) { return colorValue(settings.getBackgroundBottom()); },
+         takeBottom)});
+
+const vfBase::RegisterSettingsObjectProxy registered(vfBase::SettingsObject(&ViewerSettings::instance()),
+                                                     vfBase::Settings::global());
+
+} // namespace
+
+ViewerSettings::ViewerSettings(const ViewerSettings& other, const osg::CopyOp& copyop)
+    : SettingsObjectPrivate(other, copyop),
+      m_firstView(other.m_firstView),
+      m_backgroundTop(other.m_backgroundTop),
+      m_backgroundBottom(other.m_backgroundBottom)
+{}
+
+ViewerSettings& ViewerSettings::instance()
+{
+    static const osg::ref_ptr<ViewerSettings> settings = new ViewerSettings;
+    return *settings;
+}
+
+void ViewerSettings::setFirstView(int view)
+{
+    if (view >= 0 && view < standardViewCount)
+        m_firstView = view;
+}
+
+void ViewerSettings::setBackground(const osg::Vec3f& top, const osg::Vec3f& bottom)
+{
+    m_backgroundTop = top;
+    m_backgroundBottom = bottom;
+}
+
+} // namespace vfViewer

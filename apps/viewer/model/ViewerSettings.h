@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "model/StandardView.h"
+
+#include <velaforge/base/SettingsObjectPrivate.h>
+
+#include <osg/Vec3f>
+
+namespace vfViewer {
+
+/// What the user chose of the viewer, kept between runs.
+class ViewerSettings : public vfBase::SettingsObjectPrivate
+{
+public:
+    META_Object(vfViewer, ViewerSettings)
+
+        ViewerSettings() = default;
+    ViewerSettings(const ViewerSettings& other, const osg::CopyOp& copyop);
+
+    /// @return the one object, known to the store
+    static ViewerSettings& instance();
+
+    /// From where models are looked at first, 0 to 9 as StandardView counts; the upper right corner unless set.
+    int getFirstView() const { return m_firstView; }
+
+    /// Nothing for a number that is no view.
+    void setFirstView(int view);
+
+    /// The colours of pictures behind the model, red, green and blue from 0 to 1, at the top and at the bottom.
+    const osg::Vec3f& getBackgroundTop() const { return m_backgroundTop; }
+    const osg::Vec3f& getBackgroundBottom() const { return m_backgroundBottom; }
+    void setBackground(const osg::Vec3f& top, const osg::Vec3f& bottom);
+
+protected:
+    ~ViewerSettings() override = default;
+
+private:
+    int m_firstView = static_cast<int>(StandardView::FrontRight);
+    osg::Vec3f m_backgroundTop{0.86f, 0.90f, 0.95f};
+    osg::Vec3f m_backgroundBottom{0.56f, 0.64f, 0.72f};
+};
+
+} // namespace vfViewer

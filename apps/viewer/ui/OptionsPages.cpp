@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: MIT
+#include "ui/OptionsPages.h"
+
+#include "model/ViewerSettings.h"
+
+#include <velaforge/base/ClassInfo.h>
+#include <velaforge/documents/FileHistorySettings.h>
+#include <velaforge/shell/OptionsPageManager.h>
+#include <velaforge/shell/Registry.h>
+
+#include <algorithm>
+
+namespace vfViewer {
+
+namespace {
+
+template <class Page>
+vfBase::VfObject* createPage()
+{
+    return new Page;
+}
+
+} // namespace
+
+const vfBase::ClassInfo RecentFilesPage::s_classInfo("vfViewer", "RecentFilesPage",
+                                                     "vfViewer::RecentFilesPage", &UiOptionsPage::s_classInfo,
+                                                     nullptr, sizeof(RecentFilesPage),
+                                                     createPage<RecentFilesPage>);
+
+const vfBase::ClassInfo PicturePage::s_classInfo("vfViewer", "PicturePage", "vfViewer::PicturePage",
+                                                 &UiOptionsPage::s_classInfo, nullptr, sizeof(PicturePage),
+                                                 createPage<PicturePage>);
+
+const vfBase::ClassInfo* RecentFilesPage::getClassInfo() const
+{
+    return &s_classInfo;
+}
+
+void RecentFilesPage::loadOptions()
+{
+    maxFiles = vfApplication::FileHistorySettings::instance(false)->getMaxFiles();
+}
+
+void RecentFilesPage::applyOptions()
+{
+    vfApplication::FileHistorySettings::instance(false)->setMaxFiles(std::max(maxFiles, 1u));
+}
+
+const vfBase::ClassInfo* PicturePage::getClassInfo() const
+{
+    return &s_classInfo;
+}
+
+const char* PicturePage::getGroupName()
+{
+    return "Pictures";
+}
+
+const char* PicturePage::getGroupIconName()
+{
+    return "OptionsPictures";
+}
+
+int PicturePage::getGroupOrder()
+{
+    return 1;
+}
+
+void PicturePage::loadOptions()
+{
+    const ViewerSettings& settings = ViewerSettings::instance();
+    firstView = settings.getFirstView();
+    backgroundTop = settings.getBackgroundTop();
+    backgroundBottom = settings.getBackgroundBottom();
+}
+
+void PicturePage::applyOptions()
+{
+    ViewerSettings::instance().setFirstView(firstView);
+    ViewerSettings::instance().setBackground(backgroundTop, backgroundBottom);
+}
+
+void announceOptionsPages()
+{
+    auto& pages = vfApplication::Registry::instance().getOptionsPageManager();
+    pages.addOptionsPageId(RecentFilesPage::s_classInfo.getClassId());
+    pages.addOptionsPageId(PicturePage::s_classInfo.getClassId());
+}
+
+} // namespace vfViewer

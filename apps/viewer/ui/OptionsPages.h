@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <velaforge/shell/UiOptionsPage.h>
+
+#include <osg/Vec3f>
+
+namespace vfBase {
+class ClassInfo;
+}
+
+namespace vfViewer {
+
+/// How many recent files are kept.
+class RecentFilesPage : public vfApplication::UiOptionsPage
+{
+public:
+    static const vfBase::ClassInfo s_classInfo;
+
+    const vfBase::ClassInfo* getClassInfo() const override;
+    void loadOptions() override;
+    void applyOptions() override;
+
+    /// What the page shows, at least 1.
+    unsigned int maxFiles = 1;
+};
+
+/// From where models are looked at first, and what is behind them.
+class PicturePage : public vfApplication::UiOptionsPage
+{
+public:
+    static const vfBase::ClassInfo s_classInfo;
+
+    const vfBase::ClassInfo* getClassInfo() const override;
+    const char* getGroupName() override;
+    const char* getGroupIconName() override;
+    int getGroupOrder() override;
+    void loadOptions() override;
+    void applyOptions() override;
+
+    // What the page shows, see ViewerSettings.
+    int firstView = 0;
+    osg::Vec3f backgroundTop;
+    osg::Vec3f backgroundBottom;
+};
+
+/// Announces the pages of the viewer.
+void announceOptionsPages();
+
+} // namespace vfViewer

@@ -1,0 +1,259 @@
+// SPDX-License-Identifier: MIT
+#include "model/FileGate.h"
+#include "model/ModelDocument.h"
+#include "model/ModelScene.h"
+#include "model/ModelView.h"
+#include "model/ViewerDocuments.h"
+#include "support/Models.h"
+#include "support/RecordingShell.h"
+#include "support/TemporaryDirectory.h"
+
+#include <velaforge/application/Application.h>
+#include <velaforge/application/ApplicationSetup.h>
+#include <velaforge/base/ClassInfo.h>
+#include <velaforge/base/NotifyHandler.h>
+#include <velaforge/commands/Command.h>
+#include <velaforge/commands/CommandPrivate.h>
+#include <velaforge/commands/CommandProcessor.h>
+#include <velaforge/headless/CommandNames.h>
+
+#include <osg/ComputeBoundsVisitor>
+#include <osg/Notify>
+#include <osg/Transform>
+
+#include <gmock/gmock.h>
+
+#include <memory>
+#include <sstream>
+#include <string>
+
+using testing::HasSubstr;
+using vfApplication::Application;
+using vfApplication::Command;
+using vfBase::VfVariant;
+using vfTest::signpost;
+using vfViewer::ModelDocument;
+
+namespace {
+
+struct TurningView : vfViewer::ModelView
+{
+    static int s_view;
+    bool onCreate(vfApplication::Document*, const vfBase::Options&) override { return true; }
+    void lookFrom(vfViewer::StandardView view) override { s_view = static_cast<int>(view); }
+};
+int TurningView::s_view = -1;
+
+const vfBase::ClassInfo turningView("test", "TurningView", "test::TurningView",
+                                    &vfApplication::View::s_classInfo, nullptr, 8,
+                                    []() -> vfBase::VfObject* { return new TurningView; });
+
+struct Setup : vfApplication::ApplicationSetup
+{
+    void onRegisterDocumentType() const override
+    {
+        Application::instance(false)->setDocManager(new vfViewer::ViewerDocManager(turningView));
+    }
+};
+
+/// The viewer's documents with one model open.
+struct Workshop
+{
+    explicit Workshop(const std::string& path = signpost("obj")) : line({"program"})
+    {
+        vfBase::NotifyHandler::instance().install();
+        osg::setNotifyLevel(osg::WARN);
+        vfViewer::FileGate::install();
+        application = std::make_unique<Application>(line.argc(), line.argv(), Setup());
+        document = dynamic_cast<ModelDocument*>(application->openDocument(path.c_str(), vfBase::Options()));
+    }
+
+    /// @return what was said on standard error
+    static std::string invoke(const char* name, const VfVariant& argument = VfVariant())
+    {
+        testing::internal::CaptureStderr();
+        Command command = Command::getCommandByName(name);
+        EXPECT_TRUE(command.isValid()) << name;
+        command.invoke(argument);
+        return testing::internal::GetCapturedStderr();
+    }
+
+    /// @return what there is of the model in one text: the parts, how they hang in the scene, where they stand
+    std::string digest() const
+    {
+        std::ostringstream text;
+        for (const auto& part : document->getModelScene().parts()) {
+            osg::ComputeBoundsVisitor bounds;
+            part->accept(bounds);
+            for (const osg::NodePath& path : part->getParentalNodePaths()) {
+                for (const osg::Node* node : path)
+                    text << node->getName() << (node->getNodeMask() ? '+' : '-') << node->getStateSet()
+                         << '/';
+                const osg::Vec3d center = bounds.getBoundingBox().center() * osg::computeLocalToWorld(path);
+                text << center.x() << ' ' << center.y() << ' ' << center.z() << '\n';
+            }
+        }
+        return text.str();
+    }
+
+    vfApplication::CommandProcessor& history() const { return *document->getCommandProcessor(); }
+
+    vfTest::RecordingProducer producer;
+    vfTest::CommandLine line;
+    std::unique_ptr<Application> application;
+    ModelDocument* document;
+};
+
+} // namespace
+
+TEST(NamedCommands, EachOneThatCanBeUndoneLeavesTheModelAsItWas)
+{
+    const Workshop shop;
+    ASSERT_NE(nullptr, shop.document);
+    shop.invoke("vfViewer::SelectNext");
+    shop.document->hide(*shop.document->target()); // so that there is something to show
+    const std::string before = shop.digest();
+    int tried = 0;
+    for (const vfBase::VfString& name : vfApplication::commandNames()) {
+        Command command = Command::getCommandByName(name.str());
+        if (name.str().rfind("vfViewer::", 0) != 0 || !command.canUndo())
+            continue;
+        const VfVariant argument = name == "vfViewer::SetColor" ? VfVariant("1,0,0") : VfVariant("1,2,3");
+        command.invoke(argument);
+        EXPECT_TRUE(shop.history().getCurrentCommand() == command) << name.str();
+        EXPECT_NE("", std::string(command.getName())) << name.str();
+        if (name != "vfViewer::Hide") { // hidden it is already
+            EXPECT_NE(before, shop.digest()) << name.str();
+        }
+        const std::string after = shop.digest();
+        EXPECT_TRUE(shop.history().undo()) << name.str();
+        EXPECT_EQ(before, shop.digest()) << name.str();
+        EXPECT_TRUE(shop.history().redo()) << name.str();
+        EXPECT_EQ(after, shop.digest()) << name.str();
+        EXPECT_TRUE(shop.history().undo()) << name.str();
+        ++tried;
+    }
+    EXPECT_EQ(6, tried);
+}
+
+TEST(NamedCommands, WithoutASelectionTheyWorkOnTheWholeModel)
+{
+    const Workshop shop;
+    EXPECT_EQ(shop.document->scene().getChild(0), shop.document->target());
+    EXPECT_EQ("", shop.invoke("vfViewer::Hide"));
+    EXPECT_EQ(0u, shop.document->scene().getChild(0)->getNodeMask());
+    EXPECT_EQ("", shop.invoke("vfViewer::ShowAll"));
+    EXPECT_NE(0u, shop.document->scene().getChild(0)->getNodeMask());
+    EXPECT_EQ("", shop.invoke("vfViewer::Remove"));
+    EXPECT_EQ(0u, shop.document->scene().getNumChildren());
+    EXPECT_THAT(shop.invoke("vfViewer::Hide"), HasSubstr("the model is empty"));
+    EXPECT_THAT(shop.invoke("vfViewer::SelectNext"), HasSubstr("there is nothing to select"));
+    EXPECT_EQ("", shop.invoke("vfViewer::Undo"));
+    EXPECT_EQ(1u, shop.document->scene().getNumChildren());
+}
+
+TEST(NamedCommands, TheSelectionGoesRoundThePartsInBothDirections)
+{
+    const Workshop shop;
+    const auto parts = shop.document->getModelScene().parts();
+    ASSERT_LT(2u, parts.size());
+    EXPECT_EQ(nullptr, shop.document->getSelection());
+    shop.invoke("vfViewer::SelectPrevious");
+    EXPECT_EQ(parts.back(), shop.document->getSelection());
+    for (const auto& part : parts) {
+        shop.invoke("vfViewer::SelectNext");
+        EXPECT_EQ(part, shop.document->getSelection());
+        EXPECT_EQ(part, shop.document->target());
+    }
+    shop.invoke("vfViewer::SelectPrevious");
+    EXPECT_EQ(parts[parts.size() - 2], shop.document->getSelection());
+    shop.invoke("vfViewer::SelectNothing");
+    EXPECT_EQ(nullptr, shop.document->getSelection());
+    EXPECT_FALSE(shop.document->isModified());
+    EXPECT_FALSE(shop.history().canUndo()); // and it stays out of the history
+}
+
+TEST(NamedCommands, APartThatWasRemovedIsNoLongerSelected)
+{
+    const Workshop shop;
+    shop.invoke("vfViewer::SelectNext");
+    osg::Node* part = shop.document->getSelection();
+    shop.invoke("vfViewer::Remove");
+    EXPECT_EQ(nullptr, shop.document->getSelection());
+    shop.invoke("vfViewer::Undo");
+    EXPECT_EQ(part, shop.document->getSelection());
+}
+
+TEST(NamedCommands, UndoAndRedoSayWhenThereIsNothing)
+{
+    const Workshop shop;
+    EXPECT_THAT(shop.invoke("vfViewer::Undo"), HasSubstr("there is nothing to undo"));
+    EXPECT_THAT(shop.invoke("vfViewer::Redo"), HasSubstr("there is nothing to redo"));
+    EXPECT_THAT(shop.invoke("vfViewer::ShowAll"), HasSubstr("nothing is hidden"));
+    shop.invoke("vfViewer::Hide");
+    EXPECT_EQ("", shop.invoke("vfViewer::Undo"));
+    EXPECT_EQ("", shop.invoke("vfViewer::Redo"));
+    EXPECT_EQ(0u, shop.document->target()->getNodeMask());
+}
+
+TEST(NamedCommands, ArgumentsThatMakeNoSenseAreToldAndChangeNothing)
+{
+    const Workshop shop;
+    const std::string before = shop.digest();
+    for (const char* offset :
+         {"", "1", "1,2", "1,2,3,4", "1,2,x", "1 2 3", "nan,0,0", "inf,0,0", "1e999,0,0", ",,", "1,2,3,"})
+        EXPECT_THAT(shop.invoke("vfViewer::Move", offset), HasSubstr("vfViewer::Move=<x>,<y>,<z>")) << offset;
+    for (const char* color : {"", "red", "1,0", "2,0,0", "-1,0,0", "1,1,1,1,1", "1,0,0,x"})
+        EXPECT_THAT(shop.invoke("vfViewer::SetColor", color), HasSubstr("parts from 0 to 1")) << color;
+    EXPECT_THAT(shop.invoke("vfViewer::Move", VfVariant(5)), HasSubstr("offset"));
+    EXPECT_EQ(before, shop.digest());
+    EXPECT_FALSE(shop.document->isModified());
+    EXPECT_FALSE(shop.history().canUndo());
+}
+
+TEST(NamedCommands, EachOfTheTenViewsIsReached)
+{
+    const Workshop shop;
+    const char* const views[] = {"Front",  "Back",      "Left",       "Right",     "Top",
+                                 "Bottom", "FrontLeft", "FrontRight", "BackRight", "BackLeft"};
+    for (int i = 0; i < vfViewer::standardViewCount; ++i) {
+        EXPECT_EQ("", shop.invoke(("vfViewer::View" + std::string(views[i])).c_str()));
+        EXPECT_EQ(i, TurningView::s_view);
+    }
+    EXPECT_FALSE(shop.document->isModified());
+}
+
+TEST(NamedCommands, SavesUnderItsNameAndUnderAnother)
+{
+    const vfTest::TemporaryDirectory directory;
+    const std::string file = directory.write("model.osgt", vfTest::readFile(signpost("osgt")));
+    const Workshop shop(file);
+    shop.invoke("vfViewer::SelectNext");
+    shop.invoke("vfViewer::Remove");
+    EXPECT_TRUE(shop.document->isModified());
+    EXPECT_EQ("", shop.invoke("vfViewer::Save"));
+    EXPECT_FALSE(shop.document->isModified());
+    EXPECT_NE(vfTest::readFile(signpost("osgt")), vfTest::readFile(file));
+    EXPECT_EQ("", shop.invoke("vfViewer::SaveAs", directory.file("copy.stl").c_str()));
+    EXPECT_NE("", vfTest::readFile(directory.file("copy.stl")));
+    EXPECT_EQ(directory.file("copy.stl"), shop.document->getFilename().str());
+    EXPECT_THAT(shop.invoke("vfViewer::SaveAs"), HasSubstr("vfViewer::SaveAs=<file>"));
+    EXPECT_THAT(shop.invoke("vfViewer::SaveAs", directory.file("none/copy.stl").c_str()),
+                HasSubstr("No such file"));
+    EXPECT_THAT(shop.invoke("vfViewer::SaveAs", directory.file("copy.xyz").c_str()), HasSubstr("copy.xyz"));
+}
+
+TEST(NamedCommands, RevertsAndCloses)
+{
+    const Workshop shop;
+    const std::string before = shop.digest();
+    shop.invoke("vfViewer::Hide");
+    EXPECT_NE(before, shop.digest());
+    EXPECT_EQ("", shop.invoke("vfViewer::Revert"));
+    EXPECT_FALSE(shop.document->isModified());
+    EXPECT_NE(0u, shop.document->target()->getNodeMask());
+    EXPECT_EQ("", shop.invoke("vfViewer::Close"));
+    EXPECT_EQ(0u, shop.application->getNumDocuments());
+    EXPECT_EQ("", shop.invoke("vfViewer::Hide")); // without a document nothing happens
+    EXPECT_EQ("", shop.invoke("vfViewer::Close"));
+}
