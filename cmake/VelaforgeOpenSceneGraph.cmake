@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
 # OpenSceneGraph as imported targets (osg::osg, osg::osgDB, ...): CMake's own find module knows variables only.
 
-find_package(OpenSceneGraph 3.6 REQUIRED COMPONENTS osgDB osgUtil osgGA osgText osgViewer)
+find_package(OpenSceneGraph 3.6 QUIET REQUIRED COMPONENTS osgDB osgUtil osgGA osgText osgViewer)
 
 function(_velaforge_osg_target name library)
     if(NOT TARGET osg::${name})

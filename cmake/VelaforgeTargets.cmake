@@ -8,7 +8,9 @@ set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
-set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
+
+# The build tree is laid out as the installed one, so that programs find what belongs to them by the same way.
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/${CMAKE_INSTALL_LIBDIR}")
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
 
 find_program(VELAFORGE_CCACHE ccache)
@@ -30,14 +32,16 @@ if(VELAFORGE_SANITIZE)
 endif()
 
 # velaforge_library(<name> SOURCES <file>... [PUBLIC <target>...] [PRIVATE <target>...])
-# A shared library with hidden visibility; velaforge::<name> names it.
+# A shared library with hidden visibility, which is installed; velaforge::<name> names it.
 function(velaforge_library name)
     cmake_parse_arguments(ARG "" "" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
     add_library(${name} SHARED ${ARG_SOURCES})
     add_library(velaforge::${name} ALIAS ${name})
     string(TOUPPER ${name} upper)
     target_compile_definitions(${name} PRIVATE ${upper}_BUILD)
-    target_include_directories(${name} PUBLIC "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>")
+    target_compile_features(${name} PUBLIC cxx_std_17)
+    target_include_directories(${name} PUBLIC
+        "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>" "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>")
     target_link_libraries(${name} PUBLIC ${ARG_PUBLIC} PRIVATE ${ARG_PRIVATE} velaforge_build_flags)
     target_link_options(${name} PRIVATE -Wl,--no-undefined)
     if(VELAFORGE_SANITIZE)
@@ -45,7 +49,10 @@ function(velaforge_library name)
     endif()
     set_target_properties(${name} PROPERTIES
         VERSION ${PROJECT_VERSION}
-        SOVERSION ${PROJECT_VERSION_MAJOR})
+        SOVERSION ${PROJECT_VERSION_MAJOR}
+        INSTALL_RPATH "$ORIGIN")
+    install(TARGETS ${name} EXPORT velaforgeTargets
+        LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT runtime NAMELINK_COMPONENT development)
 endfunction()
 
 # velaforge_program(<name> SOURCES <file>... LINK <target>...)

@@ -1,0 +1,84 @@
+# SPDX-License-Identifier: MIT
+# What is installed where, and the Debian packages: libvelaforge0 to run programs, libvelaforge-dev to build them,
+# vfviewer. All of it may be moved as a whole.
+include(CMakePackageConfigHelpers)
+
+set(VELAFORGE_CMAKE_DIR "${CMAKE_INSTALL_LIBDIR}/cmake/velaforge")
+
+# Headers that only the libraries' own sources include stay out.
+install(DIRECTORY velaforge DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" COMPONENT development
+    FILES_MATCHING
+    PATTERN "*.h"
+    PATTERN "PosixFiles.h" EXCLUDE
+    PATTERN "SettingsDocument.h" EXCLUDE
+    PATTERN "SettingsFile.h" EXCLUDE
+    PATTERN "Utf8.h" EXCLUDE)
+
+install(EXPORT velaforgeTargets NAMESPACE velaforge:: DESTINATION "${VELAFORGE_CMAKE_DIR}" COMPONENT development)
+configure_package_config_file(cmake/velaforgeConfig.cmake.in "${PROJECT_BINARY_DIR}/velaforgeConfig.cmake"
+    INSTALL_DESTINATION "${VELAFORGE_CMAKE_DIR}")
+write_basic_package_version_file("${PROJECT_BINARY_DIR}/velaforgeConfigVersion.cmake"
+    COMPATIBILITY SameMinorVersion)
+install(FILES
+    "${PROJECT_BINARY_DIR}/velaforgeConfig.cmake"
+    "${PROJECT_BINARY_DIR}/velaforgeConfigVersion.cmake"
+    cmake/VelaforgeOpenSceneGraph.cmake
+    DESTINATION "${VELAFORGE_CMAKE_DIR}" COMPONENT development)
+
+# velaforge_pkgconfig(<library> <description> <required package>...)
+function(velaforge_pkgconfig library description)
+    set(PC_NAME ${library})
+    set(PC_DESCRIPTION "${description}")
+    list(JOIN ARGN ", " PC_REQUIRES)
+    file(RELATIVE_PATH PC_PREFIX "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
+    string(REGEX REPLACE "/$" "" PC_PREFIX "${PC_PREFIX}")
+    configure_file(cmake/velaforge.pc.in "${PROJECT_BINARY_DIR}/${library}.pc" @ONLY)
+    install(FILES "${PROJECT_BINARY_DIR}/${library}.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig"
+        COMPONENT development)
+endfunction()
+velaforge_pkgconfig(vfBase "Object model, containers and settings store of velaFORGE"
+    openscenegraph-osg openscenegraph-osgDB)
+velaforge_pkgconfig(vfApplication "Application framework of velaFORGE" vfBase)
+velaforge_pkgconfig(vfApplicationHeadless "Toolkit side of velaFORGE without a screen" vfApplication)
+
+# Debian keeps the licence of each package as its copyright file.
+foreach(package libvelaforge0:runtime libvelaforge-dev:development vfviewer:viewer)
+    string(REGEX MATCH "^([^:]+):(.+)$" _ ${package})
+    install(FILES LICENSE DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/${CMAKE_MATCH_1}" RENAME copyright
+        COMPONENT ${CMAKE_MATCH_2})
+endforeach()
+install(FILES README.md CHANGELOG.md DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/libvelaforge-dev"
+    COMPONENT development)
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME velaforge)
+set(CPACK_PACKAGE_VENDOR velaFORGE)
+set(CPACK_PACKAGE_CONTACT "velaFORGE <velaforge@localhost>")
+set(CPACK_PACKAGE_HOMEPAGE_URL "")
+set(CPACK_COMPONENTS_ALL runtime development viewer)
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SECTION libs)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${CMAKE_LIBRARY_OUTPUT_DIRECTORY}")
+set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS ON)
+set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS runtime)
+set(CPACK_COMPONENT_VIEWER_DEPENDS runtime)
+
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME libvelaforge${PROJECT_VERSION_MAJOR})
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libvelaforge-dev)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS libopenscenegraph-dev)
+set(CPACK_DEBIAN_VIEWER_PACKAGE_NAME vfviewer)
+set(CPACK_DEBIAN_VIEWER_PACKAGE_SECTION graphics)
+set(CPACK_DEBIAN_VIEWER_PACKAGE_RECOMMENDS libgl1-mesa-dri)
+
+set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "Application framework for programs that show 3D models
+ The libraries that programs on the framework need to run.")
+set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "Application framework for programs that show 3D models, development files
+ Headers, CMake package and pkg-config files to build programs on the framework.")
+set(CPACK_COMPONENT_VIEWER_DESCRIPTION "Viewer of 3D models
+ Shows models of many formats, changes them, and renders them into pictures, also without a display.")
+include(CPack)

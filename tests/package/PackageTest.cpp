@@ -1,0 +1,197 @@
+// SPDX-License-Identifier: MIT
+// What is installed, and what can be done with it: from another place than it was installed to, by somebody who has
+// nothing else of the project.
+#include "support/Process.h"
+#include "support/TemporaryDirectory.h"
+
+#include <gmock/gmock.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+using testing::Not;
+using vfTest::Outcome;
+using vfTest::readFile;
+
+namespace {
+
+/// The project installed in one place, and moved to another.
+class Installed
+{
+public:
+    Installed()
+    {
+        const std::string first = m_directory.file("first");
+        const Outcome outcome =
+            vfTest::runProgram({"cmake", "--install", VELAFORGE_BINARY_DIR, "--prefix", first});
+        EXPECT_EQ(0, outcome.status) << outcome.err;
+        fs::rename(first, prefix());
+    }
+
+    std::string prefix() const { return m_directory.file("second"); }
+    std::string file(const std::string& name) const { return prefix() + "/" + name; }
+    const vfTest::TemporaryDirectory& directory() const { return m_directory; }
+
+private:
+    vfTest::TemporaryDirectory m_directory;
+};
+
+void expectDone(const std::vector<std::string>& command)
+{
+    const Outcome outcome = vfTest::runProgram(command);
+    EXPECT_EQ(0, outcome.status) << outcome.out << outcome.err;
+}
+
+/// Writes to the note, takes the first line back, and saves.
+void expectWorkingNotebook(const std::string& program)
+{
+    const vfTest::TemporaryDirectory directory;
+    const std::string note = directory.write("shopping.note", "milk\n");
+    Outcome outcome = vfTest::runProgram({program, note, "--invoke", "notebook::AddLine=butter", "--invoke",
+                                          "notebook::Undo", "--invoke", "notebook::AddLine=eggs", "--invoke",
+                                          "notebook::Save"});
+    EXPECT_EQ(0, outcome.status) << outcome.err;
+    EXPECT_THAT(outcome.out, HasSubstr("milk\nbutter\n--\nmilk\n--\nmilk\neggs\n--\n"));
+    EXPECT_EQ("milk\neggs\n", readFile(note));
+    outcome = vfTest::runProgram({program, "--list-ui"});
+    EXPECT_THAT(outcome.out, HasSubstr("  Edit\n    notebook::AddLine\n    notebook::Undo\n"));
+    EXPECT_THAT(outcome.out, HasSubstr("notebook::OutlineWindow \"Outline\", left\n"));
+    EXPECT_THAT(outcome.out, HasSubstr("  Notes\n    notebook::NotebookPage\n"));
+}
+
+std::vector<std::string> installedHeaders(const std::string& prefix)
+{
+    std::vector<std::string> headers;
+    for (const auto& entry : fs::recursive_directory_iterator(prefix + "/include")) {
+        if (entry.path().extension() == ".h")
+            headers.push_back(fs::relative(entry.path(), prefix + "/include").string());
+    }
+    return headers;
+}
+
+const char* const example = VELAFORGE_SOURCE_DIR "/examples/02_notebook";
+
+} // namespace
+
+TEST(Package, AProgramIsBuiltWithItsCMakePackageAndRuns)
+{
+    const Installed installed;
+    const std::string build = installed.directory().file("build");
+    expectDone({"cmake", "-S", example, "-B", build, "-G", "Ninja",
+                "-DCMAKE_PREFIX_PATH=" + installed.prefix(),
+                "-DCMAKE_CXX_FLAGS=-Wall -Wextra -Wpedantic -Wshadow -Werror"});
+    expectDone({"cmake", "--build", build});
+    expectWorkingNotebook(build + "/notebook");
+    // It was built with what is installed and nothing else.
+    EXPECT_THAT(vfTest::runProgram({"ldd", build + "/notebook"}).out,
+                HasSubstr(installed.file("lib/libvfApplicationHeadless.so.0")));
+}
+
+TEST(Package, AProgramIsBuiltWithPkgConfigAndRuns)
+{
+    const Installed installed;
+    const std::string program = installed.directory().file("notebook");
+    setenv("PKG_CONFIG_PATH", installed.file("lib/pkgconfig").c_str(), 1);
+    expectDone({"sh", "-c",
+                "c++ -std=c++17 -Wall -Wextra -Werror -o " + program + " " + example +
+                    "/*.cpp $(pkg-config --cflags --libs vfApplicationHeadless) -Wl,-rpath," +
+                    installed.file("lib")});
+    expectWorkingNotebook(program);
+    EXPECT_EQ("0.1.0\n", vfTest::runProgram({"pkg-config", "--modversion", "vfBase"}).out);
+}
+
+TEST(Package, AMissingComponentIsSaidToBeMissing)
+{
+    const Installed installed;
+    const vfTest::TemporaryDirectory project;
+    project.write("CMakeLists.txt", "cmake_minimum_required(VERSION 3.25)\nproject(p LANGUAGES CXX)\n"
+                                    "find_package(velaforge REQUIRED COMPONENTS vfBase vfNothing)\n");
+    const Outcome outcome = vfTest::runProgram({"cmake", "-S", project.path(), "-B", project.file("build"),
+                                                "-DCMAKE_PREFIX_PATH=" + installed.prefix()});
+    EXPECT_NE(0, outcome.status);
+    EXPECT_THAT(outcome.err, HasSubstr("velaforge has no component vfNothing"));
+}
+
+TEST(Package, EveryInstalledHeaderNeedsInstalledHeadersOnly)
+{
+    const Installed installed;
+    const std::vector<std::string> headers = installedHeaders(installed.prefix());
+    EXPECT_LT(80u, headers.size());
+    std::string source;
+    for (const std::string& header : headers)
+        source += "#include <" + header + ">\n";
+    const std::string file = installed.directory().write("all.cpp", source + "int main() {}\n");
+    expectDone({"c++", "-std=c++17", "-fsyntax-only", "-Wall", "-Wextra", "-Werror",
+                "-I" + installed.file("include"), file});
+    EXPECT_FALSE(fs::exists(installed.file("include/velaforge/base/SettingsDocument.h")));
+}
+
+TEST(Package, TheViewerRunsFromAnyPlaceWithItsModule)
+{
+    const Installed installed;
+    const Outcome outcome = vfTest::runProgram(
+        {installed.file("bin/vfviewer"), "--invoke", "vfViewer::PrintStatistics", "--snapshot",
+         installed.directory().file("picture.png"), VELAFORGE_SOURCE_DIR "/models/sailboat.obj"});
+    EXPECT_EQ(0, outcome.status) << outcome.err;
+    EXPECT_THAT(outcome.out, HasSubstr("triangles"));
+    EXPECT_LT(10000u, readFile(installed.directory().file("picture.png")).size());
+}
+
+TEST(Package, NothingInstalledNamesThePlaceWhereItWasBuilt)
+{
+    const Installed installed;
+    for (const auto& entry : fs::recursive_directory_iterator(installed.prefix())) {
+        if (!entry.is_regular_file())
+            continue;
+        const std::string contents = readFile(entry.path().string());
+        EXPECT_THAT(contents, Not(HasSubstr(VELAFORGE_BINARY_DIR))) << entry.path();
+        EXPECT_THAT(contents, Not(HasSubstr(VELAFORGE_SOURCE_DIR "/"))) << entry.path();
+    }
+}
+
+TEST(Package, DebianPackagesAreInstalledAndRun)
+{
+    const vfTest::TemporaryDirectory directory;
+    expectDone({"cpack", "-G", "DEB", "--config", VELAFORGE_BINARY_DIR "/CPackConfig.cmake", "-B",
+                directory.path()});
+    std::vector<std::string> packages;
+    for (const auto& entry : fs::directory_iterator(directory.path())) {
+        if (entry.path().extension() == ".deb")
+            packages.push_back(entry.path().string());
+    }
+    ASSERT_EQ(3u, packages.size());
+
+    // A Debian of its own, with nothing in it but these.
+    const std::string root = directory.file("root");
+    fs::create_directories(root + "/var/lib/dpkg/updates");
+    fs::create_directories(root + "/var/lib/dpkg/info");
+    for (const char* name : {"/var/lib/dpkg/status", "/var/lib/dpkg/available"})
+        fclose(fopen((root + name).c_str(), "w"));
+    std::vector<std::string> command = {
+        "dpkg",     "--root=" + root, "--force-depends", "--force-not-root", "--force-script-chrootless",
+        "--install"};
+    command.insert(command.end(), packages.begin(), packages.end());
+    expectDone(command);
+    for (const char* name : {"libvelaforge0", "libvelaforge-dev", "vfviewer"}) {
+        const std::string said = vfTest::runProgram({"dpkg", "--root=" + root, "--status", name}).out;
+        EXPECT_THAT(said, HasSubstr("Status: install ok installed")) << name;
+        if (name != std::string("libvelaforge-dev")) {
+            EXPECT_THAT(said, testing::ContainsRegex("Depends:.*libopenscenegraph[0-9]+")) << name;
+        }
+        if (name != std::string("libvelaforge0")) {
+            EXPECT_THAT(said, testing::ContainsRegex("Depends:.*libvelaforge0 \\(= 0.1.0\\)")) << name;
+        }
+    }
+    EXPECT_TRUE(fs::exists(root + "/usr/include/velaforge/application/Application.h"));
+    const Outcome outcome =
+        vfTest::runProgram({root + "/usr/bin/vfviewer", "--invoke", "vfViewer::PrintStatistics",
+                            VELAFORGE_SOURCE_DIR "/models/sailboat.obj"});
+    EXPECT_EQ(0, outcome.status) << outcome.err;
+    EXPECT_THAT(outcome.out, HasSubstr("triangles"));
+}
