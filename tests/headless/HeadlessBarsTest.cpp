@@ -4,7 +4,9 @@
 
 #include <velaforge/headless/HeadlessApplication.h>
 #include <velaforge/headless/HeadlessApplicationProducer.h>
-#include <velaforge/headless/HeadlessBars.h>
+#include <velaforge/headless/HeadlessStatusBar.h>
+#include <velaforge/headless/HeadlessTitleBar.h>
+#include <velaforge/headless/HeadlessToolbar.h>
 
 #include <gmock/gmock.h>
 

@@ -5,7 +5,7 @@
 #include <velaforge/dockwindows/DockWindowManager.h>
 #include <velaforge/dockwindows/DockWindowManagerSettings.h>
 #include <velaforge/headless/HeadlessApplicationProducer.h>
-#include <velaforge/headless/HeadlessDockWindows.h>
+#include <velaforge/headless/HeadlessDockWindowProducer.h>
 
 #include "support/RecordingShell.h"
 

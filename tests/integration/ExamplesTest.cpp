@@ -4,7 +4,16 @@
 
 #include <gmock/gmock.h>
 
+#include <cstdlib>
+#include <fstream>
+
 using testing::HasSubstr;
+
+namespace {
+
+const char* const notebook = VELAFORGE_PROGRAM_DIR "/example_02_notebook";
+
+} // namespace
 
 TEST(Examples, HelloShowsTheFirstLineOfEachFile)
 {
@@ -16,4 +25,66 @@ TEST(Examples, HelloShowsTheFirstLineOfEachFile)
     EXPECT_EQ(0, outcome.status) << outcome.err;
     EXPECT_THAT(outcome.out, HasSubstr("good morning\n"));
     EXPECT_THAT(outcome.out, HasSubstr("good night\n"));
+}
+
+TEST(Examples, NotebookAddsLinesTakesThemBackAndSaves)
+{
+    const vfTest::TemporaryDirectory directory;
+    const std::string note = directory.write("shopping.note", "milk\n");
+    const vfTest::Outcome outcome = vfTest::runProgram(
+        {notebook, note, "--invoke", "notebook::AddLine=butter", "--invoke", "notebook::Undo", "--invoke",
+         "notebook::AddLine=eggs", "--invoke", "notebook::Save"});
+    EXPECT_EQ(0, outcome.status) << outcome.err;
+    EXPECT_THAT(outcome.out, HasSubstr("milk\nbutter\n--\nmilk\n--\nmilk\neggs\n--\n"));
+    EXPECT_EQ("milk\neggs\n", vfTest::readFile(note));
+}
+
+TEST(Examples, NotebookListsWhatItDeclares)
+{
+    const vfTest::Outcome outcome = vfTest::runProgram({notebook, "--list-ui"});
+    EXPECT_EQ(0, outcome.status) << outcome.err;
+    EXPECT_THAT(outcome.out, testing::StartsWith("menus\n"
+                                                 "  File\n"
+                                                 "    vfApplicationQt::ActionOpen (not registered here)\n"
+                                                 "    vfApplicationQt::ActionExit (not registered here)\n"
+                                                 "    notebook::Save\n"
+                                                 "  Edit\n"
+                                                 "    notebook::AddLine\n"
+                                                 "    notebook::Undo\n"
+                                                 "toolbars\n"
+                                                 "  Standard\n"
+                                                 "    vfApplicationQt::CommandAbout (not registered here)\n"
+                                                 "dock windows\n"
+                                                 "  notebook::OutlineWindow \"Outline\", left\n"
+                                                 "options pages\n"
+                                                 "  Notes\n"
+                                                 "    notebook::NotebookPage\n"));
+}
+
+TEST(Examples, NotebookKeepsItsSettingsWhereTheGuideSays)
+{
+    const vfTest::TemporaryDirectory directory;
+    const std::string note = directory.write("shopping.note", "milk\neggs\n");
+    EXPECT_EQ(0, vfTest::runProgram({notebook, note}).status);
+    const std::string path = std::string(getenv("XDG_CONFIG_HOME")) + "/notebook.json";
+    std::string settings = vfTest::readFile(path);
+    const std::string off = "\"showsNumbers\": false";
+    ASSERT_NE(std::string::npos, settings.find(off)) << settings;
+    settings.replace(settings.find(off), off.size(), "\"showsNumbers\": true");
+    std::ofstream(path) << settings;
+    EXPECT_THAT(vfTest::runProgram({notebook, note}).out, HasSubstr("1: milk\n2: eggs\n--\n"));
+}
+
+TEST(Examples, NotebookSaysWhatItCannotDo)
+{
+    const vfTest::TemporaryDirectory directory;
+    EXPECT_THAT(vfTest::runProgram({notebook, "--invoke", "notebook::AddLine=x"}).err,
+                HasSubstr("there is no document for the command"));
+    const std::string note = directory.write("gone/shopping.note", "milk\n");
+    const vfTest::Outcome outcome =
+        vfTest::runProgram({"sh", "-c",
+                            "chmod a-w '" + directory.file("gone") + "/shopping.note' && '" + notebook +
+                                "' '" + note + "' --invoke notebook::AddLine=x --invoke notebook::Save"});
+    EXPECT_THAT(outcome.err, HasSubstr("notebook: shopping.note: not saved: "));
+    EXPECT_EQ("milk\n", vfTest::readFile(note));
 }

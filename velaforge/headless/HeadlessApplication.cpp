@@ -14,8 +14,10 @@
 #include <velaforge/documents/Document.h>
 #include <velaforge/documents/View.h>
 #include <velaforge/headless/CommandNames.h>
-#include <velaforge/headless/HeadlessBars.h>
-#include <velaforge/headless/HeadlessDockWindows.h>
+#include <velaforge/headless/HeadlessDockWindowProducer.h>
+#include <velaforge/headless/HeadlessStatusBar.h>
+#include <velaforge/headless/HeadlessTitleBar.h>
+#include <velaforge/headless/HeadlessToolbar.h>
 #include <velaforge/headless/ImageFile.h>
 #include <velaforge/headless/OffscreenRenderer.h>
 #include <velaforge/headless/SnapshotSource.h>

@@ -2,7 +2,7 @@
 #include <velaforge/headless/HeadlessApplicationProducer.h>
 
 #include <velaforge/headless/HeadlessApplication.h>
-#include <velaforge/headless/HeadlessDockWindows.h>
+#include <velaforge/headless/HeadlessDockWindowProducer.h>
 
 #include <memory>
 

@@ -6,7 +6,7 @@
 #include <velaforge/base/Vector.h>
 #include <velaforge/commands/Command.h>
 #include <velaforge/dockwindows/DockWindow.h>
-#include <velaforge/headless/HeadlessDockWindows.h>
+#include <velaforge/headless/HeadlessDockWindowProducer.h>
 #include <velaforge/modules/Module.h>
 #include <velaforge/modules/ModuleRegistry.h>
 #include <velaforge/modules/UiSetup.h>

@@ -1,8 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <velaforge/headless/HeadlessBars.h>
-
-#include <velaforge/application/Application.h>
-#include <velaforge/documents/Document.h>
+#include <velaforge/headless/HeadlessStatusBar.h>
 
 #include <algorithm>
 
@@ -31,14 +28,6 @@ HeadlessStatusBar::Field HeadlessStatusBar::getField(StatusBarTextEnum kind) con
 {
     const auto found = m_fields.find(kind);
     return found == m_fields.end() ? Field() : found->second;
-}
-
-void HeadlessTitleBar::titleBarOperationA()
-{
-    const Application* application = Application::instance(false);
-    const Document* document = application ? application->getActiveDocument() : nullptr;
-    const vfBase::VfString program = application ? application->getApplicationName() : "";
-    m_title = document ? document->getTitle() + (document->isModified() ? "* - " : " - ") + program : program;
 }
 
 } // namespace vfApplication

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <velaforge/dockwindows/DockWindowManagerInterface.h>
-#include <velaforge/dockwindows/DockWindowManagerProducer.h>
 #include <velaforge/dockwindows/DockWindowPrivate.h>
 #include <velaforge/dockwindows/DockWindowProducer.h>
 #include <velaforge/headless/Export.h>
@@ -14,17 +12,6 @@
 #include <vector>
 
 namespace vfApplication {
-
-/// Places dock windows without a screen: a window stands in the area that its half says.
-class VFAPPLICATIONHEADLESS_EXPORT HeadlessDockWindowManager : public DockWindowManagerInterface
-{
-public:
-    /// Nothing for null.
-    void dockDockWindowToArea(DockWindow::DockArea area, DockWindow* dockWindow) override;
-
-    /// @return NoDockArea for null
-    DockWindow::DockArea getDockedDockWindowArea(DockWindow* dockWindow) const override;
-};
 
 /// Makes the halves of dock windows that nobody sees, and keeps each while its window is there.
 struct VFAPPLICATIONHEADLESS_EXPORT HeadlessDockWindowProducer : DockWindowProducer

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include <velaforge/headless/HeadlessDockWindows.h>
+#include <velaforge/headless/HeadlessDockWindowProducer.h>
 
 #include <velaforge/application/Application.h>
 #include <velaforge/dockwindows/DockWindowManager.h>
+#include <velaforge/dockwindows/DockWindowManagerProducer.h>
 #include <velaforge/dockwindows/DockWindowManagerSettings.h>
+#include <velaforge/headless/HeadlessDockWindowManager.h>
 
 #include <algorithm>
 
@@ -17,17 +19,6 @@ struct ManagerProducer : DockWindowManagerProducer
 };
 
 } // namespace
-
-void HeadlessDockWindowManager::dockDockWindowToArea(DockWindow::DockArea area, DockWindow* dockWindow)
-{
-    if (dockWindow)
-        dockWindow->setArea(area);
-}
-
-DockWindow::DockArea HeadlessDockWindowManager::getDockedDockWindowArea(DockWindow* dockWindow) const
-{
-    return dockWindow ? dockWindow->getArea() : DockWindow::NoDockArea;
-}
 
 HeadlessDockWindowProducer::~HeadlessDockWindowProducer() = default;
 
