@@ -102,7 +102,7 @@ class SequenceOf : public testing::Test
 
 using SequenceTypes = testing::Types<std::shared_ptr<Module>, UiOptionsPage*, vfBase::VfString,
                                      osg::ref_ptr<DockWindowPrivate>>;
-TYPED_TEST_SUITE(SequenceOf, SequenceTypes);
+TYPED_TEST_SUITE(SequenceOf, SequenceTypes, );
 
 TYPED_TEST(SequenceOf, BehavesAlikeForEachElementType)
 {
@@ -132,7 +132,7 @@ class MapTo : public testing::Test
 
 using ValueTypes = testing::Types<vfBase::VfString, std::shared_ptr<Module>, osg::ref_ptr<DockWindowPrivate>,
                                   vfBase::VfVariant>;
-TYPED_TEST_SUITE(MapTo, ValueTypes);
+TYPED_TEST_SUITE(MapTo, ValueTypes, );
 
 TYPED_TEST(MapTo, BehavesAlikeForEachValueType)
 {

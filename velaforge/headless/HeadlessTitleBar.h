@@ -8,7 +8,7 @@
 namespace vfApplication {
 
 /// A title bar that nobody sees: it keeps the title.
-class VFAPPLICATIONHEADLESS_EXPORT HeadlessTitleBar : public TitleBarInterface
+class VFAPPLICATIONHEADLESS_EXPORT HeadlessTitleBar final : public TitleBarInterface
 {
 public:
     /// Makes the title anew: the name of the active document, marked when it is modified, and that of the program.

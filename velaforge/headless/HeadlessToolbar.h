@@ -8,7 +8,7 @@
 namespace vfApplication {
 
 /// A toolbar that nobody sees: it keeps what was declared, and whether it is shown.
-class VFAPPLICATIONHEADLESS_EXPORT HeadlessToolbar : public ToolbarInterface
+class VFAPPLICATIONHEADLESS_EXPORT HeadlessToolbar final : public ToolbarInterface
 {
 public:
     /// @param declaration  what a UiSetup declared below the root of its toolbars; shared
