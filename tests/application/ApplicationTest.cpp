@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "support/RecordingApplication.h"
+#include "support/RecordingDockWindows.h"
 #include "support/Slots.h"
 #include "support/TemporaryDirectory.h"
 
@@ -11,8 +12,12 @@
 #include <velaforge/base/Settings.h>
 #include <velaforge/base/StandardPaths.h>
 #include <velaforge/base/Version.h>
+#include <velaforge/dockwindows/DockWindowManager.h>
 #include <velaforge/documents/FileHistory.h>
 #include <velaforge/documents/FileHistorySettings.h>
+#include <velaforge/modules/MinimalUiSetup.h>
+#include <velaforge/modules/Module.h>
+#include <velaforge/modules/ModuleRegistry.h>
 
 #include <osg/Notify>
 
@@ -402,6 +407,56 @@ TEST(Application, ReplacingTheManagerDeletesTheFormerOneUnlessItIsTheSame)
     EXPECT_EQ(0u, bench.application.getNumDocuments());
 }
 
+TEST(Application, HandsOutTheOneDockWindowManager)
+{
+    vfTest::RecordingDockWindowManagerProducer screens;
+    RecordingApplication bench;
+    const Application& constant = bench.application;
+    EXPECT_EQ(&bench.application.getDockWindowManager(), &constant.getDockWindowManager());
+    EXPECT_EQ(bench.application.getImp()->dockWindowManager.get(), &bench.application.getDockWindowManager());
+    EXPECT_NE(nullptr, bench.application.getDockWindowManager().getDockWindowManagerInterface());
+}
+
+TEST(Application, LetsItsDockWindowManagerGoFirstUnlessAnotherHoldsIt)
+{
+    vfTest::RecordingDockWindowManagerProducer screens;
+    std::shared_ptr<vfApplication::DockWindowManager> held;
+    {
+        const RecordingApplication bench;
+        held = bench.application.getImp()->dockWindowManager;
+    }
+    EXPECT_THAT(recorder().take(), ElementsAre("destroy shell", "~Shell"));
+    held = nullptr;
+    EXPECT_THAT(recorder().take(), ElementsAre("~screen"));
+}
+
+TEST(Application, GivesTheRegistryTheModuleMadeOfItsSetupAfterTheDocumentKinds)
+{
+    struct Setup : vfApplication::ApplicationSetup
+    {
+        const vfApplication::UiSetup& getUiSetup() const override
+        {
+            vfTest::record("getUiSetup");
+            return declaration;
+        }
+        void onRegisterDocumentType() const override
+        {
+            vfApplication::ModuleRegistry* registry = vfApplication::ModuleRegistry::instance(false);
+            vfTest::record(registry->getModule("vfApplication::Application") ? "too late" : "not yet there");
+        }
+        vfApplication::MinimalUiSetup declaration;
+    };
+    const Setup setup;
+    vfTest::RecordingProducer producer;
+    vfTest::CommandLine line({"program"});
+    const Application application(line.argc(), line.argv(), setup);
+    EXPECT_THAT(recorder().take(), ElementsAre("getUiSetup", "not yet there"));
+    const vfApplication::Module* module =
+        vfApplication::ModuleRegistry::instance(false)->getModule("vfApplication::Application");
+    ASSERT_NE(nullptr, module);
+    EXPECT_EQ(&setup.declaration, &module->getUiSetup());
+}
+
 TEST(Application, ASecondCallbackReplacesTheFirst)
 {
     RecordingApplication bench;
@@ -468,6 +523,8 @@ TEST(ApplicationPrivate, CopyingTakesTheParserAndSharesTheManager)
         EXPECT_EQ(nullptr, source.argumentParser.get());
         EXPECT_EQ(parser, copy.argumentParser.get());
         EXPECT_EQ(manager, copy.docManager);
+        EXPECT_EQ(source.dockWindowManager, copy.dockWindowManager);
+        EXPECT_EQ(2, source.dockWindowManager.use_count());
         EXPECT_EQ("/bin/program", copy.applicationFilePath);
         EXPECT_EQ("/bin", copy.applicationPath);
         EXPECT_EQ("error", copy.lastError);
