@@ -13,11 +13,13 @@
 #include <velaforge/base/StandardPaths.h>
 #include <velaforge/base/Version.h>
 #include <velaforge/dockwindows/DockWindowManager.h>
+#include <velaforge/dockwindows/DockWindowManagerSettings.h>
 #include <velaforge/documents/FileHistory.h>
 #include <velaforge/documents/FileHistorySettings.h>
 #include <velaforge/modules/MinimalUiSetup.h>
 #include <velaforge/modules/Module.h>
 #include <velaforge/modules/ModuleRegistry.h>
+#include <velaforge/modules/ModuleSettings.h>
 
 #include <osg/Notify>
 
@@ -140,6 +142,63 @@ TEST(ApplicationRun, LoadsTheSettingsFirstAndSavesThemBeforeOnAfterRun)
     };
     EXPECT_EQ(0, bench.application.run());
     EXPECT_EQ(1, recorder().count("onAfterRun"));
+}
+
+TEST(ApplicationRun, WhatOneRunSavesOfAllSettingsTheNextOneLoads)
+{
+    using vfApplication::DockWindow;
+    vfTest::RecordingDockWindowManagerProducer screens;
+    vfTest::RecordingDockWindowProducer halves;
+    auto* application = vfApplication::ApplicationSettings::instance(false);
+    auto* modules = vfApplication::ModuleSettings::instance(false);
+    auto* windows = vfApplication::DockWindowManagerSettings::instance(false);
+    auto* files = vfApplication::FileHistorySettings::instance(false);
+    RecordingApplication bench;
+    bench.producer.shell().inEventLoop = [&] {
+        application->setSplashHorizontalAlignmet("CENTER");
+        application->setSplashVerticalAlignmet("TOP");
+        application->setSplashTextColor({0.25f, 0.5f, 0.75f});
+        application->setWorkingLocation("/models");
+        modules->setModuleStateSettings("measuring", false);
+        files->setMaxFiles(5);
+        vfApplication::FileHistory(5).addFileToHistory("a.obj");
+        vfApplication::DockWindowManager& manager = bench.application.getDockWindowManager();
+        DockWindow& window = manager.addNewOrGetExistingDockWindow("layers", DockWindow::LeftDockArea, false,
+                                                                   false, 0, nullptr);
+        window.setArea(DockWindow::TopDockArea);
+        manager.saveDockWindowsState();
+    };
+    EXPECT_EQ(0, bench.application.run());
+
+    // As a process that begins has them.
+    const osg::ref_ptr<osg::Object> fresh = application->cloneType();
+    const auto& defaults = dynamic_cast<const vfApplication::ApplicationSettings&>(*fresh);
+    application->setSplashHorizontalAlignmet(defaults.getSplashHorizontalAlignmet());
+    application->setSplashVerticalAlignmet(defaults.getSplashVerticalAlignmet());
+    application->setSplashTextColor(defaults.getSplashTextColor());
+    application->setWorkingLocation(defaults.getWorkingLocation());
+    modules->getModuleList().clear();
+    files->setMaxFiles(9);
+    windows->setDockWindowVisibleState("layers", true);
+    windows->setDockWindowAutoHideState("layers", true);
+    windows->setDockWindowAreaState("layers", DockWindow::NoDockArea);
+
+    bench.producer.shell().inEventLoop = nullptr;
+    bench.producer.shell().inBeforeRun = [&] {
+        EXPECT_EQ("CENTER", application->getSplashHorizontalAlignmet());
+        EXPECT_EQ("TOP", application->getSplashVerticalAlignmet());
+        EXPECT_EQ(osg::Vec3f(0.25f, 0.5f, 0.75f), application->getSplashTextColor());
+        EXPECT_EQ("/models", application->getWorkingLocation());
+        EXPECT_TRUE(modules->isValidModule("measuring"));
+        EXPECT_FALSE(modules->getModuleStateSettings("measuring"));
+        EXPECT_EQ(5u, files->getMaxFiles());
+        EXPECT_EQ(2, windows->getDockWindowVisibleState("layers"));
+        EXPECT_EQ(2, windows->getDockWindowAutoHideState("layers"));
+        EXPECT_EQ(DockWindow::TopDockArea, windows->getDockWindowAreaState("layers"));
+        vfTest::record("looked at");
+    };
+    EXPECT_EQ(0, bench.application.run());
+    EXPECT_EQ(1, recorder().count("looked at"));
 }
 
 TEST(ApplicationRun, FillsInNameDescriptionAndUsageWhereTheyAreMissing)

@@ -13,6 +13,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <fstream>
+#include <regex>
 #include <set>
 
 #include <sys/stat.h>
@@ -398,6 +399,22 @@ TEST(Viewer, ConvertsAModelByACommand)
     const Outcome outcome = view({"--invoke", "vfViewer::SaveAs=" + copy, signpost("obj")});
     EXPECT_EQ(0, outcome.status) << outcome.err;
     EXPECT_EQ(0, view({"--snapshot", directory.file("copy.png"), copy}).status);
+}
+
+TEST(Viewer, EveryCommandThatIsDeclaredIsDocumentedAndTheOtherWayRound)
+{
+    const std::string documented = vfTest::readFile(VELAFORGE_SOURCE_DIR "/docs/commands.md");
+    const std::string listed = view({"--list-ui"}).out;
+    const auto names = [](const std::string& text) {
+        std::set<std::string> found;
+        const std::regex name("vfViewer::[A-Z][A-Za-z]*");
+        for (std::sregex_iterator it(text.begin(), text.end(), name), end; it != end; ++it)
+            found.insert(it->str());
+        return found;
+    };
+    std::set<std::string> commands = names(listed.substr(0, listed.find("dock windows\n")));
+    EXPECT_LT(20u, commands.size());
+    EXPECT_EQ(names(documented), commands);
 }
 
 TEST(Viewer, WhatARunLeavesTheNextOneFinds)
