@@ -15,6 +15,7 @@
 
 #include <functional>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <dlfcn.h>
@@ -101,6 +102,19 @@ TEST(ModuleDiscovery, OpensANewModuleAndForgetsItsState)
         EXPECT_EQ(0u, ModuleSettings::instance(false)->getNumModules());
     }
     EXPECT_FALSE(isOpen(file)); // closed with the registry
+}
+
+TEST(ModuleDiscovery, ANewModuleCountsAsEnabledWhileItIsLoaded)
+{
+    const ModuleDirectory modules;
+    modules.put("loads", "vf_loads.so");
+    std::vector<bool> states;
+    toCallWhileLoading = [&states] {
+        states.push_back(ModuleSettings::instance(false)->getModuleStateSettings("loads"));
+    };
+    const ModuleRegistryPrivate registry;
+    EXPECT_THAT(states, ElementsAre(true));
+    EXPECT_EQ(0u, ModuleSettings::instance(false)->getNumModules());
 }
 
 TEST(ModuleDiscovery, IsWhatTheFirstUseOfTheRegistryDoes)
@@ -259,3 +273,18 @@ TEST(ModuleDiscovery, WhileALibraryIsLoadedTheRegistryIsMarkedAndLockedForOthers
     EXPECT_THAT(marks, ElementsAre(true)); // what happened in the child is not seen here
     EXPECT_FALSE(registry.openingLibrary);
 }
+
+#ifndef __SANITIZE_THREAD__ // which cannot follow a process that forks while it has several threads
+TEST(ModuleDiscovery, ALibraryIsOpenedOnceWhenTwoThreadsAskForIt)
+{
+    ModuleRegistryPrivate registry; // without modules
+    const ModuleDirectory modules;
+    const std::string file = modules.put("loads", "vf_loads.so");
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 4; ++i)
+        threads.emplace_back([&registry, &file] { EXPECT_TRUE(registry.loadModule(file)); });
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_THAT(openFiles(registry), ElementsAre(file));
+}
+#endif
