@@ -184,6 +184,21 @@ TEST(NamedCommands, APartThatWasRemovedIsNoLongerSelected)
     EXPECT_EQ(part, shop.document->getSelection());
 }
 
+TEST(NamedCommands, DoneAgainTheyChangeWhatTheyChangedBeforeWhateverIsSelectedByThen)
+{
+    const Workshop shop;
+    shop.invoke("vfViewer::SelectNext");
+    const osg::Node* first = shop.document->getSelection();
+    shop.invoke("vfViewer::Hide");
+    shop.invoke("vfViewer::Undo");
+    shop.invoke("vfViewer::SelectNext");
+    const osg::Node* second = shop.document->getSelection();
+    ASSERT_NE(first, second);
+    shop.invoke("vfViewer::Redo");
+    EXPECT_EQ(0u, first->getNodeMask());
+    EXPECT_NE(0u, second->getNodeMask());
+}
+
 TEST(NamedCommands, UndoAndRedoSayWhenThereIsNothing)
 {
     const Workshop shop;
