@@ -60,34 +60,50 @@ void indent(std::ostream& out, int depth)
     out << std::string(static_cast<std::size_t>(depth) * 2, ' ');
 }
 
-/// Stops at a depth that no menu has, since nothing keeps a declaration from containing itself.
-void listItem(std::ostream& out, const CommandItem& item, int depth)
+/// Writes items and what is below them. Nothing keeps a declaration from containing itself, so it stops where an item
+/// stands below itself.
+class ItemLister
 {
-    constexpr int deepest = 32;
-    indent(out, depth);
-    if (item.isEmpty()) {
+public:
+    explicit ItemLister(std::ostream& out) : m_out(out) {}
+
+    void list(const CommandItem& item)
+    {
+        indent(m_out, static_cast<int>(m_above.size()) + 1);
+        if (item.isEmpty()) {
+            m_out << leaf(item) << '\n';
+            return;
+        }
+        const bool isBelowItself = std::find(m_above.begin(), m_above.end(), item.getImp()) != m_above.end();
+        m_out << label(item.getCommand()) << (isBelowItself ? " ..." : "") << '\n';
+        if (isBelowItself)
+            return;
+        m_above.push_back(item.getImp());
+        for (const CommandItem& child : item.getList())
+            list(child);
+        m_above.pop_back();
+    }
+
+private:
+    static std::string leaf(const CommandItem& item)
+    {
         const std::string name = item.getCommand();
-        out << (name.empty() ? "-" : vfBase::printable(name).str());
-        if (!name.empty() && !Command::getCommandByName(name).isValid())
-            out << " (not registered here)";
-        out << '\n';
-        return;
+        if (name.empty())
+            return "-";
+        const bool isKnown = Command::getCommandByName(name).isValid();
+        return vfBase::printable(name).str() + (isKnown ? "" : " (not registered here)");
     }
-    out << label(item.getCommand()) << '\n';
-    if (depth >= deepest) {
-        indent(out, depth + 1);
-        out << "...\n";
-        return;
-    }
-    for (const CommandItem& child : item.getList())
-        listItem(out, child, depth + 1);
-}
+
+    std::ostream& m_out;
+    std::vector<const CommandItemPrivate*> m_above;
+};
 
 void listItems(std::ostream& out, const char* title, const CommandItem& root)
 {
     out << title << '\n';
+    ItemLister lister(out);
     for (const CommandItem& item : root.getList())
-        listItem(out, item, 1);
+        lister.list(item);
 }
 
 std::string areaName(DockWindow::DockArea area)

@@ -15,20 +15,24 @@ namespace vfViewer {
 
 namespace {
 
-/// Beside the program, wherever the whole of it was put.
+/// @return the directory beside the program, wherever the whole of it was put; empty when that cannot be told
 std::string moduleDirectory()
 {
     char path[PATH_MAX];
-    if (!realpath("/proc/self/exe", path))
-        return std::string();
-    return osgDB::getFilePath(path) + "/" VFVIEWER_MODULE_DIR;
+    return realpath("/proc/self/exe", path) ? osgDB::getFilePath(path) + "/" VFVIEWER_MODULE_DIR
+                                            : std::string();
 }
 
 } // namespace
 
 bool addModuleFromLibrary(const std::string& name, std::string& reason)
 {
-    const std::string path = moduleDirectory() + "/" + name + ".so";
+    const std::string directory = moduleDirectory();
+    if (directory.empty()) {
+        reason = "the directory of the program cannot be told";
+        return false;
+    }
+    const std::string path = directory + "/" + name + ".so";
     void* library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!library) {
         reason = dlerror();
@@ -38,6 +42,7 @@ bool addModuleFromLibrary(const std::string& name, std::string& reason)
     vfApplication::Module* module = create ? create() : nullptr;
     if (!module) {
         reason = path + ": no module of the viewer";
+        dlclose(library);
         return false;
     }
     vfApplication::ModuleRegistry::instance(false)->addModule(module);
