@@ -9,7 +9,6 @@
 #include <fstream>
 #include <iostream>
 
-using vfBase::VfObject;
 using vfBase::WriteResult;
 
 // What makes the classes known by name, and creates their objects.

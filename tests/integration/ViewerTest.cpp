@@ -10,10 +10,10 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <cctype>
 #include <cmath>
 #include <cstdlib>
 #include <fstream>
-#include <regex>
 #include <set>
 
 #include <sys/stat.h>
@@ -407,9 +407,13 @@ TEST(Viewer, EveryCommandThatIsDeclaredIsDocumentedAndTheOtherWayRound)
     const std::string listed = view({"--list-ui"}).out;
     const auto names = [](const std::string& text) {
         std::set<std::string> found;
-        const std::regex name("vfViewer::[A-Z][A-Za-z]*");
-        for (std::sregex_iterator it(text.begin(), text.end(), name), end; it != end; ++it)
-            found.insert(it->str());
+        const std::string prefix = "vfViewer::";
+        for (std::size_t at = text.find(prefix); at != std::string::npos; at = text.find(prefix, at + 1)) {
+            std::size_t end = at + prefix.size();
+            while (end < text.size() && std::isalpha(static_cast<unsigned char>(text[end])))
+                ++end;
+            found.insert(text.substr(at, end - at));
+        }
         return found;
     };
     std::set<std::string> commands = names(listed.substr(0, listed.find("dock windows\n")));
