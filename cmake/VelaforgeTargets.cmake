@@ -43,7 +43,8 @@ function(velaforge_library name)
     target_include_directories(${name} PUBLIC
         "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>" "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>")
     target_link_libraries(${name} PUBLIC ${ARG_PUBLIC} PRIVATE ${ARG_PRIVATE} velaforge_build_flags)
-    target_link_options(${name} PRIVATE -Wl,--no-undefined)
+    # A library's calls of its own functions stay in it, so that the loader need not look them up at each start.
+    target_link_options(${name} PRIVATE -Wl,--no-undefined -Wl,-Bsymbolic-functions)
     if(VELAFORGE_SANITIZE)
         target_link_options(${name} PRIVATE -Wl,--undefined-version -Wl,-z,undefs)
     endif()
