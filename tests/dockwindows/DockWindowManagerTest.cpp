@@ -384,6 +384,21 @@ TEST(DockWindowManager, SavesHowEachWindowStandsUnderItsKey)
     EXPECT_EQ(DockWindow::BottomDockArea, settings->getDockWindowAreaState("gone"));
 }
 
+TEST(DockWindowManager, AsksEachWindowForItsThreeStatesInOrder)
+{
+    const Desk desk;
+    DockWindow b("b");
+    DockWindow a("a");
+    for (DockWindow* window : {&b, &a}) {
+        desk.manager->addDockWindow(window);
+        dynamic_cast<vfTest::RecordingDockWindow&>(*window->getDockWindowInterface()).recordsQuestions = true;
+    }
+    recorder().take();
+    desk.manager->saveDockWindowsState();
+    EXPECT_THAT(recorder().take(), ElementsAre("a getVisible 0", "a getAutoHide 0", "a getArea 0",
+                                               "b getVisible 0", "b getAutoHide 0", "b getArea 0"));
+}
+
 TEST(DockWindowManager, LetsItsScreenGoBeforeItsWindows)
 {
     Desk desk;

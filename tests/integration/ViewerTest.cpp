@@ -392,6 +392,15 @@ TEST(Viewer, ACommandThatFailsIsStatus4AndThoseBehindItAreNotRun)
     EXPECT_EQ(2, view({"--invoke"}).status);
 }
 
+TEST(Viewer, ACommandThatIsNoChangeTellsItsFailureAndThoseBehindItAreRun)
+{
+    const Outcome outcome = view({"--invoke", "vfViewer::SaveAs=/none/copy.stl", "--invoke",
+                                  "vfViewer::PrintStatistics", signpost("obj")});
+    EXPECT_EQ(4, outcome.status);
+    EXPECT_THAT(outcome.err, HasSubstr("/none/copy.stl: No such file or directory"));
+    EXPECT_THAT(outcome.out, HasSubstr("triangles"));
+}
+
 TEST(Viewer, ConvertsAModelByACommand)
 {
     const TemporaryDirectory directory;

@@ -3,6 +3,7 @@
 #include "support/TemporaryDirectory.h"
 
 #include <velaforge/base/Version.h>
+#include <velaforge/modules/Module.h>
 #include <velaforge/modules/ModuleRegistry.h>
 #include <velaforge/modules/ModuleRegistryPrivate.h>
 #include <velaforge/modules/ModuleSettings.h>
@@ -115,6 +116,28 @@ TEST(ModuleDiscovery, ANewModuleCountsAsEnabledWhileItIsLoaded)
     const ModuleRegistryPrivate registry;
     EXPECT_THAT(states, ElementsAre(true));
     EXPECT_EQ(0u, ModuleSettings::instance(false)->getNumModules());
+}
+
+TEST(ModuleDiscovery, LibrariesAreClosedBeforeTheModulesGo)
+{
+    struct Watching : vfApplication::Module
+    {
+        Watching(const std::string& library, bool& answer) : file(library), wasOpen(answer) {}
+        ~Watching() override { wasOpen = isOpen(file); }
+        const char* getId() const override { return "test::Watching"; }
+        const char* getModuleName() const override { return "Watching"; }
+        std::string file;
+        bool& wasOpen;
+    };
+    bool wasOpen = true;
+    const ModuleDirectory modules;
+    const std::string file = modules.put("loads", "vf_loads.so");
+    {
+        ModuleRegistryPrivate registry;
+        registry.activeModuleMap["id"] = std::make_shared<Watching>(file, wasOpen);
+        EXPECT_TRUE(isOpen(file));
+    }
+    EXPECT_FALSE(wasOpen);
 }
 
 TEST(ModuleDiscovery, IsWhatTheFirstUseOfTheRegistryDoes)

@@ -249,6 +249,19 @@ TEST(ModuleRegistry, InARunTheStatesOfTheSettingsFileComeAfterTheScanAndAreSaved
     EXPECT_THAT(settings->getModuleList(), ElementsAre(Pair("kept", false)));
 }
 
+TEST(ModuleRegistry, ModulesAreLookedForBeforeHelpIsAskedFor)
+{
+    const ModuleDirectory modules;
+    modules.write("vf_one.so");
+    ModuleSettings::instance(false)->setModuleStateSettings("one", true);
+    vfTest::RecordingApplication bench{"program", "--help"};
+    EXPECT_EQ(0u, ModuleSettings::instance(false)->getNumModules());
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(1, bench.application.run());
+    testing::internal::GetCapturedStdout();
+    EXPECT_THAT(recorder().take(), IsEmpty());
+}
+
 TEST(ModuleRegistry, AProducerStaysUntilALaterOneTakesItsPlace)
 {
     {

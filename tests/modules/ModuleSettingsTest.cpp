@@ -112,3 +112,11 @@ TEST(ModuleSettings, AListThatIsNoListLeavesWhatWasThere)
     vfBase::Settings::loadGlobal();
     EXPECT_THAT(settings->getModuleList(), ElementsAre(Pair("before", true)));
 }
+
+TEST(ModuleSettings, OperationsKeepTheirSlots)
+{
+    EXPECT_EQ(vfTest::slotOf(&osg::Object::cloneType), vfTest::slotOf(&ModuleSettings::cloneType));
+    EXPECT_EQ(vfTest::slotOf(&osg::Object::clone), vfTest::slotOf(&ModuleSettings::clone));
+    EXPECT_EQ(vfTest::slotOf(&osg::Object::className), vfTest::slotOf(&ModuleSettings::className));
+    EXPECT_EQ(-1, vfTest::slotOf(&ModuleSettings::getNumModules));
+}

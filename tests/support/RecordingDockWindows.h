@@ -26,7 +26,7 @@ public:
     unsigned int getAllowedDockingAreas() const override { return m_areas; }
     bool isFloating() const override { return floating; }
     void setVisible(bool visible) override;
-    bool getVisible() const override { return m_visible; }
+    bool getVisible() const override { return asked("getVisible", m_visible); }
     void setAllowTabbing(bool allow) override;
     bool getAllowTabbing() const override { return m_allowTabbing; }
     void setAllowTabbed(bool allow) override;
@@ -39,15 +39,26 @@ public:
     void setFloatable(bool floatable) override;
     bool getFloatable() const override { return m_floatable; }
     void setAutoHide(bool autoHide) override;
-    bool getAutoHide() const override { return m_autoHide; }
+    bool getAutoHide() const override { return asked("getAutoHide", m_autoHide); }
     void setArea(DockArea area) override;
-    DockArea getArea() const override { return m_area; }
+    DockArea getArea() const override { return asked("getArea", m_area); }
     void onLanguageChange() override;
 
     bool floating = false;
     bool tabbed = false;
 
+    /// Whether what is asked for the state that is kept is recorded too.
+    bool recordsQuestions = false;
+
 private:
+    template <class Answer>
+    Answer asked(const char* operation, Answer answer) const
+    {
+        if (recordsQuestions)
+            changed(operation, std::to_string(answer));
+        return answer;
+    }
+
     void changed(const char* operation, const std::string& value) const;
 
     std::string m_id;

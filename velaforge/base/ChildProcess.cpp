@@ -19,7 +19,7 @@ constexpr int succeeded = 73;
 constexpr int failed = 74;
 
 /// Does the work and ends the process without any of its exit handlers.
-[[noreturn]] void work(const std::function<bool()>& work, unsigned int seconds)
+[[noreturn]] void runAndExit(const std::function<bool()>& work, unsigned int seconds)
 {
     for (const int number : {SIGSEGV, SIGABRT, SIGBUS, SIGFPE, SIGILL, SIGALRM})
         std::signal(number, SIG_DFL);
@@ -41,13 +41,13 @@ constexpr int failed = 74;
 
 } // namespace
 
-ChildResult tryInChild(const std::function<bool()>& tried, unsigned int seconds)
+ChildResult tryInChild(const std::function<bool()>& work, unsigned int seconds)
 {
     const pid_t child = fork();
     if (child < 0)
         return ChildResult::NotMade;
     if (child == 0)
-        work(tried, seconds);
+        runAndExit(work, seconds);
     int status = 0;
     while (waitpid(child, &status, 0) < 0) {
         if (errno != EINTR)

@@ -133,7 +133,7 @@ bool invoke(Invocation& invocation)
     return isDone || say(invocation.name, "the command could not be carried out");
 }
 
-/// Stops at the first one that fails: those behind it may rely on it.
+/// Stops at the first change that fails: those behind it may rely on it.
 bool invokeCommands(const vfBase::StringList& asked)
 {
     std::vector<Invocation> invocations;
