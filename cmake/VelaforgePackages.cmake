@@ -9,6 +9,8 @@ set(VELAFORGE_CMAKE_DIR "${CMAKE_INSTALL_LIBDIR}/cmake/velaforge")
 install(DIRECTORY velaforge DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" COMPONENT development
     FILES_MATCHING
     PATTERN "*.h"
+    PATTERN "toolkit" EXCLUDE
+    PATTERN "internal" EXCLUDE
     PATTERN "PosixFiles.h" EXCLUDE
     PATTERN "SettingsDocument.h" EXCLUDE
     PATTERN "SettingsFile.h" EXCLUDE

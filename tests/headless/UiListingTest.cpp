@@ -7,9 +7,9 @@
 #include <velaforge/commands/CommandItem.h>
 #include <velaforge/commands/CommandPrivate.h>
 #include <velaforge/dockwindows/DockWindowManager.h>
-#include <velaforge/headless/CommandNames.h>
 #include <velaforge/headless/HeadlessApplicationProducer.h>
 #include <velaforge/headless/UiListing.h>
+#include <velaforge/toolkit/CommandNames.h>
 #include <velaforge/modules/MinimalUiSetup.h>
 #include <velaforge/modules/Module.h>
 #include <velaforge/modules/ModuleRegistry.h>

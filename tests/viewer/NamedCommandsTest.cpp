@@ -15,7 +15,7 @@
 #include <velaforge/commands/Command.h>
 #include <velaforge/commands/CommandPrivate.h>
 #include <velaforge/commands/CommandProcessor.h>
-#include <velaforge/headless/CommandNames.h>
+#include <velaforge/toolkit/CommandNames.h>
 
 #include <osg/ComputeBoundsVisitor>
 #include <osg/Notify>

@@ -13,7 +13,6 @@
 #include <velaforge/documents/DocManager.h>
 #include <velaforge/documents/Document.h>
 #include <velaforge/documents/View.h>
-#include <velaforge/headless/CommandNames.h>
 #include <velaforge/headless/HeadlessDockWindowProducer.h>
 #include <velaforge/headless/HeadlessStatusBar.h>
 #include <velaforge/headless/HeadlessTitleBar.h>
@@ -22,6 +21,8 @@
 #include <velaforge/headless/OffscreenRenderer.h>
 #include <velaforge/headless/SnapshotSource.h>
 #include <velaforge/headless/UiListing.h>
+#include <velaforge/toolkit/CommandNames.h>
+#include <velaforge/toolkit/Declarations.h>
 
 #include <osg/Notify>
 #include <osg/Timer>

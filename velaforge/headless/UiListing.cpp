@@ -3,56 +3,26 @@
 
 #include <velaforge/base/ClassInfo.h>
 #include <velaforge/base/Printable.h>
-#include <velaforge/base/Vector.h>
 #include <velaforge/commands/Command.h>
+#include <velaforge/commands/CommandItem.h>
 #include <velaforge/dockwindows/DockWindow.h>
 #include <velaforge/headless/HeadlessDockWindowProducer.h>
-#include <velaforge/modules/Module.h>
-#include <velaforge/modules/ModuleRegistry.h>
-#include <velaforge/modules/UiSetup.h>
-#include <velaforge/shell/OptionsPageManager.h>
-#include <velaforge/shell/Registry.h>
 #include <velaforge/shell/UiOptionsPage.h>
+#include <velaforge/toolkit/Declarations.h>
 
 #include <algorithm>
 #include <memory>
 #include <ostream>
 #include <string>
-#include <tuple>
 #include <vector>
 
 namespace vfApplication {
 
 namespace {
 
-const char* const applicationId = "vfApplication::Application";
-
-/// The declarations of the active modules, that of the application first.
-std::vector<UiSetup*> activeSetups()
+vfBase::VfString printableLabel(const char* label)
 {
-    std::vector<UiSetup*> setups;
-    for (auto it = ModuleRegistry::instance(false)->getActiveModuleMap(); it.hasNext();) {
-        const auto entry = it.next();
-        if (!entry.value->hasUiSetup())
-            continue;
-        // Declaring is no constant operation, though a module gives its declaration away as constant.
-        auto* setup = const_cast<UiSetup*>(&entry.value->getUiSetup());
-        setups.insert(entry.key == applicationId ? setups.begin() : setups.end(), setup);
-    }
-    return setups;
-}
-
-/// A label as a person reads it: without the marks of shortcut letters.
-std::string label(const char* name)
-{
-    std::string text;
-    for (const char* at = name; *at; ++at) {
-        if (*at != '&')
-            text += *at;
-        else if (at[1] == '&')
-            text += *at++;
-    }
-    return vfBase::printable(text);
+    return vfBase::printable(plainLabel(label));
 }
 
 void indent(std::ostream& out, int depth)
@@ -75,7 +45,7 @@ public:
             return;
         }
         const bool isBelowItself = std::find(m_above.begin(), m_above.end(), item.getImp()) != m_above.end();
-        m_out << label(item.getCommand()) << (isBelowItself ? " ..." : "") << '\n';
+        m_out << printableLabel(item.getCommand()) << (isBelowItself ? " ..." : "") << '\n';
         if (isBelowItself)
             return;
         m_above.push_back(item.getImp());
@@ -131,7 +101,7 @@ void listDockWindows(std::ostream& out)
         indent(out, 1);
         out << vfBase::printable(vfBase::VfString(window->getId()));
         if (*window->getTitle())
-            out << " \"" << label(window->getTitle()) << '"';
+            out << " \"" << printableLabel(window->getTitle()) << '"';
         out << ", " << areaName(window->getArea()) << (window->getVisible() ? "" : ", hidden")
             << (window->getAutoHide() ? ", hides itself" : "") << '\n';
     }
@@ -139,22 +109,14 @@ void listDockWindows(std::ostream& out)
 
 void listOptionsPages(std::ostream& out)
 {
-    std::vector<std::unique_ptr<UiOptionsPage>> pages;
-    for (UiOptionsPage* page : Registry::instance().getOptionsPageManager().createPages())
-        pages.emplace_back(page);
-    const auto place = [](const auto& page) {
-        return std::make_tuple(page->getGroupOrder(), std::string(page->getGroupName()), page->getTabOrder());
-    };
-    std::stable_sort(pages.begin(), pages.end(),
-                     [&place](const auto& a, const auto& b) { return place(a) < place(b); });
     out << "options pages\n";
     std::string group;
     bool isFirst = true;
-    for (const auto& page : pages) {
+    for (const std::unique_ptr<UiOptionsPage>& page : orderedOptionsPages()) {
         if (isFirst || group != page->getGroupName()) {
             group = page->getGroupName();
             indent(out, 1);
-            out << label(group.c_str()) << '\n';
+            out << printableLabel(group.c_str()) << '\n';
         }
         isFirst = false;
         indent(out, 2);
@@ -163,22 +125,6 @@ void listOptionsPages(std::ostream& out)
 }
 
 } // namespace
-
-CommandItem declaredMenus()
-{
-    CommandItem root;
-    for (UiSetup* setup : activeSetups())
-        setup->setupMenus(&root);
-    return root;
-}
-
-CommandItem declaredToolbars()
-{
-    CommandItem root;
-    for (UiSetup* setup : activeSetups())
-        setup->setupToolbars(&root);
-    return root;
-}
 
 void listUi(std::ostream& out)
 {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <velaforge/headless/CommandNames.h>
+#include <velaforge/toolkit/CommandNames.h>
 
 #include <velaforge/base/ClassInfo.h>
 #include <velaforge/base/Registry_.h>

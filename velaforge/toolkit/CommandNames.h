@@ -2,18 +2,17 @@
 #pragma once
 
 #include <velaforge/base/VfString.h>
-#include <velaforge/headless/Export.h>
 
 #include <vector>
 
 namespace vfApplication {
 
 /// @return the names of all commands that Command::getCommandByName can make, in order
-VFAPPLICATIONHEADLESS_EXPORT std::vector<vfBase::VfString> commandNames();
+std::vector<vfBase::VfString> commandNames();
 
 /// @return the name out of @p names that takes the fewest changes to get to from @p name, upper and lower case counting
 ///         as equal; of several the first. A name without its namespace is compared with such. Empty without names.
-VFAPPLICATIONHEADLESS_EXPORT vfBase::VfString nearestName(const vfBase::VfString& name,
-                                                          const std::vector<vfBase::VfString>& names);
+vfBase::VfString nearestName(const vfBase::VfString& name,
+                             const std::vector<vfBase::VfString>& names);
 
 } // namespace vfApplication
