@@ -31,10 +31,12 @@ if(VELAFORGE_SANITIZE)
     target_link_options(velaforge_build_flags INTERFACE "-fsanitize=${VELAFORGE_SANITIZE}")
 endif()
 
-# velaforge_library(<name> SOURCES <file>... [PUBLIC <target>...] [PRIVATE <target>...])
+# velaforge_library(<name> [EXPORT <set>] [COMPONENT <component>] SOURCES <file>...
+#                   [PUBLIC <target>...] [PRIVATE <target>...])
 # A shared library with hidden visibility, which is installed; velaforge::<name> names it.
 function(velaforge_library name)
-    cmake_parse_arguments(ARG "" "" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
+    cmake_parse_arguments(ARG "" "EXPORT;COMPONENT" "SOURCES;PUBLIC;PRIVATE" EXPORT velaforgeTargets COMPONENT runtime
+                          ${ARGN})
     add_library(${name} SHARED ${ARG_SOURCES})
     add_library(velaforge::${name} ALIAS ${name})
     string(TOUPPER ${name} upper)
@@ -52,8 +54,8 @@ function(velaforge_library name)
         VERSION ${PROJECT_VERSION}
         SOVERSION ${PROJECT_VERSION_MAJOR}
         INSTALL_RPATH "$ORIGIN")
-    install(TARGETS ${name} EXPORT velaforgeTargets
-        LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT runtime NAMELINK_COMPONENT development)
+    install(TARGETS ${name} EXPORT ${ARG_EXPORT}
+        LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT ${ARG_COMPONENT} NAMELINK_COMPONENT development)
 endfunction()
 
 # velaforge_program(<name> SOURCES <file>... LINK <target>...)

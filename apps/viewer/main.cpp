@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "headless/HeadlessModelView.h"
 #include "model/FileGate.h"
+#include "model/FirstView.h"
 #include "model/ViewerDocuments.h"
 #include "ui/ModulePlugin.h"
 #include "ui/OptionsPages.h"
 #include "ui/SceneModule.h"
 #include "ui/ViewerUiSetup.h"
+#include "ui/WindowSide.h"
 
 #include <velaforge/application/Application.h>
 #include <velaforge/application/ApplicationCallback.h>
@@ -21,10 +23,13 @@
 
 #include <osg/Notify>
 
+#include <algorithm>
 #include <cstdlib>
+#include <cstring>
 #include <exception>
 #include <iostream>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -41,6 +46,9 @@ constexpr int fileFailed = 4;
 class ViewerSetup : public vfApplication::ApplicationSetup
 {
 public:
+    /// @param window  null for the viewer without a window
+    explicit ViewerSetup(const vfViewer::WindowSide* window) : m_window(window) {}
+
     const vfApplication::UiSetup& getUiSetup() const override
     {
         static const vfViewer::ViewerUiSetup setup; // the module of the application outlives the application
@@ -49,9 +57,18 @@ public:
     void onRegisterDocumentType() const override
     {
         Application* application = Application::instance(false);
-        application->setDocManager(new vfViewer::ViewerDocManager(vfViewer::HeadlessModelView::s_classInfo));
-        vfViewer::announceOptionsPages();
+        if (m_window) {
+            application->setDocManager(m_window->makeDocManager());
+            m_window->announceOptionsPages();
+        } else {
+            application->setDocManager(
+                new vfViewer::ViewerDocManager(vfViewer::HeadlessModelView::s_classInfo));
+            vfViewer::announceOptionsPages();
+        }
     }
+
+private:
+    const vfViewer::WindowSide* m_window;
 };
 
 /// Opens the image of "--image" ahead of the files.
@@ -99,38 +116,91 @@ void readOptions(vfBase::ArgumentParser& parser, ViewerCallback& callback)
     parser.addCommandLineOption("--verbose", "Tell more about what is going on", nullptr);
     parser.addCommandLineOption("--log", "Hand the wish for a log on to the readers", nullptr);
     vfApplication::HeadlessApplication::readOptions(parser);
-    parser.readOptionParameter("--headless"); // there is no other side to this program
+    parser.readOptionParameter("--headless"); // which was looked at before there was a parser
     parser.readOptionParameter("--image", callback.image);
     int view = 0;
     if (parser.readOptionParameter("--defaultCameraView", view)) {
         if (view >= 0 && view < vfViewer::standardViewCount)
-            vfViewer::HeadlessModelView::setStandardView(static_cast<vfViewer::StandardView>(view));
+            vfViewer::chooseFirstView(static_cast<vfViewer::StandardView>(view));
         else
             parser.reportError("--defaultCameraView: there are the views 0 to 9");
     }
 }
 
+/// @return whether the command line asks for what is done without a window
+bool wantsNoWindow(int argc, char** argv)
+{
+    for (int i = 1; i < argc; ++i) {
+        for (const char* option : {"--headless", "--snapshot", "--invoke", "--list-ui", "--list-commands",
+                                   "--help", "-h"}) {
+            if (!std::strcmp(argv[i], option))
+                return true;
+        }
+    }
+    return false;
+}
+
+/// Finds the side with a window, where it is wanted, installed, and has a display.
+/// @return false when it is there and its display does not answer, which is told
+bool findWindow(int argc, char** argv, const vfViewer::WindowSide*& window)
+{
+    const auto isSet = [](const char* name) { return std::getenv(name) && *std::getenv(name); };
+    const bool hasDisplay = isSet("DISPLAY") || isSet("WAYLAND_DISPLAY") || isSet("QT_QPA_PLATFORM");
+    if (!hasDisplay || wantsNoWindow(argc, argv))
+        return true;
+    std::string reason;
+    window = vfViewer::openWindowSide(reason);
+    if (!window) {
+        std::cerr << "vfviewer: warning: there will be no window: " << vfBase::printable(reason) << std::endl;
+        return true;
+    }
+    reason = window->whyNoDisplay(argc, argv);
+    if (!reason.empty())
+        std::cerr << "vfviewer: " << vfBase::printable(reason) << "; --headless works without a display"
+                  << std::endl;
+    return reason.empty();
+}
+
+/// @return how much of what the command line named could not be opened, or, without a window, whatever failed
+std::size_t countFailures(const Application& application, const std::vector<std::string>& named,
+                          bool hasWindow)
+{
+    const auto& failures = dynamic_cast<const vfViewer::FailureLog&>(application.getDocManager()).failures();
+    if (!hasWindow)
+        return failures.size();
+    return static_cast<std::size_t>(
+        std::count_if(failures.begin(), failures.end(), [&named](const auto& path) {
+            return std::find(named.begin(), named.end(), path) != named.end();
+        }));
+}
+
 int run(int argc, char** argv)
 {
     introduce();
+    const std::vector<std::string> named(argv, argv + argc);
+    const vfViewer::WindowSide* window = nullptr;
+    if (!findWindow(argc, argv, window))
+        return EXIT_FAILURE;
     vfBase::NotifyHandler::instance().install();
     if (!std::getenv("OSG_NOTIFY_LEVEL"))
         osg::setNotifyLevel(osg::WARN);
     vfViewer::FileGate::install();
-    vfApplication::HeadlessApplicationProducer::install();
+    if (window)
+        window->install();
+    else
+        vfApplication::HeadlessApplicationProducer::install();
 
     ViewerCallback callback;
-    Application application(argc, argv, ViewerSetup());
+    Application application(argc, argv, ViewerSetup(window));
     application.registerCallback(&callback);
     addModules();
     readOptions(application.getArgumentParser(), callback);
     const int result = application.run();
     if (result == commandLineErrors)
         application.getArgumentParser().printErrorMessages();
-    const auto& documents = dynamic_cast<const vfViewer::ViewerDocManager&>(application.getDocManager());
-    if (result == 0 && documents.failureCount() > 0)
+    if (result == 0 && countFailures(application, named, window) > 0)
         return fileFailed;
-    if (result == 0 && application.getNumDocuments() == 0)
+    if (result == 0 && !window && application.getNumDocuments() == 0)
         std::cerr << "vfviewer: no file to show; \"vfviewer --help\" tells what can be said" << std::endl;
     return result;
 }

@@ -9,13 +9,13 @@
 #include <velaforge/dockwindows/DockWindowManager.h>
 #include <velaforge/headless/HeadlessApplicationProducer.h>
 #include <velaforge/headless/UiListing.h>
-#include <velaforge/toolkit/CommandNames.h>
 #include <velaforge/modules/MinimalUiSetup.h>
 #include <velaforge/modules/Module.h>
 #include <velaforge/modules/ModuleRegistry.h>
 #include <velaforge/shell/OptionsPageManager.h>
 #include <velaforge/shell/Registry.h>
 #include <velaforge/shell/UiOptionsPage.h>
+#include <velaforge/toolkit/CommandNames.h>
 
 #include <gmock/gmock.h>
 

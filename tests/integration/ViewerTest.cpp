@@ -410,10 +410,9 @@ TEST(Viewer, ConvertsAModelByACommand)
     EXPECT_EQ(0, view({"--snapshot", directory.file("copy.png"), copy}).status);
 }
 
-TEST(Viewer, EveryCommandThatIsDeclaredIsDocumentedAndTheOtherWayRound)
+TEST(Viewer, EveryCommandIsDocumentedAndTheOtherWayRound)
 {
     const std::string documented = vfTest::readFile(VELAFORGE_SOURCE_DIR "/docs/commands.md");
-    const std::string listed = view({"--list-ui"}).out;
     const auto names = [](const std::string& text) {
         std::set<std::string> found;
         const std::string prefix = "vfViewer::";
@@ -425,7 +424,7 @@ TEST(Viewer, EveryCommandThatIsDeclaredIsDocumentedAndTheOtherWayRound)
         }
         return found;
     };
-    std::set<std::string> commands = names(listed.substr(0, listed.find("dock windows\n")));
+    const std::set<std::string> commands = names(view({"--list-commands"}).out);
     EXPECT_LT(20u, commands.size());
     EXPECT_EQ(names(documented), commands);
 }

@@ -21,6 +21,11 @@ void isolate(const vfTest::TemporaryDirectory& home)
     unsetenv("XDG_DATA_DIRS");
     for (const char* name : {"OSG_NOTIFY_LEVEL", "OSGNOTIFYLEVEL", "OSG_LIBRARY_PATH", "OSG_FILE_PATH"})
         unsetenv(name);
+    // Windows open where a test asks for them, and not before the eyes of whoever runs the tests.
+    for (const char* name : {"WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "DISPLAY"})
+        unsetenv(name);
+    if (const char* display = getenv("VELAFORGE_TEST_DISPLAY"))
+        setenv("DISPLAY", display, 1);
 }
 
 } // namespace

@@ -111,7 +111,7 @@ TEST_F(ModelDocuments, OpenEveryFormat)
         EXPECT_EQ(1u, document->scene().getNumChildren());
         EXPECT_FALSE(document->isModified());
     }
-    EXPECT_EQ(0, manager().failureCount());
+    EXPECT_EQ(0u, manager().failures().size());
 }
 
 TEST_F(ModelDocuments, AFileThatCannotBeOpenedGetsOneLineAndTheNextIsOpened)
@@ -125,7 +125,7 @@ TEST_F(ModelDocuments, AFileThatCannotBeOpenedGetsOneLineAndTheNextIsOpened)
     EXPECT_FALSE(open(directory.write("a.obj", "nonsense")));
     EXPECT_EQ(1, std::count(said.begin(), said.end(), '\n'));
     EXPECT_FALSE(open(""));
-    EXPECT_EQ(4, manager().failureCount());
+    EXPECT_EQ(4u, manager().failures().size());
     EXPECT_TRUE(open(signpost("obj")));
     EXPECT_EQ(1u, application.getNumDocuments());
 }
@@ -143,7 +143,7 @@ TEST_F(ModelDocuments, WarnOfMissingTexturesButNotWithoutEnd)
     EXPECT_THAT(said, HasSubstr("warning: "));
     EXPECT_THAT(said, HasSubstr("and more of the kind"));
     EXPECT_LE(std::count(said.begin(), said.end(), '\n'), 7);
-    EXPECT_EQ(0, manager().failureCount());
+    EXPECT_EQ(0u, manager().failures().size());
 }
 
 TEST_F(ModelDocuments, AnImageOpensAsADocumentToo)

@@ -15,6 +15,7 @@
 #include <velaforge/commands/Command.h>
 #include <velaforge/commands/CommandPrivate.h>
 #include <velaforge/commands/CommandProcessor.h>
+#include <velaforge/documents/View.h>
 #include <velaforge/toolkit/CommandNames.h>
 
 #include <osg/ComputeBoundsVisitor>
@@ -36,11 +37,12 @@ using vfViewer::ModelDocument;
 
 namespace {
 
-struct TurningView : vfViewer::ModelView
+struct TurningView : vfApplication::View, vfViewer::ModelView
 {
     static int s_view;
     bool onCreate(vfApplication::Document*, const vfBase::Options&) override { return true; }
     void lookFrom(vfViewer::StandardView view) override { s_view = static_cast<int>(view); }
+    void fit() override { s_view = -2; }
 };
 int TurningView::s_view = -1;
 

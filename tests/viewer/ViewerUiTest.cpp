@@ -58,7 +58,9 @@ TEST(ViewerUi, ModulesPutTheirMenusInFrontOfTheHelpMenu)
     vfViewer::SceneUiSetup().setupMenus(&root);
     EXPECT_THAT(childNames(root), ElementsAre("&File", "&Edit", "&View", "&Scene", "&Help"));
     EXPECT_THAT(childNames(vfViewer::findOrAddMenu(&root, "&Edit")),
-                ElementsAre("vfViewer::Undo", "vfViewer::Redo"));
+                ElementsAre("vfApplicationQt::ActionUndo", "vfApplicationQt::ActionRedo", "",
+                            "vfApplicationQt::ActionShortcuts", "vfApplicationQt::ActionLanguage",
+                            "vfApplicationQt::ActionOptions"));
     expectCommands(root);
 }
 

@@ -198,6 +198,12 @@ Command CommandProcessor::getCurrentCommand()
     return Command(currentBody(*d));
 }
 
+Command CommandProcessor::getRedoCommand() const
+{
+    const Position next = redoCandidate(*d);
+    return Command(next.isCommand() ? d->command(next) : nullptr);
+}
+
 int CommandProcessor::getMaxCommands() const
 {
     return d->maxCommands;

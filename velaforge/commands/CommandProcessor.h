@@ -71,6 +71,10 @@ public:
     /// @return a handle on the command at the cursor, one without a body when the cursor is at the end
     Command getCurrentCommand();
 
+    /// @return a handle on the command that redo() would run, one without a body when there is none; so that a menu can
+    ///         name it
+    Command getRedoCommand() const;
+
     int getMaxCommands() const;
 
     /// Sets the saved mark to the cursor.

@@ -40,6 +40,7 @@ namespace {
 struct Request
 {
     bool isListWanted = false;
+    bool areCommandsWanted = false;
     vfBase::StringList commands; ///< each with its argument behind "="
     vfBase::VfString snapshot;
     int width = 1280;
@@ -165,10 +166,19 @@ bool takeSnapshot(const Request& asked)
     return true;
 }
 
+void listCommands()
+{
+    for (const vfBase::VfString& name : commandNames())
+        std::cout << vfBase::printable(name) << '\n';
+    std::cout.flush();
+}
+
 bool serve(const Request& asked)
 {
     if (asked.isListWanted)
         listUi(std::cout);
+    if (asked.areCommandsWanted)
+        listCommands();
     return invokeCommands(asked.commands) && (asked.snapshot.empty() || takeSnapshot(asked));
 }
 
@@ -195,6 +205,7 @@ void HeadlessApplication::declareOptions(vfBase::ArgumentParser& parser)
     parser.addCommandLineOption("--invoke <command>[=<argument>]",
                                 "Run a command on the active document; as often as given, in order", nullptr);
     parser.addCommandLineOption("--list-ui", "List menus, toolbars, dock windows and options pages", nullptr);
+    parser.addCommandLineOption("--list-commands", "List the names of all commands", nullptr);
 }
 
 void HeadlessApplication::readOptions(vfBase::ArgumentParser& parser)
@@ -214,6 +225,8 @@ void HeadlessApplication::readOptions(vfBase::ArgumentParser& parser)
     parser.readOptionParameter("--invoke", request().commands);
     if (parser.readOptionParameter("--list-ui"))
         request().isListWanted = true;
+    if (parser.readOptionParameter("--list-commands"))
+        request().areCommandsWanted = true;
 }
 
 int HeadlessApplication::onBeforeRun()

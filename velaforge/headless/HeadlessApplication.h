@@ -25,8 +25,9 @@ class HeadlessToolbar;
 /// | `--size <width>x<height>` | size of the picture in pixels, 1280x800 unless given |
 /// | `--invoke <command>[=<argument>]` | a command runs on the active document; as often as given, in order |
 /// | `--list-ui` | menus, toolbars, dock windows and options pages are listed on standard output |
+/// | `--list-commands` | the names of all commands are listed on standard output |
 ///
-/// They are served in the order: list, commands, picture. A command that is unknown keeps all of them from running. The
+/// They are served in the order: lists, commands, picture. A command that is unknown keeps all of them from running. The
 /// dock windows are put as they stood at the end of the last run first, and how they stand is kept at the end. The view to be shown is a SnapshotSource. HeadlessApplicationProducer makes the shell.
 class VFAPPLICATIONHEADLESS_EXPORT HeadlessApplication : public ApplicationInterface
 {

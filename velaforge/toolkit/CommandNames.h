@@ -12,7 +12,6 @@ std::vector<vfBase::VfString> commandNames();
 
 /// @return the name out of @p names that takes the fewest changes to get to from @p name, upper and lower case counting
 ///         as equal; of several the first. A name without its namespace is compared with such. Empty without names.
-vfBase::VfString nearestName(const vfBase::VfString& name,
-                             const std::vector<vfBase::VfString>& names);
+vfBase::VfString nearestName(const vfBase::VfString& name, const std::vector<vfBase::VfString>& names);
 
 } // namespace vfApplication

@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "headless/HeadlessModelView.h"
 
+#include "model/FirstView.h"
 #include "model/LitScene.h"
 #include "model/ModelDocument.h"
 #include "model/ViewerSettings.h"
 
 #include <velaforge/base/ClassInfo.h>
-
-#include <optional>
 
 namespace vfViewer {
 
@@ -16,16 +15,6 @@ namespace {
 vfBase::VfObject* createView()
 {
     return new HeadlessModelView;
-}
-
-std::optional<StandardView> chosen;
-
-/// A flat image is looked at straight on, unless a view was asked for.
-StandardView viewFor(const vfApplication::Document& document)
-{
-    const bool isImage = dynamic_cast<const ImageDocument*>(&document) != nullptr;
-    const auto first = static_cast<StandardView>(ViewerSettings::instance().getFirstView());
-    return chosen.value_or(isImage ? StandardView::Front : first);
 }
 
 } // namespace
@@ -43,7 +32,7 @@ bool HeadlessModelView::onCreate(vfApplication::Document* document, const vfBase
 {
     if (!dynamic_cast<ModelDocument*>(document))
         return false;
-    m_view = viewFor(*document);
+    m_view = firstViewFor(*document);
     return true;
 }
 
@@ -60,11 +49,6 @@ osg::ref_ptr<osg::Image> HeadlessModelView::takeSnapshot(int width, int height, 
 void HeadlessModelView::lookFrom(StandardView view)
 {
     m_view = view;
-}
-
-void HeadlessModelView::setStandardView(StandardView view)
-{
-    chosen = view;
 }
 
 } // namespace vfViewer

@@ -3,13 +3,14 @@
 
 #include "model/ModelView.h"
 
+#include <velaforge/documents/View.h>
 #include <velaforge/headless/OffscreenRenderer.h>
 #include <velaforge/headless/SnapshotSource.h>
 
 namespace vfViewer {
 
 /// Shows a model to nobody, but can be asked for a picture.
-class HeadlessModelView : public ModelView, public vfApplication::SnapshotSource
+class HeadlessModelView : public vfApplication::View, public ModelView, public vfApplication::SnapshotSource
 {
 public:
     static const vfBase::ClassInfo s_classInfo;
@@ -20,8 +21,8 @@ public:
 
     void lookFrom(StandardView view) override;
 
-    /// The direction from which views that are made from here on look, whatever the settings say.
-    static void setStandardView(StandardView view);
+    /// Nothing: every picture shows the whole model.
+    void fit() override {}
 
 private:
     StandardView m_view = StandardView::Front;

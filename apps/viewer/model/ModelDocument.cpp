@@ -57,6 +57,15 @@ bool ModelDocument::deleteContents()
     return true;
 }
 
+bool ModelDocument::revert()
+{
+    if (!Document::revert())
+        return false;
+    getCommandProcessor()->clearCommands();
+    getCommandProcessor()->initialize();
+    return true;
+}
+
 bool ModelDocument::hide(osg::Node& node)
 {
     return submit(new ShowCommand(*m_scene, node, false));

@@ -36,6 +36,9 @@ public:
 
     const vfBase::ClassInfo* getClassInfo() const override;
     bool deleteContents() override;
+
+    /// The commands before it are of a model that is gone, so they go too.
+    bool revert() override;
     void concreteDocumentOperation() override {}
 
     /// @return the model, below a group that stays for the life of the document

@@ -3,16 +3,19 @@
 
 #include "model/StandardView.h"
 
-#include <velaforge/documents/View.h>
-
 namespace vfViewer {
 
-/// A view of a model, whatever it is shown on.
-class ModelView : public vfApplication::View
+/// What a view of a model is, beside a View, whatever it is shown on.
+class ModelView
 {
 public:
+    virtual ~ModelView() = default;
+
     /// Looks at the whole model from there.
     virtual void lookFrom(StandardView view) = 0;
+
+    /// Looks at the whole model from where it looks now.
+    virtual void fit() = 0;
 };
 
 } // namespace vfViewer

@@ -116,6 +116,11 @@ bool readWhole(const fs::path& path, std::string& contents)
 
 } // namespace
 
+std::string writableFormats()
+{
+    return "osgb,osgt,ive,obj,stl,3ds,ac,dxf";
+}
+
 bool writeModel(osg::Node& scene, const vfBase::VfString& path, vfBase::VfString& reason)
 {
     const std::string extension = osgDB::getLowerCaseFileExtension(path);

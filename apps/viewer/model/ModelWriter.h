@@ -3,11 +3,16 @@
 
 #include <velaforge/base/VfString.h>
 
+#include <string>
+
 namespace osg {
 class Node;
 }
 
 namespace vfViewer {
+
+/// @return the formats that writeModel knows, with commas between them
+std::string writableFormats();
 
 /// Writes a scene in the format of the file's extension: obj, stl, 3ds, ac, dxf, osgt, osgb or ive.
 ///

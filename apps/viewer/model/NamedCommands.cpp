@@ -9,6 +9,7 @@
 #include <velaforge/base/ClassInfo.h>
 #include <velaforge/commands/CommandProcessor.h>
 #include <velaforge/documents/DocManager.h>
+#include <velaforge/documents/View.h>
 
 #include <algorithm>
 #include <cmath>
@@ -26,6 +27,11 @@ ModelDocument* activeModel()
 {
     const Application* application = Application::instance(false);
     return application ? dynamic_cast<ModelDocument*>(application->getActiveDocument()) : nullptr;
+}
+
+DirectCommand::DirectCommand()
+{
+    getProperties()["enabled"] = VfVariant(activeModel() != nullptr);
 }
 
 void DirectCommand::invoke(const VfVariant& argument)
@@ -161,17 +167,35 @@ struct SelectNothing : DirectCommand
 
 // --- the view
 
+/// @return the current view, null with the failure told when it cannot be turned
+ModelView* turnableView(const ModelDocument& document)
+{
+    auto* shown = dynamic_cast<ModelView*>(Application::instance(false)->getDocManager().getCurrentView());
+    if (!shown)
+        failed(document, "this view cannot be turned");
+    return shown;
+}
+
+struct Fit : DirectCommand
+{
+    bool carryOut(ModelDocument& document, const VfVariant&) override
+    {
+        ModelView* shown = turnableView(document);
+        if (shown)
+            shown->fit();
+        return shown != nullptr;
+    }
+};
+
 template <StandardView view>
 struct LookFrom : DirectCommand
 {
     bool carryOut(ModelDocument& document, const VfVariant&) override
     {
-        auto* shown =
-            dynamic_cast<ModelView*>(Application::instance(false)->getDocManager().getCurrentView());
-        if (!shown)
-            return failed(document, "this view cannot be turned");
-        shown->lookFrom(view);
-        return true;
+        ModelView* shown = turnableView(document);
+        if (shown)
+            shown->lookFrom(view);
+        return shown != nullptr;
     }
 };
 
@@ -257,7 +281,12 @@ std::vector<double> numbers(const VfString& text)
 
 struct Move : TargetEdit
 {
-    Move() { setName("Move"); }
+    Move()
+    {
+        setName("Move");
+        getProperties()["prompt"] = VfVariant("By how much along x, y and z:");
+        getProperties()["promptValue"] = VfVariant("0,0,0");
+    }
     SceneCommand* makeEdit(const ModelDocument& document, osg::Node& node, const VfVariant& argument) override
     {
         const std::vector<double> offset = numbers(argument.toString());
@@ -270,7 +299,12 @@ struct Move : TargetEdit
 
 struct SetColor : TargetEdit
 {
-    SetColor() { setName("Set colour"); }
+    SetColor()
+    {
+        setName("Set colour");
+        getProperties()["prompt"] = VfVariant("Colour");
+        getProperties()["promptKind"] = VfVariant("color");
+    }
     SceneCommand* makeEdit(const ModelDocument& document, osg::Node& node, const VfVariant& argument) override
     {
         std::vector<double> color = numbers(argument.toString());
@@ -318,6 +352,7 @@ const Record<LookFrom<StandardView::FrontLeft>> frontLeft("ViewFrontLeft", "vfVi
 const Record<LookFrom<StandardView::FrontRight>> frontRight("ViewFrontRight", "vfViewer::ViewFrontRight");
 const Record<LookFrom<StandardView::BackRight>> backRight("ViewBackRight", "vfViewer::ViewBackRight");
 const Record<LookFrom<StandardView::BackLeft>> backLeft("ViewBackLeft", "vfViewer::ViewBackLeft");
+const Record<Fit> fit("Fit", "vfViewer::Fit");
 const Record<Hide> hide("Hide", "vfViewer::Hide");
 const Record<Show> show("Show", "vfViewer::Show");
 const Record<ShowAll> showAll("ShowAll", "vfViewer::ShowAll");

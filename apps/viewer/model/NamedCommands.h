@@ -19,6 +19,9 @@ class DirectCommand : public vfApplication::CommandPrivate
 public:
     using CommandPrivate::Do;
 
+    /// Says in its property "enabled" whether there is a model.
+    DirectCommand();
+
     void invoke(const vfBase::VfVariant& argument) override;
     bool Do(const vfBase::VfVariant& argument) override;
 

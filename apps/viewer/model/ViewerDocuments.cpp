@@ -27,15 +27,49 @@ void say(const vfBase::VfString& path, const vfBase::VfString& text)
 
 } // namespace
 
-ViewerDocManager::ViewerDocManager(const vfBase::ClassInfo& viewClass)
+void addViewerKinds(vfApplication::DocManager& manager, const vfBase::ClassInfo& viewClass)
 {
     using vfApplication::DocTemplate;
-    new DocTemplate(this, "3D models", FileGate::filter(FileGate::modelFormats()).c_str(), "", "osgb",
+    new DocTemplate(&manager, "3D models", FileGate::filter(FileGate::modelFormats()).c_str(), "", "osgb",
                     ModelDocument::classId(), "", &ModelDocument::s_classInfo, &viewClass,
                     DocTemplate::Visible | DocTemplate::Native, 0, vfBase::Options());
-    new DocTemplate(this, "Images", FileGate::filter(FileGate::imageFormats()).c_str(), "", "png",
+    new DocTemplate(&manager, "Images", FileGate::filter(FileGate::imageFormats()).c_str(), "", "png",
                     ImageDocument::s_classInfo.getClassId(), "", &ImageDocument::s_classInfo, &viewClass,
                     DocTemplate::Visible, 0, vfBase::Options());
+}
+
+std::string whyNotTried(vfApplication::DocManager& manager, const vfBase::VfString& path)
+{
+    // Whether the file is there comes before what its name says.
+    const std::string reason = path.empty() ? "this is no file name" : FileGate::whyUnreadable(path);
+    if (!reason.empty())
+        return reason;
+    return manager.findTemplateForPath(path.c_str()) ? "" : "not a format that can be read";
+}
+
+void FailureLog::onFailure(const vfBase::VfString& path, const vfBase::VfString& reason)
+{
+    m_failures.push_back(path.str());
+    say(path, reason);
+}
+
+void FailureLog::onWarning(const vfBase::VfString& path, const vfBase::VfString& warning)
+{
+    if (++m_warningCount <= warningLimit)
+        say(path, "warning: " + warning.str());
+    else if (m_warningCount == warningLimit + 1)
+        say(path, "warning: and more of the kind");
+}
+
+void FailureLog::onDetail(const vfBase::VfString& path, const vfBase::VfString& detail)
+{
+    if (vfBase::isVerbose())
+        say(path, detail);
+}
+
+ViewerDocManager::ViewerDocManager(const vfBase::ClassInfo& viewClass)
+{
+    addViewerKinds(*this, viewClass);
 }
 
 ViewerDocManager::~ViewerDocManager()
@@ -47,21 +81,14 @@ vfApplication::Document* ViewerDocManager::createDocument(const vfBase::VfString
                                                           const vfBase::Options& options)
 {
     const bool isNew = options.isValid() && options.getPluginStringData("NEWDOC") == "TRUE";
-    if (!isNew) {
-        // Whether the file is there comes before what its name says.
-        const std::string reason = path.empty() ? "this is no file name" : FileGate::whyUnreadable(path);
-        if (!reason.empty()) {
-            onFailure(path, reason);
-            return nullptr;
-        }
-        if (!findTemplateForPath(path.c_str())) {
-            onFailure(path, "not a format that can be read");
-            return nullptr;
-        }
+    vfBase::VfString reason = isNew ? "" : whyNotTried(*this, path);
+    if (!reason.empty()) {
+        onFailure(path, reason);
+        return nullptr;
     }
-    m_warningCount = 0;
-    const int failuresBefore = m_failureCount;
-    vfBase::VfString reason = "it could not be opened";
+    beginFile();
+    const std::size_t failuresBefore = failures().size();
+    reason = "it could not be opened";
     try {
         if (vfApplication::Document* document = DocManager::createDocument(path, options))
             return document;
@@ -70,7 +97,7 @@ vfApplication::Document* ViewerDocManager::createDocument(const vfBase::VfString
     } catch (const std::exception& problem) {
         reason = problem.what();
     }
-    if (m_failureCount == failuresBefore)
+    if (failures().size() == failuresBefore)
         onFailure(path, reason);
     return nullptr;
 }
@@ -78,26 +105,6 @@ vfApplication::Document* ViewerDocManager::createDocument(const vfBase::VfString
 int ViewerDocManager::askForUserConfirmation()
 {
     return 2;
-}
-
-void ViewerDocManager::onFailure(const vfBase::VfString& path, const vfBase::VfString& reason)
-{
-    ++m_failureCount;
-    say(path, reason);
-}
-
-void ViewerDocManager::onWarning(const vfBase::VfString& path, const vfBase::VfString& warning)
-{
-    if (++m_warningCount <= warningLimit)
-        say(path, "warning: " + warning.str());
-    else if (m_warningCount == warningLimit + 1)
-        say(path, "warning: and more of the kind");
-}
-
-void ViewerDocManager::onDetail(const vfBase::VfString& path, const vfBase::VfString& detail)
-{
-    if (vfBase::isVerbose())
-        say(path, detail);
 }
 
 } // namespace vfViewer

@@ -5,18 +5,47 @@
 
 #include <velaforge/documents/DocManager.h>
 
+#include <string>
+#include <vector>
+
 namespace vfBase {
 class ClassInfo;
 }
 
 namespace vfViewer {
 
-/// The viewer's document manager: tells on standard error, one line a file, why a file could not be opened, and raises
-/// nothing.
-class ViewerDocManager : public vfApplication::DocManager, public FailureListener
+/// Enters the kinds of document: models and images, both shown by views of that class.
+void addViewerKinds(vfApplication::DocManager& manager, const vfBase::ClassInfo& viewClass);
+
+/// @return why a file need not even be tried; empty when it is there and has a format that can be read
+std::string whyNotTried(vfApplication::DocManager& manager, const vfBase::VfString& path);
+
+/// Tells on standard error, one line a file, what went wrong.
+class FailureLog : public FailureListener
 {
 public:
-    /// Enters the kinds of document: models and images, both shown by views of that class.
+    void onFailure(const vfBase::VfString& path, const vfBase::VfString& reason) override;
+
+    /// Of a file only the first few; see beginFile.
+    void onWarning(const vfBase::VfString& path, const vfBase::VfString& warning) override;
+    void onDetail(const vfBase::VfString& path, const vfBase::VfString& detail) override;
+
+    /// The warnings that follow are of another file.
+    void beginFile() { m_warningCount = 0; }
+
+    /// @return the files that could not be opened or saved, as often as that was
+    const std::vector<std::string>& failures() const { return m_failures; }
+
+private:
+    std::vector<std::string> m_failures;
+    int m_warningCount = 0;
+};
+
+/// The viewer's document manager without a window: tells why a file could not be opened, and raises nothing.
+class ViewerDocManager : public vfApplication::DocManager, public FailureLog
+{
+public:
+    /// Enters the kinds of document, shown by views of that class.
     explicit ViewerDocManager(const vfBase::ClassInfo& viewClass);
 
     /// Closes the documents, while nobody else can be asked about their changes.
@@ -27,17 +56,6 @@ public:
 
     /// Nobody is there to ask: closing discards changes.
     int askForUserConfirmation() override;
-
-    void onFailure(const vfBase::VfString& path, const vfBase::VfString& reason) override;
-    void onWarning(const vfBase::VfString& path, const vfBase::VfString& warning) override;
-    void onDetail(const vfBase::VfString& path, const vfBase::VfString& detail) override;
-
-    /// @return how many files could not be opened or saved
-    int failureCount() const { return m_failureCount; }
-
-private:
-    int m_failureCount = 0;
-    int m_warningCount = 0;
 };
 
 } // namespace vfViewer

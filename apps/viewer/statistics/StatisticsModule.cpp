@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // A module in a library of its own: what a model consists of, in numbers.
 #include "model/ModelDocument.h"
+#include "model/ModelStatistics.h"
 #include "model/NamedCommands.h"
 #include "ui/Menus.h"
 
@@ -14,47 +15,12 @@
 #include <velaforge/modules/MinimalUiSetup.h>
 #include <velaforge/modules/Module.h>
 
-#include <osg/ComputeBoundsVisitor>
-#include <osg/Geometry>
-#include <osg/NodeVisitor>
-#include <osg/TriangleIndexFunctor>
-
 #include <iostream>
-#include <locale>
-#include <sstream>
 
 namespace {
 
 using vfApplication::CommandItem;
 using vfApplication::DockWindow;
-
-struct TriangleCounter
-{
-    void operator()(unsigned int, unsigned int, unsigned int) { ++triangles; }
-    unsigned long long triangles = 0;
-};
-
-/// Counts what is drawn, each place where it hangs.
-class Count : public osg::NodeVisitor
-{
-public:
-    Count() : NodeVisitor(TRAVERSE_ACTIVE_CHILDREN) {}
-
-    void apply(osg::Drawable& drawable) override
-    {
-        osg::TriangleIndexFunctor<TriangleCounter> counter;
-        drawable.accept(counter);
-        triangles += counter.triangles;
-        const osg::Geometry* geometry = drawable.asGeometry();
-        if (geometry && geometry->getVertexArray())
-            vertices += geometry->getVertexArray()->getNumElements();
-        ++drawables;
-    }
-
-    unsigned long long triangles = 0;
-    unsigned long long vertices = 0;
-    unsigned long long drawables = 0;
-};
 
 /// Writes the numbers of the model, or of the part that is selected, to standard output.
 struct PrintStatistics : vfViewer::DirectCommand
@@ -66,19 +32,9 @@ struct PrintStatistics : vfViewer::DirectCommand
             document.reportFailure("the model is empty");
             return false;
         }
-        Count count;
-        target->accept(count);
-        osg::ComputeBoundsVisitor bounds;
-        target->accept(bounds);
-        const osg::BoundingBox& box = bounds.getBoundingBox();
-        std::ostringstream text;
-        text.imbue(std::locale::classic());
-        text << document.getTitle() << ": " << count.triangles << " triangles and " << count.vertices
-             << " vertices in " << count.drawables << (count.drawables == 1 ? " drawable" : " drawables");
-        if (box.valid())
-            text << "; " << box.xMax() - box.xMin() << " wide, " << box.yMax() - box.yMin() << " deep, "
-                 << box.zMax() - box.zMin() << " high";
-        std::cout << vfBase::printable(text.str()) << std::endl;
+        std::cout << vfBase::printable(document.getTitle().str() + ": " +
+                                       vfViewer::describe(vfViewer::countModel(*target)))
+                  << std::endl;
         return true;
     }
 };
@@ -94,7 +50,7 @@ struct StatisticsWindow : DockWindow
 {
     StatisticsWindow() : DockWindow(windowId)
     {
-        setTitle("Statistics", nullptr);
+        setTitle("Statistics", vfViewer::translationContext);
         setArea(RightDockArea);
         setVisible(false);
     }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "ui/ModulePlugin.h"
 
+#include "ui/WindowSide.h"
+
 #include <velaforge/modules/Module.h>
 #include <velaforge/modules/ModuleRegistry.h>
 
@@ -23,30 +25,44 @@ std::string moduleDirectory()
                                             : std::string();
 }
 
-} // namespace
-
-bool addModuleFromLibrary(const std::string& name, std::string& reason)
+/// Opens a library of the viewer's own for good. @return the entry of that name, null with the reason
+void* findEntry(const std::string& library, const char* entry, std::string& reason)
 {
     const std::string directory = moduleDirectory();
     if (directory.empty()) {
         reason = "the directory of the program cannot be told";
-        return false;
+        return nullptr;
     }
-    const std::string path = directory + "/" + name + ".so";
-    void* library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (!library) {
+    const std::string path = directory + "/" + library + ".so";
+    void* opened = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (!opened) {
         reason = dlerror();
-        return false;
+        return nullptr;
     }
-    auto* create = reinterpret_cast<CreateModule*>(dlsym(library, "vfViewerCreateModule"));
-    vfApplication::Module* module = create ? create() : nullptr;
-    if (!module) {
+    void* found = dlsym(opened, entry);
+    if (!found) {
         reason = path + ": no module of the viewer";
-        dlclose(library);
-        return false;
+        dlclose(opened);
     }
+    return found;
+}
+
+} // namespace
+
+bool addModuleFromLibrary(const std::string& name, std::string& reason)
+{
+    auto* create = reinterpret_cast<CreateModule*>(findEntry(name, "vfViewerCreateModule", reason));
+    vfApplication::Module* module = create ? create() : nullptr;
+    if (!module)
+        return false;
     vfApplication::ModuleRegistry::instance(false)->addModule(module);
     return true;
+}
+
+const WindowSide* openWindowSide(std::string& reason)
+{
+    auto* get = reinterpret_cast<GetWindowSide*>(findEntry("vfviewer_qt", "vfViewerWindowSide", reason));
+    return get ? get() : nullptr;
 }
 
 } // namespace vfViewer

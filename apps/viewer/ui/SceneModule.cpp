@@ -23,7 +23,7 @@ struct SceneTree : DockWindow
 {
     SceneTree() : DockWindow(treeId)
     {
-        setTitle("Scene", nullptr);
+        setTitle("Scene", translationContext);
         setAllowedDockingAreas(LeftDockArea | RightDockArea);
         setArea(LeftDockArea);
     }
@@ -41,26 +41,25 @@ const vfApplication::DockWindowRegistryPrivate::Proxy sceneTree(new SceneTreePro
 
 void SceneUiSetup::setupMenus(CommandItem* root)
 {
-    findOrAddMenu(root, "&Scene") << "vfViewer::SelectNext"
-                                  << "vfViewer::SelectPrevious"
-                                  << "vfViewer::SelectNothing"
-                                  << "" // a separator
-                                  << "vfViewer::Hide"
-                                  << "vfViewer::Show"
-                                  << "vfViewer::ShowAll"
-                                  << ""
-                                  << "vfViewer::Move"
-                                  << "vfViewer::SetColor"
-                                  << "vfViewer::Remove";
+    CommandItem scene = findOrAddMenu(root, "&Scene");
+    addItem(scene, "vfViewer::SelectNext", "Select &next part", "Ctrl+Down", "go-down");
+    addItem(scene, "vfViewer::SelectPrevious", "Select &previous part", "Ctrl+Up", "go-up");
+    addItem(scene, "vfViewer::SelectNothing", "Select n&othing", "Esc", nullptr);
+    scene << ""; // a separator
+    addItem(scene, "vfViewer::Hide", "&Hide", "H", "hide");
+    addItem(scene, "vfViewer::Show", "&Show", "Shift+H", "show");
+    addItem(scene, "vfViewer::ShowAll", "Show &all", "Alt+H", "show-all");
+    scene << "";
+    addItem(scene, "vfViewer::Move", "&Move…", nullptr, "move");
+    addItem(scene, "vfViewer::SetColor", "&Colour…", nullptr, "color");
+    addItem(scene, "vfViewer::Remove", "&Remove", "Del", "remove");
 }
 
 void SceneUiSetup::setupToolbars(CommandItem* root)
 {
-    CommandItem scene(root);
-    scene.setCommand("Scene", nullptr);
-    scene << "vfViewer::Hide"
-          << "vfViewer::ShowAll"
-          << "vfViewer::Remove";
+    addMenu(root, "Scene") << "vfViewer::Hide"
+                           << "vfViewer::ShowAll"
+                           << "vfViewer::Remove";
 }
 
 SceneModule::SceneModule(const vfApplication::UiSetup& setup) : Module(setup) {}

@@ -1,23 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "ui/ViewerUiSetup.h"
 
+#include "ui/Menus.h"
+
 #include <velaforge/base/StringList.h>
 #include <velaforge/commands/CommandItem.h>
 
 namespace vfViewer {
 
 using vfApplication::CommandItem;
-
-namespace {
-
-CommandItem addMenu(CommandItem* parent, const char* name)
-{
-    CommandItem menu(parent);
-    menu.setCommand(name, nullptr);
-    return menu;
-}
-
-} // namespace
 
 vfBase::StringList ViewerUiSetup::getDocumentViewTemplates() const
 {
@@ -30,36 +21,56 @@ vfBase::StringList ViewerUiSetup::getDocumentViewTemplates() const
 void ViewerUiSetup::setupMenus(CommandItem* root)
 {
     addMenu(root, "&File") << "vfApplicationQt::ActionOpen"
-                           << "vfViewer::Save"
-                           << "vfViewer::SaveAs"
-                           << "vfViewer::Revert"
-                           << "vfViewer::Close"
+                           << "vfApplicationQt::ActionOpenRecent"
                            << "" // a separator
+                           << "vfApplicationQt::ActionSave"
+                           << "vfApplicationQt::ActionSaveAs"
+                           << "vfApplicationQt::ActionRevert"
+                           << ""
+                           << "vfApplicationQt::ActionClose"
+                           << "vfApplicationQt::ActionCloseAll"
+                           << ""
                            << "vfApplicationQt::ActionExit";
-    addMenu(root, "&Edit") << "vfViewer::Undo"
-                           << "vfViewer::Redo";
+    addMenu(root, "&Edit") << "vfApplicationQt::ActionUndo"
+                           << "vfApplicationQt::ActionRedo"
+                           << ""
+                           << "vfApplicationQt::ActionShortcuts"
+                           << "vfApplicationQt::ActionLanguage"
+                           << "vfApplicationQt::ActionOptions";
     CommandItem view = addMenu(root, "&View");
-    addMenu(&view, "&Look from") << "vfViewer::ViewFront"
-                                 << "vfViewer::ViewBack"
-                                 << "vfViewer::ViewLeft"
-                                 << "vfViewer::ViewRight"
-                                 << "vfViewer::ViewTop"
-                                 << "vfViewer::ViewBottom"
-                                 << "vfViewer::ViewFrontLeft"
-                                 << "vfViewer::ViewFrontRight"
-                                 << "vfViewer::ViewBackRight"
-                                 << "vfViewer::ViewBackLeft";
-    addMenu(root, "&Help") << "vfApplicationQt::CommandAbout";
+    addItem(view, "vfViewer::Fit", "&Fit", "F", "zoom-fit-best");
+    CommandItem from = addMenu(&view, "&Look from");
+    addItem(from, "vfViewer::ViewFront", "&Front", "1", "view-front");
+    addItem(from, "vfViewer::ViewBack", "&Back", "Ctrl+1", "view-back");
+    addItem(from, "vfViewer::ViewLeft", "&Left", "3", "view-left");
+    addItem(from, "vfViewer::ViewRight", "&Right", "Ctrl+3", "view-right");
+    addItem(from, "vfViewer::ViewTop", "&Top", "7", "view-top");
+    addItem(from, "vfViewer::ViewBottom", "B&ottom", "Ctrl+7", "view-bottom");
+    addItem(from, "vfViewer::ViewFrontLeft", "Front left &corner", nullptr, "view-front-left");
+    addItem(from, "vfViewer::ViewFrontRight", "Front right co&rner", "0", "view-front-right");
+    addItem(from, "vfViewer::ViewBackRight", "Back right corn&er", nullptr, "view-back-right");
+    addItem(from, "vfViewer::ViewBackLeft", "B&ack left corner", nullptr, "view-back-left");
+    view << ""
+         << "vfApplicationQt::ActionFullScreen"
+         << "vfApplicationQt::ActionToolbars"
+         << "vfApplicationQt::ActionDockWindows"
+         << "vfApplicationQt::ActionResetLayout"
+         << ""
+         << "vfApplicationQt::ActionNewView"
+         << "vfApplicationQt::ActionDocuments";
+    addMenu(root, "&Help") << "vfApplicationQt::ActionCommands"
+                           << "vfApplicationQt::CommandAbout";
 }
 
 void ViewerUiSetup::setupToolbars(CommandItem* root)
 {
     addMenu(root, "Standard") << "vfApplicationQt::ActionOpen"
-                              << "vfViewer::Save"
+                              << "vfApplicationQt::ActionSave"
                               << ""
-                              << "vfViewer::Undo"
-                              << "vfViewer::Redo";
-    addMenu(root, "Views") << "vfViewer::ViewFront"
+                              << "vfApplicationQt::ActionUndo"
+                              << "vfApplicationQt::ActionRedo";
+    addMenu(root, "Views") << "vfViewer::Fit"
+                           << "vfViewer::ViewFront"
                            << "vfViewer::ViewRight"
                            << "vfViewer::ViewTop"
                            << "vfViewer::ViewFrontRight";

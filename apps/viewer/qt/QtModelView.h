@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "model/ModelView.h"
+
+#include <velaforge/qt/QtView.h>
+#include <velaforge/qt/QtViewport.h>
+
+#include <QPointer>
+
+#include <osg/Group>
+
+namespace vfViewer {
+
+class ModelDocument;
+
+/// Shows a model in the window: it can be turned with the mouse, and a click selects a part.
+class QtModelView : public vfApplication::QtView, public ModelView
+{
+public:
+    static const vfBase::ClassInfo s_classInfo;
+
+    const vfBase::ClassInfo* getClassInfo() const override;
+
+    /// The first time with a model it looks at it from the standard view that is set; the camera stays afterwards.
+    void onUpdate(vfApplication::View* sender) override;
+    void lookFrom(StandardView view) override;
+    void fit() override;
+
+    /// Shows which part is selected, and the background as it is set.
+    void redraw() override;
+
+    vfApplication::QtViewport* getViewport() const { return m_viewport; }
+
+protected:
+    QWidget* createWidget(QWidget& parent) override;
+
+private:
+    ModelDocument& model() const;
+    void place();
+    void select(const QPointF& position);
+    void showSelection();
+
+    QPointer<vfApplication::QtViewport> m_viewport;
+    osg::ref_ptr<osg::Group> m_scene; ///< the model in the viewer's light, and the mark of the selection
+    osg::ref_ptr<osg::Node> m_mark;
+    StandardView m_standardView = StandardView::Front;
+    bool m_isPlaced = false;   ///< the camera has been placed since there is a model
+    bool m_isStandard = false; ///< it stands where the standard view put it
+};
+
+} // namespace vfViewer

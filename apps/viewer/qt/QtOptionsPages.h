@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "ui/OptionsPages.h"
+
+#include <velaforge/qt/QtOptionsContents.h>
+
+#include <QCoreApplication>
+#include <QPointer>
+
+class QComboBox;
+class QSpinBox;
+
+namespace vfViewer {
+
+class ColorButton;
+
+/// The page of recent files, to be seen.
+class QtRecentFilesPage : public RecentFilesPage, public vfApplication::QtOptionsContents
+{
+    Q_DECLARE_TR_FUNCTIONS(vfViewer::QtRecentFilesPage)
+
+public:
+    static const vfBase::ClassInfo s_classInfo;
+
+    const vfBase::ClassInfo* getClassInfo() const override;
+    QString getTitle() override;
+    QWidget* createWidget(QWidget& parent) override;
+    void applyOptions() override;
+
+private:
+    QPointer<QSpinBox> m_count;
+};
+
+/// The page of pictures, to be seen.
+class QtPicturePage : public PicturePage, public vfApplication::QtOptionsContents
+{
+    Q_DECLARE_TR_FUNCTIONS(vfViewer::QtPicturePage)
+
+public:
+    static const vfBase::ClassInfo s_classInfo;
+
+    const vfBase::ClassInfo* getClassInfo() const override;
+    QString getTitle() override;
+    QWidget* createWidget(QWidget& parent) override;
+
+    /// Shows the open models as it is set now.
+    void applyOptions() override;
+
+private:
+    QPointer<QComboBox> m_view;
+    QPointer<ColorButton> m_top;
+    QPointer<ColorButton> m_bottom;
+};
+
+/// Announces the pages of the viewer with widgets.
+void announceQtOptionsPages();
+
+} // namespace vfViewer

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+// What the program finds when it opens the library with the window.
+#include "ui/WindowSide.h"
+
+#include "qt/QtOptionsPages.h"
+#include "qt/QtViewerDocManager.h"
+#include "qt/ScenePanel.h"
+#include "qt/StatisticsPanel.h"
+
+#include <velaforge/base/ApplicationInfo.h>
+#include <velaforge/qt/QtApplication.h>
+#include <velaforge/qt/QtApplicationProducer.h>
+#include <velaforge/qt/QtDockWindowContents.h>
+
+namespace {
+
+std::string whyNoDisplay(int argc, char** argv)
+{
+    return vfApplication::QtApplication::whyNoDisplay(argc, argv).str();
+}
+
+void install()
+{
+    using vfApplication::QtDockWindowContents;
+    vfBase::ApplicationInfo::instance().setApplicationIconName("vfviewer");
+    vfApplication::QtApplicationProducer::install();
+    vfApplication::QtApplication::addTranslations(":/translations", "vfviewer");
+    QtDockWindowContents::setContents("vfViewer::SceneTree",
+                                      [](QWidget& parent) { return new vfViewer::ScenePanel(parent); });
+    QtDockWindowContents::setContents("vfViewer::Statistics",
+                                      [](QWidget& parent) { return new vfViewer::StatisticsPanel(parent); });
+}
+
+vfApplication::DocManager* makeDocManager()
+{
+    return new vfViewer::QtViewerDocManager;
+}
+
+} // namespace
+
+extern "C" __attribute__((visibility("default"))) const vfViewer::WindowSide* vfViewerWindowSide()
+{
+    static const vfViewer::WindowSide side = {whyNoDisplay, install, makeDocManager,
+                                              vfViewer::announceQtOptionsPages};
+    return &side;
+}

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+
+namespace vfApplication {
+class DocManager;
+}
+
+namespace vfViewer {
+
+/// What the viewer with a window adds to it. It lies in a library of its own, so that a machine without a display needs
+/// nothing of what windows need.
+struct WindowSide
+{
+    /// @return why no window can be opened; empty when one can
+    std::string (*whyNoDisplay)(int argc, char** argv);
+
+    /// Makes the shell with a window the one of the process, before the application is constructed.
+    void (*install)();
+
+    /// @return a new manager that knows the viewer's kinds of document
+    vfApplication::DocManager* (*makeDocManager)();
+
+    void (*announceOptionsPages)();
+};
+
+/// Under the name "vfViewerWindowSide", what that library exports. @return what lives as long as the library
+using GetWindowSide = const WindowSide*();
+
+/// @return what the library gives, which stays open until the process ends; null with the reason where there is none
+const WindowSide* openWindowSide(std::string& reason);
+
+} // namespace vfViewer

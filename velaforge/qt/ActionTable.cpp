@@ -1,0 +1,258 @@
+// SPDX-License-Identifier: MIT
+#include <velaforge/qt/internal/ActionTable.h>
+
+#include <velaforge/application/Application.h>
+#include <velaforge/base/NotifyHandler.h>
+#include <velaforge/base/Printable.h>
+#include <velaforge/commands/CommandProcessor.h>
+#include <velaforge/documents/Document.h>
+#include <velaforge/qt/internal/Icons.h>
+#include <velaforge/qt/internal/Prompts.h>
+#include <velaforge/qt/internal/Text.h>
+#include <velaforge/qt/internal/WindowSettings.h>
+#include <velaforge/toolkit/CommandNames.h>
+
+#include <osg/Notify>
+
+#include <QCoreApplication>
+#include <QSet>
+#include <QWidget>
+
+#include <exception>
+
+namespace vfApplication {
+
+namespace {
+
+/// What the item says, or else the command.
+class Properties
+{
+public:
+    Properties(const CommandItem& item, const Command::Properties& command) : m_item(item), m_command(command)
+    {}
+
+    vfBase::VfVariant value(const char* key) const
+    {
+        const vfBase::VfVariant declared = m_item.getProperty(key);
+        return declared.isEmpty() ? m_command.value(key, vfBase::VfVariant()) : declared;
+    }
+
+    /// Texts of declarations are in the language of their program; what a command says, it has translated itself.
+    QString text(const char* key) const
+    {
+        const vfBase::VfString declared = m_item.getProperty(key).toString();
+        if (declared.empty())
+            return toQt(m_command.value(key, vfBase::VfVariant()).toString());
+        const char* context = m_item.getContext();
+        return QCoreApplication::translate(*context ? context : "CommandItem", declared.c_str());
+    }
+
+    bool flag(const char* key, bool otherwise) const
+    {
+        const vfBase::VfVariant held = value(key);
+        return held.is<bool>() ? held.toBool() : otherwise;
+    }
+
+private:
+    const CommandItem& m_item;
+    const Command::Properties& m_command;
+};
+
+/// @return keys as they are written in a declaration or in the settings
+QList<QKeySequence> readKeys(const QString& text)
+{
+    return text.isEmpty() ? QList<QKeySequence>()
+                          : QKeySequence::listFromString(text, QKeySequence::PortableText);
+}
+
+const Document* activeDocument()
+{
+    const Application* application = Application::instance(false);
+    return application ? application->getActiveDocument() : nullptr;
+}
+
+} // namespace
+
+ActionTable::ActionTable(QWidget& window) : QObject(&window), m_window(window) {}
+
+QString ActionTable::labelFor(const std::string& name)
+{
+    QString text = toQt(name);
+    text = text.mid(text.lastIndexOf(QLatin1String("::")) + 1);
+    if (text.startsWith(QLatin1Char(':')))
+        text.remove(0, 1);
+    for (const char* prefix : {"Action", "Command"}) {
+        if (text.startsWith(QLatin1String(prefix)) && text.size() > qsizetype(qstrlen(prefix)))
+            text.remove(0, qsizetype(qstrlen(prefix)));
+    }
+    QString label;
+    for (const QChar letter : text) {
+        if (letter.isUpper() && !label.isEmpty())
+            label += QLatin1Char(' ') + QString(letter.toLower());
+        else
+            label += letter;
+    }
+    return QCoreApplication::translate("Command", label.toUtf8().constData());
+}
+
+QString ActionTable::plainText(const QString& text)
+{
+    QString plain;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i] != QLatin1Char('&'))
+            plain += text[i];
+        else if (i + 1 < text.size() && text[i + 1] == QLatin1Char('&'))
+            plain += text[i++];
+    }
+    while (plain.endsWith(QLatin1Char('.')) || plain.endsWith(QChar(0x2026)))
+        plain.chop(1);
+    return plain;
+}
+
+ActionTable::Entry& ActionTable::entry(const std::string& name, const CommandItem& item)
+{
+    const vfBase::VfVariant argument = item.getProperty("argument");
+    for (const auto& known : m_entries) {
+        if (known->name != name || known->argument.toString() != argument.toString())
+            continue;
+        // A toolbar names a command, and a menu says how it is called.
+        if (known->item.getProperties().isEmpty() && !item.getProperties().isEmpty()) {
+            known->item = item;
+            refresh(*known);
+        }
+        return *known;
+    }
+    auto made = std::make_unique<Entry>();
+    made->name = name;
+    made->argument = argument;
+    made->item = item;
+    made->action = new QAction(this);
+    made->action->setObjectName(toQt(name));
+    made->action->setShortcutContext(Qt::ApplicationShortcut);
+    const Entry* chosen = made.get();
+    connect(made->action, &QAction::triggered, this, [this, chosen] { run(chosen->name, chosen->argument); });
+    m_window.addAction(made->action);
+    m_entries.push_back(std::move(made));
+    refresh(*m_entries.back());
+    return *m_entries.back();
+}
+
+QAction* ActionTable::action(const CommandItem& item)
+{
+    return entry(item.getCommand(), item).action;
+}
+
+QAction* ActionTable::action(const std::string& name)
+{
+    return entry(name, CommandItem()).action;
+}
+
+void ActionTable::addAllCommands()
+{
+    for (const vfBase::VfString& name : commandNames())
+        entry(name.str(), CommandItem());
+    applyKeys();
+}
+
+void ActionTable::refresh()
+{
+    for (const auto& entry : m_entries)
+        refresh(*entry);
+}
+
+void ActionTable::refreshUnknown(Entry& entry)
+{
+    const QString text = Properties(entry.item, Command::Properties()).text("text");
+    entry.isKnown = false;
+    entry.action->setText(text.isEmpty() ? labelFor(entry.name) : text);
+    entry.action->setEnabled(false);
+    entry.action->setToolTip(tr("This command is not available"));
+    if (entry.isMissTold)
+        return;
+    entry.isMissTold = true;
+    if (vfBase::NotifyHandler::instance().isNotifyEnabled())
+        osg::notify(osg::WARN) << "A menu or toolbar names the command "
+                               << vfBase::printable(vfBase::VfString(entry.name))
+                               << ", which nobody registered" << std::endl;
+}
+
+void ActionTable::refresh(Entry& entry)
+{
+    const Command command = Command::getCommandByName(entry.name);
+    if (!command.isValid()) {
+        refreshUnknown(entry);
+        return;
+    }
+    entry.isKnown = true;
+    const Command::Properties ofCommand = command.getProperties();
+    const Properties properties(entry.item, ofCommand);
+    QString text = properties.text("text");
+    if (text.isEmpty())
+        text = labelFor(entry.name);
+    entry.action->setText(text);
+    const QString tip = properties.text("toolTip");
+    entry.action->setToolTip(tip.isEmpty() ? plainText(text) : tip);
+    entry.action->setStatusTip(tip);
+    if (entry.action->icon().isNull())
+        entry.action->setIcon(findIcon(toQt(properties.value("icon").toString())));
+    // What can be undone changes a document, so there must be one.
+    const bool canRun = !command.canUndo() || activeDocument();
+    entry.action->setEnabled(canRun && properties.flag("enabled", true));
+    entry.action->setCheckable(properties.flag("checkable", false));
+    entry.action->setChecked(properties.flag("checked", false));
+    entry.defaultKeys = readKeys(toQt(properties.value("shortcut").toString()));
+}
+
+void ActionTable::applyKeys()
+{
+    const WindowSettings::Shortcuts& chosen = WindowSettings::instance().shortcuts;
+    QSet<QKeySequence> taken;
+    const auto give = [&taken](Entry& entry, const QList<QKeySequence>& keys) {
+        QList<QKeySequence> free;
+        for (const QKeySequence& key : keys) {
+            if (!taken.contains(key))
+                free.append(key);
+            taken.insert(key);
+        }
+        entry.action->setShortcuts(free);
+    };
+    // What the user chose comes before what is declared.
+    for (const auto& entry : m_entries) {
+        const auto own = chosen.find(entry->name);
+        if (own != chosen.end() && entry->argument.isEmpty())
+            give(*entry, readKeys(toQt(own->second)));
+    }
+    for (const auto& entry : m_entries) {
+        if (chosen.find(entry->name) == chosen.end() || !entry->argument.isEmpty())
+            give(*entry, entry->defaultKeys);
+    }
+}
+
+bool ActionTable::run(const std::string& name, const vfBase::VfVariant& argument)
+{
+    Command command = Command::getCommandByName(name);
+    if (!command.isValid()) {
+        Q_EMIT failed(labelFor(name), tr("There is no such command."));
+        return false;
+    }
+    vfBase::VfVariant given = argument;
+    if (given.isEmpty() && !askForArgument(m_window, command.getProperties(), given))
+        return false;
+    bool isDone = true;
+    try {
+        const Document* document = activeDocument();
+        command.invoke(given);
+        // Nobody tells whether a command did its work; one that can be undone stands in the history if so.
+        if (command.canUndo() && document && document == activeDocument())
+            isDone = document->getCommandProcessor()->getCurrentCommand() == command;
+        if (!isDone)
+            Q_EMIT failed(labelFor(name), tr("The command could not be carried out."));
+    } catch (const std::exception& problem) {
+        isDone = false;
+        Q_EMIT failed(labelFor(name), QString::fromUtf8(problem.what()));
+    }
+    Q_EMIT commandRun();
+    return isDone;
+}
+
+} // namespace vfApplication

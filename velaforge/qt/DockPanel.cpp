@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+#include <velaforge/qt/internal/DockPanel.h>
+
+#include <velaforge/qt/QtDockWindow.h>
+#include <velaforge/qt/QtDockWindowContents.h>
+
+#include <QContextMenuEvent>
+#include <QMainWindow>
+#include <QMenu>
+
+namespace vfApplication {
+
+DockPanel::DockPanel(QMainWindow& window, QtDockWindow& half) : QDockWidget(&window), m_half(&half)
+{
+    // A panel that was moved onto another may have to go beside it.
+    const auto enforce = [this] {
+        if (m_half)
+            m_half->enforceTabbing();
+    };
+    connect(this, &QDockWidget::dockLocationChanged, this, enforce, Qt::QueuedConnection);
+    connect(this, &QDockWidget::visibilityChanged, this, enforce, Qt::QueuedConnection);
+}
+
+void DockPanel::createContents()
+{
+    DockWindow* window = m_half ? m_half->getDockWindow() : nullptr;
+    if (m_hasContents || !window)
+        return;
+    m_hasContents = true;
+    QWidget* contents = nullptr;
+    if (auto* own = dynamic_cast<QtDockWindowContents*>(window))
+        contents = own->createContents(*this);
+    else if (const auto create = QtDockWindowContents::findContents(window->getId()))
+        contents = create(*this);
+    setWidget(contents ? contents : new QWidget(this));
+}
+
+void DockPanel::showEvent(QShowEvent* event)
+{
+    createContents();
+    QDockWidget::showEvent(event);
+}
+
+void DockPanel::contextMenuEvent(QContextMenuEvent* event)
+{
+    if (!m_half)
+        return;
+    QMenu menu(this);
+    QAction* hides = menu.addAction(tr("Hide when not in use"));
+    hides->setCheckable(true);
+    hides->setChecked(m_half->getAutoHide());
+    hides->setEnabled(!isFloating());
+    QAction* floats = menu.addAction(tr("Tear off"));
+    floats->setCheckable(true);
+    floats->setChecked(isFloating());
+    floats->setEnabled(m_half->getFloatable());
+    QAction* closes = menu.addAction(tr("Close"));
+    closes->setEnabled(m_half->getCloseable());
+    const QAction* chosen = menu.exec(event->globalPos());
+    if (chosen == hides)
+        m_half->setAutoHide(!m_half->getAutoHide());
+    else if (chosen == floats)
+        setFloating(!isFloating());
+    else if (chosen == closes)
+        m_half->setVisible(false);
+    event->accept();
+}
+
+} // namespace vfApplication

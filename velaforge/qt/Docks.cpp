@@ -1,0 +1,291 @@
+// SPDX-License-Identifier: MIT
+#include <velaforge/qt/internal/Docks.h>
+
+#include <velaforge/application/Application.h>
+#include <velaforge/dockwindows/DockWindowManager.h>
+#include <velaforge/dockwindows/DockWindowManagerProducer.h>
+#include <velaforge/dockwindows/DockWindowManagerSettings.h>
+#include <velaforge/dockwindows/DockWindowPrivate.h>
+#include <velaforge/dockwindows/DockWindowProducer.h>
+#include <velaforge/qt/QtDockWindowManager.h>
+#include <velaforge/qt/internal/AutoHideStrips.h>
+#include <velaforge/qt/internal/Text.h>
+#include <velaforge/qt/internal/WindowSettings.h>
+
+#include <osg/observer_ptr>
+
+#include <QAction>
+#include <QDockWidget>
+#include <QKeySequence>
+#include <QMainWindow>
+#include <QMenu>
+
+#include <algorithm>
+
+namespace vfApplication {
+
+namespace {
+
+/// A half, and the body that tells when its window goes.
+struct Made
+{
+    osg::observer_ptr<DockWindowPrivate> body;
+    std::unique_ptr<QtDockWindow> half;
+};
+
+std::vector<Made>& made()
+{
+    // Never destroyed: windows of modules may go at the very end.
+    static auto& all = *new std::vector<Made>;
+    return all;
+}
+
+struct WindowProducer : DockWindowProducer
+{
+    DockWindowInterface* create(DockWindow* dockWindow) override
+    {
+        made().push_back({dockWindow->getDockWindowPrivate(), std::make_unique<QtDockWindow>(*dockWindow)});
+        return made().back().half.get();
+    }
+};
+
+struct ManagerProducer : DockWindowManagerProducer
+{
+    DockWindowManagerInterface* create(DockWindowManager*) override { return new QtDockWindowManager; }
+};
+
+/// Windows that were destroyed while they were in the manager's table are taken out of it: it must not meet them.
+void removeDeadEntries(DockWindowManager& manager)
+{
+    for (const Made& one : made()) {
+        if (one.body.valid() && !one.body->dockWindow && !manager.findDockWindow(one.body->id.c_str()))
+            manager.removeDockWindow(one.body->id.c_str());
+    }
+}
+
+QByteArray fromBase64(const std::string& text)
+{
+    return QByteArray::fromBase64(QByteArray::fromStdString(text));
+}
+
+} // namespace
+
+void Docks::install()
+{
+    static WindowProducer windows;
+    static ManagerProducer managers;
+    DockWindowProducer::Realizer = &windows;
+    DockWindowManagerProducer::Realizer = &managers;
+}
+
+Docks::Docks(QMainWindow& window) : QObject(&window), m_window(window), m_strips(new AutoHideStrips(window))
+{
+    window.setDockNestingEnabled(true);
+}
+
+Docks::~Docks()
+{
+    for (const Made& one : made())
+        one.half->detach();
+}
+
+std::vector<QtDockWindow*> Docks::halves()
+{
+    std::vector<QtDockWindow*> there;
+    for (const Made& one : made()) {
+        if (one.half->getDockWindow())
+            there.push_back(one.half.get());
+    }
+    return there;
+}
+
+std::string Docks::idOf(const QtDockWindow& half)
+{
+    return half.getDockWindow()->getId();
+}
+
+void Docks::realizeAll()
+{
+    for (QtDockWindow* half : halves()) {
+        if (half->getWidget())
+            continue;
+        // By now the window is whole, and knows how it wants to stand.
+        half->getDockWindow()->applyDefaultState();
+        half->realize(m_window, *m_strips);
+        m_defaults[idOf(*half)] = {half->getVisible(), half->getAutoHide()};
+    }
+}
+
+/// A column or a row of its own, so that all others keep their places and sizes.
+void Docks::placeBeside(QtDockWindow& half)
+{
+    const DockWindow::DockArea area = half.getArea();
+    if (area == DockWindow::NoDockArea)
+        return;
+    const bool isUpright = area == DockWindow::LeftDockArea || area == DockWindow::RightDockArea;
+    m_window.addDockWidget(static_cast<Qt::DockWidgetArea>(int(area)), half.getWidget(),
+                           isUpright ? Qt::Horizontal : Qt::Vertical);
+}
+
+/// Puts a window as it stood, as far as only its own record tells.
+void Docks::settle(QtDockWindow& half)
+{
+    const DockWindowManagerSettings& settings = *DockWindowManagerSettings::instance(false);
+    const auto known = settings.getDockWindowList().find(idOf(half));
+    if (known == settings.getDockWindowList().end())
+        return;
+    half.setArea(known->second.area);
+    half.setVisible(known->second.visible);
+    half.setAutoHide(known->second.autoHide);
+}
+
+void Docks::restore()
+{
+    const WindowSettings& settings = WindowSettings::instance();
+    realizeAll();
+    m_settled = halves();
+    m_defaultLayout = m_window.saveState();
+    m_isRestored = true;
+    if (!settings.geometry.empty())
+        m_window.restoreGeometry(fromBase64(settings.geometry));
+
+    const auto& kept = DockWindowManagerSettings::instance(false)->getDockWindowList();
+    std::vector<QtDockWindow*> newcomers;
+    for (QtDockWindow* half : halves()) {
+        half->setAutoHide(false);
+        if (kept.count(idOf(*half)) == 0 && !settings.layout.empty())
+            newcomers.push_back(half);
+    }
+    std::map<QtDockWindow*, DockWindow::DockArea> places;
+    for (QtDockWindow* half : newcomers) {
+        places[half] = half->getArea();
+        if (places[half] != DockWindow::NoDockArea)
+            m_window.removeDockWidget(half->getWidget());
+    }
+    const bool isLaidOut = !settings.layout.empty() && m_window.restoreState(fromBase64(settings.layout));
+    for (QtDockWindow* half : halves()) {
+        const bool isNew = std::find(newcomers.begin(), newcomers.end(), half) != newcomers.end();
+        const auto record = kept.find(idOf(*half));
+        if (isNew && places[half] != DockWindow::NoDockArea) {
+            m_window.addDockWidget(static_cast<Qt::DockWidgetArea>(int(places[half])), half->getWidget());
+            placeBeside(*half);
+            half->getWidget()->setVisible(m_defaults[idOf(*half)].isVisible);
+        }
+        if (record == kept.end()) {
+            half->setAutoHide(m_defaults[idOf(*half)].hidesItself);
+        } else if (isLaidOut) {
+            half->setVisible(record->second.visible);
+            half->setAutoHide(record->second.autoHide);
+        } else {
+            settle(*half);
+        }
+    }
+}
+
+void Docks::save()
+{
+    Application* application = Application::instance(false);
+    if (!application || !m_isRestored)
+        return;
+    m_strips->close();
+    WindowSettings& settings = WindowSettings::instance();
+    if (!m_window.isFullScreen())
+        settings.geometry = m_window.saveGeometry().toBase64().toStdString();
+    settings.layout = m_window.saveState().toBase64().toStdString();
+    DockWindowManager& manager = application->getDockWindowManager();
+    removeDeadEntries(manager);
+    manager.saveDockWindowsState();
+    // The layout knows the windows of modules too, of which the manager may know nothing.
+    DockWindowManagerSettings& windows = *DockWindowManagerSettings::instance(false);
+    for (const QtDockWindow* half : halves()) {
+        const std::string id = idOf(*half);
+        windows.setDockWindowVisibleState(id, half->getVisible());
+        windows.setDockWindowAutoHideState(id, half->getAutoHide());
+        windows.setDockWindowAreaState(id, half->getArea());
+    }
+}
+
+void Docks::reset()
+{
+    for (QtDockWindow* half : halves())
+        half->setAutoHide(false);
+    m_window.restoreState(m_defaultLayout);
+    for (QtDockWindow* half : halves()) {
+        const Standing& standing = m_defaults[idOf(*half)];
+        half->setVisible(standing.isVisible);
+        half->setAutoHide(standing.hidesItself);
+    }
+}
+
+void Docks::update()
+{
+    if (!m_isRestored)
+        return;
+    for (const Made& one : made()) {
+        if (!one.half->getDockWindow())
+            one.half->detach();
+    }
+    made().erase(
+        std::remove_if(made().begin(), made().end(), [](const Made& one) { return !one.body.valid(); }),
+        made().end());
+    const std::vector<QtDockWindow*> now = halves();
+    if (now != m_settled) {
+        const std::vector<QtDockWindow*> before = m_settled;
+        m_settled = now;
+        realizeAll();
+        for (QtDockWindow* half : now) {
+            const bool isNew = std::find(before.begin(), before.end(), half) == before.end();
+            if (isNew && !m_window.restoreDockWidget(half->getWidget()))
+                settle(*half);
+        }
+    }
+    for (QtDockWindow* half : now) {
+        // The framework keeps a window's shortcut; nobody tells when it changes.
+        QAction*& action = m_keys[idOf(*half)];
+        if (!action) {
+            action = new QAction(this);
+            const std::string id = idOf(*half);
+            connect(action, &QAction::triggered, this, [this, id] { toggle(id); });
+            m_window.addAction(action);
+        }
+        const int key = half->getDockWindow()->getShortcut();
+        const QKeySequence wanted =
+            key == 0 ? QKeySequence() : QKeySequence(QKeyCombination::fromCombined(key));
+        if (action->shortcut() != wanted)
+            action->setShortcut(wanted);
+    }
+}
+
+bool Docks::toggle(const std::string& id)
+{
+    for (QtDockWindow* half : halves()) {
+        if (idOf(*half) != id)
+            continue;
+        half->setVisible(!half->getVisible());
+        if (half->getVisible() && half->getWidget())
+            half->getWidget()->raise();
+        return true;
+    }
+    return false;
+}
+
+void Docks::fillMenu(QMenu& menu)
+{
+    for (const QtDockWindow* half : halves()) {
+        if (!half->getWidget())
+            continue;
+        QString title = half->getWidget()->windowTitle();
+        const std::string id = idOf(*half);
+        QAction* action = menu.addAction(title.replace(QLatin1Char('&'), QLatin1String("&&")));
+        action->setObjectName(toQt(id));
+        action->setCheckable(true);
+        action->setChecked(half->getVisible());
+        action->setEnabled(half->getCloseable() || !half->getVisible());
+        connect(action, &QAction::triggered, this, [this, id] { toggle(id); });
+    }
+    menu.setEnabled(true);
+    if (menu.isEmpty())
+        menu.addAction(tr("No windows"))->setEnabled(false);
+}
+
+} // namespace vfApplication

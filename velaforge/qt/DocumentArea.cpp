@@ -1,0 +1,296 @@
+// SPDX-License-Identifier: MIT
+#include <velaforge/qt/internal/DocumentArea.h>
+
+#include <velaforge/qt/internal/ViewFrame.h>
+
+#include <QCloseEvent>
+#include <QLabel>
+#include <QMainWindow>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QStackedWidget>
+#include <QTabBar>
+#include <QTabWidget>
+
+#include <map>
+
+namespace vfApplication {
+
+namespace {
+
+QLabel* makePlaceholder(QWidget& parent)
+{
+    auto* label = new QLabel(&parent);
+    label->setObjectName(QStringLiteral("placeholder"));
+    label->setAlignment(Qt::AlignCenter);
+    label->setTextFormat(Qt::PlainText);
+    label->setForegroundRole(QPalette::PlaceholderText);
+    return label;
+}
+
+/// One view at a time, each behind a tab.
+class TabArea : public DocumentArea
+{
+public:
+    TabArea(QMainWindow& window, bool hasButtons) : DocumentArea(window)
+    {
+        m_stack = new QStackedWidget(&window);
+        m_placeholder = makePlaceholder(*m_stack);
+        m_tabs = new QTabWidget(m_stack);
+        m_tabs->setObjectName(QStringLiteral("documents"));
+        m_tabs->setDocumentMode(true);
+        m_tabs->setMovable(true);
+        m_tabs->setTabsClosable(hasButtons);
+        m_tabs->setElideMode(Qt::ElideMiddle);
+        m_stack->addWidget(m_placeholder);
+        m_stack->addWidget(m_tabs);
+        window.setCentralWidget(m_stack);
+        connect(m_tabs, &QTabWidget::currentChanged, this, [this] { Q_EMIT activated(active()); });
+        connect(m_tabs, &QTabWidget::tabCloseRequested, this,
+                [this](int index) { Q_EMIT closeRequested(static_cast<ViewFrame*>(m_tabs->widget(index))); });
+    }
+
+    void add(ViewFrame& frame) override
+    {
+        m_stack->setCurrentWidget(m_tabs);
+        m_tabs->setCurrentIndex(m_tabs->addTab(&frame, QString()));
+    }
+
+    void remove(ViewFrame& frame) override
+    {
+        const int index = m_tabs->indexOf(&frame);
+        if (index >= 0)
+            m_tabs->removeTab(index);
+        frame.setParent(nullptr);
+        if (m_tabs->count() == 0)
+            m_stack->setCurrentWidget(m_placeholder);
+    }
+
+    void activate(ViewFrame& frame) override { m_tabs->setCurrentWidget(&frame); }
+
+    ViewFrame* active() const override { return static_cast<ViewFrame*>(m_tabs->currentWidget()); }
+
+    void setTitle(ViewFrame& frame, const QString& title, const QString& toolTip, bool isModified) override
+    {
+        const int index = m_tabs->indexOf(&frame);
+        QString label = title;
+        label.replace(QLatin1Char('&'), QLatin1String("&&"));
+        m_tabs->setTabText(index, isModified ? label + QLatin1Char('*') : label);
+        m_tabs->setTabToolTip(index, toolTip);
+    }
+
+    void setPlaceholder(const QString& text) override { m_placeholder->setText(text); }
+
+private:
+    QStackedWidget* m_stack;
+    QLabel* m_placeholder;
+    QTabWidget* m_tabs;
+};
+
+/// Asks before it closes.
+class SubWindow : public QMdiSubWindow
+{
+public:
+    SubWindow(DocumentArea& area, ViewFrame& frame) : m_area(area), m_frame(frame) { setWidget(&frame); }
+
+protected:
+    void closeEvent(QCloseEvent* event) override
+    {
+        event->ignore();
+        Q_EMIT m_area.closeRequested(&m_frame);
+    }
+
+private:
+    DocumentArea& m_area;
+    ViewFrame& m_frame;
+};
+
+/// Windows within the main window.
+class SubWindowArea : public DocumentArea
+{
+public:
+    SubWindowArea(QMainWindow& window, bool hasButtons) : DocumentArea(window), m_hasButtons(hasButtons)
+    {
+        m_mdi = new QMdiArea(&window);
+        m_mdi->setObjectName(QStringLiteral("documents"));
+        m_mdi->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+        m_mdi->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+        window.setCentralWidget(m_mdi);
+        connect(m_mdi, &QMdiArea::subWindowActivated, this, [this](QMdiSubWindow* sub) {
+            // Another program coming to the front leaves the sub-windows as they are.
+            if (sub || m_mdi->subWindowList().isEmpty())
+                Q_EMIT activated(active());
+        });
+    }
+
+    void add(ViewFrame& frame) override
+    {
+        auto* sub = new SubWindow(*this, frame);
+        Qt::WindowFlags flags = Qt::SubWindow;
+        if (!m_hasButtons)
+            flags |= Qt::CustomizeWindowHint | Qt::WindowTitleHint;
+        m_mdi->addSubWindow(sub, flags);
+        sub->resize(m_mdi->size() * 2 / 3);
+        sub->show();
+        m_mdi->setActiveSubWindow(sub);
+    }
+
+    void remove(ViewFrame& frame) override
+    {
+        QMdiSubWindow* sub = subWindow(frame);
+        if (!sub)
+            return;
+        sub->setWidget(nullptr);
+        frame.setParent(nullptr);
+        m_mdi->removeSubWindow(sub);
+        sub->deleteLater();
+        if (QMdiSubWindow* next = m_mdi->currentSubWindow())
+            m_mdi->setActiveSubWindow(next);
+        Q_EMIT activated(active());
+    }
+
+    void activate(ViewFrame& frame) override { m_mdi->setActiveSubWindow(subWindow(frame)); }
+
+    ViewFrame* active() const override
+    {
+        const QMdiSubWindow* sub = m_mdi->currentSubWindow();
+        return sub ? static_cast<ViewFrame*>(sub->widget()) : nullptr;
+    }
+
+    void setTitle(ViewFrame& frame, const QString& title, const QString& toolTip, bool isModified) override
+    {
+        QMdiSubWindow* sub = subWindow(frame);
+        QString marked = title;
+        marked.replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
+        sub->setWindowTitle(marked + QLatin1String("[*]"));
+        sub->setWindowModified(isModified);
+        sub->setToolTip(toolTip);
+    }
+
+    void tile() override { m_mdi->tileSubWindows(); }
+    void cascade() override { m_mdi->cascadeSubWindows(); }
+    void setPlaceholder(const QString&) override {}
+
+private:
+    QMdiSubWindow* subWindow(const ViewFrame& frame) const
+    {
+        for (QMdiSubWindow* sub : m_mdi->subWindowList()) {
+            if (sub->widget() == &frame)
+                return sub;
+        }
+        return nullptr;
+    }
+
+    QMdiArea* m_mdi;
+    bool m_hasButtons;
+};
+
+/// A window of a view's own.
+class ViewWindow : public QMainWindow
+{
+public:
+    ViewWindow(DocumentArea& area, ViewFrame& frame) : m_area(area), m_frame(frame)
+    {
+        setCentralWidget(&frame);
+        resize(800, 600);
+    }
+
+protected:
+    void closeEvent(QCloseEvent* event) override
+    {
+        event->ignore();
+        Q_EMIT m_area.closeRequested(&m_frame);
+    }
+
+    bool event(QEvent* event) override
+    {
+        if (event->type() == QEvent::WindowActivate)
+            Q_EMIT m_area.activated(&m_frame);
+        return QMainWindow::event(event);
+    }
+
+private:
+    DocumentArea& m_area;
+    ViewFrame& m_frame;
+};
+
+/// Windows of their own.
+class WindowArea : public DocumentArea
+{
+public:
+    explicit WindowArea(QMainWindow& window) : DocumentArea(window)
+    {
+        m_placeholder = makePlaceholder(window);
+        window.setCentralWidget(m_placeholder);
+    }
+
+    void add(ViewFrame& frame) override
+    {
+        auto* window = new ViewWindow(*this, frame);
+        m_windows[&frame] = window;
+        m_active = &frame;
+        Q_EMIT windowMade(window, &frame);
+        window->show();
+        Q_EMIT activated(&frame);
+    }
+
+    void remove(ViewFrame& frame) override
+    {
+        const auto found = m_windows.find(&frame);
+        if (found == m_windows.end())
+            return;
+        QMainWindow* window = found->second;
+        m_windows.erase(found);
+        frame.setParent(nullptr);
+        window->hide();
+        window->deleteLater();
+        if (m_active == &frame)
+            m_active = m_windows.empty() ? nullptr : m_windows.begin()->first;
+        Q_EMIT activated(m_active);
+    }
+
+    void activate(ViewFrame& frame) override
+    {
+        m_active = &frame;
+        QMainWindow* window = m_windows.at(&frame);
+        window->raise();
+        window->activateWindow();
+    }
+
+    ViewFrame* active() const override { return m_active; }
+
+    void setTitle(ViewFrame& frame, const QString& title, const QString& toolTip, bool isModified) override
+    {
+        QMainWindow* window = m_windows.at(&frame);
+        QString marked = title;
+        marked.replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
+        window->setWindowTitle(marked + QLatin1String("[*]"));
+        window->setWindowModified(isModified);
+        window->setWindowFilePath(toolTip);
+    }
+
+    void setPlaceholder(const QString& text) override { m_placeholder->setText(text); }
+
+private:
+    QLabel* m_placeholder;
+    std::map<ViewFrame*, QMainWindow*> m_windows;
+    ViewFrame* m_active = nullptr;
+};
+
+} // namespace
+
+DocumentArea::DocumentArea(QMainWindow& window) : QObject(&window) {}
+
+DocumentArea* DocumentArea::make(UiSetup::DocumentInterfaceMode mode, QMainWindow& window, bool hasButtons)
+{
+    switch (mode) {
+    case UiSetup::SubWindows:
+        return new SubWindowArea(window, hasButtons);
+    case UiSetup::SeparateWindows:
+        return new WindowArea(window);
+    default:
+        return new TabArea(window, hasButtons);
+    }
+}
+
+} // namespace vfApplication

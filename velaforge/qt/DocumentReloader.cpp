@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: MIT
+#include <velaforge/qt/internal/DocumentReloader.h>
+
+#include <velaforge/application/Application.h>
+#include <velaforge/commands/CommandProcessor.h>
+#include <velaforge/documents/DocManager.h>
+#include <velaforge/documents/Document.h>
+#include <velaforge/qt/QtDocManager.h>
+#include <velaforge/qt/internal/Text.h>
+#include <velaforge/shell/StatusBar.h>
+
+#include <QMessageBox>
+#include <QPushButton>
+
+namespace vfApplication {
+
+namespace {
+
+constexpr int quietTime = 250; // milliseconds
+
+Document* findDocument(const QByteArray& path)
+{
+    Application* application = Application::instance(false);
+    return application ? application->findDocument(path.constData()) : nullptr;
+}
+
+} // namespace
+
+DocumentReloader::DocumentReloader(QWidget& window) : m_window(window), m_watcher(quietTime)
+{
+    connect(&m_watcher, &FileWatcher::changed, this, &DocumentReloader::onChanged);
+    connect(&m_watcher, &FileWatcher::removed, this, &DocumentReloader::onRemoved);
+    connect(&m_watcher, &FileWatcher::restored, this, &DocumentReloader::onRestored);
+}
+
+void DocumentReloader::add(const vfBase::VfString& path)
+{
+    if (m_watcher.contains(path.str()))
+        m_watcher.acknowledge(path.str());
+    else
+        m_watcher.add(path.str());
+    Document* document = findDocument(QByteArray::fromStdString(path.str()));
+    if (!document)
+        return;
+    m_paths[document] = path.str();
+    // From here on the mark tells of saves that came after.
+    document->setSavedInternal(false);
+}
+
+void DocumentReloader::remove(const vfBase::VfString& path)
+{
+    int users = 0;
+    Application* application = Application::instance(false);
+    if (application) {
+        for (const Document* document : application->getDocManager().getDocumentList())
+            users += document->getFilename() == path ? 1 : 0;
+    }
+    if (users > 1)
+        return;
+    m_watcher.remove(path.str());
+    m_marked.erase(path.str());
+    for (auto it = m_paths.begin(); it != m_paths.end();)
+        it = it->second == path.str() ? m_paths.erase(it) : std::next(it);
+}
+
+void DocumentReloader::onNameChanged(Document& document)
+{
+    if (!document.alreadySaved() && !document.isSavedInternal())
+        return;
+    const std::string path = document.getFilename().str();
+    std::string& before = m_paths[&document];
+    if (before != path) {
+        if (!before.empty()) {
+            m_watcher.remove(before);
+            m_marked.erase(before);
+        }
+        before = path;
+        m_watcher.add(path);
+    }
+    // Named anew without changes after a save began: it was written.
+    if (document.isSavedInternal() && !document.isModified()) {
+        document.setSavedInternal(false);
+        m_watcher.acknowledge(path);
+        m_marked.erase(path);
+    }
+}
+
+bool DocumentReloader::ask(const Document& document)
+{
+    QMessageBox box(QMessageBox::Question, tr("File changed"),
+                    tr("“%1” was changed by another program.").arg(toQt(document.getUserReadableName())),
+                    QMessageBox::NoButton, &m_window);
+    box.setObjectName(QStringLiteral("reloadQuestion"));
+    box.setInformativeText(document.isModified()
+                               ? tr("Read it again? Your own changes, which are not saved, are lost then.")
+                               : tr("Read it again?"));
+    QAbstractButton* reload = box.addButton(tr("&Read again"), QMessageBox::AcceptRole);
+    QPushButton* keep = box.addButton(tr("&Keep as it is"), QMessageBox::RejectRole);
+    box.setDefaultButton(document.isModified() ? keep : static_cast<QPushButton*>(reload));
+    box.setEscapeButton(keep);
+    box.exec();
+    return box.clickedButton() == reload;
+}
+
+void DocumentReloader::onChanged(const QByteArray& path)
+{
+    if (m_asking.contains(path)) {
+        m_changedMeanwhile.insert(path);
+        return;
+    }
+    Document* document = findDocument(path);
+    if (!document)
+        return;
+    m_marked.erase(path.toStdString());
+    m_asking.insert(path);
+    m_changedMeanwhile.remove(path);
+    const bool isWanted = ask(*document);
+    m_asking.remove(path);
+    // The document may have gone while the question stood.
+    document = findDocument(path);
+    if (!document)
+        return;
+    if (isWanted) {
+        m_watcher.acknowledge(path.toStdString()); // what is read now
+        auto* manager = dynamic_cast<QtDocManager*>(document->getDocumentManager());
+        if (manager)
+            manager->reload(*document);
+        else
+            document->revert();
+        return;
+    }
+    if (m_changedMeanwhile.contains(path))
+        onChanged(path);
+}
+
+void DocumentReloader::onRemoved(const QByteArray& path)
+{
+    Document* document = findDocument(path);
+    if (!document)
+        return;
+    if (!document->isModified()) {
+        m_marked[path.toStdString()] = document;
+        document->modify(true);
+    }
+    Application::instance(false)->getStatusBar().updateStatus(
+        StatusBarMessage,
+        tr("The file of “%1” is gone; it can be saved again.")
+            .arg(toQt(document->getUserReadableName()))
+            .toUtf8(),
+        0);
+}
+
+void DocumentReloader::onRestored(const QByteArray& path)
+{
+    Document* document = findDocument(path);
+    const auto marked = m_marked.find(path.toStdString());
+    // It may have been changed since in ways of its own.
+    if (document && marked != m_marked.end() && marked->second == document &&
+        !document->getCommandProcessor()->isDirty())
+        document->modify(false);
+    m_marked.erase(path.toStdString());
+}
+
+} // namespace vfApplication

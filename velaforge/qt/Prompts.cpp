@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+#include <velaforge/qt/internal/Prompts.h>
+
+#include <velaforge/qt/internal/ActionTable.h>
+#include <velaforge/qt/internal/Text.h>
+
+#include <QColorDialog>
+#include <QInputDialog>
+#include <QStringList>
+
+namespace vfApplication {
+
+namespace {
+
+/// @return white for anything but three parts from 0 to 1
+QColor readColor(const QString& text)
+{
+    const QStringList parts = text.split(QLatin1Char(','));
+    double values[3] = {1, 1, 1};
+    for (int i = 0; i < 3 && parts.size() >= 3; ++i)
+        values[i] = qBound(0.0, parts[i].toDouble(), 1.0);
+    return QColor::fromRgbF(float(values[0]), float(values[1]), float(values[2]));
+}
+
+bool askForColor(QWidget& window, const QString& question, const QString& proposal, QString& answer)
+{
+    const QColor color = QColorDialog::getColor(readColor(proposal), &window, question);
+    if (!color.isValid())
+        return false;
+    answer = QStringLiteral("%1,%2,%3")
+                 .arg(double(color.redF()), 0, 'g', 4)
+                 .arg(double(color.greenF()), 0, 'g', 4)
+                 .arg(double(color.blueF()), 0, 'g', 4);
+    return true;
+}
+
+} // namespace
+
+bool askForArgument(QWidget& window, const Command::Properties& properties, vfBase::VfVariant& argument)
+{
+    const auto text = [&properties](const char* key) {
+        return toQt(properties.value(key, vfBase::VfVariant()).toString());
+    };
+    const QString question = text("prompt");
+    if (question.isEmpty())
+        return true;
+    QString answer;
+    bool isGiven = false;
+    if (text("promptKind") == QLatin1String("color"))
+        isGiven = askForColor(window, question, text("promptValue"), answer);
+    else
+        answer = QInputDialog::getText(&window, ActionTable::plainText(text("text")), question,
+                                       QLineEdit::Normal, text("promptValue"), &isGiven);
+    if (isGiven)
+        argument = vfBase::VfVariant(fromQt(answer));
+    return isGiven;
+}
+
+} // namespace vfApplication

@@ -1,0 +1,273 @@
+// SPDX-License-Identifier: MIT
+#include <velaforge/qt/QtApplication.h>
+
+#include <velaforge/application/Application.h>
+#include <velaforge/base/ApplicationInfo.h>
+#include <velaforge/qt/QtStatusBar.h>
+#include <velaforge/qt/QtTitleBar.h>
+#include <velaforge/qt/QtToolbar.h>
+#include <velaforge/qt/internal/Display.h>
+#include <velaforge/qt/internal/Docks.h>
+#include <velaforge/qt/internal/DocumentReloader.h>
+#include <velaforge/qt/internal/Languages.h>
+#include <velaforge/qt/internal/MainWindow.h>
+#include <velaforge/qt/internal/Splash.h>
+#include <velaforge/qt/internal/Text.h>
+#include <velaforge/qt/internal/WindowSettings.h>
+
+#include <QAbstractEventDispatcher>
+#include <QApplication>
+#include <QEvent>
+
+#include <exception>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace vfApplication {
+
+namespace {
+
+QtApplication* current = nullptr;
+
+/// What somebody throws in answer to an event goes no further than here: the toolkit cannot carry it.
+class GuardedApplication : public QApplication
+{
+public:
+    using QApplication::QApplication;
+
+    bool notify(QObject* receiver, QEvent* event) override
+    {
+        try {
+            return QApplication::notify(receiver, event);
+        } catch (const std::exception& problem) {
+            report(problem.what());
+        } catch (...) {
+            report("something went wrong that has no name");
+        }
+        return true;
+    }
+
+private:
+    static void report(const char* problem)
+    {
+        if (current)
+            current->showProblem(vfBase::VfString(), problem);
+    }
+};
+
+/// Qt ends the process by a signal when it finds no platform; a person gets a line instead.
+void handleMessage(QtMsgType type, const QMessageLogContext&, const QString& message)
+{
+    const QByteArray text = message.toLocal8Bit();
+    if (type == QtFatalMsg) {
+        std::fprintf(stderr, "%s: %s\n", vfBase::ApplicationInfo::instance().getApplicationName(),
+                     QByteArray(text.left(text.indexOf('\n'))).constData());
+        std::_Exit(EXIT_FAILURE);
+    }
+    if (type != QtDebugMsg && type != QtInfoMsg)
+        std::fprintf(stderr, "%s\n", text.constData());
+}
+
+struct Toolkit
+{
+    Toolkit(int& argc, char** argv)
+    {
+        QByteArray platform;
+        vfApplication::whyNoDisplay(argc, argv, platform);
+        if (!platform.isEmpty())
+            qputenv("QT_QPA_PLATFORM", platform);
+        const QtMessageHandler before = qInstallMessageHandler(handleMessage);
+        QCoreApplication::setApplicationName(
+            toQt(vfBase::VfString(vfBase::ApplicationInfo::instance().getApplicationName())));
+        application = std::make_unique<GuardedApplication>(argc, argv);
+        qInstallMessageHandler(before);
+        application->setQuitOnLastWindowClosed(false);
+    }
+
+    std::unique_ptr<GuardedApplication> application;
+};
+
+} // namespace
+
+struct QtApplicationPrivate
+{
+    QtApplicationPrivate(int& argc, char** argv) : toolkit(argc, argv) {}
+
+    Toolkit toolkit; // first, so that it goes last
+    Languages languages;
+    Splash splash;
+    std::unique_ptr<MainWindow> window;
+    std::unique_ptr<DocumentReloader> reloader;
+    bool isExitRequested = false;
+    int exitCode = 0;
+};
+
+QtApplication::QtApplication(int& argc, char** argv) : d(std::make_unique<QtApplicationPrivate>(argc, argv))
+{
+    current = this;
+    d->languages.set(toQt(WindowSettings::instance().language));
+    d->window = std::make_unique<MainWindow>();
+    d->reloader = std::make_unique<DocumentReloader>(*d->window);
+}
+
+QtApplication::~QtApplication()
+{
+    // What asked to be deleted while the event loop was at its end.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    d->reloader.reset();
+    current = nullptr;
+    d->window.reset();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+QtApplication* QtApplication::instance()
+{
+    return current;
+}
+
+vfBase::VfString QtApplication::whyNoDisplay(int argc, char** argv)
+{
+    QByteArray platform;
+    return fromQt(vfApplication::whyNoDisplay(argc, argv, platform));
+}
+
+int QtApplication::onBeforeRun()
+{
+    d->splash.show();
+    return 0;
+}
+
+int QtApplication::runEventLoop()
+{
+    if (d->isExitRequested)
+        return d->exitCode;
+    d->window->build();
+    d->window->show();
+    d->splash.finish(*d->window);
+    QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock,
+                     d->window.get(), &MainWindow::refresh);
+    d->window->refresh();
+    const int code = QApplication::exec();
+    if (d->window->isVisible()) {
+        d->window->docks().save();
+        d->window->hide();
+    }
+    return d->isExitRequested ? d->exitCode : code;
+}
+
+int QtApplication::onAfterRun()
+{
+    return 0;
+}
+
+void QtApplication::exit(int code)
+{
+    d->isExitRequested = true;
+    d->exitCode = code;
+    QCoreApplication::exit(code);
+}
+
+void QtApplication::shellExtensionA() {}
+
+StatusBar& QtApplication::getStatusBar()
+{
+    return d->window->shellStatusBar();
+}
+
+void QtApplication::shellExtensionB() {}
+
+void QtApplication::shellExtensionC() {}
+
+void QtApplication::addFileToFileSystemWatcher(vfBase::VfString path)
+{
+    d->reloader->add(path);
+}
+
+void QtApplication::removeFileFromFileSystemWatcher(vfBase::VfString path)
+{
+    d->reloader->remove(path);
+}
+
+QMainWindow& QtApplication::getMainWindow() const
+{
+    return *d->window;
+}
+
+QtTitleBar& QtApplication::getTitleBar() const
+{
+    return d->window->titleBar();
+}
+
+const std::vector<std::unique_ptr<QtToolbar>>& QtApplication::getToolbars() const
+{
+    return d->window->toolbars();
+}
+
+void QtApplication::updateActions()
+{
+    d->window->actionTable().refresh();
+    Q_EMIT d->window->stateChanged();
+}
+
+void QtApplication::addListener(QObject& context, std::function<void()> listener)
+{
+    QObject::connect(d->window.get(), &MainWindow::stateChanged, &context, std::move(listener));
+}
+
+void QtApplication::rebuildMenus()
+{
+    d->window->rebuildMenus();
+}
+
+bool QtApplication::invokeCommand(const char* name, const vfBase::VfVariant& argument)
+{
+    return d->window->actionTable().run(name, argument);
+}
+
+void QtApplication::showProblem(const vfBase::VfString& subject, const vfBase::VfString& reason)
+{
+    d->window->showProblem(toQt(subject), toQt(reason));
+}
+
+void QtApplication::showActivity(const vfBase::VfString& text)
+{
+    if (!d->splash.showText(toQt(text)))
+        getStatusBar().updateStatus(StatusBarMessage, text.c_str(), 0);
+}
+
+void QtApplication::addTranslations(const char* directory, const char* name)
+{
+    Languages::addTranslations(QString::fromUtf8(directory), QString::fromUtf8(name));
+}
+
+std::vector<vfBase::VfString> QtApplication::getLanguages() const
+{
+    std::vector<vfBase::VfString> languages;
+    for (const QString& language : Languages::available())
+        languages.push_back(fromQt(language));
+    return languages;
+}
+
+vfBase::VfString QtApplication::getLanguage() const
+{
+    return fromQt(d->languages.current());
+}
+
+void QtApplication::setLanguage(const vfBase::VfString& language)
+{
+    WindowSettings::instance().language = language.str();
+    d->languages.set(toQt(language));
+}
+
+MainWindow& QtApplication::getImp() const
+{
+    return *d->window;
+}
+
+DocumentReloader& QtApplication::getReloader() const
+{
+    return *d->reloader;
+}
+
+} // namespace vfApplication

@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <velaforge/application/ApplicationInterface.h>
+#include <velaforge/base/VfString.h>
+#include <velaforge/base/VfVariant.h>
+#include <velaforge/qt/Export.h>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+class QMainWindow;
+class QObject;
+
+namespace vfApplication {
+
+class DocumentReloader;
+class MainWindow;
+class QtTitleBar;
+class QtToolbar;
+class QtView;
+struct QtApplicationPrivate;
+
+/// The shell of a program with a window.
+///
+/// Menus, toolbars and dock windows are those that the modules declare, documents are shown by their QtViews, and a
+/// QtDocManager puts its questions here. The window appears when the event loop begins, as it stood when it was closed;
+/// a splash screen shows before, if ApplicationInfo::getSplashImageName names a picture. Everything belongs to the
+/// thread of Application::run. QtApplicationProducer makes the shell.
+class VFAPPLICATIONQT_EXPORT QtApplication : public ApplicationInterface
+{
+public:
+    /// Makes the QApplication of the process, which takes its own options off the command line.
+    QtApplication(int& argc, char** argv);
+
+    /// Destroys the window, and the QApplication.
+    ~QtApplication() override;
+
+    QtApplication(const QtApplication&) = delete;
+    QtApplication& operator=(const QtApplication&) = delete;
+
+    /// @return the shell of the process; null before it is made and after it is gone
+    static QtApplication* instance();
+
+    /// Tells whether a window could be opened, without opening one: whether the display that the environment or the
+    /// command line names answers.
+    /// @return why not; empty when it could
+    static vfBase::VfString whyNoDisplay(int argc, char** argv);
+
+    int onBeforeRun() override;
+
+    /// Shows the window and runs until it is closed or exit() is called.
+    int runEventLoop() override;
+    int onAfterRun() override;
+
+    /// Ends the event loop, with whatever dialog is open. Nobody is asked: documents with changes ask when they close.
+    void exit(int code) override;
+    void shellExtensionA() override;
+
+    /// @return a QtStatusBar
+    StatusBar& getStatusBar() override;
+    void shellExtensionB() override;
+    void shellExtensionC() override;
+
+    /// A file that changes on the disk is read again if the user wants it.
+    void addFileToFileSystemWatcher(vfBase::VfString path) override;
+
+    /// Stops watching the file unless another open document has it.
+    void removeFileFromFileSystemWatcher(vfBase::VfString path) override;
+
+    // --- beyond the contract
+
+    QMainWindow& getMainWindow() const;
+    QtTitleBar& getTitleBar() const;
+
+    /// @return the toolbars as they were declared
+    const std::vector<std::unique_ptr<QtToolbar>>& getToolbars() const;
+
+    /// Shows in menus and toolbars what commands say now. The shell does so by itself when a command was run, a menu
+    /// opens, or the active document changes.
+    void updateActions();
+
+    /// Has @p listener called after a command was run, another view or document became the active one, or its history
+    /// or name changed. @param context  ends it when it goes
+    void addListener(QObject& context, std::function<void()> listener);
+
+    /// Makes menus and toolbars anew, after a module came or went.
+    void rebuildMenus();
+
+    /// Runs a command as if it was chosen in a menu. @return false when that is known to have failed
+    bool invokeCommand(const char* name, const vfBase::VfVariant& argument = vfBase::VfVariant());
+
+    /// Shows what went wrong in a window that waits for nothing; later problems are added to it.
+    /// @param subject  what it is about, such as a file
+    void showProblem(const vfBase::VfString& subject, const vfBase::VfString& reason);
+
+    /// Shows what is going on, on the splash screen or in the status bar; empty when it is over.
+    void showActivity(const vfBase::VfString& text);
+
+    /// Has translations "<name>_<language>.qm" of the program looked for in that directory. Before the shell is made.
+    static void addTranslations(const char* directory, const char* name);
+
+    /// @return the languages that there are translations for, such as "de", and "en"
+    std::vector<vfBase::VfString> getLanguages() const;
+
+    /// @return the language that is shown
+    vfBase::VfString getLanguage() const;
+
+    /// Shows every text in that language, now and in later runs; empty for that of the system.
+    void setLanguage(const vfBase::VfString& language);
+
+    /// For the parts of this library.
+    MainWindow& getImp() const;
+    DocumentReloader& getReloader() const;
+
+private:
+    std::unique_ptr<QtApplicationPrivate> d;
+};
+
+} // namespace vfApplication

@@ -1,0 +1,320 @@
+// SPDX-License-Identifier: MIT
+#include <velaforge/qt/QtDocManager.h>
+
+#include <velaforge/application/Application.h>
+#include <velaforge/documents/DocTemplate.h>
+#include <velaforge/documents/Document.h>
+#include <velaforge/qt/QtApplication.h>
+#include <velaforge/qt/internal/Text.h>
+#include <velaforge/shell/StatusBar.h>
+
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QInputDialog>
+#include <QMainWindow>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include <algorithm>
+#include <exception>
+#include <new>
+#include <set>
+#include <string>
+#include <utility>
+
+namespace vfApplication {
+
+struct QtDocManagerPrivate
+{
+    Document* asked = nullptr;     ///< the document that is being closed
+    bool isRevertAnswered = false; ///< the user has said already that the file is to be read again
+    bool isEnding = false;         ///< the documents go, whatever is answered
+    int failures = 0;
+};
+
+namespace {
+
+QWidget* window()
+{
+    QtApplication* shell = QtApplication::instance();
+    return shell ? &shell->getMainWindow() : nullptr;
+}
+
+QStringList patterns(const QString& filter)
+{
+    QStringList all;
+    for (const QString& extension : filter.split(QLatin1Char(','), Qt::SkipEmptyParts))
+        all << (extension == QLatin1String("*") ? extension : QLatin1String("*.") + extension.trimmed());
+    return all;
+}
+
+/// @return the filters of a file dialog, one for each kind
+QStringList nameFilters(DocTemplate* const* templates, int count)
+{
+    QStringList filters;
+    for (int i = 0; i < count; ++i)
+        filters << QStringLiteral("%1 (%2)").arg(
+            toQt(templates[i]->getDescription()),
+            patterns(toQt(templates[i]->getFileFilter())).join(QLatin1Char(' ')));
+    return filters;
+}
+
+/// @return how many of the kinds differ in the names by which the manager tells them apart
+int countKinds(const vfBase::Vector<DocTemplate*>& templates)
+{
+    std::set<std::pair<std::string, std::string>> kinds;
+    for (const DocTemplate* one : templates)
+        kinds.emplace(one->getDocumentName().str(), one->getViewName().str());
+    return static_cast<int>(kinds.size());
+}
+
+/// The document's name, for questions.
+QString nameOf(const Document* document)
+{
+    return document ? toQt(document->getUserReadableName()) : QString();
+}
+
+} // namespace
+
+QtDocManager::QtDocManager() : d(std::make_unique<QtDocManagerPrivate>()) {}
+
+QtDocManager::~QtDocManager()
+{
+    d->isEnding = true;
+    while (getNumDocuments() > 0) {
+        d->asked = getDocumentList()[0];
+        closeDocument(d->asked, true);
+    }
+}
+
+void QtDocManager::beginWork(const vfBase::VfString& path)
+{
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    const QString name = QFileInfo(toQt(path)).fileName();
+    if (QtApplication* shell = QtApplication::instance(); shell && !name.isEmpty())
+        shell->showActivity(fromQt(tr("Opening %1…").arg(name)));
+}
+
+void QtDocManager::endWork()
+{
+    QGuiApplication::restoreOverrideCursor();
+    if (QtApplication* shell = QtApplication::instance())
+        shell->showActivity(vfBase::VfString());
+}
+
+Document* QtDocManager::createDocument(const vfBase::VfString& path, const vfBase::Options& options)
+{
+    const int failuresBefore = d->failures;
+    vfBase::VfString reason = fromQt(tr("The file could not be opened."));
+    const bool isNew = options.isValid() && options.getPluginStringData("NEWDOC") == "TRUE";
+    Document* document = nullptr;
+    bool isCancelled = isNew; // the one who is asked for a kind may give up
+    if (window())
+        beginWork(path);
+    try {
+        document = DocManager::createDocument(path, options);
+    } catch (const std::bad_alloc&) {
+        reason = fromQt(tr("There is not enough memory."));
+        isCancelled = false;
+    } catch (const std::exception& problem) {
+        reason = problem.what();
+        isCancelled = false;
+    }
+    if (window())
+        endWork();
+    if (!document && !isCancelled && d->failures == failuresBefore)
+        reportFailure(path, reason);
+    return document;
+}
+
+void QtDocManager::reportFailure(const vfBase::VfString& path, const vfBase::VfString& reason)
+{
+    ++d->failures;
+    if (QtApplication* shell = QtApplication::instance())
+        shell->showProblem(path, reason);
+}
+
+std::vector<vfBase::VfString> QtDocManager::selectFilesToOpen()
+{
+    vfBase::Vector<DocTemplate*> visible;
+    getVisibleTemplates(visible);
+    const std::vector<DocTemplate*> kinds(visible.begin(), visible.end());
+    QStringList filters = nameFilters(kinds.data(), int(kinds.size()));
+    if (kinds.size() > 1) {
+        QStringList all;
+        for (const DocTemplate* kind : kinds)
+            all << patterns(toQt(kind->getFileFilter()));
+        all.removeDuplicates();
+        filters.prepend(
+            QStringLiteral("%1 (%2)").arg(tr("All that can be opened"), all.join(QLatin1Char(' '))));
+    }
+    filters << tr("All files (*)");
+    const QStringList chosen = QFileDialog::getOpenFileNames(window(), tr("Open"), toQt(getLastDirectory()),
+                                                             filters.join(QLatin1String(";;")));
+    std::vector<vfBase::VfString> paths;
+    for (const QString& path : chosen)
+        paths.push_back(fromQt(path));
+    if (!paths.empty())
+        setLastDirectory(fromQt(QFileInfo(chosen.first()).absolutePath()));
+    return paths;
+}
+
+DocTemplate* QtDocManager::selectDocumentPath(DocTemplate** templates, int count, vfBase::VfString& path,
+                                              bool isSaving)
+{
+    const QString filters = nameFilters(templates, count).join(QLatin1String(";;"));
+    const QString start = path.empty() ? toQt(getLastDirectory()) : toQt(path);
+    const QString chosen = isSaving ? QFileDialog::getSaveFileName(window(), tr("Save"), start, filters)
+                                    : QFileDialog::getOpenFileName(window(), tr("Open"), start, filters);
+    if (chosen.isEmpty())
+        return nullptr;
+    path = fromQt(chosen);
+    setLastDirectory(fromQt(QFileInfo(chosen).absolutePath()));
+    for (int i = 0; i < count; ++i) {
+        if (templates[i]->fileMatchesTemplate(path))
+            return templates[i];
+    }
+    return nullptr;
+}
+
+DocTemplate* QtDocManager::selectDocumentTypeUser(DocTemplate** templates, int count)
+{
+    if (!window())
+        return DocManager::selectDocumentTypeUser(templates, count);
+    // Only as many entries are valid as kinds differ; the number says how many there were before.
+    vfBase::Vector<DocTemplate*> visible;
+    getVisibleTemplates(visible);
+    QStringList names;
+    const int differing = std::min(count, countKinds(visible));
+    for (int i = 0; i < differing; ++i) {
+        const QString name = toQt(templates[i]->getDescription());
+        names << (names.contains(name) ? QStringLiteral("%1 (%2)").arg(name).arg(i + 1) : name);
+    }
+    bool isChosen = false;
+    const QString chosen = QInputDialog::getItem(window(), tr("New document"), tr("Kind of document:"), names,
+                                                 0, false, &isChosen);
+    return isChosen ? templates[names.indexOf(chosen)] : nullptr;
+}
+
+int QtDocManager::askForUserConfirmation()
+{
+    QWidget* parent = window();
+    if (!parent)
+        return 2;
+    Document* document = d->asked;
+    // Somebody else closes a document without saying which: it is the only one with changes, or else the active one.
+    if (!document || !containsDocument(document)) {
+        document = getCurrentDocument();
+        for (Document* open : getDocumentList()) {
+            if (open->isModified() && (!document || !document->isModified()))
+                document = open;
+        }
+    }
+    QMessageBox box(QMessageBox::Warning, tr("Unsaved changes"),
+                    tr("“%1” has changes that are not saved.").arg(nameOf(document)),
+                    QMessageBox::Save | QMessageBox::Discard, parent);
+    box.setObjectName(QStringLiteral("saveQuestion"));
+    box.setInformativeText(tr("What is not saved is lost when the document is closed."));
+    box.setDefaultButton(QMessageBox::Save);
+    if (!d->isEnding) {
+        box.addButton(QMessageBox::Cancel);
+        box.setEscapeButton(QMessageBox::Cancel);
+    }
+    switch (box.exec()) {
+    case QMessageBox::Save:
+        return 1;
+    case QMessageBox::Discard:
+        return 2;
+    default:
+        return 0;
+    }
+}
+
+int QtDocManager::askForConfirmRevert()
+{
+    QWidget* parent = window();
+    if (d->isRevertAnswered || !parent)
+        return 1;
+    QMessageBox box(QMessageBox::Question, tr("Revert"),
+                    tr("Read “%1” again from its file?").arg(nameOf(getCurrentDocument())),
+                    QMessageBox::Cancel, parent);
+    box.setObjectName(QStringLiteral("revertQuestion"));
+    box.setInformativeText(tr("All changes since it was saved are lost."));
+    const QAbstractButton* revert = box.addButton(tr("Revert"), QMessageBox::DestructiveRole);
+    box.exec();
+    return box.clickedButton() == revert ? 1 : 0;
+}
+
+vfBase::VfString QtDocManager::selectDocumentSavePath(const char* directory, const char* name,
+                                                      const char* extension, const char* filter,
+                                                      vfBase::Options&)
+{
+    QWidget* parent = window();
+    if (!parent)
+        return vfBase::VfString();
+    const QString suffix = QString::fromUtf8(extension);
+    QFileDialog dialog(parent, tr("Save as"), QString::fromUtf8(directory));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setDefaultSuffix(suffix);
+    QStringList filters;
+    for (const QString& pattern : patterns(QString::fromUtf8(filter)))
+        filters << (pattern == QLatin1String("*") ? tr("All files (*)") : pattern);
+    dialog.setNameFilters(filters);
+    const QString preferred = QLatin1String("*.") + suffix;
+    if (filters.contains(preferred))
+        dialog.selectNameFilter(preferred);
+    // The extension that is shown is the one that is written.
+    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString& chosen) {
+        if (chosen.startsWith(QLatin1String("*.")))
+            dialog.setDefaultSuffix(chosen.mid(2));
+    });
+    dialog.selectFile(QString::fromUtf8(name));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return vfBase::VfString();
+    const QString path = dialog.selectedFiles().constFirst();
+    setLastDirectory(fromQt(QFileInfo(path).absolutePath()));
+    return fromQt(path);
+}
+
+bool QtDocManager::closeWithQuestion(Document& document)
+{
+    document.activate();
+    const auto before = std::exchange(d->asked, &document);
+    const bool isClosed = closeDocument(&document, false);
+    d->asked = before;
+    return isClosed;
+}
+
+bool QtDocManager::closeAllWithQuestions()
+{
+    while (getNumDocuments() > 0) {
+        Document* next = getCurrentDocument() ? getCurrentDocument() : getDocumentList()[0];
+        if (!closeWithQuestion(*next))
+            return false;
+    }
+    return true;
+}
+
+bool QtDocManager::reload(Document& document)
+{
+    const int failuresBefore = d->failures;
+    vfBase::VfString reason = fromQt(tr("The file could not be read again. The document is as it was."));
+    bool isDone = false;
+    d->isRevertAnswered = true;
+    beginWork(document.getFilename());
+    try {
+        isDone = document.revert();
+    } catch (const std::exception& problem) {
+        reason = problem.what();
+    }
+    endWork();
+    d->isRevertAnswered = false;
+    if (!isDone && d->failures == failuresBefore)
+        reportFailure(document.getFilename(), reason);
+    return isDone;
+}
+
+} // namespace vfApplication

@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <velaforge/qt/Export.h>
+
+#include <QOpenGLWidget>
+
+#include <osg/Matrixd>
+#include <osg/Node>
+#include <osg/Vec3d>
+#include <osg/Vec3f>
+
+#include <memory>
+#include <optional>
+
+namespace osgViewer {
+class Viewer;
+}
+
+namespace vfApplication {
+
+struct QtViewportPrivate;
+
+/// Shows a scene of OpenSceneGraph, to be turned and moved with the mouse.
+///
+///     auto* viewport = new vfApplication::QtViewport(&parent);
+///     viewport->setScene(scene);
+///     viewport->lookAt(eye, centre, up);
+///
+/// The left button turns, the middle one (or the left with Shift) moves, the right one (or the left with Control) and the
+/// wheel bring nearer. It draws when something has changed: after update(), when the user moves the camera, and as long
+/// as the scene moves by itself. Positions are those of the widget, in Qt's own units; the picture has as many pixels
+/// as the screen has.
+class VFAPPLICATIONQT_EXPORT QtViewport : public QOpenGLWidget
+{
+    Q_OBJECT
+
+public:
+    /// What lies under a position.
+    struct Hit
+    {
+        osg::NodePath path; ///< from the scene to the drawable
+        osg::Vec3d point;   ///< in the scene
+        osg::Vec3d normal;
+    };
+
+    explicit QtViewport(QWidget* parent = nullptr);
+    ~QtViewport() override;
+
+    /// @param scene  shared; null for none. The camera stays where it is.
+    void setScene(osg::Node* scene);
+    osg::Node* getScene() const;
+
+    /// The colours at the top and the bottom of the background, from 0 to 1.
+    void setBackground(const osg::Vec3f& top, const osg::Vec3f& bottom);
+
+    /// The angle from the bottom to the top of the picture, in degrees; 30 unless set.
+    void setFieldOfView(double degrees);
+
+    /// Places the camera. @param centre  about which the user turns
+    void lookAt(const osg::Vec3d& eye, const osg::Vec3d& centre, const osg::Vec3d& up);
+    void getLookAt(osg::Vec3d& eye, osg::Vec3d& centre, osg::Vec3d& up) const;
+
+    /// Looks at the whole scene from where the camera looks now.
+    void fit();
+
+    /// @return width divided by height; 1 for a widget without a size
+    double getAspect() const;
+
+    /// @return what lies foremost under the position, nothing where there is only background
+    std::optional<Hit> pick(const QPointF& position) const;
+
+    /// @return how many pictures were drawn
+    unsigned int getFrameCount() const;
+
+    /// For what is not offered here. Its camera, its window and its frames are the viewport's.
+    osgViewer::Viewer& getViewer() const;
+
+Q_SIGNALS:
+    /// A button was pressed and let go in one place.
+    void clicked(const QPointF& position, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
+
+    /// The user moved the camera.
+    void cameraMoved();
+
+    /// The shape of the picture has changed, and it is about to be drawn.
+    void aspectChanged();
+
+protected:
+    void initializeGL() override;
+    void paintGL() override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+
+private:
+    void releaseContext();
+    void updateSize();
+    void updateProjection();
+    QPointF inPixels(const QPointF& position) const;
+
+    std::unique_ptr<QtViewportPrivate> d;
+};
+
+} // namespace vfApplication

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <velaforge/qt/Export.h>
+
+#include <QDialog>
+#include <QPointer>
+
+class QAction;
+class QLineEdit;
+class QTreeWidget;
+
+namespace vfApplication {
+
+class ActionTable;
+
+/// All commands, with a search: what is typed must be found in a command's name in that order, be it with gaps. Names
+/// that hold it in one piece come first, and of those the ones that begin with it.
+class VFAPPLICATIONQT_EXPORT CommandPalette : public QDialog
+{
+    Q_OBJECT
+
+public:
+    CommandPalette(QWidget& parent, ActionTable& actions);
+
+    /// @return the command chosen; null when it was given up
+    QAction* chosen() const { return m_chosen; }
+
+    /// @return how well a name goes with what was typed: the less the better, -1 not at all
+    static int rank(const QString& name, const QString& typed);
+
+    void accept() override;
+
+protected:
+    bool eventFilter(QObject* object, QEvent* event) override;
+
+private:
+    void search(const QString& typed);
+
+    ActionTable& m_actions;
+    QLineEdit* m_input;
+    QTreeWidget* m_list;
+    QPointer<QAction> m_chosen;
+};
+
+} // namespace vfApplication

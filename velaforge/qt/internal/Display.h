@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace vfApplication {
+
+/// Tells whether the display answers that Qt would open windows on.
+/// @param platform  set to the name of Qt's platform that is to be used where Qt by itself would take another; else empty
+/// @return why there is none; empty when it answers
+QString whyNoDisplay(int argc, char** argv, QByteArray& platform);
+
+} // namespace vfApplication

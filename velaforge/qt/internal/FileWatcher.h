@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <velaforge/qt/Export.h>
+
+#include <QByteArray>
+#include <QFileSystemWatcher>
+#include <QObject>
+#include <QSet>
+#include <QTimer>
+
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+
+namespace vfApplication {
+
+/// Tells when files change, by what stands in them: once for each change, however many events it makes, and whether the
+/// file was written in place, replaced by another, or removed and made anew. A file that was only touched has not
+/// changed. Files above 64 MiB are told apart by size and time alone.
+///
+/// Files are looked at by threads that nobody waits for, after nothing has happened to them for a moment.
+class VFAPPLICATIONQT_EXPORT FileWatcher : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// @param quietTime  in milliseconds: how long nothing must happen to a file before it is looked at
+    explicit FileWatcher(int quietTime, QObject* parent = nullptr);
+    ~FileWatcher() override;
+
+    /// Begins to watch; the file as it is now is known. Nothing new for one that is watched.
+    void add(const std::string& path);
+    void remove(const std::string& path);
+    bool contains(const std::string& path) const { return m_known.count(path) > 0; }
+
+    /// Takes the file as it is now for known: it was written or read by this program.
+    void acknowledge(const std::string& path);
+
+Q_SIGNALS:
+    /// Something else stands in the file than what was known.
+    void changed(const QByteArray& path);
+
+    /// The file is gone, and did not come back within a moment.
+    void removed(const QByteArray& path);
+
+    /// It is back, with what stood in it before.
+    void restored(const QByteArray& path);
+
+private:
+    struct Stamp
+    {
+        bool isThere = false;
+        unsigned long long device = 0;
+        unsigned long long inode = 0;
+        long long size = 0;
+        long long seconds = 0;
+        long long nanoseconds = 0;
+
+        bool operator==(const Stamp& other) const;
+    };
+    struct Known
+    {
+        Stamp stamp;
+        QByteArray digest; ///< empty while it is not known
+        int generation = 0;
+        bool isGoneTold = false;
+        int misses = 0; ///< how often it was looked for in vain
+    };
+    struct Finding
+    {
+        std::string path;
+        int generation = 0;
+        Stamp stamp;
+        QByteArray digest;
+    };
+
+    /// Outlives this object while threads are at work.
+    struct Shared
+    {
+        std::mutex mutex;
+        FileWatcher* owner = nullptr;
+    };
+
+    static Stamp stampOf(const std::string& path);
+    static QByteArray digestOf(const std::string& path, const Stamp& stamp);
+    void look(const std::string& path);
+    void onEvent();
+    void onQuiet();
+    void onFinding(const Finding& finding);
+    void watch(const std::string& path);
+
+    QFileSystemWatcher m_watcher;
+    QTimer m_quiet;
+    std::map<std::string, Known> m_known;
+    std::shared_ptr<Shared> m_shared;
+};
+
+} // namespace vfApplication
