@@ -102,7 +102,11 @@ void RecordingCallback::onDocumentCreated(vfApplication::Document* document)
 }
 
 CommandLine::CommandLine(std::initializer_list<const char*> arguments)
-    : m_texts(arguments.begin(), arguments.end()), m_argc(static_cast<int>(m_texts.size()))
+    : CommandLine(std::vector<std::string>(arguments.begin(), arguments.end()))
+{}
+
+CommandLine::CommandLine(const std::vector<std::string>& arguments)
+    : m_texts(arguments), m_argc(static_cast<int>(m_texts.size()))
 {
     for (std::string& text : m_texts)
         m_argv.push_back(text.data());

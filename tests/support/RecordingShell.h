@@ -78,6 +78,7 @@ class CommandLine
 {
 public:
     CommandLine(std::initializer_list<const char*> arguments);
+    explicit CommandLine(const std::vector<std::string>& arguments);
 
     int& argc() { return m_argc; }
     char** argv() { return m_argv.data(); }

@@ -17,6 +17,7 @@
 
 #include <QAbstractEventDispatcher>
 #include <QApplication>
+#include <QByteArrayList>
 #include <QEvent>
 
 #include <exception>
@@ -56,17 +57,24 @@ private:
     }
 };
 
-/// Qt ends the process by a signal when it finds no platform; a person gets a line instead.
-void handleMessage(QtMsgType type, const QMessageLogContext&, const QString& message)
+QByteArrayList& startMessages()
 {
-    const QByteArray text = message.toLocal8Bit();
+    static QByteArrayList kept;
+    return kept;
+}
+
+/// Qt ends the process by a signal when it finds no platform. A person gets one line instead: what was said before that
+/// is what went wrong.
+void handleStartMessage(QtMsgType type, const QMessageLogContext&, const QString& message)
+{
+    const QByteArray line = message.toLocal8Bit().simplified();
     if (type == QtFatalMsg) {
         std::fprintf(stderr, "%s: %s\n", vfBase::ApplicationInfo::instance().getApplicationName(),
-                     QByteArray(text.left(text.indexOf('\n'))).constData());
+                     startMessages().value(0, line).constData());
         std::_Exit(EXIT_FAILURE);
     }
     if (type != QtDebugMsg && type != QtInfoMsg)
-        std::fprintf(stderr, "%s\n", text.constData());
+        startMessages() << line;
 }
 
 struct Toolkit
@@ -77,11 +85,13 @@ struct Toolkit
         vfApplication::whyNoDisplay(argc, argv, platform);
         if (!platform.isEmpty())
             qputenv("QT_QPA_PLATFORM", platform);
-        const QtMessageHandler before = qInstallMessageHandler(handleMessage);
+        const QtMessageHandler before = qInstallMessageHandler(handleStartMessage);
         QCoreApplication::setApplicationName(
             toQt(vfBase::VfString(vfBase::ApplicationInfo::instance().getApplicationName())));
         application = std::make_unique<GuardedApplication>(argc, argv);
         qInstallMessageHandler(before);
+        for (const QByteArray& line : startMessages())
+            qWarning("%s", line.constData());
         application->setQuitOnLastWindowClosed(false);
     }
 

@@ -30,6 +30,7 @@ QtTitleBar::QtTitleBar(QMainWindow& window, bool hasLogo)
         d->bar->setObjectName(QStringLiteral("titleBar"));
         d->logo = new QLabel(d->bar);
         d->banner = new QLabel(d->bar);
+        d->banner->setObjectName(QStringLiteral("banner"));
         d->banner->setTextFormat(Qt::PlainText);
         auto* layout = new QHBoxLayout(d->bar);
         layout->setContentsMargins(6, 0, 6, 0);

@@ -1,0 +1,222 @@
+// SPDX-License-Identifier: MIT
+#include "Program.h"
+#include "support/TemporaryDirectory.h"
+
+#include <velaforge/base/ApplicationInfo.h>
+#include <velaforge/base/Settings.h>
+#include <velaforge/qt/QtApplication.h>
+#include <velaforge/qt/QtTitleBar.h>
+#include <velaforge/qt/internal/ActionTable.h>
+#include <velaforge/qt/internal/MainWindow.h>
+#include <velaforge/qt/internal/ProblemsDialog.h>
+
+#include <gmock/gmock.h>
+
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QTimer>
+
+using testing::HasSubstr;
+using vfApplication::QtApplication;
+using vfTest::Program;
+using vfTest::TemporaryDirectory;
+
+TEST(QtApplication, RunsUntilExitIsCalledAndReturnsItsCode)
+{
+    Program program;
+    EXPECT_EQ(7, program.run([&] { program.ui([&] { program.application().exit(7); }); }));
+}
+
+TEST(QtApplication, ExitBeforeTheLoopKeepsItFromRunning)
+{
+    Program program;
+    program.onInitialized = [&] { program.application().exit(3); };
+    bool hasRun = false;
+    EXPECT_EQ(3, program.run([&] { hasRun = true; }));
+    EXPECT_FALSE(hasRun);
+}
+
+TEST(QtApplication, ExitEndsTheLoopWhileADialogWaits)
+{
+    Program program;
+    EXPECT_EQ(5, program.run([&] {
+        program.start([&] { program.invoke("vfApplicationQt::CommandAbout"); });
+        EXPECT_TRUE(program.waitForDialog("about"));
+        program.ui([&] { program.application().exit(5); });
+    }));
+}
+
+TEST(QtApplication, TakesItsOwnOptionsOffTheCommandLine)
+{
+    Program program({"-style", "fusion", "-platform", "offscreen"});
+    EXPECT_EQ(0, program.run([&] {
+        EXPECT_EQ(1, program.ui([&] { return program.application().getArgumentCount(); }));
+    }));
+}
+
+TEST(QtApplication, AnOptionThatNobodyKnowsIsStatus3)
+{
+    Program program({"--no-such-option"});
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(3, program.run([] {}));
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("--no-such-option"));
+}
+
+TEST(QtApplication, HelpNeedsNoDisplay)
+{
+    Program program({"--help", "-platform", "no_such_platform"});
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(1, program.run([] {}));
+    EXPECT_EQ(nullptr, QtApplication::instance());
+    testing::internal::GetCapturedStdout();
+}
+
+TEST(QtApplicationDeathTest, APlatformThatIsNotThereIsOneLineAndStatus1)
+{
+    EXPECT_EXIT(
+        {
+            Program program({"-platform", "no_such_platform"});
+            program.run([] {});
+        },
+        testing::ExitedWithCode(1), "^program: [^\n]*\n$");
+}
+
+TEST(QtApplication, OpensTheFilesOfTheCommandLineBeforeTheWindowShows)
+{
+    const TemporaryDirectory directory;
+    Program program({directory.write("one.sheet", "one\n"), directory.write("two.sheet", "two\n")});
+    EXPECT_EQ(0, program.run([&] {
+        program.ui([&] {
+            EXPECT_EQ(2u, program.application().getNumDocuments());
+            EXPECT_EQ("two.sheet", program.sheet()->getTitle());
+            EXPECT_TRUE(program.window().isVisible());
+            EXPECT_EQ(QStringLiteral("two.sheet[*] — program"), program.window().windowTitle());
+        });
+    }));
+}
+
+TEST(QtApplication, WhyNoDisplaySaysWhatIsMissing)
+{
+    char name[] = "program";
+    char platform[] = "-platform";
+    char offscreen[] = "offscreen";
+    char* plain[] = {name, nullptr};
+    char* asking[] = {name, platform, offscreen, nullptr};
+    unsetenv("QT_QPA_PLATFORM");
+    unsetenv("DISPLAY");
+    unsetenv("WAYLAND_DISPLAY");
+    EXPECT_EQ("there is no display: neither DISPLAY nor WAYLAND_DISPLAY is set",
+              QtApplication::whyNoDisplay(1, plain));
+    EXPECT_EQ("", QtApplication::whyNoDisplay(3, asking));
+    setenv("DISPLAY", ":9876", 1);
+    EXPECT_EQ("the display :9876 does not answer", QtApplication::whyNoDisplay(1, plain));
+    unsetenv("DISPLAY");
+    setenv("WAYLAND_DISPLAY", "wayland-none", 1);
+    EXPECT_EQ("the display wayland-none does not answer", QtApplication::whyNoDisplay(1, plain));
+    setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    EXPECT_EQ("", QtApplication::whyNoDisplay(1, plain));
+}
+
+TEST(QtApplication, ShowsProblemsInAWindowThatWaitsForNothing)
+{
+    Program program;
+    program.run([&] {
+        program.ui([&] {
+            QtApplication::instance()->showProblem("one.sheet", "gone");
+            QtApplication::instance()->showProblem("two\n.sheet", "gone too");
+        });
+        program.ui([&] {
+            const auto* problems = program.window().findChild<vfApplication::ProblemsDialog*>();
+            ASSERT_NE(nullptr, problems);
+            EXPECT_TRUE(problems->isVisible());
+            EXPECT_FALSE(problems->isModal());
+            EXPECT_EQ(QStringLiteral("one.sheet: gone\ntwo .sheet: gone too"),
+                      problems->findChild<QPlainTextEdit*>()->toPlainText());
+        });
+    });
+}
+
+TEST(QtApplication, WhatAnEventThrowsIsToldAndEndsNothing)
+{
+    Program program;
+    EXPECT_EQ(0, program.run([&] {
+        program.ui([&] {
+            QTimer::singleShot(0, qApp, [] { throw std::runtime_error("out of the blue"); });
+        });
+        EXPECT_TRUE(program.waitFor([&] {
+            const auto* problems = program.window().findChild<vfApplication::ProblemsDialog*>();
+            return problems && problems->findChild<QPlainTextEdit*>()->toPlainText() ==
+                                   QStringLiteral("out of the blue");
+        }));
+    }));
+}
+
+TEST(QtApplication, ListenersHearOfCommandsAndOfTheActiveDocument)
+{
+    const TemporaryDirectory directory;
+    const std::string path = directory.write("one.sheet", "one\n");
+    Program program;
+    int calls = 0;
+    program.run([&] {
+        program.ui([&] { QtApplication::instance()->addListener(program.window(), [&calls] { ++calls; }); });
+        program.ui([&] { program.open(path); });
+        EXPECT_TRUE(program.waitFor([&] { return calls > 0; }));
+        program.ui([&] {
+            calls = 0;
+            program.invoke("sheet::Switch");
+            EXPECT_EQ(1, calls);
+        });
+    });
+}
+
+TEST(QtTitleBar, MarksTheActiveDocumentWhenItIsModified)
+{
+    const TemporaryDirectory directory;
+    const std::string path = directory.write("a[*].sheet", "one\n");
+    Program program;
+    program.run([&] {
+        program.ui([&] {
+            EXPECT_EQ(QStringLiteral("program"), program.window().windowTitle());
+            program.open(path);
+        });
+        EXPECT_TRUE(program.waitFor(
+            [&] { return program.window().windowTitle() == QStringLiteral("a[*][*].sheet[*] — program"); }));
+        program.ui([&] {
+            EXPECT_FALSE(program.window().isWindowModified());
+            program.sheet()->changed();
+            EXPECT_TRUE(program.window().isWindowModified());
+            EXPECT_EQ(QString::fromStdString(path), program.window().windowFilePath());
+            EXPECT_TRUE(program.sheet()->save().success());
+            EXPECT_FALSE(program.window().isWindowModified());
+        });
+    });
+}
+
+TEST(QtTitleBar, ShowsTheBannerUnlessItIsDeclaredAway)
+{
+    vfBase::ApplicationInfo::instance().setApplicationVendorBanner("Boats & Sons");
+    Program program;
+    program.run([&] {
+        program.ui([&] {
+            auto* bar = program.window().findChild<QWidget*>(QStringLiteral("titleBar"));
+            ASSERT_NE(nullptr, bar);
+            EXPECT_TRUE(bar->isVisible());
+            EXPECT_EQ(QStringLiteral("Boats & Sons"), bar->findChild<QLabel*>(QStringLiteral("banner"))->text());
+            vfBase::ApplicationInfo::instance().setApplicationVendorBanner("Boats & Daughters");
+            QtApplication::instance()->getTitleBar().titleBarOperationB();
+            EXPECT_EQ(QStringLiteral("Boats & Daughters"), bar->findChild<QLabel*>(QStringLiteral("banner"))->text());
+        });
+    });
+}
+
+TEST(QtTitleBar, IsNotThereWhenItIsDeclaredAway)
+{
+    auto ui = std::make_unique<vfTest::SheetUi>();
+    ui->hasTitleLogo = false;
+    Program program({}, std::move(ui));
+    program.run([&] {
+        program.ui([&] {
+            EXPECT_EQ(nullptr, program.window().findChild<QWidget*>(QStringLiteral("titleBar")));
+        });
+    });
+}
