@@ -65,15 +65,15 @@ function(velaforge_program name)
     target_link_libraries(${name} PRIVATE ${ARG_LINK} velaforge_build_flags)
 endfunction()
 
-# velaforge_test(<name> SOURCES <file>... [LINK <target>...])
+# velaforge_test(<name> SOURCES <file>... [LINK <target>...] [PROPERTIES <ctest property> <value>...])
 # One program of many test cases. ctest runs each case in a process of its own, because
 # singletons are never rebuilt; tests/support gives each process its own home directory.
 function(velaforge_test name)
-    cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINK;PROPERTIES" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE ${ARG_LINK} velaforge_test_support velaforge_build_flags)
     gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
-                         PROPERTIES TIMEOUT 300)
+                         PROPERTIES TIMEOUT 300 ${ARG_PROPERTIES})
 endfunction()
 
 # velaforge_benchmark(<name> SOURCES <file>... [LINK <target>...])

@@ -29,7 +29,7 @@ struct Program::Setup : vfApplication::ApplicationSetup
     {
         auto* manager = new vfApplication::QtDocManager;
         Application::instance(false)->setDocManager(manager);
-        new vfApplication::DocTemplate(manager, "Sheets", "sheet,txt", "", "sheet", "", "", &Sheet::s_classInfo,
+        new vfApplication::DocTemplate(manager, "Sheets", "sheet,txt", "", "sheet", "", "SheetView", &Sheet::s_classInfo,
                                        &SheetView::s_classInfo, vfApplication::DocTemplate::Visible, 0,
                                        vfBase::Options());
     }
@@ -51,7 +51,7 @@ struct Program::Callback : vfApplication::ApplicationCallback
                 program.m_script();
                 program.m_isScriptDone = true;
                 QMetaObject::invokeMethod(
-                    qApp, [] { Application::instance(false)->exit(0); }, Qt::QueuedConnection);
+                    qApp, [this] { program.finish(); }, Qt::QueuedConnection);
             });
         });
         return 0;
@@ -99,6 +99,15 @@ int Program::run(const std::function<void()>& script)
     if (m_callback->script.joinable())
         m_callback->script.join();
     return code;
+}
+
+void Program::finish()
+{
+    if (!asksAtTheEnd) {
+        for (vfApplication::Document* document : m_application->getDocManager().getDocumentList())
+            document->modify(false);
+    }
+    m_application->exit(0);
 }
 
 bool Program::waitForDialog(const char* name)

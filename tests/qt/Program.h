@@ -58,6 +58,9 @@ public:
     /// Called with the document manager, to enter other kinds of document. Before run().
     std::function<void()> onInitialized;
 
+    /// Whether what is not saved in the end is asked about, as it is in every program, or thrown away.
+    bool asksAtTheEnd = false;
+
     /// @return the exit code
     int run(const std::function<void()>& script);
 
@@ -130,6 +133,8 @@ public:
     SheetUi& declaration() const { return *m_ui; }
 
 private:
+    void finish();
+
     struct Setup;
     struct Callback;
 
