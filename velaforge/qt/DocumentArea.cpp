@@ -12,7 +12,9 @@
 #include <QTabBar>
 #include <QTabWidget>
 
+#include <functional>
 #include <map>
+#include <utility>
 
 namespace vfApplication {
 
@@ -189,7 +191,9 @@ private:
 class ViewWindow : public QMainWindow
 {
 public:
-    ViewWindow(DocumentArea& area, ViewFrame& frame) : m_area(area), m_frame(frame)
+    /// @param toldActive  what to do when the user turns to the window
+    ViewWindow(DocumentArea& area, ViewFrame& frame, std::function<void()> toldActive)
+        : m_area(area), m_frame(frame), m_toldActive(std::move(toldActive))
     {
         setCentralWidget(&frame);
         resize(800, 600);
@@ -205,13 +209,14 @@ protected:
     bool event(QEvent* event) override
     {
         if (event->type() == QEvent::WindowActivate)
-            Q_EMIT m_area.activated(&m_frame);
+            m_toldActive();
         return QMainWindow::event(event);
     }
 
 private:
     DocumentArea& m_area;
     ViewFrame& m_frame;
+    std::function<void()> m_toldActive;
 };
 
 /// Windows of their own.
@@ -226,7 +231,11 @@ public:
 
     void add(ViewFrame& frame) override
     {
-        auto* window = new ViewWindow(*this, frame);
+        auto* window = new ViewWindow(*this, frame, [this, active = &frame] {
+            // Before anybody is told, who would bring it to the front once more.
+            m_active = active;
+            Q_EMIT activated(active);
+        });
         m_windows[&frame] = window;
         m_active = &frame;
         Q_EMIT windowMade(window, &frame);
