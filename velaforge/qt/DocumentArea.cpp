@@ -199,16 +199,20 @@ public:
         resize(800, 600);
     }
 
+    /// The view is gone; the window follows as soon as its events are through.
+    void forgetView() { m_hasView = false; }
+
 protected:
     void closeEvent(QCloseEvent* event) override
     {
         event->ignore();
-        Q_EMIT m_area.closeRequested(&m_frame);
+        if (m_hasView)
+            Q_EMIT m_area.closeRequested(&m_frame);
     }
 
     bool event(QEvent* event) override
     {
-        if (event->type() == QEvent::WindowActivate)
+        if (event->type() == QEvent::WindowActivate && m_hasView)
             m_toldActive();
         return QMainWindow::event(event);
     }
@@ -217,6 +221,7 @@ private:
     DocumentArea& m_area;
     ViewFrame& m_frame;
     std::function<void()> m_toldActive;
+    bool m_hasView = true;
 };
 
 /// Windows of their own.
@@ -248,8 +253,9 @@ public:
         const auto found = m_windows.find(&frame);
         if (found == m_windows.end())
             return;
-        QMainWindow* window = found->second;
+        ViewWindow* window = found->second;
         m_windows.erase(found);
+        window->forgetView();
         frame.setParent(nullptr);
         window->hide();
         window->deleteLater();
@@ -282,7 +288,7 @@ public:
 
 private:
     QLabel* m_placeholder;
-    std::map<ViewFrame*, QMainWindow*> m_windows;
+    std::map<ViewFrame*, ViewWindow*> m_windows;
     ViewFrame* m_active = nullptr;
 };
 
