@@ -15,6 +15,8 @@
 #include <osg/observer_ptr>
 
 #include <QAction>
+#include <QDataStream>
+#include <QIODevice>
 #include <QDockWidget>
 #include <QKeySequence>
 #include <QMainWindow>
@@ -61,6 +63,15 @@ void removeDeadEntries(DockWindowManager& manager)
         if (one.body.valid() && !one.body->dockWindow && !manager.findDockWindow(one.body->id.c_str()))
             manager.removeDockWindow(one.body->id.c_str());
     }
+}
+
+/// @return whether a layout that Qt has made knows a window of that name
+bool isKnown(const QByteArray& layout, const QString& name)
+{
+    QByteArray written;
+    QDataStream stream(&written, QIODevice::WriteOnly);
+    stream << name;
+    return layout.contains(written);
 }
 
 QByteArray fromBase64(const std::string& text)
@@ -150,19 +161,21 @@ void Docks::restore()
         m_window.restoreGeometry(fromBase64(settings.geometry));
 
     const auto& kept = DockWindowManagerSettings::instance(false)->getDockWindowList();
+    const QByteArray layout = fromBase64(settings.layout);
     std::vector<QtDockWindow*> newcomers;
     for (QtDockWindow* half : halves()) {
         half->setAutoHide(false);
-        if (kept.count(idOf(*half)) == 0 && !settings.layout.empty())
+        if (!layout.isEmpty() && !isKnown(layout, half->getWidget()->objectName()))
             newcomers.push_back(half);
     }
+    m_hasNewcomers = !newcomers.empty();
     std::map<QtDockWindow*, DockWindow::DockArea> places;
     for (QtDockWindow* half : newcomers) {
         places[half] = half->getArea();
         if (places[half] != DockWindow::NoDockArea)
             m_window.removeDockWidget(half->getWidget());
     }
-    const bool isLaidOut = !settings.layout.empty() && m_window.restoreState(fromBase64(settings.layout));
+    const bool isLaidOut = !layout.isEmpty() && m_window.restoreState(layout);
     for (QtDockWindow* half : halves()) {
         const bool isNew = std::find(newcomers.begin(), newcomers.end(), half) != newcomers.end();
         const auto record = kept.find(idOf(*half));
@@ -191,7 +204,10 @@ void Docks::save()
     WindowSettings& settings = WindowSettings::instance();
     if (!m_window.isFullScreen())
         settings.geometry = m_window.saveGeometry().toBase64().toStdString();
-    settings.layout = m_window.saveState().toBase64().toStdString();
+    // Where nobody moved anything, what is kept stays: it may know the places of windows that are not here today.
+    const QByteArray layout = m_window.saveState();
+    if (layout != m_restoredLayout || m_hasNewcomers || settings.layout.empty())
+        settings.layout = layout.toBase64().toStdString();
     DockWindowManager& manager = application->getDockWindowManager();
     removeDeadEntries(manager);
     manager.saveDockWindowsState();
@@ -221,6 +237,8 @@ void Docks::update()
 {
     if (!m_isRestored)
         return;
+    if (m_restoredLayout.isEmpty() && m_window.isVisible())
+        m_restoredLayout = m_window.saveState();
     for (const Made& one : made()) {
         if (!one.half->getDockWindow())
             one.half->detach();

@@ -277,9 +277,7 @@ void QtDockWindow::enforceTabbing()
                                (d->allowsTabbed && other->half()->getAllowTabbing());
         if (isAllowed)
             continue;
-        const Qt::DockWidgetArea area = d->window->dockWidgetArea(d->panel);
-        const bool isUpright = area == Qt::LeftDockWidgetArea || area == Qt::RightDockWidgetArea;
-        d->window->splitDockWidget(dock, d->panel, isUpright ? Qt::Vertical : Qt::Horizontal);
+        d->window->addDockWidget(d->window->dockWidgetArea(d->panel), d->panel); // at the end, without a tab
         return;
     }
 }

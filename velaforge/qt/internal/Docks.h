@@ -70,6 +70,8 @@ private:
     QMainWindow& m_window;
     AutoHideStrips* m_strips;
     bool m_isRestored = false;
+    bool m_hasNewcomers = false; ///< windows of which the kept layout knows nothing
+    QByteArray m_restoredLayout; ///< as it was when the window had come to rest
     std::vector<QtDockWindow*> m_settled;
     QByteArray m_defaultLayout;
     std::map<std::string, Standing> m_defaults;

@@ -1,0 +1,424 @@
+// SPDX-License-Identifier: MIT
+#include "Program.h"
+
+#include <velaforge/base/ClassInfo.h>
+#include <velaforge/commands/CommandItem.h>
+#include <velaforge/dockwindows/DockWindow.h>
+#include <velaforge/dockwindows/DockWindowManager.h>
+#include <velaforge/dockwindows/DockWindowManagerSettings.h>
+#include <velaforge/dockwindows/DockWindowPrivate.h>
+#include <velaforge/dockwindows/DockWindowProducer.h>
+#include <velaforge/qt/QtApplication.h>
+#include <velaforge/qt/QtDockWindow.h>
+#include <velaforge/qt/QtDockWindowContents.h>
+#include <velaforge/qt/internal/AutoHideStrips.h>
+#include <velaforge/qt/internal/Docks.h>
+#include <velaforge/qt/internal/MainWindow.h>
+#include <velaforge/qt/internal/WindowSettings.h>
+
+#include <gmock/gmock.h>
+
+#include <QDockWidget>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QTest>
+#include <QTranslator>
+#include <QToolButton>
+
+#include <map>
+#include <set>
+
+using testing::ElementsAre;
+using vfApplication::DockWindow;
+using vfApplication::Docks;
+using vfApplication::DockWindowManager;
+using vfApplication::DockWindowManagerSettings;
+using vfApplication::QtDockWindow;
+using vfApplication::QtDockWindowContents;
+using vfApplication::WindowSettings;
+using vfTest::Program;
+
+namespace {
+
+QtDockWindow& half(DockWindow& window)
+{
+    return dynamic_cast<QtDockWindow&>(*window.getDockWindowInterface());
+}
+
+QDockWidget* panel(DockWindow& window)
+{
+    return half(window).getWidget();
+}
+
+/// A window of the manager's, docked and visible.
+DockWindow& add(const Program& program, const char* id, DockWindow::DockArea area)
+{
+    DockWindow& window = program.application().getDockWindowManager().addNewOrGetExistingDockWindow(
+        id, area, true, false, 0, nullptr);
+    window.setTitle(id, nullptr);
+    return window;
+}
+
+/// Fills its panel with a text.
+struct Layers : DockWindow, QtDockWindowContents
+{
+    Layers() : DockWindow("test::Layers") {}
+    QWidget* createContents(QWidget& parent) override
+    {
+        ++made;
+        return new QLabel(QStringLiteral("layers"), &parent);
+    }
+    bool applyDefaultState() override
+    {
+        setTitle("Layers", nullptr);
+        setArea(BottomDockArea);
+        return true;
+    }
+    int made = 0;
+};
+
+} // namespace
+
+TEST(QtDockWindows, KeepWhatTheyAreToldUntilThereIsAWindow)
+{
+    const Program program;
+    DockWindow& window = add(program, "test::Window", DockWindow::RightDockArea);
+    EXPECT_EQ(nullptr, panel(window));
+    EXPECT_EQ(DockWindow::RightDockArea, window.getArea());
+    EXPECT_FALSE(window.isFloating());
+    EXPECT_TRUE(window.getVisible());
+    EXPECT_FALSE(window.isTabbed());
+    window.setVisible(false);
+    EXPECT_FALSE(window.getVisible());
+    window.setAllowedDockingAreas(DockWindow::LeftDockArea);
+    EXPECT_EQ(DockWindow::NoDockArea, window.getArea());
+    EXPECT_TRUE(window.isFloating());
+    window.setArea(DockWindow::RightDockArea);
+    EXPECT_EQ(DockWindow::NoDockArea, window.getArea()); // not allowed
+    window.setFloatable(false);
+    EXPECT_FALSE(window.isFloating());
+}
+
+TEST(QtDockWindows, AreOnTheScreenAsTheyWereToldBefore)
+{
+    Program program;
+    DockWindow& window = add(program, "test::Window", DockWindow::RightDockArea);
+    DockWindow& hidden = add(program, "test::Hidden", DockWindow::BottomDockArea);
+    window.setCloseable(false);
+    window.setMoveable(false);
+    window.setAllowedDockingAreas(DockWindow::RightDockArea | DockWindow::TopDockArea);
+    hidden.setVisible(false);
+    program.run([&] {
+        program.ui([&] {
+            QDockWidget* dock = panel(window);
+            ASSERT_NE(nullptr, dock);
+            EXPECT_EQ(QStringLiteral("test::Window"), dock->windowTitle());
+            EXPECT_EQ(Qt::RightDockWidgetArea, program.window().dockWidgetArea(dock));
+            EXPECT_EQ(QDockWidget::DockWidgetFloatable, dock->features());
+            EXPECT_EQ(Qt::RightDockWidgetArea | Qt::TopDockWidgetArea, dock->allowedAreas());
+            EXPECT_TRUE(dock->isVisible());
+            EXPECT_TRUE(panel(hidden)->isHidden());
+        });
+    });
+}
+
+TEST(QtDockWindows, AnswerWithWhatThePanelDoes)
+{
+    Program program;
+    DockWindow& window = add(program, "test::Window", DockWindow::LeftDockArea);
+    program.run([&] {
+        program.ui([&] {
+            QDockWidget* dock = panel(window);
+            // Somebody with a mouse did this.
+            dock->setFloating(true);
+            EXPECT_TRUE(window.isFloating());
+            EXPECT_EQ(DockWindow::NoDockArea, window.getArea());
+            dock->setFloating(false);
+            EXPECT_FALSE(window.isFloating());
+            EXPECT_EQ(DockWindow::LeftDockArea, window.getArea());
+            program.window().addDockWidget(Qt::TopDockWidgetArea, dock);
+            EXPECT_EQ(DockWindow::TopDockArea, window.getArea());
+            dock->close();
+            EXPECT_FALSE(window.getVisible());
+            dock->show();
+            EXPECT_TRUE(window.getVisible());
+        });
+    });
+}
+
+TEST(QtDockWindows, EachOperationReachesThePanel)
+{
+    Program program;
+    DockWindow& window = add(program, "test::Window", DockWindow::LeftDockArea);
+    program.run([&] {
+        program.ui([&] {
+            QDockWidget* dock = panel(window);
+            window.setTitle("New title", nullptr);
+            EXPECT_EQ(QStringLiteral("New title"), dock->windowTitle());
+            window.setArea(DockWindow::BottomDockArea);
+            EXPECT_EQ(Qt::BottomDockWidgetArea, program.window().dockWidgetArea(dock));
+            EXPECT_EQ(DockWindow::BottomDockArea, window.getArea());
+            window.setArea(static_cast<DockWindow::DockArea>(3)); // two areas are no place
+            EXPECT_EQ(DockWindow::BottomDockArea, window.getArea());
+            window.setArea(DockWindow::NoDockArea);
+            EXPECT_TRUE(dock->isFloating());
+            window.setFloatable(false);
+            EXPECT_FALSE(window.getFloatable());
+            EXPECT_FALSE(dock->isFloating());
+            EXPECT_FALSE(dock->features().testFlag(QDockWidget::DockWidgetFloatable));
+            window.setArea(DockWindow::NoDockArea); // it may not be torn off
+            EXPECT_NE(DockWindow::NoDockArea, window.getArea());
+            window.setFloatable(true);
+            window.setCloseable(false);
+            EXPECT_FALSE(window.getCloseable());
+            EXPECT_FALSE(dock->features().testFlag(QDockWidget::DockWidgetClosable));
+            window.setMoveable(false);
+            EXPECT_FALSE(window.getMoveable());
+            EXPECT_FALSE(dock->features().testFlag(QDockWidget::DockWidgetMovable));
+            window.setArea(DockWindow::LeftDockArea);
+            window.setAllowedDockingAreas(DockWindow::RightDockArea);
+            EXPECT_EQ(unsigned(DockWindow::RightDockArea), window.getAllowedDockingAreas());
+            EXPECT_EQ(Qt::RightDockWidgetArea, dock->allowedAreas());
+            EXPECT_TRUE(window.isFloating()); // where it stood it may no longer stand
+            window.setVisible(false);
+            EXPECT_TRUE(dock->isHidden());
+            window.setVisible(true);
+            EXPECT_FALSE(dock->isHidden());
+        });
+    });
+}
+
+TEST(QtDockWindows, WithoutTearingOffGoToAnAreaThatIsAllowed)
+{
+    Program program;
+    DockWindow& window = add(program, "test::Window", DockWindow::LeftDockArea);
+    window.setFloatable(false);
+    program.run([&] {
+        program.ui([&] {
+            window.setAllowedDockingAreas(DockWindow::TopDockArea | DockWindow::BottomDockArea);
+            EXPECT_EQ(DockWindow::TopDockArea, window.getArea());
+            EXPECT_FALSE(window.isFloating());
+        });
+    });
+}
+
+TEST(QtDockWindows, AreTabbedWhenTheyShareAPlace)
+{
+    Program program;
+    DockWindow& one = add(program, "test::One", DockWindow::LeftDockArea);
+    DockWindow& two = add(program, "test::Two", DockWindow::LeftDockArea);
+    program.run([&] {
+        program.ui([&] {
+            EXPECT_FALSE(one.isTabbed());
+            program.window().tabifyDockWidget(panel(one), panel(two));
+            EXPECT_TRUE(one.isTabbed());
+            EXPECT_TRUE(two.isTabbed());
+            EXPECT_TRUE(one.getVisible()); // behind the other, but there
+            two.setVisible(false);
+            EXPECT_FALSE(one.isTabbed());
+            EXPECT_FALSE(two.isTabbed());
+        });
+    });
+}
+
+TEST(QtDockWindows, ThatMayNotBeTabbedGoBesideTheOther)
+{
+    Program program;
+    DockWindow& one = add(program, "test::One", DockWindow::LeftDockArea);
+    DockWindow& two = add(program, "test::Two", DockWindow::LeftDockArea);
+    program.run([&] {
+        program.ui([&] {
+            two.setAllowTabbed(false);
+            EXPECT_FALSE(two.getAllowTabbed());
+            program.window().tabifyDockWidget(panel(one), panel(two));
+            EXPECT_TRUE(two.isTabbed()); // as one, which may be tabbed, is behind a tab of it
+            one.setAllowTabbed(false);   // now neither may be behind the other
+            EXPECT_FALSE(one.isTabbed());
+            EXPECT_FALSE(two.isTabbed());
+            EXPECT_EQ(DockWindow::LeftDockArea, one.getArea());
+            EXPECT_EQ(DockWindow::LeftDockArea, two.getArea());
+        });
+        // With the mouse it is no other.
+        program.ui([&] { program.window().tabifyDockWidget(panel(one), panel(two)); });
+        EXPECT_TRUE(program.waitFor([&] { return !one.isTabbed() && !two.isTabbed(); }));
+        program.ui([&] {
+            one.setAllowTabbed(true);
+            one.setAllowTabbing(false);
+            two.setAllowTabbing(false);
+            EXPECT_FALSE(one.getAllowTabbing());
+            program.window().tabifyDockWidget(panel(one), panel(two));
+        });
+        EXPECT_TRUE(program.waitFor([&] { return !one.isTabbed() && !two.isTabbed(); }));
+    });
+}
+
+TEST(QtDockWindows, ThatHideThemselvesAreAButtonAndOpenOverTheirNeighbours)
+{
+    Program program;
+    DockWindow& window = add(program, "test::Window", DockWindow::RightDockArea);
+    QtDockWindowContents::setContents("test::Window", [](QWidget& parent) {
+        auto* edit = new QLineEdit(&parent);
+        edit->setObjectName(QStringLiteral("inside"));
+        return edit;
+    });
+    program.run([&] {
+        program.ui([&] {
+            window.setAutoHide(true);
+            EXPECT_TRUE(window.getAutoHide());
+            EXPECT_TRUE(window.getVisible());
+            EXPECT_EQ(DockWindow::RightDockArea, window.getArea());
+            EXPECT_TRUE(panel(window)->isHidden());
+            auto* button = program.window().findChild<QToolButton*>(QStringLiteral("autoHide:test::Window"));
+            ASSERT_NE(nullptr, button);
+            EXPECT_EQ(QStringLiteral("test::Window"), button->text());
+        });
+        EXPECT_TRUE(program.waitFor([&] {
+            return program.window().findChild<QToolButton*>(QStringLiteral("autoHide:test::Window"))->isVisible();
+        }));
+        program.ui([&] {
+            auto* button = program.window().findChild<QToolButton*>(QStringLiteral("autoHide:test::Window"));
+            auto* inside = program.window().findChild<QLineEdit*>(QStringLiteral("inside"));
+            ASSERT_NE(nullptr, inside);
+            EXPECT_FALSE(inside->isVisible());
+            QTest::mouseClick(button, Qt::LeftButton);
+            EXPECT_TRUE(inside->isVisible());
+            QTest::mouseClick(inside, Qt::LeftButton); // stays while one works in it
+            EXPECT_TRUE(inside->isVisible());
+            QTest::mouseClick(program.window().centralWidget(), Qt::LeftButton);
+            EXPECT_FALSE(inside->isVisible());
+            QTest::mouseClick(button, Qt::LeftButton);
+            QTest::keyClick(inside, Qt::Key_Escape);
+            EXPECT_FALSE(inside->isVisible());
+            QTest::mouseClick(button, Qt::LeftButton);
+            QTest::mouseClick(button, Qt::LeftButton);
+            EXPECT_FALSE(inside->isVisible());
+
+            window.setVisible(false);
+            EXPECT_FALSE(window.getVisible());
+            EXPECT_EQ(nullptr, program.window().findChild<QToolButton*>(QStringLiteral("autoHide:test::Window")));
+            window.setVisible(true);
+            EXPECT_NE(nullptr, program.window().findChild<QToolButton*>(QStringLiteral("autoHide:test::Window")));
+            window.setAutoHide(false);
+            EXPECT_TRUE(panel(window)->isVisible());
+            EXPECT_TRUE(inside->isVisible());
+            EXPECT_EQ(DockWindow::RightDockArea, window.getArea());
+        });
+    });
+}
+
+TEST(QtDockWindows, ThatAreTornOffDoNotHideUntilTheyAreDocked)
+{
+    Program program;
+    DockWindow& window = add(program, "test::Window", DockWindow::RightDockArea);
+    program.run([&] {
+        program.ui([&] {
+            window.setArea(DockWindow::NoDockArea);
+            window.setAutoHide(true);
+            EXPECT_TRUE(window.getAutoHide());
+            EXPECT_TRUE(panel(window)->isVisible());
+            window.setArea(DockWindow::LeftDockArea);
+            EXPECT_TRUE(panel(window)->isHidden());
+            EXPECT_TRUE(window.getVisible());
+        });
+    });
+}
+
+TEST(QtDockWindows, MakeTheirContentsWhenTheyAreFirstSeenAndOnce)
+{
+    Program program;
+    Layers layers;
+    layers.setVisible(false);
+    program.run([&] {
+        program.ui([&] {
+            EXPECT_EQ(QStringLiteral("Layers"), panel(layers)->windowTitle());
+            EXPECT_EQ(DockWindow::BottomDockArea, layers.getArea()); // as it wants to stand by itself
+            EXPECT_EQ(0, layers.made);
+            layers.setVisible(true);
+            EXPECT_EQ(1, layers.made);
+            EXPECT_EQ(QStringLiteral("layers"), qobject_cast<QLabel*>(panel(layers)->widget())->text());
+            layers.setVisible(false);
+            layers.setVisible(true);
+            EXPECT_EQ(1, layers.made);
+        });
+    });
+}
+
+TEST(QtDockWindows, MadeWhileTheWindowIsThereAppearAndLeaveTheScreenAtOnce)
+{
+    Program program;
+    program.run([&] {
+        DockWindow* window = program.ui([&] { return &add(program, "test::Late", DockWindow::TopDockArea); });
+        EXPECT_TRUE(program.waitFor([&] { return panel(*window) && panel(*window)->isVisible(); }));
+        program.ui([&] {
+            EXPECT_EQ(Qt::TopDockWidgetArea, program.window().dockWidgetArea(panel(*window)));
+            program.application().getDockWindowManager().removeDockWindow("test::Late");
+        });
+        EXPECT_TRUE(program.waitFor(
+            [&] { return !program.window().findChild<QDockWidget*>(QStringLiteral("test::Late")); }));
+    });
+}
+
+TEST(QtDockWindows, ThatWereDestroyedInTheManagersTableLeaveTheScreenAndTheTable)
+{
+    Program program;
+    auto window = std::make_unique<Layers>();
+    program.application().getDockWindowManager().addDockWindow(window.get());
+    program.run([&] {
+        program.ui([&] { window.reset(); });
+        EXPECT_TRUE(program.waitFor(
+            [&] { return !program.window().findChild<QDockWidget*>(QStringLiteral("test::Layers")); }));
+    });
+    EXPECT_EQ(0u, program.application().getDockWindowManager().getNumDockWindows());
+}
+
+TEST(QtDockWindows, AreShownAndHiddenByMenuByCommandAndByKey)
+{
+    Program program;
+    DockWindow& window = add(program, "test::Window", DockWindow::LeftDockArea);
+    DockWindow& fixed = add(program, "test::Fixed", DockWindow::LeftDockArea);
+    fixed.setCloseable(false);
+    window.setShortcut(int(Qt::CTRL) | int(Qt::Key_7));
+    program.run([&] {
+        program.ui([&] {
+            QMenu menu;
+            program.window().docks().fillMenu(menu);
+            ASSERT_EQ(2, menu.actions().size());
+            EXPECT_TRUE(menu.actions()[0]->isChecked());
+            EXPECT_FALSE(menu.actions()[1]->isEnabled());
+            menu.actions()[0]->trigger();
+            EXPECT_FALSE(window.getVisible());
+            EXPECT_TRUE(program.invoke("vfApplicationQt::ActionDockWindows", "test::Window"));
+            EXPECT_TRUE(window.getVisible());
+            program.window().activateWindow();
+        });
+        EXPECT_TRUE(program.waitFor([&] { return program.window().isActiveWindow(); }));
+        program.ui([&] { QTest::keyClick(&program.window(), Qt::Key_7, Qt::ControlModifier); });
+        EXPECT_FALSE(program.ui([&] { return window.getVisible(); }));
+    });
+}
+
+TEST(QtDockWindows, TitlesAreTranslatedInTheirContext)
+{
+    struct German : QTranslator
+    {
+        QString translate(const char* context, const char* text, const char*, int) const override
+        {
+            return !qstrcmp(context, "boats") && !qstrcmp(text, "Sails") ? QStringLiteral("Segel") : QString();
+        }
+        bool isEmpty() const override { return false; }
+    };
+    Program program;
+    DockWindow& window = add(program, "test::Window", DockWindow::LeftDockArea);
+    window.setTitle("Sails", "boats");
+    program.run([&] {
+        program.ui([&] {
+            EXPECT_EQ(QStringLiteral("Sails"), panel(window)->windowTitle());
+            auto* german = new German;
+            german->setParent(qApp);
+            QCoreApplication::installTranslator(german);
+        });
+        EXPECT_TRUE(program.waitFor([&] { return panel(window)->windowTitle() == QStringLiteral("Segel"); }));
+        EXPECT_STREQ("Sails", window.getTitle());
+    });
+}
