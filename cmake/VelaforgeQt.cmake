@@ -14,7 +14,26 @@ if(VELAFORGE_BUILD_QT)
             target_include_directories(xcb::xcb SYSTEM INTERFACE "${XCB_INCLUDE_DIR}")
             target_link_libraries(xcb::xcb INTERFACE "${XCB_LIBRARY}")
         endif()
+        get_target_property(VELAFORGE_QMAKE Qt6::qmake IMPORTED_LOCATION)
+        get_filename_component(VELAFORGE_QT_TOOLS "${VELAFORGE_QMAKE}" DIRECTORY)
+        find_program(VELAFORGE_LRELEASE lrelease HINTS "${VELAFORGE_QT_TOOLS}")
+        mark_as_advanced(VELAFORGE_LRELEASE)
     else()
         message(STATUS "Qt 6.4 with its widgets, or libxcb, is not there: built without windows")
     endif()
 endif()
+
+# velaforge_translations(<target> <name> <language> <file>...)
+# Puts the translations among the target's resources, as ":/translations/<name>_<language>.qm"; nothing where Qt's tools
+# are not there.
+function(velaforge_translations target name language)
+    if(NOT VELAFORGE_LRELEASE)
+        return()
+    endif()
+    set(compiled "${CMAKE_CURRENT_BINARY_DIR}/${name}_${language}.qm")
+    list(TRANSFORM ARGN PREPEND "${CMAKE_CURRENT_SOURCE_DIR}/")
+    add_custom_command(OUTPUT "${compiled}" DEPENDS ${ARGN} VERBATIM
+        COMMAND "${VELAFORGE_LRELEASE}" -silent ${ARGN} -qm "${compiled}")
+    qt_add_resources(${target} "${name}_${language}" PREFIX "/translations" BASE "${CMAKE_CURRENT_BINARY_DIR}"
+        FILES "${compiled}")
+endfunction()

@@ -24,6 +24,11 @@ namespace vfApplication {
 
 namespace {
 
+QString translateOfCommand(const vfBase::VfString& text)
+{
+    return text.empty() ? QString() : QCoreApplication::translate("Command", text.c_str());
+}
+
 /// What the item says, or else the command.
 class Properties
 {
@@ -37,12 +42,13 @@ public:
         return declared.isEmpty() ? m_command.value(key, vfBase::VfVariant()) : declared;
     }
 
-    /// Texts of declarations are in the language of their program; what a command says, it has translated itself.
+    /// Texts of declarations are in the language of their program. A command may say its own in that of the user; where
+    /// it knows nothing of languages, the context "Command" does.
     QString text(const char* key) const
     {
         const vfBase::VfString declared = m_item.getProperty(key).toString();
         if (declared.empty())
-            return toQt(m_command.value(key, vfBase::VfVariant()).toString());
+            return translateOfCommand(m_command.value(key, vfBase::VfVariant()).toString());
         const char* context = m_item.getContext();
         return QCoreApplication::translate(*context ? context : "CommandItem", declared.c_str());
     }

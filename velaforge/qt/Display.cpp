@@ -17,10 +17,11 @@ namespace vfApplication {
 
 namespace {
 
-QString tr(const char* text)
+/// Groups the texts for those who translate them.
+struct Display
 {
-    return QCoreApplication::translate("Display", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(Display)
+};
 
 /// @return the platform that the command line or the environment asks for; empty when neither does
 QByteArray askedPlatform(int argc, char** argv)
@@ -84,8 +85,8 @@ QString whyNoDisplay(int argc, char** argv, QByteArray& platform)
     const QString x = qEnvironmentVariable("DISPLAY");
     const QString wayland = qEnvironmentVariable("WAYLAND_DISPLAY");
     if (x.isEmpty() && wayland.isEmpty())
-        return tr("there is no display: neither DISPLAY nor WAYLAND_DISPLAY is set");
-    return tr("the display %1 does not answer").arg(x.isEmpty() ? wayland : x);
+        return Display::tr("there is no display: neither DISPLAY nor WAYLAND_DISPLAY is set");
+    return Display::tr("the display %1 does not answer").arg(x.isEmpty() ? wayland : x);
 }
 
 } // namespace vfApplication

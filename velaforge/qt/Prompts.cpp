@@ -5,6 +5,7 @@
 #include <velaforge/qt/internal/Text.h>
 
 #include <QColorDialog>
+#include <QCoreApplication>
 #include <QInputDialog>
 #include <QStringList>
 
@@ -41,9 +42,9 @@ bool askForArgument(QWidget& window, const Command::Properties& properties, vfBa
     const auto text = [&properties](const char* key) {
         return toQt(properties.value(key, vfBase::VfVariant()).toString());
     };
-    const QString question = text("prompt");
-    if (question.isEmpty())
+    if (text("prompt").isEmpty())
         return true;
+    const QString question = QCoreApplication::translate("Command", text("prompt").toUtf8());
     QString answer;
     bool isGiven = false;
     if (text("promptKind") == QLatin1String("color"))

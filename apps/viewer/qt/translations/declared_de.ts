@@ -1,0 +1,210 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de" sourcelanguage="en">
+<context>
+    <name>vfViewer</name>
+    <message>
+        <source>&amp;File</source>
+        <translation>&amp;Datei</translation>
+    </message>
+    <message>
+        <source>&amp;Edit</source>
+        <translation>&amp;Bearbeiten</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>&amp;Ansicht</translation>
+    </message>
+    <message>
+        <source>&amp;Look from</source>
+        <translation>&amp;Blick von</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>&amp;Hilfe</translation>
+    </message>
+    <message>
+        <source>&amp;Scene</source>
+        <translation>&amp;Szene</translation>
+    </message>
+    <message>
+        <source>&amp;Tools</source>
+        <translation>&amp;Werkzeuge</translation>
+    </message>
+    <message>
+        <source>Standard</source>
+        <translation>Standard</translation>
+    </message>
+    <message>
+        <source>Views</source>
+        <translation>Ansichten</translation>
+    </message>
+    <message>
+        <source>Scene</source>
+        <translation>Szene</translation>
+    </message>
+    <message>
+        <source>Statistics</source>
+        <translation>Statistik</translation>
+    </message>
+    <message>
+        <source>&amp;Fit</source>
+        <translation>&amp;Einpassen</translation>
+    </message>
+    <message>
+        <source>&amp;Front</source>
+        <translation>&amp;Vorn</translation>
+    </message>
+    <message>
+        <source>&amp;Back</source>
+        <translation>&amp;Hinten</translation>
+    </message>
+    <message>
+        <source>&amp;Left</source>
+        <translation>&amp;Links</translation>
+    </message>
+    <message>
+        <source>&amp;Right</source>
+        <translation>&amp;Rechts</translation>
+    </message>
+    <message>
+        <source>&amp;Top</source>
+        <translation>&amp;Oben</translation>
+    </message>
+    <message>
+        <source>B&amp;ottom</source>
+        <translation>&amp;Unten</translation>
+    </message>
+    <message>
+        <source>Front left &amp;corner</source>
+        <translation>&amp;Ecke vorn links</translation>
+    </message>
+    <message>
+        <source>Front right co&amp;rner</source>
+        <translation>Ecke vo&amp;rn rechts</translation>
+    </message>
+    <message>
+        <source>Back right corn&amp;er</source>
+        <translation>Ecke hinten re&amp;chts</translation>
+    </message>
+    <message>
+        <source>B&amp;ack left corner</source>
+        <translation>Ecke hinten l&amp;inks</translation>
+    </message>
+    <message>
+        <source>Select &amp;next part</source>
+        <translation>&amp;Nächstes Teil wählen</translation>
+    </message>
+    <message>
+        <source>Select &amp;previous part</source>
+        <translation>&amp;Voriges Teil wählen</translation>
+    </message>
+    <message>
+        <source>Select n&amp;othing</source>
+        <translation>Nichts &amp;wählen</translation>
+    </message>
+    <message>
+        <source>&amp;Hide</source>
+        <translation>&amp;Verstecken</translation>
+    </message>
+    <message>
+        <source>&amp;Show</source>
+        <translation>&amp;Zeigen</translation>
+    </message>
+    <message>
+        <source>Show &amp;all</source>
+        <translation>&amp;Alles zeigen</translation>
+    </message>
+    <message>
+        <source>&amp;Move…</source>
+        <translation>Ver&amp;schieben …</translation>
+    </message>
+    <message>
+        <source>&amp;Colour…</source>
+        <translation>&amp;Farbe …</translation>
+    </message>
+    <message>
+        <source>&amp;Remove</source>
+        <translation>&amp;Entfernen</translation>
+    </message>
+</context>
+<context>
+    <name>Command</name>
+    <message>
+        <source>Print statistics</source>
+        <translation>Statistik ausgeben</translation>
+    </message>
+    <message>
+        <source>Hide</source>
+        <translation>Verstecken</translation>
+    </message>
+    <message>
+        <source>Show</source>
+        <translation>Zeigen</translation>
+    </message>
+    <message>
+        <source>Show all</source>
+        <translation>Alles zeigen</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
+    </message>
+    <message>
+        <source>Move</source>
+        <translation>Verschieben</translation>
+    </message>
+    <message>
+        <source>Set colour</source>
+        <translation>Färben</translation>
+    </message>
+    <message>
+        <source>By how much along x, y and z:</source>
+        <translation>Um wie viel entlang x, y und z:</translation>
+    </message>
+    <message>
+        <source>Colour</source>
+        <translation>Farbe</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Speichern</translation>
+    </message>
+    <message>
+        <source>Save as</source>
+        <translation>Speichern unter</translation>
+    </message>
+    <message>
+        <source>Revert</source>
+        <translation>Zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>Rückgängig</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>Wiederholen</translation>
+    </message>
+    <message>
+        <source>Select next</source>
+        <translation>Nächstes wählen</translation>
+    </message>
+    <message>
+        <source>Select previous</source>
+        <translation>Voriges wählen</translation>
+    </message>
+    <message>
+        <source>Select nothing</source>
+        <translation>Nichts wählen</translation>
+    </message>
+    <message>
+        <source>Fit</source>
+        <translation>Einpassen</translation>
+    </message>
+</context>
+</TS>
