@@ -45,8 +45,18 @@ struct Program::Callback : vfApplication::ApplicationCallback
     {
         if (program.onInitialized)
             program.onInitialized();
-        // With the first event of the loop: by then the window is there.
+        startWhenShown();
+        return 0;
+    }
+
+    void startWhenShown()
+    {
+        // A splash screen has events handled before the loop begins.
         QTimer::singleShot(0, qApp, [this] {
+            if (!vfApplication::QtApplication::instance() || !program.window().isVisible()) {
+                startWhenShown();
+                return;
+            }
             script = std::thread([this] {
                 program.m_script();
                 program.m_isScriptDone = true;
@@ -54,7 +64,6 @@ struct Program::Callback : vfApplication::ApplicationCallback
                     qApp, [this] { program.finish(); }, Qt::QueuedConnection);
             });
         });
-        return 0;
     }
     void onClosingDocument(vfApplication::Document*) override {}
     void onDocumentCreated(vfApplication::Document*) override {}

@@ -81,6 +81,15 @@ public:
         m_tabs->setTabToolTip(index, toolTip);
     }
 
+    void retranslate() override
+    {
+        if (!m_tabs->tabsClosable())
+            return;
+        // The buttons get their tool tip when they are made.
+        m_tabs->setTabsClosable(false);
+        m_tabs->setTabsClosable(true);
+    }
+
     void setPlaceholder(const QString& text) override { m_placeholder->setText(text); }
 
 private:

@@ -173,6 +173,7 @@ void MainWindow::rebuildMenus()
         makeToolbars();
         restoreState(places);
     }
+    m_actions.refresh(); // menus that are filled when they open are called as their commands
     m_builder.addMenus(*menuBar(), declaredMenus());
     if (!m_viewMenus.empty())
         m_builder.addMenus(*menuBar(), declaredViewMenus(m_viewMenus));
@@ -367,6 +368,7 @@ void MainWindow::changeEvent(QEvent* event)
         for (const auto& toolbar : m_toolbars)
             toolbar->toolbarOperationD();
         showPlaceholder();
+        m_area->retranslate();
         Application* application = Application::instance(false);
         application->getDockWindowManager().onLanguageChange();
         for (QtDockWindow* half : Docks::halves())

@@ -43,6 +43,9 @@ public:
     virtual void tile() {}
     virtual void cascade() {}
 
+    /// Has Qt say in the language of the user what it put there itself.
+    virtual void retranslate() {}
+
     /// What there is to see without a view.
     virtual void setPlaceholder(const QString& text) = 0;
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <velaforge/qt/Export.h>
+
 #include <QString>
 
 #include <memory>
@@ -14,7 +16,7 @@ namespace vfApplication {
 ///
 /// Alignments are "LEFT", "CENTER" or "RIGHT" and "TOP", "CENTER" or "BOTTOM", in any case; anything else counts as the
 /// default.
-class Splash
+class VFAPPLICATIONQT_EXPORT Splash
 {
 public:
     Splash();
