@@ -96,6 +96,14 @@ Program::Program(std::vector<std::string> arguments, std::unique_ptr<SheetUi> ui
     m_application->registerCallback(m_callback.get());
 }
 
+Program::Program(std::vector<std::string> arguments, const vfApplication::ApplicationSetup& setup)
+    : m_line(withProgram(std::move(arguments))), m_callback(std::make_unique<Callback>(*this))
+{
+    vfBase::ApplicationInfo::instance().setApplicationName("program");
+    m_application = std::make_unique<Application>(m_line.argc(), m_line.argv(), setup);
+    m_application->registerCallback(m_callback.get());
+}
+
 Program::~Program() = default;
 
 int Program::run(const std::function<void()>& script)

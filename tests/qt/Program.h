@@ -50,6 +50,8 @@ class Program
 public:
     /// @param ui  what the application declares
     explicit Program(std::vector<std::string> arguments = {}, std::unique_ptr<SheetUi> ui = nullptr);
+    /// A program of another kind. @param setup  read once, here
+    Program(std::vector<std::string> arguments, const vfApplication::ApplicationSetup& setup);
     ~Program();
 
     Program(const Program&) = delete;

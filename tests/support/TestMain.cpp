@@ -24,8 +24,6 @@ void isolate(const vfTest::TemporaryDirectory& home)
     // Windows open where a test asks for them, and not before the eyes of whoever runs the tests.
     for (const char* name : {"WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "DISPLAY"})
         unsetenv(name);
-    if (const char* display = getenv("VELAFORGE_TEST_DISPLAY"))
-        setenv("DISPLAY", display, 1);
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "model/ModelScene.h"
 #include "model/ModelView.h"
 #include "model/ViewerDocuments.h"
+#include "support/ModelDigest.h"
 #include "support/Models.h"
 #include "support/RecordingShell.h"
 #include "support/TemporaryDirectory.h"
@@ -18,14 +19,11 @@
 #include <velaforge/documents/View.h>
 #include <velaforge/toolkit/CommandNames.h>
 
-#include <osg/ComputeBoundsVisitor>
 #include <osg/Notify>
-#include <osg/Transform>
 
 #include <gmock/gmock.h>
 
 #include <memory>
-#include <sstream>
 #include <string>
 
 using testing::HasSubstr;
@@ -80,23 +78,7 @@ struct Workshop
         return testing::internal::GetCapturedStderr();
     }
 
-    /// @return what there is of the model in one text: the parts, how they hang in the scene, where they stand
-    std::string digest() const
-    {
-        std::ostringstream text;
-        for (const auto& part : document->getModelScene().parts()) {
-            osg::ComputeBoundsVisitor bounds;
-            part->accept(bounds);
-            for (const osg::NodePath& path : part->getParentalNodePaths()) {
-                for (const osg::Node* node : path)
-                    text << node->getName() << (node->getNodeMask() ? '+' : '-') << node->getStateSet()
-                         << '/';
-                const osg::Vec3d center = bounds.getBoundingBox().center() * osg::computeLocalToWorld(path);
-                text << center.x() << ' ' << center.y() << ' ' << center.z() << '\n';
-            }
-        }
-        return text.str();
-    }
+    std::string digest() const { return vfTest::digestOf(document->getModelScene()); }
 
     vfApplication::CommandProcessor& history() const { return *document->getCommandProcessor(); }
 

@@ -57,6 +57,9 @@ struct QtViewportPrivate
     int button = 0; ///< as OpenSceneGraph counts, of the drag that is going on
     QPointF pressed;
     bool isClick = false;
+
+    /// Events of the window are told in its size; before there is a window nobody can press anything.
+    osgGA::EventQueue* events() const { return window ? window->getEventQueue() : viewer->getEventQueue(); }
 };
 
 QtViewport::QtViewport(QWidget* parent) : QOpenGLWidget(parent), d(std::make_unique<QtViewportPrivate>())
@@ -248,7 +251,7 @@ void QtViewport::mousePressEvent(QMouseEvent* event)
     d->pressed = event->position();
     d->isClick = true;
     const QPointF at = inPixels(event->position());
-    d->viewer->getEventQueue()->mouseButtonPress(float(at.x()), float(at.y()), unsigned(button));
+    d->events()->mouseButtonPress(float(at.x()), float(at.y()), unsigned(button));
     event->accept();
 }
 
@@ -264,7 +267,7 @@ void QtViewport::mouseMoveEvent(QMouseEvent* event)
         return;
     d->isClick = false;
     const QPointF at = inPixels(event->position());
-    d->viewer->getEventQueue()->mouseMotion(float(at.x()), float(at.y()));
+    d->events()->mouseMotion(float(at.x()), float(at.y()));
     update();
     Q_EMIT cameraMoved();
 }
@@ -273,7 +276,7 @@ void QtViewport::mouseReleaseEvent(QMouseEvent* event)
 {
     const QPointF at = inPixels(event->position());
     if (d->button != 0 && event->buttons() == Qt::NoButton) {
-        d->viewer->getEventQueue()->mouseButtonRelease(float(at.x()), float(at.y()), unsigned(d->button));
+        d->events()->mouseButtonRelease(float(at.x()), float(at.y()), unsigned(d->button));
         d->button = 0;
         update();
         if (std::exchange(d->isClick, false))
@@ -289,7 +292,7 @@ void QtViewport::wheelEvent(QWheelEvent* event)
         event->ignore();
         return;
     }
-    d->viewer->getEventQueue()->mouseScroll(turned > 0 ? osgGA::GUIEventAdapter::SCROLL_UP
+    d->events()->mouseScroll(turned > 0 ? osgGA::GUIEventAdapter::SCROLL_UP
                                                        : osgGA::GUIEventAdapter::SCROLL_DOWN);
     update();
     Q_EMIT cameraMoved();

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the program finds when it opens the library with the window.
-#include "ui/WindowSide.h"
+#include "qt/QtWindowSide.h"
 
 #include "qt/QtOptionsPages.h"
 #include "qt/QtViewerDocManager.h"
@@ -38,9 +37,12 @@ vfApplication::DocManager* makeDocManager()
 
 } // namespace
 
-extern "C" __attribute__((visibility("default"))) const vfViewer::WindowSide* vfViewerWindowSide()
+namespace vfViewer {
+
+const WindowSide& qtWindowSide()
 {
-    static const vfViewer::WindowSide side = {whyNoDisplay, install, makeDocManager,
-                                              vfViewer::announceQtOptionsPages};
-    return &side;
+    static const WindowSide side = {whyNoDisplay, install, makeDocManager, announceQtOptionsPages};
+    return side;
 }
+
+} // namespace vfViewer

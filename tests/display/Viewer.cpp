@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: MIT
+#include "Viewer.h"
+
+#include "model/FileGate.h"
+#include "qt/QtModelView.h"
+#include "qt/QtWindowSide.h"
+#include "ui/SceneModule.h"
+#include "ui/ViewerUiSetup.h"
+
+#include <velaforge/application/ApplicationSetup.h>
+#include <velaforge/base/ApplicationInfo.h>
+#include <velaforge/documents/DocManager.h>
+#include <velaforge/modules/ModuleRegistry.h>
+#include <velaforge/qt/internal/MainWindow.h>
+
+#include <osg/Camera>
+#include <osg/ComputeBoundsVisitor>
+#include <osgViewer/Viewer>
+
+#include <gtest/gtest.h>
+
+#include <QScreen>
+#include <QWindow>
+
+namespace vfTest {
+
+namespace {
+
+struct Setup : vfApplication::ApplicationSetup
+{
+    Setup()
+    {
+        vfViewer::FileGate::install();
+        vfViewer::qtWindowSide().install();
+    }
+    const vfApplication::UiSetup& getUiSetup() const override
+    {
+        static const vfViewer::ViewerUiSetup setup;
+        return setup;
+    }
+    void onRegisterDocumentType() const override
+    {
+        vfApplication::Application::instance(false)->setDocManager(vfViewer::qtWindowSide().makeDocManager());
+        vfViewer::qtWindowSide().announceOptionsPages();
+    }
+};
+
+} // namespace
+
+Viewer::Viewer(const std::vector<std::string>& arguments) : m_program(arguments, Setup())
+{
+    vfBase::ApplicationInfo::instance().setApplicationName("vfviewer");
+    static const vfViewer::SceneUiSetup scene;
+    vfApplication::ModuleRegistry::instance(false)->addModule(new vfViewer::SceneModule(scene));
+    vfViewer::SceneModule::addDockWindows();
+}
+
+int Viewer::run(const std::function<void()>& script)
+{
+    return m_program.run([&] {
+        ui([&] { m_program.window().move(0, 0); });
+        focus();
+        script();
+    });
+}
+
+void Viewer::focus()
+{
+    ui([&] { m_program.window().activateWindow(); });
+    EXPECT_TRUE(waitFor([&] { return m_program.window().isActiveWindow(); }));
+    Program::pause(100);
+}
+
+vfViewer::ModelDocument* Viewer::model() const
+{
+    return dynamic_cast<vfViewer::ModelDocument*>(m_program.application().getActiveDocument());
+}
+
+vfApplication::QtViewport* Viewer::viewport() const
+{
+    auto* view =
+        dynamic_cast<vfViewer::QtModelView*>(m_program.application().getDocManager().getCurrentView());
+    return view ? view->getViewport() : nullptr;
+}
+
+QPoint Viewer::onScreen(const QWidget& widget, const QPoint& point)
+{
+    // Qt counts in its own units; the hand does so in the screen's.
+    return widget.mapToGlobal(point) * widget.devicePixelRatioF();
+}
+
+QPoint Viewer::onScreen(const QWidget& widget)
+{
+    return onScreen(widget, widget.rect().center());
+}
+
+QPointF Viewer::seen(osg::Node& part) const
+{
+    osg::ComputeBoundsVisitor bounds;
+    part.accept(bounds);
+    const osg::Camera& camera = *viewport()->getViewer().getCamera();
+    const osg::Vec3d at = osg::Vec3d(bounds.getBoundingBox().center()) *
+                          osg::computeLocalToWorld(part.getParentalNodePaths().front()) *
+                          camera.getViewMatrix() * camera.getProjectionMatrix();
+    return {(at.x() + 1) / 2 * viewport()->width(), (1 - at.y()) / 2 * viewport()->height()};
+}
+
+osg::Node* Viewer::part(const char* name) const
+{
+    for (const osg::ref_ptr<osg::Node>& part : model()->getModelScene().parts()) {
+        if (part->getName() == name)
+            return part;
+    }
+    return nullptr;
+}
+
+} // namespace vfTest

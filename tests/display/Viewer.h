@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Hand.h"
+#include "Program.h"
+
+#include "model/ModelDocument.h"
+
+#include <velaforge/qt/QtViewport.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <functional>
+#include <string>
+#include <vector>
+
+class QWidget;
+
+namespace vfTest {
+
+/// A test that needs a display: "./dev test" starts one and names it in VELAFORGE_TEST_DISPLAY.
+class OnDisplay : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        const char* display = std::getenv("VELAFORGE_TEST_DISPLAY");
+        if (!display)
+            GTEST_SKIP() << "no display; ./dev test starts one";
+        setenv("DISPLAY", display, 1);
+    }
+};
+
+/// The viewer in a window on the display, with a hand on its mouse and keyboard.
+class Viewer
+{
+public:
+    explicit Viewer(const std::vector<std::string>& arguments = {});
+
+    /// @param script  begins when the window has the keyboard
+    int run(const std::function<void()>& script);
+
+    /// Gives the window the keyboard, as a window manager does when a dialog goes; there is none on the tests' display.
+    void focus();
+
+    Program& program() { return m_program; }
+
+    /// The same as those of the program.
+    template <class Function>
+    auto ui(Function function)
+    {
+        return m_program.ui(function);
+    }
+    template <class Condition>
+    bool waitFor(Condition condition)
+    {
+        return m_program.waitFor(condition);
+    }
+
+    /// On the display of the window.
+    Hand hand;
+
+    // --- on the thread of the window
+
+    vfViewer::ModelDocument* model() const;
+    vfApplication::QtViewport* viewport() const;
+
+    /// @return a point of the widget on the screen, in its pixels; the middle of the widget unless told
+    static QPoint onScreen(const QWidget& widget, const QPoint& point);
+    static QPoint onScreen(const QWidget& widget);
+
+    /// @return where the middle of a part is seen, in the viewport
+    QPointF seen(osg::Node& part) const;
+
+    /// @return the part of that name
+    osg::Node* part(const char* name) const;
+
+private:
+    Program m_program;
+};
+
+} // namespace vfTest

@@ -1,0 +1,439 @@
+// SPDX-License-Identifier: MIT
+// The viewer's window, with a hand on mouse and keyboard.
+#include "Viewer.h"
+
+#include "model/ViewerSettings.h"
+#include "support/ModelDigest.h"
+#include "support/Models.h"
+#include "support/TemporaryDirectory.h"
+
+#include <velaforge/base/ApplicationInfo.h>
+#include <velaforge/commands/CommandProcessor.h>
+#include <velaforge/documents/DocManager.h>
+#include <velaforge/documents/Document.h>
+#include <velaforge/dockwindows/DockWindow.h>
+#include <velaforge/dockwindows/DockWindowManager.h>
+#include <velaforge/qt/QtDockWindow.h>
+#include <velaforge/qt/internal/MainWindow.h>
+#include <velaforge/toolkit/CommandNames.h>
+
+#include <gmock/gmock.h>
+
+#include <QComboBox>
+#include <QDockWidget>
+#include <QDrag>
+#include <QFileDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTreeWidget>
+#include <QUrl>
+
+#include <filesystem>
+#include <fstream>
+
+#include <malloc.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+using vfApplication::DockWindow;
+using vfTest::Hand;
+using vfTest::Program;
+using vfTest::TemporaryDirectory;
+using vfTest::Viewer;
+
+namespace {
+
+const std::string sailboat = VELAFORGE_SOURCE_DIR "/models/sailboat.obj";
+
+/// The sailboat in a directory of the test's own, to be written.
+std::string copyOfSailboat(const TemporaryDirectory& directory)
+{
+    for (const auto& entry : fs::directory_iterator(VELAFORGE_SOURCE_DIR "/models")) {
+        if (entry.is_regular_file())
+            fs::copy_file(entry.path(), directory.file(entry.path().filename().string()));
+    }
+    return directory.file("sailboat.obj");
+}
+
+/// Types into the dialog for files that is open, and accepts.
+void typeFileName(Viewer& viewer, const std::string& path)
+{
+    ASSERT_TRUE(viewer.waitFor([] {
+        const auto* dialog = qobject_cast<QFileDialog*>(Program::dialog());
+        return dialog && dialog->isActiveWindow() && dialog->focusWidget();
+    }));
+    Program::pause(100);
+    viewer.hand.key("Ctrl+A");
+    viewer.hand.type(path);
+    // The list of proposals takes the first Return where it is open.
+    Program::pause(100);
+    if (viewer.ui([] { return QApplication::activePopupWidget() != nullptr; }))
+        viewer.hand.key("Escape");
+    viewer.hand.key("Return");
+}
+
+void clickButton(Viewer& viewer, const char* dialog, const char* button)
+{
+    ASSERT_TRUE(viewer.program().waitForDialog(dialog));
+    Program::pause(100);
+    const QPoint place = viewer.ui([button] {
+        for (const auto* candidate : Program::dialog()->findChildren<QPushButton*>()) {
+            if (candidate->text().remove(QLatin1Char('&')) == QLatin1String(button))
+                return Viewer::onScreen(*candidate);
+        }
+        return QPoint();
+    });
+    ASSERT_FALSE(place.isNull()) << button;
+    viewer.hand.click(place);
+    EXPECT_TRUE(viewer.program().waitForNoDialog());
+}
+
+/// Runs the script in a process of its own, so that another can follow it.
+void inAnotherProcess(const std::function<void()>& script)
+{
+    const pid_t child = fork();
+    if (child == 0) {
+        script();
+        std::fflush(nullptr);
+        _exit(testing::Test::HasFailure() ? 1 : 0);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << "what failed stands above";
+}
+
+/// A window whose text can be dragged away as a file.
+class Source : public QLabel
+{
+public:
+    explicit Source(const QString& path) : QLabel(QStringLiteral("drag me")), m_path(path) {}
+
+protected:
+    void mousePressEvent(QMouseEvent*) override {}
+    void mouseMoveEvent(QMouseEvent*) override
+    {
+        if (m_isDragged)
+            return;
+        m_isDragged = true;
+        auto* carried = new QMimeData;
+        carried->setUrls({QUrl::fromLocalFile(m_path)});
+        auto* drag = new QDrag(this);
+        drag->setMimeData(carried);
+        drag->exec(Qt::CopyAction);
+    }
+
+private:
+    QString m_path;
+    bool m_isDragged = false;
+};
+
+} // namespace
+
+class ViewerWindow : public vfTest::OnDisplay
+{};
+
+TEST_F(ViewerWindow, OpensThroughTheDialogChangesUndoesAndSavesUnderAnotherName)
+{
+    const TemporaryDirectory directory;
+    const std::string copy = directory.file("copy.osgb");
+    Viewer viewer;
+    viewer.run([&] {
+        viewer.hand.key("Ctrl+O");
+        typeFileName(viewer, sailboat);
+        ASSERT_TRUE(viewer.waitFor([&] { return viewer.model() != nullptr; }));
+        ASSERT_TRUE(viewer.waitFor([&] { return viewer.viewport()->getFrameCount() > 0; }));
+        Program::pause(200);
+        const std::string before = viewer.ui([&] { return vfTest::digestOf(viewer.model()->getModelScene()); });
+
+        // The cabin is in front of everything from where the boat is seen first.
+        viewer.hand.click(viewer.ui([&] {
+            return Viewer::onScreen(*viewer.viewport(), viewer.seen(*viewer.part("flag")).toPoint());
+        }));
+        ASSERT_TRUE(viewer.waitFor([&] { return viewer.model()->getSelection() != nullptr; }));
+        EXPECT_EQ("flag", viewer.ui([&] { return viewer.model()->getSelection()->getName(); }));
+        viewer.hand.key("h");
+        EXPECT_TRUE(viewer.waitFor([&] { return viewer.part("flag")->getNodeMask() == 0; }));
+        EXPECT_TRUE(viewer.ui([&] { return viewer.model()->isModified(); }));
+        viewer.hand.key("Ctrl+Z");
+        EXPECT_TRUE(viewer.waitFor([&] { return vfTest::digestOf(viewer.model()->getModelScene()) == before; }));
+        viewer.hand.key("Ctrl+Y");
+        EXPECT_TRUE(viewer.waitFor([&] { return viewer.part("flag")->getNodeMask() == 0; }));
+
+        viewer.hand.key("Ctrl+Shift+S");
+        typeFileName(viewer, copy);
+        EXPECT_TRUE(viewer.waitFor([&] { return viewer.model()->getFilename() == copy; }));
+        EXPECT_FALSE(viewer.ui([&] { return viewer.model()->isModified(); }));
+    });
+    EXPECT_LT(1000u, fs::file_size(copy));
+}
+
+TEST_F(ViewerWindow, ClosingAChangedModelAsksAndDoesWhatIsAnswered)
+{
+    const TemporaryDirectory directory;
+    const std::string path = copyOfSailboat(directory);
+    Viewer viewer({path});
+    viewer.run([&] {
+        viewer.hand.key("h");
+        ASSERT_TRUE(viewer.waitFor([&] { return viewer.model()->isModified(); }));
+        viewer.hand.key("Ctrl+W");
+        ASSERT_TRUE(viewer.program().waitForDialog("saveQuestion"));
+        Program::pause(100);
+        viewer.hand.key("Escape");
+        EXPECT_TRUE(viewer.program().waitForNoDialog());
+        EXPECT_TRUE(viewer.ui([&] { return viewer.model() != nullptr; }));
+        // With the mouse, on the tab.
+        viewer.hand.click(viewer.ui([&] {
+            const auto* tabs = viewer.program().window().findChild<QTabWidget*>(QStringLiteral("documents"));
+            return Viewer::onScreen(*tabs->tabBar()->tabButton(0, QTabBar::RightSide));
+        }));
+        clickButton(viewer, "saveQuestion", "Discard");
+        EXPECT_TRUE(viewer.waitFor([&] { return viewer.program().application().getNumDocuments() == 0; }));
+    });
+    EXPECT_EQ(fs::file_size(sailboat), fs::file_size(path));
+}
+
+TEST_F(ViewerWindow, ADockWindowThatWasDraggedIsFoundAgainAfterARestart)
+{
+    const auto tree = [](Viewer& viewer) {
+        DockWindow* window =
+            viewer.program().application().getDockWindowManager().findDockWindow("vfViewer::SceneTree");
+        return dynamic_cast<vfApplication::QtDockWindow*>(window->getDockWindowInterface());
+    };
+    inAnotherProcess([&] {
+        Viewer viewer;
+        viewer.run([&] {
+            EXPECT_EQ(DockWindow::LeftDockArea, viewer.ui([&] { return tree(viewer)->getArea(); }));
+            const auto [from, to] = viewer.ui([&] {
+                const QDockWidget& dock = *tree(viewer)->getWidget();
+                const QWidget& window = viewer.program().window();
+                return std::make_pair(Viewer::onScreen(dock, QPoint(30, 10)),
+                                      Viewer::onScreen(window, QPoint(window.width() - 6, window.height() / 2)));
+            });
+            viewer.hand.drag(from, to);
+            EXPECT_TRUE(viewer.waitFor([&] { return tree(viewer)->getArea() == DockWindow::RightDockArea; }));
+            Program::pause(300);
+            viewer.hand.key("Ctrl+Q");
+        });
+    });
+    inAnotherProcess([&] {
+        Viewer viewer;
+        viewer.run([&] {
+            EXPECT_EQ(DockWindow::RightDockArea, viewer.ui([&] { return tree(viewer)->getArea(); }));
+            EXPECT_TRUE(viewer.ui([&] { return tree(viewer)->getWidget()->isVisible(); }));
+        });
+    });
+}
+
+TEST_F(ViewerWindow, OptionsThatAreCancelledLeaveEverythingAsItWas)
+{
+    const vfViewer::ViewerSettings& settings = vfViewer::ViewerSettings::instance();
+    Viewer viewer;
+    viewer.run([&] {
+        const auto choose = [&] {
+            viewer.focus();
+            viewer.hand.key("Ctrl+,");
+            ASSERT_TRUE(viewer.program().waitForDialog("options"));
+            Program::pause(100);
+            viewer.hand.click(viewer.ui([] {
+                auto* groups = Program::dialog()->findChild<QListWidget*>(QStringLiteral("groups"));
+                return Viewer::onScreen(*groups->viewport(), groups->visualItemRect(groups->item(1)).center());
+            }));
+            EXPECT_TRUE(viewer.waitFor(
+                [] { return Program::dialog()->findChild<QComboBox*>(QStringLiteral("firstView"))->isVisible(); }));
+            viewer.ui([] { Program::dialog()->findChild<QComboBox*>(QStringLiteral("firstView"))->setFocus(); });
+            viewer.hand.key("Home"); // the first of the list: from the front
+            EXPECT_TRUE(viewer.waitFor([] {
+                return Program::dialog()->findChild<QComboBox*>(QStringLiteral("firstView"))->currentIndex() == 0;
+            }));
+        };
+        const int before = settings.getFirstView();
+        choose();
+        viewer.hand.key("Escape");
+        EXPECT_TRUE(viewer.program().waitForNoDialog());
+        EXPECT_EQ(before, settings.getFirstView());
+        choose();
+        viewer.hand.key("Return");
+        EXPECT_TRUE(viewer.program().waitForNoDialog());
+        EXPECT_EQ(0, settings.getFirstView());
+    });
+}
+
+TEST_F(ViewerWindow, AFileThatWasReplacedIsReadAgainAndTheCameraStays)
+{
+    const TemporaryDirectory directory;
+    const std::string path = directory.file("model.stl");
+    fs::copy_file(vfTest::signpost("stl"), path);
+    Viewer viewer({path});
+    viewer.run([&] {
+        viewer.hand.key("1");
+        Program::pause(200);
+        osg::Vec3d eye, centre, up;
+        viewer.ui([&] { viewer.viewport()->getLookAt(eye, centre, up); });
+        const auto points = viewer.ui([&] { return vfTest::digestOf(viewer.model()->getModelScene()); });
+        fs::copy_file(vfTest::signpost("stl"), directory.file("other.stl"));
+        // Another model, in STL too: what the boat is.
+        const std::string text = "solid t\nfacet normal 0 0 1\nouter loop\nvertex 0 0 0\nvertex 9 0 0\nvertex 0 9 0\n"
+                                 "endloop\nendfacet\nendsolid t\n";
+        std::ofstream(path + ".new") << text;
+        fs::rename(path + ".new", path);
+        ASSERT_TRUE(viewer.program().waitForDialog("reloadQuestion"));
+        Program::pause(100);
+        viewer.hand.key("Return"); // "Read again" is what is proposed
+        EXPECT_TRUE(
+            viewer.waitFor([&] { return vfTest::digestOf(viewer.model()->getModelScene()) != points; }));
+        viewer.ui([&] {
+            osg::Vec3d eyeNow, centreNow, upNow;
+            viewer.viewport()->getLookAt(eyeNow, centreNow, upNow);
+            EXPECT_NEAR(0, (eye - eyeNow).length(), 1e-9);
+            EXPECT_FALSE(viewer.model()->getCommandProcessor()->canUndo());
+        });
+    });
+}
+
+TEST_F(ViewerWindow, AFileThatIsDroppedIsOpened)
+{
+    Viewer viewer;
+    viewer.run([&] {
+        std::unique_ptr<Source> source;
+        viewer.ui([&] {
+            source = std::make_unique<Source>(QString::fromStdString(sailboat));
+            source->setGeometry(1210, 100, 120, 60);
+            source->show();
+        });
+        Program::pause(200);
+        viewer.hand.drag(QPoint(1260, 130), viewer.ui([&] {
+            return Viewer::onScreen(*viewer.program().window().centralWidget());
+        }));
+        EXPECT_TRUE(viewer.waitFor([&] { return viewer.model() != nullptr; }));
+        viewer.ui([&] { source.reset(); });
+    });
+}
+
+TEST_F(ViewerWindow, TheSceneTreeHidesWithItsMarksAndSelectsWithItsRows)
+{
+    Viewer viewer({sailboat});
+    viewer.run([&] {
+        const auto row = [&](const char* name) {
+            const auto* tree = viewer.program().window().findChild<QTreeWidget*>(QStringLiteral("sceneTree"));
+            return tree->findItems(QString::fromUtf8(name), Qt::MatchExactly | Qt::MatchRecursive).first();
+        };
+        const auto place = [&](const char* name, int x) {
+            return viewer.ui([&, x] {
+                const auto* tree = viewer.program().window().findChild<QTreeWidget*>(QStringLiteral("sceneTree"));
+                const QRect rect = tree->visualItemRect(row(name));
+                return Viewer::onScreen(*tree->viewport(), QPoint(rect.left() + x, rect.center().y()));
+            });
+        };
+        viewer.hand.click(place("flag", 40));
+        EXPECT_TRUE(viewer.waitFor(
+            [&] { return viewer.model()->getSelection() && viewer.model()->getSelection()->getName() == "flag"; }));
+        viewer.hand.click(place("hull", 10));
+        EXPECT_TRUE(viewer.waitFor([&] { return viewer.part("hull")->getNodeMask() == 0; }));
+        viewer.hand.key("Ctrl+Z");
+        EXPECT_TRUE(viewer.waitFor([&] {
+            return viewer.part("hull")->getNodeMask() != 0 && row("hull")->checkState(0) == Qt::Checked;
+        }));
+    });
+}
+
+TEST_F(ViewerWindow, EveryCommandIsRunOnceAndTakenBackOrSaysThatItCannotBe)
+{
+    const TemporaryDirectory directory;
+    const std::string path = copyOfSailboat(directory);
+    Viewer viewer({path});
+    viewer.run([&] {
+        Program& program = viewer.program();
+        viewer.ui([&] { program.invoke("vfViewer::SelectNext"); });
+        viewer.ui([&] { viewer.model()->hide(*viewer.part("flag")); }); // so that there is something to show
+        int undone = 0;
+        for (const vfBase::VfString& name : viewer.ui([] { return vfApplication::commandNames(); })) {
+            if (name.str().rfind("vf", 0) != 0)
+                continue; // of the tests
+            // These end what the others need; each has tests of its own.
+            if (name == "vfApplicationQt::ActionExit" || name.str().find("::ActionClose") != std::string::npos ||
+                name == "vfViewer::Close" || name.str().find("Undo") != std::string::npos ||
+                name.str().find("Redo") != std::string::npos)
+                continue;
+            const std::string before = viewer.ui([&] { return vfTest::digestOf(viewer.model()->getModelScene()); });
+            bool canUndo = false;
+            bool isRunning = true;
+            viewer.program().start([&] {
+                canUndo = vfApplication::Command::getCommandByName(name.str()).canUndo();
+                const char* argument = name == "vfViewer::SetColor" ? "1,0,0"
+                                       : name == "vfViewer::Move"   ? "1,2,3"
+                                                                    : nullptr;
+                program.invoke(name.c_str(), argument);
+                isRunning = false;
+            });
+            // Questions and menus are given up.
+            const auto isOver = [&] {
+                if (QWidget* popup = QApplication::activePopupWidget())
+                    popup->close();
+                else if (QDialog* dialog = Program::dialog())
+                    dialog->reject();
+                return !isRunning;
+            };
+            ASSERT_TRUE(viewer.waitFor(isOver)) << name;
+            ASSERT_TRUE(viewer.ui([&] { return viewer.model() != nullptr; })) << name;
+            if (canUndo) {
+                ++undone;
+                EXPECT_TRUE(viewer.ui([&] { return viewer.model()->getCommandProcessor()->undo(); })) << name;
+            }
+            if (name == "vfApplicationQt::ActionNewView")
+                continue; // from here on the model hangs in two views
+            if (name != "vfViewer::Revert") // which takes everything back
+                EXPECT_EQ(before, viewer.ui([&] { return vfTest::digestOf(viewer.model()->getModelScene()); })) << name;
+            else
+                viewer.ui([&] { viewer.model()->hide(*viewer.part("flag")); });
+        }
+        EXPECT_EQ(6, undone);
+        viewer.ui([&] { program.window().showNormal(); });
+    });
+}
+
+TEST_F(ViewerWindow, TwoHundredModelsOpenedAndClosedGrowNothing)
+{
+    const auto residentKilobytes = [] {
+        malloc_trim(0); // what is free, but not given back, is not what this is about
+        std::ifstream file("/proc/self/statm");
+        long pages = 0;
+        long resident = 0;
+        file >> pages >> resident;
+        return resident * (sysconf(_SC_PAGESIZE) / 1024);
+    };
+    Viewer viewer;
+    viewer.run([&] {
+        const auto openAndClose = [&](int times) {
+            for (int i = 0; i < times; ++i) {
+                viewer.ui([&] { viewer.program().application().openDocument(vfTest::signpost("obj").c_str(), vfBase::Options()); });
+                ASSERT_TRUE(viewer.waitFor([&] { return viewer.viewport() && viewer.viewport()->getFrameCount() > 0; }));
+                viewer.ui([&] { viewer.program().application().closeDocument(viewer.model()); });
+            }
+            Program::pause(50);
+        };
+        const auto widgets = [&] {
+            return viewer.ui([] {
+                QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+                return QApplication::allWidgets().size();
+            });
+        };
+        openAndClose(60); // what is kept for good is there by then
+        const auto widgetsBefore = widgets();
+        const long before = residentKilobytes();
+        openAndClose(140);
+        EXPECT_EQ(widgetsBefore, widgets());
+        const long grown = residentKilobytes() - before;
+        std::printf("grown by %ld KiB in 140 of 200\n", grown);
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+        EXPECT_LT(grown, 1024);
+#endif
+    });
+}

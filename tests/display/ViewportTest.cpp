@@ -1,0 +1,312 @@
+// SPDX-License-Identifier: MIT
+// What the viewport shows, and how it is turned.
+#include "Viewer.h"
+
+#include "qt/QtModelView.h"
+#include "support/Models.h"
+
+#include <velaforge/base/ApplicationInfo.h>
+#include <velaforge/qt/internal/MainWindow.h>
+
+#include <gmock/gmock.h>
+
+#include <osg/Camera>
+#include <osg/MatrixTransform>
+#include <osgViewer/Viewer>
+
+#include <QImage>
+#include <QScreen>
+#include <QTabWidget>
+
+#include <cmath>
+
+using vfTest::Hand;
+using vfTest::Program;
+using vfTest::Viewer;
+
+namespace {
+
+const std::string sailboat = VELAFORGE_SOURCE_DIR "/models/sailboat.obj";
+
+struct Camera
+{
+    osg::Vec3d eye, centre, up;
+    double distance() const { return (eye - centre).length(); }
+    osg::Vec3d direction() const
+    {
+        osg::Vec3d ahead = centre - eye;
+        ahead.normalize();
+        return ahead;
+    }
+};
+
+Camera cameraOf(Viewer& viewer)
+{
+    return viewer.ui([&] {
+        Camera camera;
+        viewer.viewport()->getLookAt(camera.eye, camera.centre, camera.up);
+        return camera;
+    });
+}
+
+/// Waits until the picture stands still. @return the number of pictures drawn until then
+unsigned int settle(Viewer& viewer)
+{
+    unsigned int frames = 0;
+    for (int quiet = 0; quiet < 5;) {
+        Program::pause(50);
+        const unsigned int now = viewer.ui([&] { return viewer.viewport()->getFrameCount(); });
+        quiet = now == frames ? quiet + 1 : 0;
+        frames = now;
+    }
+    return frames;
+}
+
+/// How far two pictures are apart, from 0 to 255, when looked at from far away: what letters and edges differ by from
+/// machine to machine does not count.
+double difference(const QImage& one, const QImage& other)
+{
+    const QSize coarse(48, 32);
+    const QImage a = one.scaled(coarse, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).convertToFormat(QImage::Format_RGB32);
+    const QImage b = other.scaled(coarse, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).convertToFormat(QImage::Format_RGB32);
+    double sum = 0;
+    for (int y = 0; y < coarse.height(); ++y) {
+        for (int x = 0; x < coarse.width(); ++x) {
+            const QColor p = a.pixelColor(x, y);
+            const QColor q = b.pixelColor(x, y);
+            sum += std::abs(p.red() - q.red()) + std::abs(p.green() - q.green()) + std::abs(p.blue() - q.blue());
+        }
+    }
+    return sum / (3.0 * coarse.width() * coarse.height());
+}
+
+} // namespace
+
+class Viewport : public vfTest::OnDisplay
+{};
+
+TEST_F(Viewport, LooksAsItDidWhenItWasLookedAt)
+{
+    Viewer viewer({sailboat});
+    viewer.run([&] {
+        settle(viewer);
+        const QImage picture = viewer.ui([&] {
+            viewer.program().window().resize(1200, 800);
+            return QImage();
+        });
+        settle(viewer);
+        const QImage shown = viewer.ui([&] { return viewer.program().window().grab().toImage(); });
+        if (const char* keep = std::getenv("VELAFORGE_KEEP_PICTURES"))
+            shown.save(QString::fromUtf8(keep) + QStringLiteral("/window.png"));
+        const QImage reference(QStringLiteral(VELAFORGE_SOURCE_DIR "/tests/display/pictures/window.png"));
+        ASSERT_FALSE(reference.isNull());
+        EXPECT_LT(difference(reference, shown), 6.0);
+        // The measure tells another picture apart.
+        viewer.hand.key("3");
+        settle(viewer);
+        const QImage other = viewer.ui([&] { return viewer.program().window().grab().toImage(); });
+        EXPECT_GT(difference(reference, other), 10.0);
+    });
+}
+
+TEST_F(Viewport, DrawsOnlyWhenSomethingChanged)
+{
+    Viewer viewer({sailboat});
+    viewer.run([&] {
+        const unsigned int before = settle(viewer);
+        Program::pause(500);
+        EXPECT_EQ(before, viewer.ui([&] { return viewer.viewport()->getFrameCount(); }));
+        viewer.hand.moveTo(viewer.ui([&] { return Viewer::onScreen(*viewer.viewport()); }));
+        Program::pause(200);
+        EXPECT_EQ(before, viewer.ui([&] { return viewer.viewport()->getFrameCount(); }));
+        viewer.hand.key("7");
+        EXPECT_TRUE(viewer.waitFor([&] { return viewer.viewport()->getFrameCount() > before; }));
+        EXPECT_LE(settle(viewer), before + 4);
+    });
+}
+
+TEST_F(Viewport, ASceneThatMovesByItselfIsDrawnOnAndOn)
+{
+    struct Turn : osg::NodeCallback
+    {
+        void operator()(osg::Node* node, osg::NodeVisitor* visitor) override
+        {
+            static_cast<osg::MatrixTransform*>(node)->preMult(osg::Matrix::rotate(0.01, 0, 0, 1));
+            traverse(node, visitor);
+        }
+    };
+    Viewer viewer({sailboat});
+    viewer.run([&] {
+        settle(viewer);
+        osg::ref_ptr<osg::MatrixTransform> turning = new osg::MatrixTransform;
+        const unsigned int before = viewer.ui([&] {
+            turning->setUpdateCallback(new Turn);
+            viewer.model()->scene().addChild(turning);
+            viewer.viewport()->update();
+            return viewer.viewport()->getFrameCount();
+        });
+        EXPECT_TRUE(viewer.waitFor([&] { return viewer.viewport()->getFrameCount() > before + 10; }));
+        viewer.ui([&] { viewer.model()->scene().removeChild(turning); });
+        settle(viewer);
+    });
+}
+
+TEST_F(Viewport, TurnsMovesAndComesNearerWithTheMouse)
+{
+    Viewer viewer({sailboat});
+    viewer.run([&] {
+        settle(viewer);
+        const QPoint middle = viewer.ui([&] { return Viewer::onScreen(*viewer.viewport()); });
+        const Camera start = cameraOf(viewer);
+        viewer.hand.drag(middle, middle + QPoint(150, 0));
+        settle(viewer);
+        const Camera turned = cameraOf(viewer);
+        EXPECT_GT(0.98, turned.direction() * start.direction());
+        EXPECT_NEAR(start.distance(), turned.distance(), 1e-3 * start.distance());
+        EXPECT_NEAR(0, (turned.centre - start.centre).length(), 1e-3 * start.distance());
+
+        viewer.hand.drag(middle, middle + QPoint(100, 50), Hand::Middle);
+        settle(viewer);
+        const Camera moved = cameraOf(viewer);
+        EXPECT_NEAR(1, moved.direction() * turned.direction(), 1e-6);
+        EXPECT_LT(0.01 * start.distance(), (moved.centre - turned.centre).length());
+
+        viewer.hand.drag(middle, middle + QPoint(0, 120), Hand::Right);
+        settle(viewer);
+        const Camera dragged = cameraOf(viewer);
+        EXPECT_NE(moved.distance(), dragged.distance());
+
+        viewer.hand.moveTo(middle);
+        viewer.hand.press(Hand::WheelUp);
+        viewer.hand.release(Hand::WheelUp);
+        settle(viewer);
+        const Camera near = cameraOf(viewer);
+        viewer.hand.press(Hand::WheelDown);
+        viewer.hand.release(Hand::WheelDown);
+        settle(viewer);
+        EXPECT_GT(std::abs(near.distance() - dragged.distance()), 1e-3 * start.distance());
+        EXPECT_NEAR(dragged.distance(), cameraOf(viewer).distance(), 0.1 * dragged.distance());
+    });
+}
+
+TEST_F(Viewport, AClickSelectsAndADragDoesNot)
+{
+    Viewer viewer({sailboat});
+    viewer.run([&] {
+        settle(viewer);
+        const auto flag = [&] {
+            return viewer.ui(
+                [&] { return Viewer::onScreen(*viewer.viewport(), viewer.seen(*viewer.part("flag")).toPoint()); });
+        };
+        viewer.hand.drag(flag(), flag() + QPoint(60, 0));
+        settle(viewer);
+        EXPECT_EQ(nullptr, viewer.ui([&] { return viewer.model()->getSelection(); }));
+        viewer.hand.key("0"); // to where it was
+        settle(viewer);
+        viewer.hand.click(flag());
+        EXPECT_TRUE(viewer.waitFor([&] { return viewer.model()->getSelection() != nullptr; }));
+        // A click beside the model selects nothing.
+        viewer.hand.click(viewer.ui([&] { return Viewer::onScreen(*viewer.viewport(), QPoint(8, 8)); }));
+        EXPECT_TRUE(viewer.waitFor([&] { return viewer.model()->getSelection() == nullptr; }));
+    });
+}
+
+TEST_F(Viewport, HasTheStandardViewsAndFitsTheModel)
+{
+    Viewer viewer({sailboat});
+    viewer.run([&] {
+        settle(viewer);
+        const std::pair<const char*, osg::Vec3d> views[] = {
+            {"1", {0, 1, 0}}, {"Ctrl+1", {0, -1, 0}}, {"3", {-1, 0, 0}}, {"Ctrl+3", {1, 0, 0}},
+            {"7", {0, 0, -1}}, {"Ctrl+7", {0, 0, 1}}};
+        for (const auto& [key, direction] : views) {
+            viewer.hand.key(key);
+            settle(viewer);
+            const Camera camera = cameraOf(viewer);
+            const bool isFromThere = key[0] == '3' || std::string(key) == "Ctrl+3"
+                                         ? std::abs(camera.direction().x()) > 0.999
+                                         : camera.direction() * direction > 0.999;
+            EXPECT_TRUE(isFromThere) << key << ": " << camera.direction().x() << ' ' << camera.direction().y() << ' '
+                                     << camera.direction().z();
+        }
+        const QPoint middle = viewer.ui([&] { return Viewer::onScreen(*viewer.viewport()); });
+        viewer.hand.drag(middle, middle + QPoint(300, 200), Hand::Middle);
+        settle(viewer);
+        viewer.hand.key("f");
+        settle(viewer);
+        const Camera fitted = cameraOf(viewer);
+        viewer.ui([&] {
+            EXPECT_NEAR(0, (fitted.centre - osg::Vec3d(viewer.viewport()->getScene()->getBound().center())).length(),
+                        1e-3 * fitted.distance());
+        });
+    });
+}
+
+TEST_F(Viewport, KeepsItsPictureWhenItsWindowIsResizedOrItsTabIsHidden)
+{
+    Viewer viewer({sailboat, vfTest::signpost("obj")});
+    viewer.run([&] {
+        settle(viewer);
+        viewer.ui([&] {
+            viewer.program().window().resize(900, 600);
+            viewer.program().window().findChild<QTabWidget*>(QStringLiteral("documents"))->setCurrentIndex(0);
+        });
+        settle(viewer);
+        viewer.ui([&] {
+            const QImage picture = viewer.viewport()->grabFramebuffer();
+            EXPECT_EQ(viewer.viewport()->size() * viewer.viewport()->devicePixelRatioF(), picture.size());
+            // The model is in the middle of it, not only background.
+            const QColor corner = picture.pixelColor(2, picture.height() / 2);
+            int differing = 0;
+            for (int x = 0; x < picture.width(); ++x)
+                differing += picture.pixelColor(x, picture.height() / 2) != corner ? 1 : 0;
+            EXPECT_LT(picture.width() / 30, differing);
+        });
+    });
+}
+
+class ViewportAtRatio : public vfTest::OnDisplay, public testing::WithParamInterface<const char*>
+{
+protected:
+    void SetUp() override
+    {
+        OnDisplay::SetUp();
+        setenv("QT_SCALE_FACTOR", GetParam(), 1);
+    }
+};
+
+TEST_P(ViewportAtRatio, HasAllPixelsAndPicksWhatIsSeen)
+{
+    const double ratio = std::atof(GetParam());
+    Viewer viewer({sailboat});
+    viewer.run([&] {
+        viewer.ui([&] { viewer.program().window().resize(QSize(1100, 760) / ratio); });
+        settle(viewer);
+        viewer.ui([&] {
+            EXPECT_EQ(ratio, viewer.viewport()->devicePixelRatioF());
+            const osg::Viewport& shown = *viewer.viewport()->getViewer().getCamera()->getViewport();
+            EXPECT_EQ(std::lround(viewer.viewport()->width() * ratio), std::lround(shown.width()));
+            EXPECT_EQ(std::lround(viewer.viewport()->height() * ratio), std::lround(shown.height()));
+            const QImage picture = viewer.viewport()->grabFramebuffer();
+            EXPECT_EQ(std::lround(shown.width()), picture.width());
+            EXPECT_EQ(std::lround(shown.height()), picture.height());
+            // The flag is red, in the picture where it is picked.
+            const QPointF flag = viewer.seen(*viewer.part("flag"));
+            const auto hit = viewer.viewport()->pick(flag);
+            ASSERT_TRUE(hit);
+            EXPECT_NE(hit->path.end(), std::find(hit->path.begin(), hit->path.end(), viewer.part("flag")));
+            const QColor color = picture.pixelColor((flag * ratio).toPoint());
+            EXPECT_GT(color.red(), 2 * color.blue());
+            EXPECT_GT(color.red(), 2 * color.green());
+            EXPECT_FALSE(viewer.viewport()->pick(QPointF(3, 3)));
+        });
+        // With the mouse at the same place.
+        viewer.hand.click(viewer.ui([&] {
+            return Viewer::onScreen(*viewer.viewport(), viewer.seen(*viewer.part("flag")).toPoint());
+        }));
+        EXPECT_TRUE(viewer.waitFor(
+            [&] { return viewer.model()->getSelection() && viewer.model()->getSelection()->getName() == "flag"; }));
+    });
+}
+
+INSTANTIATE_TEST_SUITE_P(Ratios, ViewportAtRatio, testing::Values("1", "1.5", "2"));
