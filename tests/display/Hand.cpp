@@ -128,14 +128,16 @@ void Hand::key(const std::string& combination)
     std::vector<xcb_keycode_t> held;
     std::string rest = combination;
     for (std::size_t plus = rest.find('+'); plus != std::string::npos && plus + 1 < rest.size() && plus > 0;
-         plus = rest.find('+')) {
+         plus = rest.find('+'))
+    {
         held.push_back(d->keys.at(names.at(rest.substr(0, plus))).code);
         rest.erase(0, plus + 1);
     }
     xcb_keysym_t symbol = 0;
     if (rest.size() == 1) {
         // In a combination the letter names its key.
-        symbol = static_cast<unsigned char>(held.empty() ? rest[0] : static_cast<char>(std::tolower(rest[0])));
+        symbol =
+            static_cast<unsigned char>(held.empty() ? rest[0] : static_cast<char>(std::tolower(rest[0])));
     } else {
         symbol = names.at(rest);
     }

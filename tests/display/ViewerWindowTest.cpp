@@ -9,10 +9,10 @@
 
 #include <velaforge/base/ApplicationInfo.h>
 #include <velaforge/commands/CommandProcessor.h>
-#include <velaforge/documents/DocManager.h>
-#include <velaforge/documents/Document.h>
 #include <velaforge/dockwindows/DockWindow.h>
 #include <velaforge/dockwindows/DockWindowManager.h>
+#include <velaforge/documents/DocManager.h>
+#include <velaforge/documents/Document.h>
 #include <velaforge/qt/QtDockWindow.h>
 #include <velaforge/qt/internal/MainWindow.h>
 #include <velaforge/toolkit/CommandNames.h>
@@ -151,7 +151,8 @@ TEST_F(ViewerWindow, OpensThroughTheDialogChangesUndoesAndSavesUnderAnotherName)
         ASSERT_TRUE(viewer.waitFor([&] { return viewer.model() != nullptr; }));
         ASSERT_TRUE(viewer.waitFor([&] { return viewer.viewport()->getFrameCount() > 0; }));
         Program::pause(200);
-        const std::string before = viewer.ui([&] { return vfTest::digestOf(viewer.model()->getModelScene()); });
+        const std::string before =
+            viewer.ui([&] { return vfTest::digestOf(viewer.model()->getModelScene()); });
 
         // The cabin is in front of everything from where the boat is seen first.
         viewer.hand.click(viewer.ui([&] {
@@ -163,7 +164,8 @@ TEST_F(ViewerWindow, OpensThroughTheDialogChangesUndoesAndSavesUnderAnotherName)
         EXPECT_TRUE(viewer.waitFor([&] { return viewer.part("flag")->getNodeMask() == 0; }));
         EXPECT_TRUE(viewer.ui([&] { return viewer.model()->isModified(); }));
         viewer.hand.key("Ctrl+Z");
-        EXPECT_TRUE(viewer.waitFor([&] { return vfTest::digestOf(viewer.model()->getModelScene()) == before; }));
+        EXPECT_TRUE(
+            viewer.waitFor([&] { return vfTest::digestOf(viewer.model()->getModelScene()) == before; }));
         viewer.hand.key("Ctrl+Y");
         EXPECT_TRUE(viewer.waitFor([&] { return viewer.part("flag")->getNodeMask() == 0; }));
 
@@ -214,8 +216,9 @@ TEST_F(ViewerWindow, ADockWindowThatWasDraggedIsFoundAgainAfterARestart)
             const auto [from, to] = viewer.ui([&] {
                 const QDockWidget& dock = *tree(viewer)->getWidget();
                 const QWidget& window = viewer.program().window();
-                return std::make_pair(Viewer::onScreen(dock, QPoint(30, 10)),
-                                      Viewer::onScreen(window, QPoint(window.width() - 6, window.height() / 2)));
+                return std::make_pair(
+                    Viewer::onScreen(dock, QPoint(30, 10)),
+                    Viewer::onScreen(window, QPoint(window.width() - 6, window.height() / 2)));
             });
             viewer.hand.drag(from, to);
             EXPECT_TRUE(viewer.waitFor([&] { return tree(viewer)->getArea() == DockWindow::RightDockArea; }));
@@ -244,14 +247,19 @@ TEST_F(ViewerWindow, OptionsThatAreCancelledLeaveEverythingAsItWas)
             Program::pause(100);
             viewer.hand.click(viewer.ui([] {
                 auto* groups = Program::dialog()->findChild<QListWidget*>(QStringLiteral("groups"));
-                return Viewer::onScreen(*groups->viewport(), groups->visualItemRect(groups->item(1)).center());
+                return Viewer::onScreen(*groups->viewport(),
+                                        groups->visualItemRect(groups->item(1)).center());
             }));
-            EXPECT_TRUE(viewer.waitFor(
-                [] { return Program::dialog()->findChild<QComboBox*>(QStringLiteral("firstView"))->isVisible(); }));
-            viewer.ui([] { Program::dialog()->findChild<QComboBox*>(QStringLiteral("firstView"))->setFocus(); });
+            EXPECT_TRUE(viewer.waitFor([] {
+                return Program::dialog()->findChild<QComboBox*>(QStringLiteral("firstView"))->isVisible();
+            }));
+            viewer.ui(
+                [] { Program::dialog()->findChild<QComboBox*>(QStringLiteral("firstView"))->setFocus(); });
             viewer.hand.key("Home"); // the first of the list: from the front
             EXPECT_TRUE(viewer.waitFor([] {
-                return Program::dialog()->findChild<QComboBox*>(QStringLiteral("firstView"))->currentIndex() == 0;
+                return Program::dialog()
+                           ->findChild<QComboBox*>(QStringLiteral("firstView"))
+                           ->currentIndex() == 0;
             }));
         };
         const int before = settings.getFirstView();
@@ -280,8 +288,9 @@ TEST_F(ViewerWindow, AFileThatWasReplacedIsReadAgainAndTheCameraStays)
         const auto points = viewer.ui([&] { return vfTest::digestOf(viewer.model()->getModelScene()); });
         fs::copy_file(vfTest::signpost("stl"), directory.file("other.stl"));
         // Another model, in STL too: what the boat is.
-        const std::string text = "solid t\nfacet normal 0 0 1\nouter loop\nvertex 0 0 0\nvertex 9 0 0\nvertex 0 9 0\n"
-                                 "endloop\nendfacet\nendsolid t\n";
+        const std::string text =
+            "solid t\nfacet normal 0 0 1\nouter loop\nvertex 0 0 0\nvertex 9 0 0\nvertex 0 9 0\n"
+            "endloop\nendfacet\nendsolid t\n";
         std::ofstream(path + ".new") << text;
         fs::rename(path + ".new", path);
         ASSERT_TRUE(viewer.program().waitForDialog("reloadQuestion"));
@@ -327,14 +336,16 @@ TEST_F(ViewerWindow, TheSceneTreeHidesWithItsMarksAndSelectsWithItsRows)
         };
         const auto place = [&](const char* name, int x) {
             return viewer.ui([&, x] {
-                const auto* tree = viewer.program().window().findChild<QTreeWidget*>(QStringLiteral("sceneTree"));
+                const auto* tree =
+                    viewer.program().window().findChild<QTreeWidget*>(QStringLiteral("sceneTree"));
                 const QRect rect = tree->visualItemRect(row(name));
                 return Viewer::onScreen(*tree->viewport(), QPoint(rect.left() + x, rect.center().y()));
             });
         };
         viewer.hand.click(place("flag", 40));
-        EXPECT_TRUE(viewer.waitFor(
-            [&] { return viewer.model()->getSelection() && viewer.model()->getSelection()->getName() == "flag"; }));
+        EXPECT_TRUE(viewer.waitFor([&] {
+            return viewer.model()->getSelection() && viewer.model()->getSelection()->getName() == "flag";
+        }));
         viewer.hand.click(place("hull", 10));
         EXPECT_TRUE(viewer.waitFor([&] { return viewer.part("hull")->getNodeMask() == 0; }));
         viewer.hand.key("Ctrl+Z");
@@ -358,11 +369,12 @@ TEST_F(ViewerWindow, EveryCommandIsRunOnceAndTakenBackOrSaysThatItCannotBe)
             if (name.str().rfind("vf", 0) != 0)
                 continue; // of the tests
             // These end what the others need; each has tests of its own.
-            if (name == "vfApplicationQt::ActionExit" || name.str().find("::ActionClose") != std::string::npos ||
-                name == "vfViewer::Close" || name.str().find("Undo") != std::string::npos ||
-                name.str().find("Redo") != std::string::npos)
+            if (name == "vfApplicationQt::ActionExit" ||
+                name.str().find("::ActionClose") != std::string::npos || name == "vfViewer::Close" ||
+                name.str().find("Undo") != std::string::npos || name.str().find("Redo") != std::string::npos)
                 continue;
-            const std::string before = viewer.ui([&] { return vfTest::digestOf(viewer.model()->getModelScene()); });
+            const std::string before =
+                viewer.ui([&] { return vfTest::digestOf(viewer.model()->getModelScene()); });
             bool canUndo = false;
             bool isRunning = true;
             viewer.program().start([&] {
@@ -388,9 +400,11 @@ TEST_F(ViewerWindow, EveryCommandIsRunOnceAndTakenBackOrSaysThatItCannotBe)
                 EXPECT_TRUE(viewer.ui([&] { return viewer.model()->getCommandProcessor()->undo(); })) << name;
             }
             if (name == "vfApplicationQt::ActionNewView")
-                continue; // from here on the model hangs in two views
+                continue;                   // from here on the model hangs in two views
             if (name != "vfViewer::Revert") // which takes everything back
-                EXPECT_EQ(before, viewer.ui([&] { return vfTest::digestOf(viewer.model()->getModelScene()); })) << name;
+                EXPECT_EQ(before, viewer.ui([&] {
+                    return vfTest::digestOf(viewer.model()->getModelScene());
+                })) << name;
             else
                 viewer.ui([&] { viewer.model()->hide(*viewer.part("flag")); });
         }
@@ -413,8 +427,12 @@ TEST_F(ViewerWindow, TwoHundredModelsOpenedAndClosedGrowNothing)
     viewer.run([&] {
         const auto openAndClose = [&](int times) {
             for (int i = 0; i < times; ++i) {
-                viewer.ui([&] { viewer.program().application().openDocument(vfTest::signpost("obj").c_str(), vfBase::Options()); });
-                ASSERT_TRUE(viewer.waitFor([&] { return viewer.viewport() && viewer.viewport()->getFrameCount() > 0; }));
+                viewer.ui([&] {
+                    viewer.program().application().openDocument(vfTest::signpost("obj").c_str(),
+                                                                vfBase::Options());
+                });
+                ASSERT_TRUE(viewer.waitFor(
+                    [&] { return viewer.viewport() && viewer.viewport()->getFrameCount() > 0; }));
                 viewer.ui([&] { viewer.program().application().closeDocument(viewer.model()); });
             }
             Program::pause(50);

@@ -67,14 +67,17 @@ unsigned int settle(Viewer& viewer)
 double difference(const QImage& one, const QImage& other)
 {
     const QSize coarse(48, 32);
-    const QImage a = one.scaled(coarse, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).convertToFormat(QImage::Format_RGB32);
-    const QImage b = other.scaled(coarse, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).convertToFormat(QImage::Format_RGB32);
+    const QImage a = one.scaled(coarse, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+                         .convertToFormat(QImage::Format_RGB32);
+    const QImage b = other.scaled(coarse, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+                         .convertToFormat(QImage::Format_RGB32);
     double sum = 0;
     for (int y = 0; y < coarse.height(); ++y) {
         for (int x = 0; x < coarse.width(); ++x) {
             const QColor p = a.pixelColor(x, y);
             const QColor q = b.pixelColor(x, y);
-            sum += std::abs(p.red() - q.red()) + std::abs(p.green() - q.green()) + std::abs(p.blue() - q.blue());
+            sum +=
+                std::abs(p.red() - q.red()) + std::abs(p.green() - q.green()) + std::abs(p.blue() - q.blue());
         }
     }
     return sum / (3.0 * coarse.width() * coarse.height());
@@ -100,12 +103,12 @@ TEST_F(Viewport, LooksAsItDidWhenItWasLookedAt)
             shown.save(QString::fromUtf8(keep) + QStringLiteral("/window.png"));
         const QImage reference(QStringLiteral(VELAFORGE_SOURCE_DIR "/tests/display/pictures/window.png"));
         ASSERT_FALSE(reference.isNull());
-        EXPECT_LT(difference(reference, shown), 6.0);
+        EXPECT_LT(difference(reference, shown), 3.0);
         // The measure tells another picture apart.
         viewer.hand.key("3");
         settle(viewer);
         const QImage other = viewer.ui([&] { return viewer.program().window().grab().toImage(); });
-        EXPECT_GT(difference(reference, other), 10.0);
+        EXPECT_GT(difference(reference, other), 5.0);
     });
 }
 
@@ -195,8 +198,9 @@ TEST_F(Viewport, AClickSelectsAndADragDoesNot)
     viewer.run([&] {
         settle(viewer);
         const auto flag = [&] {
-            return viewer.ui(
-                [&] { return Viewer::onScreen(*viewer.viewport(), viewer.seen(*viewer.part("flag")).toPoint()); });
+            return viewer.ui([&] {
+                return Viewer::onScreen(*viewer.viewport(), viewer.seen(*viewer.part("flag")).toPoint());
+            });
         };
         viewer.hand.drag(flag(), flag() + QPoint(60, 0));
         settle(viewer);
@@ -216,9 +220,9 @@ TEST_F(Viewport, HasTheStandardViewsAndFitsTheModel)
     Viewer viewer({sailboat});
     viewer.run([&] {
         settle(viewer);
-        const std::pair<const char*, osg::Vec3d> views[] = {
-            {"1", {0, 1, 0}}, {"Ctrl+1", {0, -1, 0}}, {"3", {-1, 0, 0}}, {"Ctrl+3", {1, 0, 0}},
-            {"7", {0, 0, -1}}, {"Ctrl+7", {0, 0, 1}}};
+        const std::pair<const char*, osg::Vec3d> views[] = {{"1", {0, 1, 0}},  {"Ctrl+1", {0, -1, 0}},
+                                                            {"3", {-1, 0, 0}}, {"Ctrl+3", {1, 0, 0}},
+                                                            {"7", {0, 0, -1}}, {"Ctrl+7", {0, 0, 1}}};
         for (const auto& [key, direction] : views) {
             viewer.hand.key(key);
             settle(viewer);
@@ -226,8 +230,8 @@ TEST_F(Viewport, HasTheStandardViewsAndFitsTheModel)
             const bool isFromThere = key[0] == '3' || std::string(key) == "Ctrl+3"
                                          ? std::abs(camera.direction().x()) > 0.999
                                          : camera.direction() * direction > 0.999;
-            EXPECT_TRUE(isFromThere) << key << ": " << camera.direction().x() << ' ' << camera.direction().y() << ' '
-                                     << camera.direction().z();
+            EXPECT_TRUE(isFromThere) << key << ": " << camera.direction().x() << ' ' << camera.direction().y()
+                                     << ' ' << camera.direction().z();
         }
         const QPoint middle = viewer.ui([&] { return Viewer::onScreen(*viewer.viewport()); });
         viewer.hand.drag(middle, middle + QPoint(300, 200), Hand::Middle);
@@ -236,8 +240,9 @@ TEST_F(Viewport, HasTheStandardViewsAndFitsTheModel)
         settle(viewer);
         const Camera fitted = cameraOf(viewer);
         viewer.ui([&] {
-            EXPECT_NEAR(0, (fitted.centre - osg::Vec3d(viewer.viewport()->getScene()->getBound().center())).length(),
-                        1e-3 * fitted.distance());
+            EXPECT_NEAR(
+                0, (fitted.centre - osg::Vec3d(viewer.viewport()->getScene()->getBound().center())).length(),
+                1e-3 * fitted.distance());
         });
     });
 }
@@ -304,8 +309,9 @@ TEST_P(ViewportAtRatio, HasAllPixelsAndPicksWhatIsSeen)
         viewer.hand.click(viewer.ui([&] {
             return Viewer::onScreen(*viewer.viewport(), viewer.seen(*viewer.part("flag")).toPoint());
         }));
-        EXPECT_TRUE(viewer.waitFor(
-            [&] { return viewer.model()->getSelection() && viewer.model()->getSelection()->getName() == "flag"; }));
+        EXPECT_TRUE(viewer.waitFor([&] {
+            return viewer.model()->getSelection() && viewer.model()->getSelection()->getName() == "flag";
+        }));
     });
 }
 

@@ -197,7 +197,8 @@ TEST(Options, ThatCannotBeAppliedKeepTheDialogOpen)
     program.run([&] {
         program.start([&] { program.invoke("vfApplicationQt::ActionOptions"); });
         EXPECT_TRUE(program.answer("options", "OK"));
-        EXPECT_TRUE(program.waitFor([&] { return program.window().findChild<QDialog*>(QStringLiteral("problems")); }));
+        EXPECT_TRUE(program.waitFor(
+            [&] { return program.window().findChild<QDialog*>(QStringLiteral("problems")); }));
         program.ui([] { EXPECT_EQ(QStringLiteral("options"), Program::dialog()->objectName()); });
     });
 }
@@ -209,7 +210,8 @@ TEST(Options, WithoutPagesSaySo)
         program.start([&] { program.invoke("vfApplicationQt::ActionOptions"); });
         ASSERT_TRUE(program.waitForDialog("options"));
         program.ui([] {
-            EXPECT_EQ(QStringLiteral("There is nothing to choose."), Program::dialog()->findChild<QLabel*>()->text());
+            EXPECT_EQ(QStringLiteral("There is nothing to choose."),
+                      Program::dialog()->findChild<QLabel*>()->text());
             Program::dialog()->reject();
         });
     });
@@ -239,7 +241,8 @@ TEST(CommandPalette, FindsAndRunsByKeysAlone)
         program.ui([&] { program.window().activateWindow(); });
         program.ui([&] { program.window().actionTable().action("vfApplicationQt::ActionCommands"); });
         program.ui([&] { program.window().actionTable().applyKeys(); });
-        program.start([&] { QTest::keyClick(&program.window(), Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier); });
+        program.start(
+            [&] { QTest::keyClick(&program.window(), Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier); });
         ASSERT_TRUE(program.waitForDialog("commandPalette"));
         program.ui([] {
             auto* input = Program::dialog()->findChild<QLineEdit*>();
@@ -254,9 +257,7 @@ TEST(CommandPalette, FindsAndRunsByKeysAlone)
             QTest::keyClick(input, Qt::Key_Up);
             EXPECT_EQ(QStringLiteral("Add line"), list->currentItem()->text(0));
         });
-        program.start([] {
-            QTest::keyClick(Program::dialog()->findChild<QLineEdit*>(), Qt::Key_Return);
-        });
+        program.start([] { QTest::keyClick(Program::dialog()->findChild<QLineEdit*>(), Qt::Key_Return); });
         EXPECT_TRUE(program.waitFor([&] { return program.sheet()->lines.size() == 2; }));
         EXPECT_TRUE(program.waitForNoDialog());
     });
@@ -285,7 +286,8 @@ TEST(CommandPalette, OffersWhatCannotBeDoneNowLastAndDoesNotRunIt)
 TEST(Shortcuts, ClashWhenTheyAreTheSameOrOneBeginsTheOther)
 {
     const auto clash = [](const char* one, const char* other) {
-        return ShortcutEditor::clash(QKeySequence(QString::fromUtf8(one)), QKeySequence(QString::fromUtf8(other)));
+        return ShortcutEditor::clash(QKeySequence(QString::fromUtf8(one)),
+                                     QKeySequence(QString::fromUtf8(other)));
     };
     EXPECT_TRUE(clash("Ctrl+L", "Ctrl+L"));
     EXPECT_TRUE(clash("Ctrl+L", "Ctrl+L, Ctrl+M"));
@@ -309,11 +311,13 @@ TEST(Shortcuts, ThatClashAreToldAndNotTakenOver)
             ASSERT_NE(nullptr, row(*list, "Open"));
             EXPECT_EQ(QStringLiteral("Ctrl+O"), row(*list, "Open")->text(1));
             editor->setKeys(QStringLiteral("sheet::Switch"), {QKeySequence(QStringLiteral("Ctrl+O"))});
-            EXPECT_EQ(QStringList({QStringLiteral("sheet::Switch"), QStringLiteral("vfApplicationQt::ActionOpen")}),
-                      editor->clashes());
+            EXPECT_EQ(
+                QStringList({QStringLiteral("sheet::Switch"), QStringLiteral("vfApplicationQt::ActionOpen")}),
+                editor->clashes());
             bool isTold = false;
             for (const QLabel* label : editor->findChildren<QLabel*>())
-                isTold = isTold || label->text() == QStringLiteral("These clash: Open (Ctrl+O), Switch (Ctrl+O)");
+                isTold =
+                    isTold || label->text() == QStringLiteral("These clash: Open (Ctrl+O), Switch (Ctrl+O)");
             EXPECT_TRUE(isTold);
             EXPECT_FALSE(ok->isEnabled());
             editor->accept();
@@ -470,7 +474,8 @@ TEST(Splash, ShowsWhileTheFilesOfTheCommandLineAreOpenedAndGoesWhenTheWindowCome
             if (!splash)
                 continue;
             EXPECT_TRUE(splash->isVisible());
-            QObject::connect(splash, &QSplashScreen::messageChanged, [&shown](const QString& text) { shown += text; });
+            QObject::connect(splash, &QSplashScreen::messageChanged,
+                             [&shown](const QString& text) { shown += text; });
         }
     };
     program.run([&] {

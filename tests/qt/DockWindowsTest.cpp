@@ -23,15 +23,15 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QTest>
-#include <QTranslator>
 #include <QToolButton>
+#include <QTranslator>
 
 #include <map>
 #include <set>
 
 using testing::ElementsAre;
-using vfApplication::DockWindow;
 using vfApplication::Docks;
+using vfApplication::DockWindow;
 using vfApplication::DockWindowManager;
 using vfApplication::DockWindowManagerSettings;
 using vfApplication::QtDockWindow;
@@ -274,7 +274,9 @@ TEST(QtDockWindows, ThatHideThemselvesAreAButtonAndOpenOverTheirNeighbours)
             EXPECT_EQ(QStringLiteral("test::Window"), button->text());
         });
         EXPECT_TRUE(program.waitFor([&] {
-            return program.window().findChild<QToolButton*>(QStringLiteral("autoHide:test::Window"))->isVisible();
+            return program.window()
+                .findChild<QToolButton*>(QStringLiteral("autoHide:test::Window"))
+                ->isVisible();
         }));
         program.ui([&] {
             auto* button = program.window().findChild<QToolButton*>(QStringLiteral("autoHide:test::Window"));
@@ -296,9 +298,11 @@ TEST(QtDockWindows, ThatHideThemselvesAreAButtonAndOpenOverTheirNeighbours)
 
             window.setVisible(false);
             EXPECT_FALSE(window.getVisible());
-            EXPECT_EQ(nullptr, program.window().findChild<QToolButton*>(QStringLiteral("autoHide:test::Window")));
+            EXPECT_EQ(nullptr,
+                      program.window().findChild<QToolButton*>(QStringLiteral("autoHide:test::Window")));
             window.setVisible(true);
-            EXPECT_NE(nullptr, program.window().findChild<QToolButton*>(QStringLiteral("autoHide:test::Window")));
+            EXPECT_NE(nullptr,
+                      program.window().findChild<QToolButton*>(QStringLiteral("autoHide:test::Window")));
             window.setAutoHide(false);
             EXPECT_TRUE(panel(window)->isVisible());
             EXPECT_TRUE(inside->isVisible());
@@ -404,7 +408,8 @@ TEST(QtDockWindows, TitlesAreTranslatedInTheirContext)
     {
         QString translate(const char* context, const char* text, const char*, int) const override
         {
-            return !qstrcmp(context, "boats") && !qstrcmp(text, "Sails") ? QStringLiteral("Segel") : QString();
+            return !qstrcmp(context, "boats") && !qstrcmp(text, "Sails") ? QStringLiteral("Segel")
+                                                                         : QString();
         }
         bool isEmpty() const override { return false; }
     };

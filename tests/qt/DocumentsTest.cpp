@@ -115,10 +115,12 @@ TEST(OpenDialog, OpensAllThatIsChosenAndRemembersTheDirectory)
         program.ui([&] {
             auto* dialog = qobject_cast<QFileDialog*>(Program::dialog());
             EXPECT_EQ(QFileDialog::ExistingFiles, dialog->fileMode());
-            EXPECT_EQ(QStringList({QStringLiteral("Sheets (*.sheet *.txt)"), QStringLiteral("All files (*)")}),
-                      dialog->nameFilters());
-            chooseFile(QStringLiteral("\"%1\" \"%2\"").arg(QString::fromStdString(sheets.paths[0]),
-                                                         QString::fromStdString(sheets.paths[1])));
+            EXPECT_EQ(
+                QStringList({QStringLiteral("Sheets (*.sheet *.txt)"), QStringLiteral("All files (*)")}),
+                dialog->nameFilters());
+            chooseFile(
+                QStringLiteral("\"%1\" \"%2\"")
+                    .arg(QString::fromStdString(sheets.paths[0]), QString::fromStdString(sheets.paths[1])));
         });
         EXPECT_TRUE(program.waitFor([&] { return program.manager().getNumDocuments() == 2; }));
         program.ui([&] {
@@ -173,7 +175,8 @@ TEST(Opening, WhatCannotBeOpenedIsToldAndTheRestIsOpened)
             EXPECT_THAT(openTitles(program), ElementsAre("one.sheet"));
             EXPECT_THAT(problems(program).toStdString(), HasSubstr(bad + ": The file could not be opened."));
             EXPECT_THAT(problems(program).toStdString(), HasSubstr("a fault in the file"));
-            EXPECT_THAT(problems(program).toStdString(), HasSubstr("none.sheet: The file could not be opened."));
+            EXPECT_THAT(problems(program).toStdString(),
+                        HasSubstr("none.sheet: The file could not be opened."));
             EXPECT_EQ(nullptr, QApplication::overrideCursor());
         });
     }));
@@ -211,9 +214,7 @@ TEST(Opening, ASecondKindOfDocumentIsAskedForWhenAnEmptyOneIsMade)
             Program::dialog()->accept();
         });
         ASSERT_TRUE(program.waitFor([&] { return program.sheet() != nullptr; }));
-        program.ui([&] {
-            EXPECT_EQ("page", program.sheet()->getDocumentTemplate()->getDefaultExtension());
-        });
+        program.ui([&] { EXPECT_EQ("page", program.sheet()->getDocumentTemplate()->getDefaultExtension()); });
         program.start([&] { program.invoke("vfApplicationQt::ActionNew"); });
         ASSERT_TRUE(program.waitFor([] { return Program::dialog(); }));
         program.ui([] { Program::dialog()->reject(); });
@@ -252,7 +253,8 @@ TEST(Closing, AsksAboutChangesAndDiscardsThem)
     program.run([&] {
         program.ui([&] { program.invoke("sheet::AddLine", "more"); });
         program.start([&] { program.invoke("vfApplicationQt::ActionClose"); });
-        EXPECT_TRUE(program.answer("saveQuestion", "Don't Save") || program.answer("saveQuestion", "Discard"));
+        EXPECT_TRUE(program.answer("saveQuestion", "Don't Save") ||
+                    program.answer("saveQuestion", "Discard"));
         EXPECT_TRUE(program.waitFor([&] { return program.manager().getNumDocuments() == 0; }));
     });
     EXPECT_EQ("one\n", readFile(sheets.paths[0]));
@@ -281,7 +283,8 @@ TEST(Closing, TheWindowAsksOfEachDocumentAndStaysAtTheFirstThatDoes)
     Program program({sheets.paths[0], sheets.paths[1], sheets.paths[2]});
     program.run([&] {
         program.ui([&] {
-            program.application().setActiveDocument(program.application().findDocument(sheets.paths[0].c_str()));
+            program.application().setActiveDocument(
+                program.application().findDocument(sheets.paths[0].c_str()));
             program.invoke("sheet::AddLine", "more");
         });
         program.start([&] { program.window().close(); });
@@ -359,7 +362,8 @@ TEST(Saving, AsAsksForThePathAndEntersItAmongTheRecentFiles)
             EXPECT_EQ(QFileDialog::AcceptSave, dialog->acceptMode());
             EXPECT_EQ(sheets.directory.path(), dialog->directory().path().toStdString());
             EXPECT_EQ(QStringLiteral("sheet"), dialog->defaultSuffix());
-            EXPECT_EQ(QStringList({QStringLiteral("*.sheet"), QStringLiteral("*.txt")}), dialog->nameFilters());
+            EXPECT_EQ(QStringList({QStringLiteral("*.sheet"), QStringLiteral("*.txt")}),
+                      dialog->nameFilters());
             dialog->selectNameFilter(QStringLiteral("*.txt"));
             Q_EMIT dialog->filterSelected(QStringLiteral("*.txt"));
             chooseFile(QStringLiteral("copy"));
@@ -367,7 +371,8 @@ TEST(Saving, AsAsksForThePathAndEntersItAmongTheRecentFiles)
         EXPECT_TRUE(program.waitForNoDialog());
         program.ui([&] {
             EXPECT_EQ(sheets.directory.file("copy.txt"), program.sheet()->getFilename().str());
-            EXPECT_EQ(sheets.directory.file("copy.txt"), program.manager().getFileHistory()->getHistoryFile(0).str());
+            EXPECT_EQ(sheets.directory.file("copy.txt"),
+                      program.manager().getFileHistory()->getHistoryFile(0).str());
             EXPECT_THAT(tabs(program), ElementsAre("copy.txt"));
         });
     });
@@ -456,7 +461,8 @@ TEST(Views, TheOneAtTheFrontIsTheCurrentOneWhoeverPutItThere)
             EXPECT_EQ("two.sheet", program.sheet()->getTitle());
             widget->setCurrentIndex(0);
             EXPECT_EQ("one.sheet", program.sheet()->getTitle());
-            program.application().setActiveDocument(program.application().findDocument(sheets.paths[1].c_str()));
+            program.application().setActiveDocument(
+                program.application().findDocument(sheets.paths[1].c_str()));
             EXPECT_EQ(1, widget->currentIndex());
             program.application().closeDocument(program.sheet());
             EXPECT_EQ("one.sheet", program.sheet()->getTitle());
@@ -536,7 +542,8 @@ TEST(SubWindows, AreNamedActivatedAndClosed)
             windows[1]->close();
             EXPECT_THAT(openTitles(program), ElementsAre("one.sheet"));
         });
-        EXPECT_TRUE(program.waitFor([&] { return program.sheet() && program.sheet()->getTitle() == "one.sheet"; }));
+        EXPECT_TRUE(
+            program.waitFor([&] { return program.sheet() && program.sheet()->getTitle() == "one.sheet"; }));
         program.ui([&] { program.invoke("vfApplicationQt::ActionClose"); });
         EXPECT_EQ(0, program.ui([&] { return program.manager().getNumDocuments(); }));
     });
@@ -571,7 +578,8 @@ TEST(SeparateWindows, HaveMenusOfTheirOwnAndCloseTheirDocument)
                     return window->windowTitle() == QLatin1String(title);
                 });
             };
-            QApplication::sendEvent(titled("one.sheet[*]"), std::make_unique<QEvent>(QEvent::WindowActivate).get());
+            QApplication::sendEvent(titled("one.sheet[*]"),
+                                    std::make_unique<QEvent>(QEvent::WindowActivate).get());
             EXPECT_EQ("one.sheet", program.sheet()->getTitle());
             titled("two.sheet[*]")->close();
             EXPECT_THAT(openTitles(program), ElementsAre("one.sheet"));

@@ -55,9 +55,12 @@ struct Watched
 {
     Watched()
     {
-        QObject::connect(&watcher, &FileWatcher::changed, [this](const QByteArray& path) { tell("changed ", path); });
-        QObject::connect(&watcher, &FileWatcher::removed, [this](const QByteArray& path) { tell("removed ", path); });
-        QObject::connect(&watcher, &FileWatcher::restored, [this](const QByteArray& path) { tell("restored ", path); });
+        QObject::connect(&watcher, &FileWatcher::changed,
+                         [this](const QByteArray& path) { tell("changed ", path); });
+        QObject::connect(&watcher, &FileWatcher::removed,
+                         [this](const QByteArray& path) { tell("removed ", path); });
+        QObject::connect(&watcher, &FileWatcher::restored,
+                         [this](const QByteArray& path) { tell("restored ", path); });
     }
 
     void tell(const char* what, const QByteArray& path)
@@ -115,7 +118,8 @@ struct RecentFiles
         std::vector<std::string> lines;
         for (const QAction* action : menu->actions()) {
             if (!action->data().isNull())
-                lines.push_back((action->isEnabled() ? "" : "(") + action->data().toByteArray().toStdString());
+                lines.push_back((action->isEnabled() ? "" : "(") +
+                                action->data().toByteArray().toStdString());
         }
         return lines;
     }
@@ -482,7 +486,8 @@ TEST(RecentFiles, AreInTheMenuThatTheirCommandStandsFor)
     program.run([&] {
         program.ui([&] {
             program.application().closeDocument(program.sheet());
-            auto* menu = program.window().findChild<QMenu*>(QStringLiteral("vfApplicationQt::ActionOpenRecent"));
+            auto* menu =
+                program.window().findChild<QMenu*>(QStringLiteral("vfApplicationQt::ActionOpenRecent"));
             ASSERT_NE(nullptr, menu);
             menu->popup(QPoint(0, 0));
             menu->close();

@@ -96,8 +96,8 @@ TEST(Languages, ReachEveryTextOfTheWindow)
     Program program({directory.write("one.sheet", "one\n")}, std::move(ui));
     program.application()
         .getDockWindowManager()
-        .addNewOrGetExistingDockWindow("test::Layers", vfApplication::DockWindow::LeftDockArea, true, false, 0,
-                                       nullptr)
+        .addNewOrGetExistingDockWindow("test::Layers", vfApplication::DockWindow::LeftDockArea, true, false,
+                                       0, nullptr)
         .setTitle("Layers", "boats");
     program.run([&] {
         program.ui([&] {
@@ -124,12 +124,14 @@ TEST(Languages, ReachTheDialogs)
             QtApplication::instance()->showProblem("one.sheet", "gone");
             program.sheet()->changed();
         });
-        for (const char* command :
-             {"vfApplicationQt::ActionClose", "vfApplicationQt::ActionRevert", "vfApplicationQt::ActionOptions",
-              "vfApplicationQt::ActionCommands", "vfApplicationQt::ActionShortcuts"}) {
+        for (const char* command : {"vfApplicationQt::ActionClose", "vfApplicationQt::ActionRevert",
+                                    "vfApplicationQt::ActionOptions", "vfApplicationQt::ActionCommands",
+                                    "vfApplicationQt::ActionShortcuts"})
+        {
             program.start([&, command] { program.invoke(command); });
             ASSERT_TRUE(program.waitFor([] { return Program::dialog(); })) << command;
-            EXPECT_THAT(program.ui([] { return untranslated(*Program::dialog()); }), ElementsAre()) << command;
+            EXPECT_THAT(program.ui([] { return untranslated(*Program::dialog()); }), ElementsAre())
+                << command;
             program.ui([] { Program::dialog()->reject(); });
             EXPECT_TRUE(program.waitForNoDialog());
         }
@@ -156,8 +158,8 @@ TEST(Languages, AreChosenKeptAndShownAtOnce)
         EXPECT_EQ("de", program.ui([] { return QtApplication::instance()->getLanguage(); }));
         EXPECT_EQ("de", WindowSettings::instance().language);
         program.ui([] { QtApplication::instance()->setLanguage("en"); });
-        EXPECT_TRUE(
-            program.waitFor([&] { return program.window().menuBar()->actions()[0]->text() == QStringLiteral("&File"); }));
+        EXPECT_TRUE(program.waitFor(
+            [&] { return program.window().menuBar()->actions()[0]->text() == QStringLiteral("&File"); }));
         program.ui([] { QtApplication::instance()->setLanguage("tlh"); }); // nobody has translated that
         EXPECT_EQ("en", program.ui([] { return QtApplication::instance()->getLanguage(); }));
     });
@@ -174,7 +176,8 @@ TEST(Languages, AreChosenFromAMenu)
     Program program({}, std::move(ui));
     program.run([&] {
         program.ui([&] {
-            auto* menu = program.window().findChild<QMenu*>(QStringLiteral("vfApplicationQt::ActionLanguage"));
+            auto* menu =
+                program.window().findChild<QMenu*>(QStringLiteral("vfApplicationQt::ActionLanguage"));
             menu->popup(QPoint());
             menu->close();
             ASSERT_EQ(2, menu->actions().size());
@@ -193,7 +196,6 @@ TEST(Languages, StartWithThatOfTheSystem)
     unsetenv("LANGUAGE");
     setenv("LANG", "de_AT.UTF-8", 1);
     Program program;
-    program.run([&] {
-        EXPECT_EQ("de", program.ui([] { return QtApplication::instance()->getLanguage(); }));
-    });
+    program.run(
+        [&] { EXPECT_EQ("de", program.ui([] { return QtApplication::instance()->getLanguage(); })); });
 }

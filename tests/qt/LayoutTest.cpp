@@ -298,6 +298,8 @@ TEST(Layout, IsKeptAlsoWhenTheProgramIsEndedByACall)
     });
     vfBase::ApplicationInfo::instance().setApplicationName("program");
     vfBase::Settings::loadGlobal();
-    EXPECT_EQ(DockWindow::BottomDockArea, DockWindowManagerSettings::instance(false)->getDockWindowAreaState("w0"));
-    EXPECT_EQ(DockWindow::RightDockArea, DockWindowManagerSettings::instance(false)->getDockWindowAreaState("w1"));
+    EXPECT_EQ(DockWindow::BottomDockArea,
+              DockWindowManagerSettings::instance(false)->getDockWindowAreaState("w0"));
+    EXPECT_EQ(DockWindow::RightDockArea,
+              DockWindowManagerSettings::instance(false)->getDockWindowAreaState("w1"));
 }

@@ -156,9 +156,7 @@ TEST(Menus, ADeclarationThatContainsItselfEnds)
                         loop << "sheet::Switch" << loop;
                     }));
     program.run([&] {
-        program.ui([&] {
-            EXPECT_THAT(shown(*program.window().menuBar()), testing::Contains("  Switch"));
-        });
+        program.ui([&] { EXPECT_THAT(shown(*program.window().menuBar()), testing::Contains("  Switch")); });
     });
 }
 
@@ -181,7 +179,8 @@ TEST(Menus, AnItemsPropertiesSayHowItLooks)
             const QAction* action = menu(program, "Edit")->actions()[0];
             EXPECT_EQ(QStringLiteral("A&ppend"), action->text());
             EXPECT_EQ(QStringLiteral("Puts a line at the end"), action->toolTip());
-            EXPECT_EQ(QKeySequence::listFromString(QStringLiteral("Ctrl+L; Ctrl+Shift+L")), action->shortcuts());
+            EXPECT_EQ(QKeySequence::listFromString(QStringLiteral("Ctrl+L; Ctrl+Shift+L")),
+                      action->shortcuts());
             EXPECT_FALSE(action->icon().isNull());
             EXPECT_TRUE(action->isCheckable());
             QtApplication::instance()->updateActions();
@@ -291,7 +290,8 @@ TEST(Menus, UndoAndRedoNameWhatTheyWouldUndoAndRedo)
         });
         // Whoever changes the history past the menus is noticed, too.
         program.ui([&] { program.sheet()->getCommandProcessor()->undo(); });
-        EXPECT_TRUE(program.waitFor([&] { return program.action("vfApplicationQt::ActionRedo")->isEnabled(); }));
+        EXPECT_TRUE(
+            program.waitFor([&] { return program.action("vfApplicationQt::ActionRedo")->isEnabled(); }));
     });
 }
 
@@ -484,12 +484,12 @@ TEST(ActionTable, MakesLabelsOfTheNamesOfClasses)
 
 TEST(ActionTable, KeysThatTwoWantStayWithTheFirst)
 {
-    Program program({}, declaring([](CommandItem* root) {
-                        CommandItem edit = add(*root, "Edit");
-                        add(edit, "sheet::AddLine").setProperty("shortcut", VfVariant("Ctrl+L"), nullptr);
-                        add(edit, "sheet::Switch")
-                            .setProperty("shortcut", VfVariant("Ctrl+L; Ctrl+M"), nullptr);
-                    }));
+    Program program(
+        {}, declaring([](CommandItem* root) {
+            CommandItem edit = add(*root, "Edit");
+            add(edit, "sheet::AddLine").setProperty("shortcut", VfVariant("Ctrl+L"), nullptr);
+            add(edit, "sheet::Switch").setProperty("shortcut", VfVariant("Ctrl+L; Ctrl+M"), nullptr);
+        }));
     program.run([&] {
         program.ui([&] {
             EXPECT_EQ(QKeySequence::listFromString(QStringLiteral("Ctrl+L")),

@@ -29,9 +29,9 @@ struct Program::Setup : vfApplication::ApplicationSetup
     {
         auto* manager = new vfApplication::QtDocManager;
         Application::instance(false)->setDocManager(manager);
-        new vfApplication::DocTemplate(manager, "Sheets", "sheet,txt", "", "sheet", "", "SheetView", &Sheet::s_classInfo,
-                                       &SheetView::s_classInfo, vfApplication::DocTemplate::Visible, 0,
-                                       vfBase::Options());
+        new vfApplication::DocTemplate(manager, "Sheets", "sheet,txt", "", "sheet", "", "SheetView",
+                                       &Sheet::s_classInfo, &SheetView::s_classInfo,
+                                       vfApplication::DocTemplate::Visible, 0, vfBase::Options());
     }
 
     const SheetUi& ui;

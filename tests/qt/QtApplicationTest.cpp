@@ -140,13 +140,11 @@ TEST(QtApplication, WhatAnEventThrowsIsToldAndEndsNothing)
 {
     Program program;
     EXPECT_EQ(0, program.run([&] {
-        program.ui([&] {
-            QTimer::singleShot(0, qApp, [] { throw std::runtime_error("out of the blue"); });
-        });
+        program.ui([&] { QTimer::singleShot(0, qApp, [] { throw std::runtime_error("out of the blue"); }); });
         EXPECT_TRUE(program.waitFor([&] {
             const auto* problems = program.window().findChild<vfApplication::ProblemsDialog*>();
-            return problems && problems->findChild<QPlainTextEdit*>()->toPlainText() ==
-                                   QStringLiteral("out of the blue");
+            return problems &&
+                   problems->findChild<QPlainTextEdit*>()->toPlainText() == QStringLiteral("out of the blue");
         }));
     }));
 }
@@ -201,10 +199,12 @@ TEST(QtTitleBar, ShowsTheBannerUnlessItIsDeclaredAway)
             auto* bar = program.window().findChild<QWidget*>(QStringLiteral("titleBar"));
             ASSERT_NE(nullptr, bar);
             EXPECT_TRUE(bar->isVisible());
-            EXPECT_EQ(QStringLiteral("Boats & Sons"), bar->findChild<QLabel*>(QStringLiteral("banner"))->text());
+            EXPECT_EQ(QStringLiteral("Boats & Sons"),
+                      bar->findChild<QLabel*>(QStringLiteral("banner"))->text());
             vfBase::ApplicationInfo::instance().setApplicationVendorBanner("Boats & Daughters");
             QtApplication::instance()->getTitleBar().titleBarOperationB();
-            EXPECT_EQ(QStringLiteral("Boats & Daughters"), bar->findChild<QLabel*>(QStringLiteral("banner"))->text());
+            EXPECT_EQ(QStringLiteral("Boats & Daughters"),
+                      bar->findChild<QLabel*>(QStringLiteral("banner"))->text());
         });
     });
 }
@@ -215,8 +215,7 @@ TEST(QtTitleBar, IsNotThereWhenItIsDeclaredAway)
     ui->hasTitleLogo = false;
     Program program({}, std::move(ui));
     program.run([&] {
-        program.ui([&] {
-            EXPECT_EQ(nullptr, program.window().findChild<QWidget*>(QStringLiteral("titleBar")));
-        });
+        program.ui(
+            [&] { EXPECT_EQ(nullptr, program.window().findChild<QWidget*>(QStringLiteral("titleBar"))); });
     });
 }

@@ -16,8 +16,8 @@
 
 #include <QAction>
 #include <QDataStream>
-#include <QIODevice>
 #include <QDockWidget>
+#include <QIODevice>
 #include <QKeySequence>
 #include <QMainWindow>
 #include <QMenu>

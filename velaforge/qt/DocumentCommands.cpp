@@ -37,7 +37,8 @@ DocManager& manager()
 /// An undo step's name, or nothing.
 QString quoted(const QString& pattern, const QString& plain, const Command& command)
 {
-    const QString name = command.isValid() ? QCoreApplication::translate("Command", command.getName()) : QString();
+    const QString name =
+        command.isValid() ? QCoreApplication::translate("Command", command.getName()) : QString();
     return name.isEmpty() ? plain : pattern.arg(name);
 }
 

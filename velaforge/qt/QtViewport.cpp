@@ -293,7 +293,7 @@ void QtViewport::wheelEvent(QWheelEvent* event)
         return;
     }
     d->events()->mouseScroll(turned > 0 ? osgGA::GUIEventAdapter::SCROLL_UP
-                                                       : osgGA::GUIEventAdapter::SCROLL_DOWN);
+                                        : osgGA::GUIEventAdapter::SCROLL_DOWN);
     update();
     Q_EMIT cameraMoved();
     event->accept();
