@@ -102,6 +102,10 @@ int main(int argc, char** argv)
     add("start/ours", start, "start_ours");
     add("start/QCoreApplication", start, "start_qt");
     add("start/OpenSceneGraph", start, "start_openscenegraph");
+#ifdef VELAFORGE_WITH_QT
+    add("window/ours", start, "window_ours");
+    add("window/Qt window", start, "window_qt");
+#endif
     place();
     benchmark::RunSpecifiedBenchmarks();
     return 0;

@@ -88,3 +88,17 @@ TEST(Examples, NotebookSaysWhatItCannotDo)
     EXPECT_THAT(outcome.err, HasSubstr("notebook: shopping.note: not saved: "));
     EXPECT_EQ("milk\n", vfTest::readFile(note));
 }
+
+#ifdef VELAFORGE_WITH_QT
+TEST(Examples, WindowOpensItsFilesAndStays)
+{
+    const vfTest::TemporaryDirectory directory;
+    const std::string note = directory.write("a.txt", "good morning\nsecond\n");
+    setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    // Until somebody ends it, which "timeout" tells by this status.
+    const vfTest::Outcome outcome =
+        vfTest::runProgram({"timeout", "3", VELAFORGE_PROGRAM_DIR "/example_03_window", note});
+    EXPECT_EQ(124, outcome.status) << outcome.err;
+    EXPECT_THAT(outcome.out, HasSubstr(note)); // the line that tells of each file
+}
+#endif

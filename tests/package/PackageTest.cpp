@@ -112,6 +112,33 @@ TEST(Package, AProgramIsBuiltWithPkgConfigAndRuns)
     EXPECT_EQ("0.1.0\n", vfTest::runProgram({"pkg-config", "--modversion", "vfBase"}).out);
 }
 
+#ifdef VELAFORGE_WITH_QT
+TEST(Package, AProgramWithAWindowIsBuiltAndRuns)
+{
+    const Installed installed;
+    const std::string source = VELAFORGE_SOURCE_DIR "/examples/03_window";
+    const std::string build = installed.directory().file("build");
+    expectDone({"cmake", "-S", source, "-B", build, "-G", "Ninja", "-DCMAKE_PREFIX_PATH=" + installed.prefix(),
+                "-DCMAKE_CXX_FLAGS=-Wall -Wextra -Wpedantic -Wshadow -Werror"});
+    expectDone({"cmake", "--build", build});
+    EXPECT_THAT(vfTest::runProgram({"ldd", build + "/window"}).out,
+                HasSubstr(installed.file("lib/libvfApplicationQt.so.0")));
+    // With pkg-config it is the same.
+    setenv("PKG_CONFIG_PATH", installed.file("lib/pkgconfig").c_str(), 1);
+    const std::string program = installed.directory().file("window");
+    expectDone({"sh", "-c",
+                "c++ -std=c++17 -fPIC -Wall -Wextra -Werror -o " + program + " " + source +
+                    "/main.cpp $(pkg-config --cflags --libs vfApplicationQt) -Wl,-rpath," + installed.file("lib")});
+    setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    const std::string note = installed.directory().write("a.txt", "good morning\n");
+    for (const std::string& built : {build + "/window", program}) {
+        const Outcome outcome = vfTest::runProgram({"timeout", "2", built, note});
+        EXPECT_EQ(124, outcome.status) << outcome.err; // it stays until it is ended
+        EXPECT_THAT(outcome.out, HasSubstr(note));
+    }
+}
+#endif
+
 TEST(Package, AMissingComponentIsSaidToBeMissing)
 {
     const Installed installed;

@@ -21,7 +21,7 @@ namespace vfApplication {
 /// same text, keys and state.
 ///
 /// What an action shows comes from the properties of the item that declares it, and where that has none from the
-/// properties of the command, which is made anew each time it is asked: docs/menus.md lists them.
+/// properties of the command, which is made anew each time it is asked: docs/window.md lists them.
 class VFAPPLICATIONQT_EXPORT ActionTable : public QObject
 {
     Q_OBJECT
