@@ -41,8 +41,8 @@ struct Commands
         }
         for (const std::string& name : names)
             records.push_back(std::make_unique<vfBase::ClassInfo>(
-                "bench", name.c_str(), name.c_str(), &CommandPrivate::s_classInfo, nullptr, int(sizeof(Nothing)),
-                []() -> vfBase::VfObject* { return new Nothing; }));
+                "bench", name.c_str(), name.c_str(), &CommandPrivate::s_classInfo, nullptr,
+                int(sizeof(Nothing)), []() -> vfBase::VfObject* { return new Nothing; }));
     }
     std::vector<std::string> names;
     std::vector<std::unique_ptr<vfBase::ClassInfo>> records;

@@ -26,7 +26,8 @@ public:
     {
         // Behind the paint event, when the picture has been handed over.
         if (event->type() == QEvent::Paint)
-            QMetaObject::invokeMethod(qApp, [] { std::_Exit(0); }, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(
+                qApp, [] { std::_Exit(0); }, Qt::QueuedConnection);
         return QObject::eventFilter(object, event);
     }
 };

@@ -152,4 +152,40 @@ void Hand::key(const std::string& combination)
         send(XCB_KEY_RELEASE, *code);
 }
 
+bool Hand::waitForWindow(const std::string& title)
+{
+    const auto atom = [this](const std::string& name) {
+        xcb_intern_atom_reply_t* reply = xcb_intern_atom_reply(
+            d->connection,
+            xcb_intern_atom(d->connection, 0, static_cast<std::uint16_t>(name.size()), name.c_str()),
+            nullptr);
+        const xcb_atom_t value = reply->atom;
+        std::free(reply);
+        return value;
+    };
+    const xcb_atom_t property = atom("_NET_WM_NAME");
+    const xcb_atom_t type = atom("UTF8_STRING");
+    for (int i = 0; i < 500; ++i) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        xcb_query_tree_reply_t* tree =
+            xcb_query_tree_reply(d->connection, xcb_query_tree(d->connection, d->root), nullptr);
+        const xcb_window_t* windows = xcb_query_tree_children(tree);
+        bool isFound = false;
+        for (int j = 0; j < xcb_query_tree_children_length(tree) && !isFound; ++j) {
+            xcb_get_property_reply_t* name = xcb_get_property_reply(
+                d->connection, xcb_get_property(d->connection, 0, windows[j], property, type, 0, 256),
+                nullptr);
+            if (!name)
+                continue; // it went meanwhile
+            isFound = title == std::string(static_cast<const char*>(xcb_get_property_value(name)),
+                                           static_cast<std::size_t>(xcb_get_property_value_length(name)));
+            std::free(name);
+        }
+        std::free(tree);
+        if (isFound)
+            return true;
+    }
+    return false;
+}
+
 } // namespace vfTest

@@ -43,6 +43,9 @@ public:
     /// Presses a key with modifiers, as "Ctrl+Shift+S", "Return", "F", "Escape", "Down".
     void key(const std::string& combination);
 
+    /// @return whether a window of that title is shown before ten seconds are over
+    bool waitForWindow(const std::string& title);
+
 private:
     void send(std::uint8_t type, std::uint8_t detail);
     void rest() const;

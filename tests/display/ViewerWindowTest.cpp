@@ -34,10 +34,12 @@
 #include <QTreeWidget>
 #include <QUrl>
 
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 
 #include <malloc.h>
+#include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -95,6 +97,38 @@ void clickButton(Viewer& viewer, const char* dialog, const char* button)
     viewer.hand.click(place);
     EXPECT_TRUE(viewer.program().waitForNoDialog());
 }
+
+/// The program itself, as a person starts it.
+class RunningViewer
+{
+public:
+    explicit RunningViewer(std::vector<std::string> arguments)
+    {
+        arguments.insert(arguments.begin(), VELAFORGE_PROGRAM_DIR "/vfviewer");
+        std::vector<char*> pointers;
+        for (std::string& argument : arguments)
+            pointers.push_back(argument.data());
+        pointers.push_back(nullptr);
+        EXPECT_EQ(0, posix_spawn(&m_process, pointers[0], nullptr, nullptr, pointers.data(), environ));
+    }
+
+    /// @return its exit status; 128 and more when a signal ended it, or when it does not end
+    int wait() const
+    {
+        int status = 0;
+        for (int i = 0; i < 1000; ++i) {
+            if (waitpid(m_process, &status, WNOHANG) == m_process)
+                return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+            Program::pause(10);
+        }
+        kill(m_process, SIGKILL);
+        waitpid(m_process, &status, 0);
+        return 255;
+    }
+
+private:
+    pid_t m_process = 0;
+};
 
 /// Runs the script in a process of its own, so that another can follow it.
 void inAnotherProcess(const std::function<void()>& script)
@@ -411,6 +445,33 @@ TEST_F(ViewerWindow, EveryCommandIsRunOnceAndTakenBackOrSaysThatItCannotBe)
         EXPECT_EQ(6, undone);
         viewer.ui([&] { program.window().showNormal(); });
     });
+}
+
+TEST_F(ViewerWindow, OfTheProgramItselfShowsTheModelAndClosesByKey)
+{
+    Hand hand;
+    const RunningViewer viewer({sailboat});
+    ASSERT_TRUE(hand.waitForWindow("sailboat.obj — vfviewer"));
+    Program::pause(300);
+    hand.click(QPoint(600, 400)); // where the keyboard goes, without a window manager
+    hand.key("Ctrl+Q");
+    EXPECT_EQ(0, viewer.wait());
+    EXPECT_THAT(vfTest::readFile(std::string(std::getenv("XDG_CONFIG_HOME")) + "/velaforge/vfviewer.json"),
+                testing::AllOf(HasSubstr("vfApplicationQt::WindowSettings"), HasSubstr("sailboat.obj")));
+}
+
+TEST_F(ViewerWindow, OfTheProgramItselfTellsWhatCouldNotBeOpenedAndEndsWithStatus4)
+{
+    Hand hand;
+    const RunningViewer viewer({"/none/at/all.obj", sailboat});
+    ASSERT_TRUE(hand.waitForWindow("Problems"));
+    ASSERT_TRUE(hand.waitForWindow("sailboat.obj — vfviewer"));
+    Program::pause(300);
+    hand.key("Escape"); // the window with the problems is in front
+    Program::pause(300);
+    hand.click(QPoint(600, 400));
+    hand.key("Ctrl+Q");
+    EXPECT_EQ(4, viewer.wait());
 }
 
 TEST_F(ViewerWindow, TwoHundredModelsOpenedAndClosedGrowNothing)

@@ -410,6 +410,21 @@ TEST(Viewer, ConvertsAModelByACommand)
     EXPECT_EQ(0, view({"--snapshot", directory.file("copy.png"), copy}).status);
 }
 
+#ifdef VELAFORGE_WITH_QT
+TEST(Viewer, ADisplayThatDoesNotAnswerIsOneLineAndStatus1)
+{
+    setenv("DISPLAY", ":9876", 1);
+    const Outcome outcome = view({signpost("obj")});
+    EXPECT_EQ(1, outcome.status);
+    EXPECT_EQ("vfviewer: the display :9876 does not answer; --headless works without a display\n",
+              outcome.err);
+    EXPECT_EQ(0, view({"--headless", signpost("obj")}).status);
+    const TemporaryDirectory directory;
+    EXPECT_EQ(0, view({"--snapshot", directory.file("out.png"), signpost("obj")}).status);
+    EXPECT_EQ(1, view({"--help"}).status);
+}
+#endif
+
 TEST(Viewer, EveryCommandIsDocumentedAndTheOtherWayRound)
 {
     const std::string documented = vfTest::readFile(VELAFORGE_SOURCE_DIR "/docs/commands.md");

@@ -118,7 +118,8 @@ TEST(Package, AProgramWithAWindowIsBuiltAndRuns)
     const Installed installed;
     const std::string source = VELAFORGE_SOURCE_DIR "/examples/03_window";
     const std::string build = installed.directory().file("build");
-    expectDone({"cmake", "-S", source, "-B", build, "-G", "Ninja", "-DCMAKE_PREFIX_PATH=" + installed.prefix(),
+    expectDone({"cmake", "-S", source, "-B", build, "-G", "Ninja",
+                "-DCMAKE_PREFIX_PATH=" + installed.prefix(),
                 "-DCMAKE_CXX_FLAGS=-Wall -Wextra -Wpedantic -Wshadow -Werror"});
     expectDone({"cmake", "--build", build});
     EXPECT_THAT(vfTest::runProgram({"ldd", build + "/window"}).out,
@@ -128,7 +129,8 @@ TEST(Package, AProgramWithAWindowIsBuiltAndRuns)
     const std::string program = installed.directory().file("window");
     expectDone({"sh", "-c",
                 "c++ -std=c++17 -fPIC -Wall -Wextra -Werror -o " + program + " " + source +
-                    "/main.cpp $(pkg-config --cflags --libs vfApplicationQt) -Wl,-rpath," + installed.file("lib")});
+                    "/main.cpp $(pkg-config --cflags --libs vfApplicationQt) -Wl,-rpath," +
+                    installed.file("lib")});
     setenv("QT_QPA_PLATFORM", "offscreen", 1);
     const std::string note = installed.directory().write("a.txt", "good morning\n");
     for (const std::string& built : {build + "/window", program}) {

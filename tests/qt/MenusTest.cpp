@@ -151,13 +151,14 @@ TEST(Menus, OfOneNameAreOneAndACommandStandsThereOnce)
 
 TEST(Menus, ADeclarationThatContainsItselfEnds)
 {
-    Program program({}, declaring([](CommandItem* root) {
-                        CommandItem loop = add(*root, "Loop");
-                        loop << "sheet::Switch" << loop;
-                    }));
+    CommandItem loop;
+    loop.setCommand("Loop", nullptr);
+    loop << "sheet::Switch" << loop;
+    Program program({}, declaring([loop](CommandItem* root) { *root << loop; }));
     program.run([&] {
         program.ui([&] { EXPECT_THAT(shown(*program.window().menuBar()), testing::Contains("  Switch")); });
     });
+    loop.remove("Loop"); // so that it can go
 }
 
 TEST(Menus, AnItemsPropertiesSayHowItLooks)
