@@ -29,7 +29,12 @@ protected:
         if (!display)
             GTEST_SKIP() << "no display; ./dev test starts one";
         setenv("DISPLAY", display, 1);
+        keepDriver();
     }
+
+private:
+    /// Has the software driver of OpenGL stay loaded to the end: a leak checker cannot name what it has lost otherwise.
+    static void keepDriver();
 };
 
 /// The viewer in a window on the display, with a hand on its mouse and keyboard.
