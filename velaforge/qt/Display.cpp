@@ -7,6 +7,7 @@
 #include <QLibraryInfo>
 
 #include <cstring>
+#include <utility>
 
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -33,14 +34,26 @@ QByteArray askedPlatform(int argc, char** argv)
     return qgetenv("QT_QPA_PLATFORM");
 }
 
+/// Kept until Qt has a connection of its own: a server that loses its only client begins anew, and that takes longer than
+/// all the rest.
+xcb_connection_t*& keptConnection()
+{
+    static xcb_connection_t* kept = nullptr;
+    return kept;
+}
+
 bool isXThere()
 {
     if (qEnvironmentVariableIsEmpty("DISPLAY"))
         return false;
+    letGoOfDisplay();
     xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
-    const bool isThere = xcb_connection_has_error(connection) == 0;
+    if (xcb_connection_has_error(connection) == 0) {
+        keptConnection() = connection;
+        return true;
+    }
     xcb_disconnect(connection);
-    return isThere;
+    return false;
 }
 
 bool isWaylandThere()
@@ -67,6 +80,12 @@ bool isWaylandThere()
 }
 
 } // namespace
+
+void letGoOfDisplay()
+{
+    if (keptConnection())
+        xcb_disconnect(std::exchange(keptConnection(), nullptr));
+}
 
 QString whyNoDisplay(int argc, char** argv, QByteArray& platform)
 {

@@ -81,8 +81,10 @@ struct Toolkit
 {
     Toolkit(int& argc, char** argv)
     {
+        // Qt by itself would look for an X display even where there is but another.
         QByteArray platform;
-        vfApplication::whyNoDisplay(argc, argv, platform);
+        if (!qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
+            vfApplication::whyNoDisplay(argc, argv, platform);
         if (!platform.isEmpty())
             qputenv("QT_QPA_PLATFORM", platform);
         const QtMessageHandler before = qInstallMessageHandler(handleStartMessage);
@@ -90,6 +92,7 @@ struct Toolkit
             toQt(vfBase::VfString(vfBase::ApplicationInfo::instance().getApplicationName())));
         application = std::make_unique<GuardedApplication>(argc, argv);
         qInstallMessageHandler(before);
+        letGoOfDisplay();
         for (const QByteArray& line : startMessages())
             qWarning("%s", line.constData());
         application->setQuitOnLastWindowClosed(false);

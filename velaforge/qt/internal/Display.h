@@ -11,4 +11,7 @@ namespace vfApplication {
 /// @return why there is none; empty when it answers
 QString whyNoDisplay(int argc, char** argv, QByteArray& platform);
 
+/// Ends the connection by which whyNoDisplay has found out, once there is another.
+void letGoOfDisplay();
+
 } // namespace vfApplication
