@@ -2,7 +2,6 @@
 #include <velaforge/qt/internal/AutoHideStrips.h>
 
 #include <QApplication>
-#include <QDockWidget>
 #include <QEvent>
 #include <QKeyEvent>
 #include <QLabel>

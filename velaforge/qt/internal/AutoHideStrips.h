@@ -3,13 +3,13 @@
 
 #include <velaforge/qt/Export.h>
 
+#include <QDockWidget>
 #include <QFrame>
 #include <QObject>
 #include <QPointer>
 
 #include <map>
 
-class QDockWidget;
 class QMainWindow;
 class QToolBar;
 class QToolButton;
