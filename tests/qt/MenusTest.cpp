@@ -380,6 +380,42 @@ TEST(Menus, AKeyRunsItsCommand)
     });
 }
 
+TEST(Menus, AKeyRunsItsCommandInWindowsOfDocumentsAndNotInDialogs)
+{
+    const TemporaryDirectory directory;
+    const std::string path = directory.write("one.sheet", "one\n");
+    auto ui = declaring([](CommandItem* root) {
+        CommandItem item = add(add(*root, "Edit"), "sheet::AddLine");
+        item.setProperty("shortcut", VfVariant("L"), nullptr);
+        item.setProperty("argument", VfVariant("by key"), nullptr);
+    });
+    ui->mode = vfApplication::UiSetup::SeparateWindows;
+    Program program({path}, std::move(ui));
+    program.run([&] {
+        const auto lines = [&] { return program.ui([&] { return program.sheet()->lines.size(); }); };
+        program.ui([&] { QtApplication::instance()->showProblem("one", "two"); });
+        QWidget* problems = program.ui([&] {
+            auto* dialog = program.window().findChild<QWidget*>(QStringLiteral("problems"));
+            dialog->activateWindow();
+            return dialog;
+        });
+        ASSERT_TRUE(program.waitFor([&] { return problems->isActiveWindow(); }));
+        program.ui([&] { QTest::keyClick(problems, Qt::Key_L); });
+        EXPECT_EQ(1u, lines());
+        QWidget* own = program.ui([&] {
+            QWidget* window =
+                dynamic_cast<vfTest::SheetView*>(program.sheet()->getFirstView())->getWidget()->window();
+            problems->hide();
+            window->activateWindow();
+            return window;
+        });
+        ASSERT_NE(&program.window(), own);
+        ASSERT_TRUE(program.waitFor([&] { return own->isActiveWindow(); }));
+        program.ui([&] { QTest::keyClick(own, Qt::Key_L); });
+        EXPECT_EQ(2u, lines());
+    });
+}
+
 TEST(Menus, OfTheActiveViewJoinThoseOfTheWindow)
 {
     const TemporaryDirectory directory;

@@ -16,7 +16,6 @@
 
 #include <QCoreApplication>
 #include <QSet>
-#include <QWidget>
 
 #include <exception>
 
@@ -134,13 +133,25 @@ ActionTable::Entry& ActionTable::entry(const std::string& name, const CommandIte
     made->item = item;
     made->action = new QAction(this);
     made->action->setObjectName(toQt(name));
-    made->action->setShortcutContext(Qt::ApplicationShortcut);
+    made->action->setShortcutContext(Qt::WindowShortcut); // a dialog has keys of its own
     const Entry* chosen = made.get();
     connect(made->action, &QAction::triggered, this, [this, chosen] { run(chosen->name, chosen->argument); });
     m_window.addAction(made->action);
+    for (QWidget* window : m_otherWindows) {
+        if (window)
+            window->addAction(made->action);
+    }
     m_entries.push_back(std::move(made));
     refresh(*m_entries.back());
     return *m_entries.back();
+}
+
+void ActionTable::addWindow(QWidget& window)
+{
+    m_otherWindows.removeAll(nullptr);
+    m_otherWindows.append(&window);
+    for (const auto& entry : m_entries)
+        window.addAction(entry->action);
 }
 
 QAction* ActionTable::action(const CommandItem& item)

@@ -92,6 +92,7 @@ MainWindow::MainWindow()
     connect(m_area, &DocumentArea::activated, this, &MainWindow::onFrameActivated);
     connect(m_area, &DocumentArea::closeRequested, this, [this](ViewFrame* frame) { closeFrame(*frame); });
     connect(m_area, &DocumentArea::windowMade, this, [this](QMainWindow* window, ViewFrame* frame) {
+        m_actions.addWindow(*window);
         m_builder.addMenus(*window->menuBar(), declaredViewMenus(frame->view().getViewName().str()));
     });
     connect(&m_actions, &ActionTable::commandRun, this, [this] {

@@ -10,6 +10,8 @@
 #include <QKeySequence>
 #include <QList>
 #include <QObject>
+#include <QPointer>
+#include <QWidget>
 
 #include <memory>
 #include <string>
@@ -40,6 +42,9 @@ public:
 
     /// @param window  gets the actions, so that their keys work
     explicit ActionTable(QWidget& window);
+
+    /// Has the keys of the actions work in another window of the program, too.
+    void addWindow(QWidget& window);
 
     /// @return the action for a leaf of a declaration, the table's
     QAction* action(const CommandItem& item);
@@ -80,6 +85,7 @@ private:
     void refreshUnknown(Entry& entry);
 
     QWidget& m_window;
+    QList<QPointer<QWidget>> m_otherWindows;
     std::vector<std::unique_ptr<Entry>> m_entries;
 };
 
