@@ -324,8 +324,7 @@ TEST_F(ViewerWindow, AFileThatWasReplacedIsReadAgainAndTheCameraStays)
         osg::Vec3d eye, centre, up;
         viewer.ui([&] { viewer.viewport()->getLookAt(eye, centre, up); });
         const auto points = viewer.ui([&] { return vfTest::digestOf(viewer.model()->getModelScene()); });
-        fs::copy_file(vfTest::signpost("stl"), directory.file("other.stl"));
-        // Another model, in STL too: what the boat is.
+        // One triangle in the place of the signpost.
         const std::string text =
             "solid t\nfacet normal 0 0 1\nouter loop\nvertex 0 0 0\nvertex 9 0 0\nvertex 0 9 0\n"
             "endloop\nendfacet\nendsolid t\n";

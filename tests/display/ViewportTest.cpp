@@ -93,10 +93,7 @@ TEST_F(Viewport, LooksAsItDidWhenItWasLookedAt)
     Viewer viewer({sailboat});
     viewer.run([&] {
         settle(viewer);
-        const QImage picture = viewer.ui([&] {
-            viewer.program().window().resize(1200, 800);
-            return QImage();
-        });
+        viewer.ui([&] { viewer.program().window().resize(1200, 800); });
         settle(viewer);
         const QImage shown = viewer.ui([&] { return viewer.program().window().grab().toImage(); });
         if (const char* keep = std::getenv("VELAFORGE_KEEP_PICTURES"))
@@ -227,11 +224,7 @@ TEST_F(Viewport, HasTheStandardViewsAndFitsTheModel)
             viewer.hand.key(key);
             settle(viewer);
             const Camera camera = cameraOf(viewer);
-            const bool isFromThere = key[0] == '3' || std::string(key) == "Ctrl+3"
-                                         ? std::abs(camera.direction().x()) > 0.999
-                                         : camera.direction() * direction > 0.999;
-            EXPECT_TRUE(isFromThere) << key << ": " << camera.direction().x() << ' ' << camera.direction().y()
-                                     << ' ' << camera.direction().z();
+            EXPECT_LT(0.999, camera.direction() * direction) << key;
         }
         const QPoint middle = viewer.ui([&] { return Viewer::onScreen(*viewer.viewport()); });
         viewer.hand.drag(middle, middle + QPoint(300, 200), Hand::Middle);

@@ -57,7 +57,7 @@ public:
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
 
-    /// Called with the document manager, to enter other kinds of document. Before run().
+    /// Called when the shell is there, before the files of the command line are opened. To be set before run().
     std::function<void()> onInitialized;
 
     /// Whether what is not saved in the end is asked about, as it is in every program, or thrown away.

@@ -128,11 +128,8 @@ void Docks::realizeAll()
 }
 
 /// A column or a row of its own, so that all others keep their places and sizes.
-void Docks::placeBeside(QtDockWindow& half)
+void Docks::placeBeside(QtDockWindow& half, DockWindow::DockArea area)
 {
-    const DockWindow::DockArea area = half.getArea();
-    if (area == DockWindow::NoDockArea)
-        return;
     const bool isUpright = area == DockWindow::LeftDockArea || area == DockWindow::RightDockArea;
     m_window.addDockWidget(static_cast<Qt::DockWidgetArea>(int(area)), half.getWidget(),
                            isUpright ? Qt::Horizontal : Qt::Vertical);
@@ -180,8 +177,7 @@ void Docks::restore()
         const bool isNew = std::find(newcomers.begin(), newcomers.end(), half) != newcomers.end();
         const auto record = kept.find(idOf(*half));
         if (isNew && places[half] != DockWindow::NoDockArea) {
-            m_window.addDockWidget(static_cast<Qt::DockWidgetArea>(int(places[half])), half->getWidget());
-            placeBeside(*half);
+            placeBeside(*half, places[half]);
             half->getWidget()->setVisible(m_defaults[idOf(*half)].isVisible);
         }
         if (record == kept.end()) {
@@ -301,7 +297,6 @@ void Docks::fillMenu(QMenu& menu)
         action->setEnabled(half->getCloseable() || !half->getVisible());
         connect(action, &QAction::triggered, this, [this, id] { toggle(id); });
     }
-    menu.setEnabled(true);
     if (menu.isEmpty())
         menu.addAction(tr("No windows"))->setEnabled(false);
 }

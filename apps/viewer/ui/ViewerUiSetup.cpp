@@ -42,8 +42,8 @@ void ViewerUiSetup::setupMenus(CommandItem* root)
     CommandItem from = addMenu(&view, "&Look from");
     addItem(from, "vfViewer::ViewFront", "&Front", "1", "view-front");
     addItem(from, "vfViewer::ViewBack", "&Back", "Ctrl+1", "view-back");
-    addItem(from, "vfViewer::ViewLeft", "&Left", "3", "view-left");
-    addItem(from, "vfViewer::ViewRight", "&Right", "Ctrl+3", "view-right");
+    addItem(from, "vfViewer::ViewLeft", "&Left", "Ctrl+3", "view-left");
+    addItem(from, "vfViewer::ViewRight", "&Right", "3", "view-right");
     addItem(from, "vfViewer::ViewTop", "&Top", "7", "view-top");
     addItem(from, "vfViewer::ViewBottom", "B&ottom", "Ctrl+7", "view-bottom");
     addItem(from, "vfViewer::ViewFrontLeft", "Front left &corner", nullptr, "view-front-left");

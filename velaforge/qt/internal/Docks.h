@@ -64,7 +64,7 @@ private:
 
     void realizeAll();
     void settle(QtDockWindow& half);
-    void placeBeside(QtDockWindow& half);
+    void placeBeside(QtDockWindow& half, DockWindow::DockArea area);
     static std::string idOf(const QtDockWindow& half);
 
     QMainWindow& m_window;
