@@ -1,7 +1,15 @@
 # SPDX-License-Identifier: MIT
 # What the Qt side needs. Where it is not there, everything else is built.
+#   VELAFORGE_WITH_QT       the whole side is built
+#   VELAFORGE_WITH_QT_FILES the part of it that starts threads is, which needs no windows
 set(VELAFORGE_WITH_QT OFF)
-if(VELAFORGE_BUILD_QT)
+set(VELAFORGE_WITH_QT_FILES OFF)
+if(VELAFORGE_BUILD_QT AND VELAFORGE_SANITIZE MATCHES "thread")
+    # Qt itself is not instrumented: what hands its windows from thread to thread could not be followed.
+    find_package(Qt6 6.4 QUIET COMPONENTS Core)
+    find_package(Threads REQUIRED)
+    set(VELAFORGE_WITH_QT_FILES ${Qt6_FOUND})
+elseif(VELAFORGE_BUILD_QT)
     find_package(Qt6 6.4 QUIET COMPONENTS Widgets OpenGLWidgets)
     find_package(Threads REQUIRED)
     find_path(XCB_INCLUDE_DIR xcb/xcb.h)
@@ -9,6 +17,7 @@ if(VELAFORGE_BUILD_QT)
     mark_as_advanced(XCB_INCLUDE_DIR XCB_LIBRARY)
     if(Qt6_FOUND AND XCB_INCLUDE_DIR AND XCB_LIBRARY)
         set(VELAFORGE_WITH_QT ON)
+        set(VELAFORGE_WITH_QT_FILES ON)
         if(NOT TARGET xcb::xcb)
             add_library(xcb::xcb INTERFACE IMPORTED GLOBAL)
             target_include_directories(xcb::xcb SYSTEM INTERFACE "${XCB_INCLUDE_DIR}")

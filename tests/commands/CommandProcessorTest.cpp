@@ -284,6 +284,25 @@ TEST(CommandProcessor, UndoOfTheFirstPutsTheCursorAtTheEndAndRedoRunsItAgain)
     EXPECT_EQ("a", currentName(processor));
 }
 
+TEST(CommandProcessor, NamesTheCommandThatRedoWouldRun)
+{
+    CommandProcessor processor;
+    EXPECT_FALSE(processor.getRedoCommand().isValid());
+    processor.submit(named("a"), true);
+    processor.submit(named("b"), true);
+    EXPECT_FALSE(processor.getRedoCommand().isValid());
+    processor.undo();
+    EXPECT_STREQ("b", processor.getRedoCommand().getName());
+    processor.undo();
+    EXPECT_STREQ("a", processor.getRedoCommand().getName());
+    recorder().take();
+    EXPECT_TRUE(processor.redo());
+    EXPECT_THAT(recorder().take(), ElementsAre("do a"));
+    EXPECT_STREQ("b", processor.getRedoCommand().getName());
+    processor.submit(named("c"), true);
+    EXPECT_FALSE(processor.getRedoCommand().isValid()) << "what could be redone is gone";
+}
+
 TEST(CommandProcessor, RedoWithTheCursorOnTheLastCommandRunsNothing)
 {
     CommandProcessor processor;

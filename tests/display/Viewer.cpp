@@ -60,6 +60,17 @@ void OnDisplay::keepDriver()
 #endif
 }
 
+RunningViewer::RunningViewer(std::vector<std::string> arguments)
+    : RunningProgram([&] {
+#ifdef __SANITIZE_ADDRESS__
+          // What the driver loses cannot be named in another process; the tests within this one look for leaks.
+          setenv("ASAN_OPTIONS", "detect_leaks=0:intercept_tls_get_addr=0", 1);
+#endif
+          arguments.insert(arguments.begin(), VELAFORGE_PROGRAM_DIR "/vfviewer");
+          return arguments;
+      }())
+{}
+
 Viewer::Viewer(const std::vector<std::string>& arguments) : m_program(arguments, Setup())
 {
     vfBase::ApplicationInfo::instance().setApplicationName("vfviewer");

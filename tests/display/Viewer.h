@@ -3,6 +3,7 @@
 
 #include "Hand.h"
 #include "Program.h"
+#include "support/Process.h"
 
 #include "model/ModelDocument.h"
 
@@ -35,6 +36,13 @@ protected:
 private:
     /// Has the software driver of OpenGL stay loaded to the end: a leak checker cannot name what it has lost otherwise.
     static void keepDriver();
+};
+
+/// The program itself, as a person starts it.
+class RunningViewer : public RunningProgram
+{
+public:
+    explicit RunningViewer(std::vector<std::string> arguments);
 };
 
 /// The viewer in a window on the display, with a hand on its mouse and keyboard.

@@ -98,42 +98,6 @@ void clickButton(Viewer& viewer, const char* dialog, const char* button)
     EXPECT_TRUE(viewer.program().waitForNoDialog());
 }
 
-/// The program itself, as a person starts it.
-class RunningViewer
-{
-public:
-    explicit RunningViewer(std::vector<std::string> arguments)
-    {
-        arguments.insert(arguments.begin(), VELAFORGE_PROGRAM_DIR "/vfviewer");
-        std::vector<char*> pointers;
-        for (std::string& argument : arguments)
-            pointers.push_back(argument.data());
-        pointers.push_back(nullptr);
-#ifdef __SANITIZE_ADDRESS__
-        // What the driver loses cannot be named in another process; the tests within this one look for leaks.
-        setenv("ASAN_OPTIONS", "detect_leaks=0:intercept_tls_get_addr=0", 1);
-#endif
-        EXPECT_EQ(0, posix_spawn(&m_process, pointers[0], nullptr, nullptr, pointers.data(), environ));
-    }
-
-    /// @return its exit status; 128 and more when a signal ended it, or when it does not end
-    int wait() const
-    {
-        int status = 0;
-        for (int i = 0; i < 1000; ++i) {
-            if (waitpid(m_process, &status, WNOHANG) == m_process)
-                return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-            Program::pause(10);
-        }
-        kill(m_process, SIGKILL);
-        waitpid(m_process, &status, 0);
-        return 255;
-    }
-
-private:
-    pid_t m_process = 0;
-};
-
 /// Runs the script in a process of its own, so that another can follow it.
 void inAnotherProcess(const std::function<void()>& script)
 {
@@ -453,12 +417,12 @@ TEST_F(ViewerWindow, EveryCommandIsRunOnceAndTakenBackOrSaysThatItCannotBe)
 TEST_F(ViewerWindow, OfTheProgramItselfShowsTheModelAndClosesByKey)
 {
     Hand hand;
-    const RunningViewer viewer({sailboat});
+    vfTest::RunningViewer viewer({sailboat});
     ASSERT_TRUE(hand.waitForWindow("sailboat.obj — vfviewer"));
     Program::pause(300);
     hand.click(QPoint(600, 400)); // where the keyboard goes, without a window manager
     hand.key("Ctrl+Q");
-    EXPECT_EQ(0, viewer.wait());
+    EXPECT_EQ(0, viewer.wait().status);
     EXPECT_THAT(vfTest::readFile(std::string(std::getenv("XDG_CONFIG_HOME")) + "/velaforge/vfviewer.json"),
                 testing::AllOf(HasSubstr("vfApplicationQt::WindowSettings"), HasSubstr("sailboat.obj")));
 }
@@ -466,7 +430,7 @@ TEST_F(ViewerWindow, OfTheProgramItselfShowsTheModelAndClosesByKey)
 TEST_F(ViewerWindow, OfTheProgramItselfTellsWhatCouldNotBeOpenedAndEndsWithStatus4)
 {
     Hand hand;
-    const RunningViewer viewer({"/none/at/all.obj", sailboat});
+    vfTest::RunningViewer viewer({"/none/at/all.obj", sailboat});
     ASSERT_TRUE(hand.waitForWindow("Problems"));
     ASSERT_TRUE(hand.waitForWindow("sailboat.obj — vfviewer"));
     Program::pause(300);
@@ -474,7 +438,7 @@ TEST_F(ViewerWindow, OfTheProgramItselfTellsWhatCouldNotBeOpenedAndEndsWithStatu
     Program::pause(300);
     hand.click(QPoint(600, 400));
     hand.key("Ctrl+Q");
-    EXPECT_EQ(4, viewer.wait());
+    EXPECT_EQ(4, viewer.wait().status);
 }
 
 TEST_F(ViewerWindow, TwoHundredModelsOpenedAndClosedGrowNothing)

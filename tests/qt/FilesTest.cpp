@@ -6,7 +6,6 @@
 #include <velaforge/documents/FileHistory.h>
 #include <velaforge/qt/QtDocManager.h>
 #include <velaforge/qt/internal/FileExistence.h>
-#include <velaforge/qt/internal/FileWatcher.h>
 #include <velaforge/qt/internal/MainWindow.h>
 #include <velaforge/qt/internal/ProblemsDialog.h>
 #include <velaforge/qt/internal/RecentFilesMenu.h>
@@ -30,70 +29,14 @@ namespace fs = std::filesystem;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using vfApplication::FileExistence;
-using vfApplication::FileWatcher;
 using vfApplication::RecentFilesMenu;
+using vfTest::overwriteFile;
 using vfTest::Program;
 using vfTest::readFile;
+using vfTest::replaceFile;
 using vfTest::TemporaryDirectory;
 
 namespace {
-
-void write(const std::string& path, const std::string& contents)
-{
-    std::ofstream(path) << contents;
-}
-
-/// As careful programs save.
-void replace(const std::string& path, const std::string& contents)
-{
-    write(path + ".new", contents);
-    fs::rename(path + ".new", path);
-}
-
-/// A watcher and what it told, without a program.
-struct Watched
-{
-    Watched()
-    {
-        QObject::connect(&watcher, &FileWatcher::changed,
-                         [this](const QByteArray& path) { tell("changed ", path); });
-        QObject::connect(&watcher, &FileWatcher::removed,
-                         [this](const QByteArray& path) { tell("removed ", path); });
-        QObject::connect(&watcher, &FileWatcher::restored,
-                         [this](const QByteArray& path) { tell("restored ", path); });
-    }
-
-    void tell(const char* what, const QByteArray& path)
-    {
-        told.push_back(what + fs::path(path.toStdString()).filename().string());
-    }
-
-    /// Waits for that many messages, and then for more that should not come.
-    std::vector<std::string> wait(std::size_t count)
-    {
-        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
-        while (told.size() < count && std::chrono::steady_clock::now() < end)
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-        rest();
-        return std::exchange(told, {});
-    }
-
-    /// Long enough for anything to be told.
-    void rest() const
-    {
-        const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(250);
-        while (std::chrono::steady_clock::now() < end)
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-    }
-
-    int argc = 1;
-    char name[8] = "program";
-    char* argv[2] = {name, nullptr};
-    QCoreApplication application{argc, argv};
-    TemporaryDirectory directory;
-    FileWatcher watcher{20};
-    std::vector<std::string> told;
-};
 
 /// A menu of recent files over files that answer when they are told to.
 struct RecentFiles
@@ -140,127 +83,6 @@ std::vector<std::string> history(const Program& program)
 
 } // namespace
 
-TEST(FileWatcher, TellsOnceHoweverManyWritesMakeOneChange)
-{
-    Watched watched;
-    const std::string path = watched.directory.write("a.txt", "one");
-    watched.watcher.add(path);
-    watched.rest();
-    for (int i = 0; i < 20; ++i)
-        write(path, "part " + std::to_string(i));
-    EXPECT_THAT(watched.wait(1), ElementsAre("changed a.txt"));
-    write(path, "another");
-    EXPECT_THAT(watched.wait(1), ElementsAre("changed a.txt"));
-}
-
-TEST(FileWatcher, AFileThatIsOnlyTouchedHasNotChanged)
-{
-    Watched watched;
-    const std::string path = watched.directory.write("a.txt", "one");
-    watched.watcher.add(path);
-    watched.rest();
-    fs::last_write_time(path, fs::file_time_type::clock::now() + std::chrono::hours(1));
-    EXPECT_THAT(watched.wait(0), ElementsAre());
-    write(path, "one"); // the same once more
-    EXPECT_THAT(watched.wait(0), ElementsAre());
-    write(path, "two");
-    EXPECT_THAT(watched.wait(1), ElementsAre("changed a.txt"));
-}
-
-TEST(FileWatcher, SurvivesReplacementByRename)
-{
-    Watched watched;
-    const std::string path = watched.directory.write("a.txt", "one");
-    watched.watcher.add(path);
-    watched.rest();
-    for (const char* contents : {"two", "three", "four"}) {
-        replace(path, contents);
-        EXPECT_THAT(watched.wait(1), ElementsAre("changed a.txt")) << contents;
-    }
-    write(path, "five"); // in place, after it was replaced
-    EXPECT_THAT(watched.wait(1), ElementsAre("changed a.txt"));
-}
-
-TEST(FileWatcher, AFileThatIsRemovedAndMadeAnewAtOnceHasChanged)
-{
-    Watched watched;
-    const std::string path = watched.directory.write("a.txt", "one");
-    watched.watcher.add(path);
-    watched.rest();
-    fs::remove(path);
-    write(path, "two");
-    EXPECT_THAT(watched.wait(1), ElementsAre("changed a.txt"));
-}
-
-TEST(FileWatcher, TellsThatAFileIsGoneAndThatItIsBack)
-{
-    Watched watched;
-    const std::string path = watched.directory.write("a.txt", "one");
-    watched.watcher.add(path);
-    watched.rest();
-    fs::rename(path, path + ".away");
-    EXPECT_THAT(watched.wait(1), ElementsAre("removed a.txt"));
-    fs::rename(path + ".away", path);
-    EXPECT_THAT(watched.wait(1), ElementsAre("restored a.txt"));
-    fs::remove(path);
-    EXPECT_THAT(watched.wait(1), ElementsAre("removed a.txt"));
-    write(path, "another");
-    EXPECT_THAT(watched.wait(1), ElementsAre("changed a.txt"));
-}
-
-TEST(FileWatcher, WhatIsAcknowledgedIsNotTold)
-{
-    Watched watched;
-    const std::string path = watched.directory.write("a.txt", "one");
-    watched.watcher.add(path);
-    watched.rest();
-    replace(path, "our own");
-    watched.watcher.acknowledge(path);
-    EXPECT_THAT(watched.wait(0), ElementsAre());
-    replace(path, "theirs");
-    EXPECT_THAT(watched.wait(1), ElementsAre("changed a.txt"));
-}
-
-TEST(FileWatcher, FollowsALinkToTheFileItself)
-{
-    Watched watched;
-    watched.directory.write("real/a.txt", "one");
-    const std::string link = watched.directory.file("link.txt");
-    fs::create_symlink(watched.directory.file("real/a.txt"), link);
-    watched.watcher.add(link);
-    watched.rest();
-    replace(watched.directory.file("real/a.txt"), "two");
-    EXPECT_THAT(watched.wait(1), ElementsAre("changed link.txt"));
-}
-
-TEST(FileWatcher, WhatIsNoLongerWatchedIsNotTold)
-{
-    Watched watched;
-    const std::string a = watched.directory.write("a.txt", "one");
-    const std::string b = watched.directory.write("b.txt", "one");
-    watched.watcher.add(a);
-    watched.watcher.add(b);
-    watched.watcher.add(b);
-    EXPECT_TRUE(watched.watcher.contains(a));
-    watched.watcher.remove(a);
-    EXPECT_FALSE(watched.watcher.contains(a));
-    watched.rest();
-    write(a, "two");
-    replace(b, "two");
-    EXPECT_THAT(watched.wait(1), ElementsAre("changed b.txt"));
-}
-
-TEST(FileWatcher, ALargeFileIsToldApartByItsSizeAndTime)
-{
-    Watched watched;
-    const std::string path = watched.directory.write("large", "x");
-    fs::resize_file(path, 65ull * 1024 * 1024); // without blocks on the disk
-    watched.watcher.add(path);
-    watched.rest();
-    fs::resize_file(path, 66ull * 1024 * 1024);
-    EXPECT_THAT(watched.wait(1), ElementsAre("changed large"));
-}
-
 TEST(Reloading, ReadsAFileAgainThatChangedIfThatIsWanted)
 {
     const TemporaryDirectory directory;
@@ -268,7 +90,7 @@ TEST(Reloading, ReadsAFileAgainThatChangedIfThatIsWanted)
     Program program({path});
     program.run([&] {
         program.pause(100);
-        replace(path, "from outside\n");
+        replaceFile(path, "from outside\n");
         ASSERT_TRUE(program.waitForDialog("reloadQuestion"));
         EXPECT_TRUE(program.answer("reloadQuestion", "Read again"));
         EXPECT_TRUE(program.waitFor([&] { return program.sheet()->text() == "from outside\n"; }));
@@ -289,7 +111,7 @@ TEST(Reloading, AsksOnceForEachChange)
     program.run([&] {
         program.pause(100);
         for (const char* contents : {"two\n", "three\n"}) {
-            replace(path, contents);
+            replaceFile(path, contents);
             EXPECT_TRUE(program.answer("reloadQuestion", "Keep as it is")) << contents;
             EXPECT_TRUE(program.waitForNoDialog());
         }
@@ -308,14 +130,14 @@ TEST(Reloading, AChangeWhileTheQuestionStandsIsAskedAboutAfterwardsUnlessItWasRe
     Program program({path});
     program.run([&] {
         program.pause(100);
-        replace(path, "two\n");
+        replaceFile(path, "two\n");
         ASSERT_TRUE(program.waitForDialog("reloadQuestion"));
-        replace(path, "three\n");
+        replaceFile(path, "three\n");
         program.pause(600);
         EXPECT_TRUE(program.answer("reloadQuestion", "Keep as it is"));
         program.pause(50);
         ASSERT_TRUE(program.waitForDialog("reloadQuestion"));
-        replace(path, "four\n");
+        replaceFile(path, "four\n");
         program.pause(600);
         EXPECT_TRUE(program.answer("reloadQuestion", "Read again"));
         EXPECT_TRUE(program.waitFor([&] { return program.sheet()->text() == "four\n"; }));
@@ -344,10 +166,10 @@ TEST(Reloading, DoesNotAskAboutOurOwnSaves)
         program.ui([&] { program.invoke("vfApplicationQt::ActionSaveAs", other.c_str()); });
         program.pause(500);
         EXPECT_EQ(nullptr, program.ui([] { return Program::dialog(); }));
-        replace(path, "from outside\n");
+        replaceFile(path, "from outside\n");
         program.pause(500);
         EXPECT_EQ(nullptr, program.ui([] { return Program::dialog(); }));
-        replace(other, "from outside\n");
+        replaceFile(other, "from outside\n");
         EXPECT_TRUE(program.answer("reloadQuestion", "Read again"));
         EXPECT_TRUE(program.waitFor([&] { return program.sheet()->text() == "from outside\n"; }));
     });
@@ -361,7 +183,7 @@ TEST(Reloading, WarnsOfChangesThatWouldBeLost)
     program.run([&] {
         program.pause(100);
         program.ui([&] { program.invoke("sheet::AddLine", "mine"); });
-        replace(path, "theirs\n");
+        replaceFile(path, "theirs\n");
         ASSERT_TRUE(program.waitForDialog("reloadQuestion"));
         program.ui([] {
             const auto* box = qobject_cast<QMessageBox*>(Program::dialog());
@@ -382,14 +204,14 @@ TEST(Reloading, AContentThatDoesNotLoadLeavesTheDocumentAndTheNextOneIsAskedAbou
     program.run([&] {
         program.pause(100);
         for (const char* contents : {"bad\n", "throw\n"}) {
-            replace(path, contents);
+            replaceFile(path, contents);
             EXPECT_TRUE(program.answer("reloadQuestion", "Read again")) << contents;
             EXPECT_TRUE(program.waitFor(
                 [&] { return program.window().findChild<vfApplication::ProblemsDialog*>() != nullptr; }));
             EXPECT_TRUE(program.waitForNoDialog());
             EXPECT_EQ("one\n", program.ui([&] { return program.sheet()->text(); }));
         }
-        replace(path, "good again\n");
+        replaceFile(path, "good again\n");
         EXPECT_TRUE(program.answer("reloadQuestion", "Read again"));
         EXPECT_TRUE(program.waitFor([&] { return program.sheet()->text() == "good again\n"; }));
     });
@@ -425,7 +247,7 @@ TEST(Reloading, ADocumentThatWasClosedIsNotAskedAbout)
     program.run([&] {
         program.pause(100);
         program.ui([&] { program.application().closeDocument(program.sheet()); });
-        replace(path, "from outside\n");
+        replaceFile(path, "from outside\n");
         program.pause(600);
         EXPECT_EQ(nullptr, program.ui([] { return Program::dialog(); }));
     });

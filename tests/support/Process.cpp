@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Process.h"
 
-#include "TemporaryDirectory.h"
-
 #include <csignal>
 
 #include <fcntl.h>
@@ -31,19 +29,41 @@ namespace {
 
 } // namespace
 
-Outcome runProgram(const std::vector<std::string>& arguments, const std::string& directory)
+RunningProgram::RunningProgram(const std::vector<std::string>& arguments, const std::string& directory)
+    : m_process(fork())
 {
-    const TemporaryDirectory place;
-    const pid_t child = fork();
-    if (child == 0)
-        become(arguments, directory, place.file("out"), place.file("err"));
+    if (m_process == 0)
+        become(arguments, directory, m_place.file("out"), m_place.file("err"));
+}
+
+RunningProgram::~RunningProgram()
+{
+    if (m_isOver)
+        return;
+    kill(m_process, SIGKILL);
+    waitpid(m_process, nullptr, 0);
+}
+
+Outcome RunningProgram::wait()
+{
     int status = 0;
-    waitpid(child, &status, 0);
+    waitpid(m_process, &status, 0);
+    m_isOver = true;
     Outcome outcome;
     outcome.status = WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
-    outcome.out = readFile(place.file("out"));
-    outcome.err = readFile(place.file("err"));
+    outcome.out = readFile(m_place.file("out"));
+    outcome.err = readFile(m_place.file("err"));
     return outcome;
+}
+
+void RunningProgram::terminate() const
+{
+    kill(m_process, SIGTERM);
+}
+
+Outcome runProgram(const std::vector<std::string>& arguments, const std::string& directory)
+{
+    return RunningProgram(arguments, directory).wait();
 }
 
 } // namespace vfTest

@@ -45,4 +45,15 @@ std::string readFile(const std::string& path)
     return std::string(std::istreambuf_iterator<char>(stream), {});
 }
 
+void overwriteFile(const std::string& path, const std::string& contents)
+{
+    std::ofstream(path, std::ios::binary) << contents;
+}
+
+void replaceFile(const std::string& path, const std::string& contents)
+{
+    overwriteFile(path + ".new", contents);
+    fs::rename(path + ".new", path);
+}
+
 } // namespace vfTest

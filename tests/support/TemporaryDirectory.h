@@ -30,4 +30,10 @@ private:
 /// @return the whole contents of a file, empty when it cannot be read
 std::string readFile(const std::string& path);
 
+/// Writes into the file that is there, or makes one.
+void overwriteFile(const std::string& path, const std::string& contents);
+
+/// Puts another file in its place, as careful programs save.
+void replaceFile(const std::string& path, const std::string& contents);
+
 } // namespace vfTest

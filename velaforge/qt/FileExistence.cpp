@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/qt/internal/FileExistence.h>
 
+#include <QCoreApplication>
+#include <QEvent>
+
 #include <system_error>
 #include <thread>
 
@@ -47,7 +50,12 @@ void FileExistence::look(const std::shared_ptr<Shared>& shared, const std::strin
     shared->busy[path] = false;
     shared->states[path] = isFound ? There : Missing;
     if (shared->owner)
-        QMetaObject::invokeMethod(shared->owner, &FileExistence::found, Qt::QueuedConnection);
+        QCoreApplication::postEvent(shared->owner, new QEvent(QEvent::User));
+}
+
+void FileExistence::customEvent(QEvent*)
+{
+    Q_EMIT found();
 }
 
 void FileExistence::check(const std::string& path)

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/qt/internal/FileWatcher.h>
 
+#include <QCoreApplication>
 #include <QCryptographicHash>
+#include <QEvent>
 #include <QFile>
 #include <QFileInfo>
 
@@ -141,15 +143,27 @@ void FileWatcher::look(const std::string& path)
         if (!(finding.stamp == stamp) || digest.isEmpty())
             finding.digest = digestOf(path, finding.stamp);
         const std::lock_guard<std::mutex> lock(shared->mutex);
-        if (FileWatcher* owner = shared->owner)
-            QMetaObject::invokeMethod(
-                owner, [owner, finding] { owner->onFinding(finding); }, Qt::QueuedConnection);
+        if (!shared->owner)
+            return;
+        shared->findings.push_back(std::move(finding));
+        QCoreApplication::postEvent(shared->owner, new QEvent(QEvent::User));
     };
     try {
         std::thread(job).detach();
     } catch (const std::system_error&) {
         m_quiet.start(); // another time
     }
+}
+
+void FileWatcher::customEvent(QEvent*)
+{
+    std::vector<Finding> findings;
+    {
+        const std::lock_guard<std::mutex> lock(m_shared->mutex);
+        findings.swap(m_shared->findings);
+    }
+    for (const Finding& finding : findings)
+        onFinding(finding);
 }
 
 void FileWatcher::onFinding(const Finding& finding)

@@ -44,6 +44,9 @@ Q_SIGNALS:
     /// On the thread of this object.
     void found();
 
+protected:
+    void customEvent(QEvent* event) override;
+
 private:
     /// Outlives this object while threads are at work.
     struct Shared

@@ -13,6 +13,7 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <vector>
 
 namespace vfApplication {
 
@@ -48,6 +49,9 @@ Q_SIGNALS:
     /// It is back, with what stood in it before.
     void restored(const QByteArray& path);
 
+protected:
+    void customEvent(QEvent* event) override;
+
 private:
     struct Stamp
     {
@@ -81,6 +85,8 @@ private:
     {
         std::mutex mutex;
         FileWatcher* owner = nullptr;
+        std::vector<Finding>
+            findings; ///< which the owner has been told of by an event, and has not taken yet
     };
 
     static Stamp stampOf(const std::string& path);
