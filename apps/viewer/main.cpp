@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "headless/HeadlessModelView.h"
-#include "model/FileGate.h"
 #include "model/FirstView.h"
 #include "model/ViewerDocuments.h"
+#include "reading/FileGate.h"
 #include "ui/ModulePlugin.h"
 #include "ui/OptionsPages.h"
 #include "ui/SceneModule.h"

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "Viewer.h"
 
-#include "model/FileGate.h"
 #include "qt/QtModelView.h"
 #include "qt/QtWindowSide.h"
+#include "reading/FileGate.h"
 #include "ui/SceneModule.h"
 #include "ui/ViewerUiSetup.h"
 

@@ -44,13 +44,25 @@ RunningProgram::~RunningProgram()
     waitpid(m_process, nullptr, 0);
 }
 
+bool RunningProgram::isOverWithin(int milliseconds)
+{
+    for (int waited = 0; !m_isOver; waited += 10) {
+        m_isOver = waitpid(m_process, &m_status, WNOHANG) == m_process;
+        if (waited >= milliseconds)
+            break;
+        if (!m_isOver)
+            usleep(10000);
+    }
+    return m_isOver;
+}
+
 Outcome RunningProgram::wait()
 {
-    int status = 0;
-    waitpid(m_process, &status, 0);
+    if (!m_isOver)
+        waitpid(m_process, &m_status, 0);
     m_isOver = true;
     Outcome outcome;
-    outcome.status = WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+    outcome.status = WIFEXITED(m_status) ? WEXITSTATUS(m_status) : -WTERMSIG(m_status);
     outcome.out = readFile(m_place.file("out"));
     outcome.err = readFile(m_place.file("err"));
     return outcome;

@@ -31,6 +31,9 @@ public:
     RunningProgram(const RunningProgram&) = delete;
     RunningProgram& operator=(const RunningProgram&) = delete;
 
+    /// Waits for its end that long at most. @return whether it is over
+    bool isOverWithin(int milliseconds);
+
     /// Waits for its end. @return what came of it
     Outcome wait();
 
@@ -43,6 +46,7 @@ private:
     const TemporaryDirectory m_place; ///< for what it prints
     pid_t m_process;
     bool m_isOver = false;
+    int m_status = 0;
 };
 
 /// Runs a program to its end, at most two minutes, with an empty standard input.

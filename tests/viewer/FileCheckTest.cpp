@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "model/FileCheck.h"
+#include "reading/FileCheck.h"
 
 #include "support/Models.h"
 #include "support/TemporaryDirectory.h"

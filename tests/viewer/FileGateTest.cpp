@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "model/FileGate.h"
+#include "reading/FileGate.h"
 
 #include "support/Models.h"
 #include "support/TemporaryDirectory.h"

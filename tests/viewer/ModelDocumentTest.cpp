@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "model/ModelDocument.h"
 
-#include "model/FileGate.h"
 #include "model/ViewerDocuments.h"
+#include "reading/FileGate.h"
 #include "support/Models.h"
 #include "support/RecordingShell.h"
 #include "support/TemporaryDirectory.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "model/ModelReader.h"
+#include "reading/ModelReader.h"
 
-#include "model/FileGate.h"
+#include "reading/FileGate.h"
 #include "support/Models.h"
 #include "support/TemporaryDirectory.h"
 
@@ -168,20 +168,6 @@ TEST_F(ModelReader, BadFilesGetAReasonInOneLineAndNothingElseIsSaid)
         EXPECT_FALSE(outcome.scene) << path;
         EXPECT_THAT(outcome.reason, HasSubstr(reason)) << path;
         EXPECT_EQ(std::string::npos, outcome.reason.find('\n')) << path;
-    }
-}
-
-TEST_F(ModelReader, FilesCutAnywhereNeverCrashIt)
-{
-    for (const std::string& format : vfTest::signpostFormats()) {
-        const std::string whole = vfTest::readFile(vfTest::signpost(format));
-        for (std::size_t part = 1; part < 20; ++part) {
-            const std::string path =
-                directory.write("cut." + format, whole.substr(0, whole.size() * part / 20));
-            const ReadOutcome outcome = readModel(path);
-            EXPECT_NE(outcome.scene.valid(), !outcome.reason.empty()) << format << " " << part;
-            EXPECT_TRUE(!outcome.scene || format == "obj") << format << " " << part;
-        }
     }
 }
 

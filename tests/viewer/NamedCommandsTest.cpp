@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "model/FileGate.h"
 #include "model/ModelDocument.h"
 #include "model/ModelScene.h"
 #include "model/ModelView.h"
 #include "model/ViewerDocuments.h"
+#include "reading/FileGate.h"
 #include "support/ModelDigest.h"
 #include "support/Models.h"
 #include "support/RecordingShell.h"

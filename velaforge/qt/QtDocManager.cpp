@@ -31,6 +31,7 @@ struct QtDocManagerPrivate
     Document* asked = nullptr;     ///< the document that is being closed
     bool isRevertAnswered = false; ///< the user has said already that the file is to be read again
     bool isEnding = false;         ///< the documents go, whatever is answered
+    bool isCancelled = false;      ///< the user has given up the work that is under way
     int failures = 0;
 };
 
@@ -111,6 +112,7 @@ Document* QtDocManager::createDocument(const vfBase::VfString& path, const vfBas
     const bool isNew = options.isValid() && options.getPluginStringData("NEWDOC") == "TRUE";
     Document* document = nullptr;
     bool isCancelled = isNew; // the one who is asked for a kind may give up
+    d->isCancelled = false;
     if (window())
         beginWork(path);
     try {
@@ -124,9 +126,14 @@ Document* QtDocManager::createDocument(const vfBase::VfString& path, const vfBas
     }
     if (window())
         endWork();
-    if (!document && !isCancelled && d->failures == failuresBefore)
+    if (!document && !isCancelled && !d->isCancelled && d->failures == failuresBefore)
         reportFailure(path, reason);
     return document;
+}
+
+void QtDocManager::noteCancelled()
+{
+    d->isCancelled = true;
 }
 
 void QtDocManager::reportFailure(const vfBase::VfString& path, const vfBase::VfString& reason)
@@ -304,6 +311,7 @@ bool QtDocManager::reload(Document& document)
     vfBase::VfString reason = fromQt(tr("The file could not be read again. The document is as it was."));
     bool isDone = false;
     d->isRevertAnswered = true;
+    d->isCancelled = false;
     beginWork(document.getFilename());
     try {
         isDone = document.revert();
@@ -312,7 +320,7 @@ bool QtDocManager::reload(Document& document)
     }
     endWork();
     d->isRevertAnswered = false;
-    if (!isDone && d->failures == failuresBefore)
+    if (!isDone && !d->isCancelled && d->failures == failuresBefore)
         reportFailure(document.getFilename(), reason);
     return isDone;
 }

@@ -75,6 +75,10 @@ public:
     virtual void reportFailure(const vfBase::VfString& path, const vfBase::VfString& reason);
 
 protected:
+    /// For a document that asks the user, while it is being opened or read again, whether to go on: who gave up need not
+    /// be told that it failed.
+    void noteCancelled();
+
     /// Called before a document is opened, made or read again, and afterwards: shows that work is going on.
     virtual void beginWork(const vfBase::VfString& path);
     virtual void endWork();

@@ -3,6 +3,7 @@
 
 #include "model/ModelWriter.h"
 #include "model/SceneCommands.h"
+#include "reading/ReadJob.h"
 
 #include <velaforge/base/ClassInfo.h>
 #include <velaforge/commands/Command.h>
@@ -125,15 +126,27 @@ FailureListener* ModelDocument::listener() const
     return dynamic_cast<FailureListener*>(getDocumentManager());
 }
 
-ReadOutcome ModelDocument::read(const std::string& path) const
+ReadKind ModelDocument::kind() const
 {
-    return readModel(path);
+    return ReadKind::Model;
+}
+
+void ModelDocument::wait(ReadJob& job) const
+{
+    if (auto* waiter = dynamic_cast<ReadWaiter*>(getDocumentManager()))
+        waiter->waitFor(job);
+    while (!job.wait(1000)) {
+    }
 }
 
 bool ModelDocument::doOpenDocument(const vfBase::VfString& path, const vfBase::Options& options)
 {
     Document::doOpenDocument(path, options);
-    const ReadOutcome outcome = read(path);
+    ReadJob job(kind(), path);
+    wait(job);
+    const ReadOutcome outcome = job.take();
+    if (outcome.isCancelled)
+        return false;
     FailureListener* listener = this->listener();
     if (!outcome.scene) {
         if (listener)
@@ -167,9 +180,9 @@ const vfBase::ClassInfo* ImageDocument::getClassInfo() const
     return &s_classInfo;
 }
 
-ReadOutcome ImageDocument::read(const std::string& path) const
+ReadKind ImageDocument::kind() const
 {
-    return readImageOnQuad(path);
+    return ReadKind::Image;
 }
 
 } // namespace vfViewer

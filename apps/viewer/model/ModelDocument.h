@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "model/ModelReader.h"
 #include "model/ModelScene.h"
+#include "reading/ReaderHost.h"
 
 #include <velaforge/documents/Document.h>
 
@@ -15,6 +15,8 @@ class CommandPrivate;
 
 namespace vfViewer {
 
+class ReadJob;
+
 /// Who wants to know why a file could not be opened or saved: the document manager, if it is one.
 class FailureListener
 {
@@ -23,6 +25,16 @@ public:
     virtual void onFailure(const vfBase::VfString& path, const vfBase::VfString& reason) = 0;
     virtual void onWarning(const vfBase::VfString& path, const vfBase::VfString& warning) = 0;
     virtual void onDetail(const vfBase::VfString& path, const vfBase::VfString& detail) = 0;
+};
+
+/// Who waits while a file is read, and has something better to do: the document manager, if it is one.
+class ReadWaiter
+{
+public:
+    virtual ~ReadWaiter() = default;
+
+    /// Returns when the job is done, or was cancelled here.
+    virtual void waitFor(ReadJob& job) = 0;
 };
 
 /// A 3D model.
@@ -78,13 +90,14 @@ protected:
     bool doOpenDocument(const vfBase::VfString& path, const vfBase::Options& options) override;
     vfBase::WriteResult doSaveDocument(const vfBase::VfString& path, const vfBase::Options& options) override;
 
-    virtual ReadOutcome read(const std::string& path) const;
+    virtual ReadKind kind() const;
 
 private:
     ModelDocument(const ModelDocument&) = delete;
     ModelDocument& operator=(const ModelDocument&) = delete;
 
     FailureListener* listener() const;
+    void wait(ReadJob& job) const;
     bool submit(vfApplication::CommandPrivate* body);
 
     osg::ref_ptr<ModelScene> m_scene;
@@ -100,7 +113,7 @@ public:
     const vfBase::ClassInfo* getClassInfo() const override;
 
 protected:
-    ReadOutcome read(const std::string& path) const override;
+    ReadKind kind() const override;
 };
 
 } // namespace vfViewer

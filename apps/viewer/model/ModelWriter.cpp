@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "model/ModelWriter.h"
 
-#include "model/FileGate.h"
-#include "model/ModelReader.h"
-#include "model/Quiet.h"
-#include "model/UpAxis.h"
+#include "reading/FileGate.h"
+#include "reading/ModelReader.h"
+#include "reading/Quiet.h"
+#include "reading/UpAxis.h"
 
 #include <velaforge/base/ReplaceFile.h>
 

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "model/ViewerDocuments.h"
 
-#include "model/FileGate.h"
+#include "reading/FileGate.h"
+#include "reading/ReadJob.h"
 
 #include <velaforge/base/ApplicationInfo.h>
 #include <velaforge/base/ClassInfo.h>
@@ -9,15 +10,20 @@
 #include <velaforge/base/Version.h>
 #include <velaforge/documents/DocTemplate.h>
 
+#include <osgDB/FileNameUtils>
+
 #include <exception>
 #include <iostream>
 #include <new>
+
+#include <unistd.h>
 
 namespace vfViewer {
 
 namespace {
 
 constexpr int warningLimit = 5; // a file
+constexpr int millisecondsUntilProgress = 500;
 
 void say(const vfBase::VfString& path, const vfBase::VfString& text)
 {
@@ -100,6 +106,20 @@ vfApplication::Document* ViewerDocManager::createDocument(const vfBase::VfString
     if (failures().size() == failuresBefore)
         onFailure(path, reason);
     return nullptr;
+}
+
+void ViewerDocManager::waitFor(ReadJob& job)
+{
+    if (job.wait(millisecondsUntilProgress) || isatty(STDERR_FILENO) == 0)
+        return;
+    const std::string name = vfBase::printable(osgDB::getSimpleFileName(job.path()));
+    do {
+        std::cerr << "\rReading " << name;
+        if (job.progress() >= 0)
+            std::cerr << ": " << static_cast<int>(job.progress() * 100) << " %";
+        std::cerr << std::flush;
+    } while (!job.wait(100));
+    std::cerr << "\r\033[K" << std::flush; // the line is free again
 }
 
 int ViewerDocManager::askForUserConfirmation()

@@ -42,7 +42,7 @@ private:
 };
 
 /// The viewer's document manager without a window: tells why a file could not be opened, and raises nothing.
-class ViewerDocManager : public vfApplication::DocManager, public FailureLog
+class ViewerDocManager : public vfApplication::DocManager, public FailureLog, public ReadWaiter
 {
 public:
     /// Enters the kinds of document, shown by views of that class.
@@ -53,6 +53,9 @@ public:
 
     vfApplication::Document* createDocument(const vfBase::VfString& path,
                                             const vfBase::Options& options) override;
+
+    /// Shows on a terminal how far it has come, when it takes a moment.
+    void waitFor(ReadJob& job) override;
 
     /// Nobody is there to ask: closing discards changes.
     int askForUserConfirmation() override;

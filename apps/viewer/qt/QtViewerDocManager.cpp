@@ -2,7 +2,13 @@
 #include "qt/QtViewerDocManager.h"
 
 #include "model/ModelWriter.h"
+#include "qt/LoadDialog.h"
 #include "qt/QtModelView.h"
+#include "reading/ReadJob.h"
+
+#include <velaforge/qt/QtApplication.h>
+
+#include <QMainWindow>
 
 namespace vfViewer {
 
@@ -30,6 +36,15 @@ vfBase::VfString QtViewerDocManager::selectDocumentSavePath(const char* director
 {
     return QtDocManager::selectDocumentSavePath(directory, name, extension, writableFormats().c_str(),
                                                 options);
+}
+
+void QtViewerDocManager::waitFor(ReadJob& job)
+{
+    if (!vfApplication::QtApplication::instance())
+        return;
+    LoadDialog::waitFor(job, &vfApplication::QtApplication::instance()->getMainWindow());
+    if (job.isCancelled())
+        noteCancelled();
 }
 
 void QtViewerDocManager::onFailure(const vfBase::VfString& path, const vfBase::VfString& reason)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "model/UpAxis.h"
+#include "reading/UpAxis.h"
 
 #include <osg/MatrixTransform>
 #include <osgDB/FileNameUtils>

@@ -20,6 +20,16 @@ public:
     /// Puts the gate in front of all reading of this process. A second call changes nothing.
     static void install();
 
+    /// While one lives, this thread reads no file behind the gate at all: what it reads is in memory.
+    class Shut
+    {
+    public:
+        Shut();
+        ~Shut();
+        Shut(const Shut&) = delete;
+        Shut& operator=(const Shut&) = delete;
+    };
+
     /// @return extensions in lower case, without dots
     static const std::vector<std::string>& modelFormats();
     static const std::vector<std::string>& imageFormats();
@@ -30,9 +40,12 @@ public:
     /// @return the formats with commas between them, as a file filter has them
     static std::string filter(const std::vector<std::string>& formats);
 
-    /// @return what could not be read since the last call, "<name>: <reason>" each: textures that are missing, scripts
+    /// @return what could not be read on this thread since the last call, "<name>: <reason>" each: textures that are missing, scripts
     ///         that were refused
     static std::vector<std::string> takeFailures();
+
+    /// Adds one of them.
+    static void noteFailure(const std::string& name, const std::string& reason);
 
     /// @return why the file at @p path cannot be read, in words; empty when it is a regular file with contents
     static std::string whyUnreadable(const std::string& path);

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "model/ModelReader.h"
+#include "reading/ModelReader.h"
 
-#include "model/FileCheck.h"
-#include "model/FileGate.h"
-#include "model/Quiet.h"
-#include "model/ReaderProbe.h"
-#include "model/UpAxis.h"
+#include "reading/FileCheck.h"
+#include "reading/FileGate.h"
+#include "reading/Normals.h"
+#include "reading/ObjReader.h"
+#include "reading/Quiet.h"
+#include "reading/ReadProgress.h"
+#include "reading/UpAxis.h"
 
 #include <velaforge/base/Printable.h>
 
@@ -18,7 +20,6 @@
 #include <osg/TriangleIndexFunctor>
 #include <osgDB/FileNameUtils>
 #include <osgDB/ReadFile>
-#include <osgUtil/SmoothingVisitor>
 
 #include <algorithm>
 #include <cmath>
@@ -52,6 +53,9 @@ struct CompareNormals
             ++agreeing;
     }
 };
+
+/// Where faces meet at less than this they are taken for one that is curved.
+constexpr double creaseAngle = 30 * 3.14159265358979 / 180;
 
 class FindGeometry : public osg::NodeVisitor
 {
@@ -113,12 +117,8 @@ void prepareLighting(osg::Node& scene)
 {
     FindGeometry finder;
     scene.accept(finder);
-    for (osg::Geometry* geometry : finder.withoutNormals) {
-        geometry->setNormalArray(nullptr);
-        osgUtil::SmoothingVisitor smoother;
-        smoother.setCreaseAngle(osg::DegreesToRadians(30.0));
-        geometry->accept(smoother);
-    }
+    for (osg::Geometry* geometry : finder.withoutNormals)
+        makeNormals(*geometry, creaseAngle);
 }
 
 bool isFinite(const osg::BoundingBox& box)
@@ -140,6 +140,11 @@ std::string whyNotShown(osg::Node& scene)
     if (!isFinite(bounds.getBoundingBox()))
         return "its coordinates are too large";
     return {};
+}
+
+bool hasOwnReader(const std::string& path)
+{
+    return osgDB::getLowerCaseFileExtension(path) == "obj";
 }
 
 bool hasReader(const std::string& path)
@@ -166,18 +171,19 @@ std::string whyNotRead(const std::string& path)
         return reason;
     if (isCutOff(path))
         return "the file is cut off";
-    if (!hasReader(path))
-        return noReader;
-    switch (probeReading(path)) {
-    case ProbeResult::NotNeeded:
-    case ProbeResult::Read:
-        break;
-    case ProbeResult::Refused:
-        return damaged;
-    case ProbeResult::Crashed:
-        return "the file is damaged: its reader fails on it";
-    }
-    return {};
+    return hasOwnReader(path) || hasReader(path) ? "" : noReader;
+}
+
+ReadOutcome readWithOpenSceneGraph(const std::string& path)
+{
+    ReadOutcome outcome;
+    // Making strips of triangles takes time far beyond linear, for nothing on today's hardware.
+    const osg::ref_ptr<osgDB::Options> options = new osgDB::Options("noTriStripPolygons");
+    osgDB::ReaderWriter::ReadResult result = osgDB::Registry::instance()->readNode(path, options);
+    outcome.scene = result.getNode();
+    if (!outcome.scene)
+        outcome.reason = reasonOf(result);
+    return outcome;
 }
 
 } // namespace
@@ -191,14 +197,10 @@ ReadOutcome readModel(const std::string& path)
 
     Quiet quiet;
     FileGate::takeFailures();
-    // Making strips of triangles takes time far beyond linear, for nothing on today's hardware.
-    const osg::ref_ptr<osgDB::Options> options = new osgDB::Options("noTriStripPolygons");
-    osgDB::ReaderWriter::ReadResult result = osgDB::Registry::instance()->readNode(path, options);
-    outcome.scene = result.getNode();
-    if (!outcome.scene) {
-        outcome.reason = reasonOf(result);
+    outcome = hasOwnReader(path) ? readObj(path) : readWithOpenSceneGraph(path);
+    if (!outcome.scene)
         return outcome;
-    }
+    ReadProgress::tell(ReadProgress::Preparing);
     outcome.reason = whyNotShown(*outcome.scene);
     if (!outcome.reason.empty()) {
         outcome.scene = nullptr;
@@ -207,8 +209,10 @@ ReadOutcome readModel(const std::string& path)
     prepareLighting(*outcome.scene);
     if (isReadWithYUp(path))
         outcome.scene = withZUp(*outcome.scene);
-    outcome.warnings = FileGate::takeFailures();
-    outcome.details = quiet.stop();
+    for (std::string& failure : FileGate::takeFailures())
+        outcome.warnings.push_back(std::move(failure));
+    for (std::string& line : quiet.stop())
+        outcome.details.push_back(std::move(line));
     return outcome;
 }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "model/FileCheck.h"
+#include "reading/FileCheck.h"
 
 #include <osgDB/FileNameUtils>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "model/Quiet.h"
+#include "reading/Quiet.h"
 
 #include <velaforge/base/NotifyHandler.h>
 #include <velaforge/base/Printable.h>

@@ -13,12 +13,13 @@ namespace vfViewer {
 struct ReadOutcome
 {
     osg::ref_ptr<osg::Node> scene;     ///< null when the file could not be read
+    bool isCancelled = false;          ///< it was given up; there is no reason then
     std::string reason;                ///< why not, in one line
     std::vector<std::string> warnings; ///< files it names that could not be read, a line each
     std::vector<std::string> details;  ///< what the reader complained about, a line each
 };
 
-/// Reads a model and makes it fit to be shown: z points up, and every surface has normals.
+/// Reads a model, in this process, and makes it fit to be shown: z points up, and every surface has normals.
 ReadOutcome readModel(const std::string& path);
 
 /// Reads an image onto an upright rectangle that faces the front, a unit high and as wide as its proportions ask for.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "model/FileGate.h"
+#include "reading/FileGate.h"
 
 #include <osg/Version>
 #include <osgDB/FileNameUtils>
@@ -48,9 +48,11 @@ bool isListedPlugin(const std::string& name)
 
 std::vector<std::string>& failures()
 {
-    static std::vector<std::string> kept;
+    thread_local std::vector<std::string> kept;
     return kept;
 }
+
+thread_local bool isShut = false;
 
 class LibrariesByAbsolutePath : public osgDB::FindFileCallback
 {
@@ -113,9 +115,7 @@ public:
 private:
     static ReadResult refused(const std::string& path, const std::string& reason)
     {
-        const std::string failure = path + ": " + reason;
-        if (failures().size() < 100 && !isListed(failures(), failure))
-            failures().push_back(failure);
+        FileGate::noteFailure(path, reason);
         ReadResult result(ReadResult::ERROR_IN_READING_FILE);
         result.message() = reason;
         return result;
@@ -123,6 +123,8 @@ private:
 
     static std::string whyNotToRead(const std::string& path, const osgDB::Options* options)
     {
+        if (isShut)
+            return "nothing is read here";
         if (osgDB::containsServerAddress(path))
             return "addresses are not fetched";
         const std::string found = osgDB::findDataFile(path, options);
@@ -140,6 +142,16 @@ void FileGate::install()
         return true;
     }();
     (void)installed;
+}
+
+FileGate::Shut::Shut()
+{
+    isShut = true;
+}
+
+FileGate::Shut::~Shut()
+{
+    isShut = false;
 }
 
 const std::vector<std::string>& FileGate::modelFormats()
@@ -179,6 +191,13 @@ std::vector<std::string> FileGate::takeFailures()
     std::vector<std::string> taken;
     taken.swap(failures());
     return taken;
+}
+
+void FileGate::noteFailure(const std::string& name, const std::string& reason)
+{
+    const std::string failure = name + ": " + reason;
+    if (failures().size() < 100 && !isListed(failures(), failure))
+        failures().push_back(failure);
 }
 
 std::string FileGate::whyUnreadable(const std::string& path)

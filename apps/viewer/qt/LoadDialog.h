@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QDialog>
+
+class QLabel;
+class QProgressBar;
+
+namespace vfViewer {
+
+class ReadJob;
+
+/// Shows how far the reading of a file has come, and takes "Cancel".
+class LoadDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// Waits for a job while the window goes on with its work. What the user does in the first moment is kept for
+    /// afterwards; then the dialog takes it. When the program is to end meanwhile, or the dialog is closed, the job is
+    /// cancelled.
+    static void waitFor(ReadJob& job, QWidget* window);
+
+private:
+    LoadDialog(ReadJob& job, QWidget* window);
+
+    void showProgress();
+
+    ReadJob& m_job;
+    QProgressBar* m_bar;
+};
+
+} // namespace vfViewer

@@ -1,0 +1,249 @@
+// SPDX-License-Identifier: MIT
+#include "reading/ObjFile.h"
+
+#include "reading/Polygon.h"
+#include "reading/ReadProgress.h"
+#include "reading/TextScanner.h"
+
+#include <map>
+#include <utility>
+
+namespace vfViewer {
+
+namespace {
+
+constexpr std::size_t bytesBetweenReports = 65536;
+
+/// A name on a line of its own, or something that is neither read nor missed.
+bool isPassedOver(std::string_view word)
+{
+    for (const std::string_view known :
+         {"s",     "mg",       "vp",       "shadow_obj", "trace_obj", "lod",  "usemap", "maplib",
+          "bevel", "c_interp", "d_interp", "cstype",     "deg",       "parm", "trim",   "hole",
+          "end",   "curv",     "curv2",    "surf",       "bmat",      "step", "scrv",   "sp",
+          "con",   "call",     "csh",      "ctech",      "stech"})
+    {
+        if (word == known)
+            return true;
+    }
+    return word.front() == '#';
+}
+
+class Parser
+{
+public:
+    explicit Parser(std::string_view text) : m_scanner(text), m_size(text.size())
+    {
+        m_file.points.reserve(text.size() / 100);
+        m_colorCount = 0;
+    }
+
+    ObjFile parse()
+    {
+        std::size_t nextReport = 0;
+        while (!m_scanner.isAtEnd()) {
+            if (m_scanner.passed() >= nextReport) {
+                ReadProgress::tell(m_scanner.passed(), m_size);
+                nextReport = m_scanner.passed() + bytesBetweenReports;
+            }
+            takeLine();
+            m_scanner.nextLine();
+        }
+        if (m_colorCount != m_file.points.size())
+            m_file.colors.clear(); // some points have none
+        return std::move(m_file);
+    }
+
+private:
+    void takeLine()
+    {
+        const std::string_view word = m_scanner.word();
+        if (word.empty())
+            return;
+        if (word == "v")
+            takePoint();
+        else if (word == "f" || word == "fo")
+            takeFace();
+        else if (word == "vt")
+            takeTexture();
+        else if (word == "vn")
+            takeNormal();
+        else
+            takeRareLine(word);
+    }
+
+    void takeRareLine(std::string_view word)
+    {
+        if (word == "l") {
+            takeLineStrip();
+        } else if (word == "p") {
+            takeCorners();
+            ObjSurface& surface = this->surface();
+            surface.points.insert(surface.points.end(), m_corners.begin(), m_corners.end());
+        } else if (word == "g") {
+            m_group = m_scanner.rest();
+            m_surface = nullptr;
+        } else if (word == "o") {
+            m_object = m_scanner.rest();
+            m_group.clear();
+            m_surface = nullptr;
+        } else if (word == "usemtl") {
+            m_material = m_scanner.rest();
+            m_surface = nullptr;
+        } else if (word == "mtllib") {
+            m_file.libraries.emplace_back(m_scanner.rest());
+        } else if (!isPassedOver(word)) {
+            ++m_file.unknownLines;
+        }
+    }
+
+    void takePoint()
+    {
+        float values[7] = {};
+        int count = 0;
+        while (count < 7 && m_scanner.number(values[count]))
+            ++count;
+        m_file.points.emplace_back(values[0], values[1], values[2]);
+        // Three more are a colour; one more is a weight, which only curves use.
+        if (count >= 6) {
+            const float* color = values + count - 3;
+            m_file.colors.resize(m_file.points.size() - 1);
+            m_file.colors.emplace_back(color[0], color[1], color[2]);
+            ++m_colorCount;
+        }
+    }
+
+    void takeTexture()
+    {
+        osg::Vec2 place;
+        if (m_scanner.number(place.x()))
+            m_scanner.number(place.y());
+        m_file.textures.push_back(place);
+    }
+
+    void takeNormal()
+    {
+        osg::Vec3 normal;
+        for (int i = 0; i < 3; ++i) {
+            if (!m_scanner.number(normal[i]))
+                break;
+        }
+        m_file.normals.push_back(normal);
+    }
+
+    /// @return the number of what is meant, from 0; -1 when there is no such
+    static int resolve(int number, std::size_t count)
+    {
+        const auto known = static_cast<int>(count);
+        if (number < 0)
+            number += known;
+        else
+            --number;
+        return number < known ? number : -1;
+    }
+
+    ObjCorner takeCorner()
+    {
+        int number = 0;
+        ObjCorner corner = {-1, -1, -1};
+        if (m_scanner.integer(number))
+            corner.point = resolve(number, m_file.points.size());
+        if (m_scanner.take('/')) {
+            if (m_scanner.integer(number))
+                corner.texture = resolve(number, m_file.textures.size());
+            if (m_scanner.take('/') && m_scanner.integer(number))
+                corner.normal = resolve(number, m_file.normals.size());
+        }
+        m_scanner.finishWord(); // whatever else stands there
+        return corner;
+    }
+
+    /// Takes the corners on the rest of the line. @return false when one of them is nowhere
+    bool takeCorners()
+    {
+        m_corners.clear();
+        bool areKnown = true;
+        while (m_scanner.hasWord()) {
+            const ObjCorner corner = takeCorner();
+            if (corner.point < 0)
+                areKnown = false;
+            else
+                m_corners.push_back(corner);
+        }
+        return areKnown;
+    }
+
+    void takeFace()
+    {
+        if (!takeCorners() || m_corners.size() < 3) {
+            ++m_file.spoiltFaces;
+            return;
+        }
+        std::vector<ObjCorner>& triangles = surface().triangles;
+        if (m_corners.size() == 3) {
+            triangles.insert(triangles.end(), m_corners.begin(), m_corners.end());
+            return;
+        }
+        m_polygon.clear();
+        m_cut.clear();
+        for (const ObjCorner& corner : m_corners)
+            m_polygon.push_back(m_file.points[static_cast<std::size_t>(corner.point)]);
+        triangulate(m_polygon, m_cut);
+        for (const unsigned int corner : m_cut)
+            triangles.push_back(m_corners[corner]);
+    }
+
+    void takeLineStrip()
+    {
+        if (!takeCorners() || m_corners.size() < 2) {
+            ++m_file.spoiltFaces;
+            return;
+        }
+        std::vector<ObjCorner>& lines = surface().lines;
+        for (std::size_t i = 1; i < m_corners.size(); ++i) {
+            lines.push_back(m_corners[i - 1]);
+            lines.push_back(m_corners[i]);
+        }
+    }
+
+    /// @return where faces go; it stays until a name on a line changes
+    ObjSurface& surface()
+    {
+        if (m_surface)
+            return *m_surface;
+        const auto [part, isNewPart] = m_parts.try_emplace({m_object, m_group}, m_file.parts.size());
+        if (isNewPart)
+            m_file.parts.push_back({m_group.empty() ? m_object : m_group, {}});
+        std::vector<ObjSurface>& surfaces = m_file.parts[part->second].surfaces;
+        const auto [place, isNew] = m_surfaces.try_emplace({part->second, m_material}, surfaces.size());
+        if (isNew)
+            surfaces.push_back({m_material, {}, {}, {}});
+        m_surface = &surfaces[place->second];
+        return *m_surface;
+    }
+
+    TextScanner m_scanner;
+    std::size_t m_size;
+    ObjFile m_file;
+    std::size_t m_colorCount = 0;
+    std::string m_object;
+    std::string m_group;
+    std::string m_material;
+    ObjSurface* m_surface = nullptr;
+    std::map<std::pair<std::string, std::string>, std::size_t> m_parts;
+    std::map<std::pair<std::size_t, std::string>, std::size_t> m_surfaces;
+
+    // Kept for their memory.
+    std::vector<ObjCorner> m_corners;
+    std::vector<osg::Vec3> m_polygon;
+    std::vector<unsigned int> m_cut;
+};
+
+} // namespace
+
+ObjFile parseObj(std::string_view text)
+{
+    return Parser(text).parse();
+}
+
+} // namespace vfViewer

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <osg/Vec3>
+#include <osg/Vec3d>
+
+#include <vector>
+
+namespace vfViewer {
+
+/// Cuts a polygon into triangles.
+/// @param points  its corners in order, in a plane more or less
+/// @param triangles  gets three numbers of corners for each triangle, which run as the polygon does; one triangle less
+///        than there are corners, whatever the polygon looks like
+void triangulate(const std::vector<osg::Vec3>& points, std::vector<unsigned int>& triangles);
+
+} // namespace vfViewer

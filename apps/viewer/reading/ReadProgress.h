@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+
+namespace vfViewer {
+
+/// How far a reader has come, in memory that it shares with whoever waits for it.
+struct ReadProgress
+{
+    enum Stage : std::uint32_t
+    {
+        Reading,   ///< the file
+        Preparing, ///< the scene, to be shown
+        Sending    ///< the scene, to whoever waits
+    };
+
+    std::atomic<std::uint32_t> stage{Reading};
+
+    /// Within the file, in thousandths, where the reader tells it; 0 otherwise.
+    std::atomic<std::uint32_t> thousandths{0};
+
+    // --- for readers; without anybody who waits they do nothing
+
+    /// From here on this process tells its progress at the beginning of that file in memory.
+    static void share(int file);
+    static void tell(Stage stage);
+    static void tell(std::uint64_t done, std::uint64_t all);
+
+    /// For whoever waits. @return null when it cannot be shared; to be given to letGo()
+    static const ReadProgress* watch(int file);
+    static void letGo(const ReadProgress* progress);
+};
+
+} // namespace vfViewer

@@ -1,0 +1,374 @@
+// SPDX-License-Identifier: MIT
+// Files that are read in a process of their own.
+#include "reading/ReadJob.h"
+
+#include "reading/FileGate.h"
+#include "support/Models.h"
+#include "support/TemporaryDirectory.h"
+
+#include <velaforge/base/NotifyHandler.h>
+
+#include <osg/Geometry>
+#include <osg/Texture2D>
+#include <osgDB/WriteFile>
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <set>
+#include <thread>
+
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+using vfTest::TemporaryDirectory;
+using vfViewer::ReadJob;
+using vfViewer::ReadKind;
+using vfViewer::ReadLimits;
+using vfViewer::ReadOutcome;
+
+namespace {
+
+class ReadJobs : public testing::Test
+{
+protected:
+    ReadJobs()
+    {
+        vfBase::NotifyHandler::instance().install();
+        vfViewer::FileGate::install();
+    }
+
+    static ReadOutcome read(const std::string& path, const ReadLimits& limits = {},
+                            ReadKind kind = ReadKind::Model)
+    {
+        ReadJob job(kind, path, limits);
+        while (!job.wait(1000)) {
+        }
+        return job.take();
+    }
+
+    /// A model that keeps its reader busy for a minute: curled polygons, which are hard to cut into triangles.
+    std::string slowModel() const
+    {
+        std::string text;
+        constexpr int turns = 500;
+        for (int side = 0; side < 2; ++side) {
+            for (int i = 0; i < turns; ++i) {
+                const double angle = 0.5 * (side == 0 ? i : turns - 1 - i);
+                const double radius = 1 + angle + side * 1.2;
+                text += "v " + std::to_string(radius * std::cos(angle)) + " " +
+                        std::to_string(radius * std::sin(angle)) + " 0\n";
+            }
+        }
+        std::string face = "f";
+        for (int i = 1; i <= 2 * turns; ++i)
+            face += " " + std::to_string(i);
+        for (int i = 0; i < 3000; ++i)
+            text += face + "\n";
+        return directory.write("slow.obj", text);
+    }
+
+    TemporaryDirectory directory;
+};
+
+/// All that is drawn, in the order of the scene, as bytes.
+struct Contents : osg::NodeVisitor
+{
+    explicit Contents(osg::Node& node) : NodeVisitor(TRAVERSE_ALL_CHILDREN)
+    {
+        setNodeMaskOverride(~0u);
+        node.accept(*this);
+    }
+
+    void apply(osg::Node& node) override
+    {
+        text += node.className() + std::string(" ") + node.getName() + "\n";
+        add(node.getStateSet());
+        traverse(node);
+    }
+
+    void apply(osg::Geometry& geometry) override
+    {
+        text += "Geometry\n";
+        add(geometry.getStateSet());
+        osg::Geometry::ArrayList arrays;
+        geometry.getArrayList(arrays);
+        for (const auto& array : arrays) {
+            text += array->className() + std::string(" ") + std::to_string(array->getBinding()) + " ";
+            text.append(static_cast<const char*>(array->getDataPointer()), array->getTotalDataSize());
+        }
+        for (unsigned int i = 0; i < geometry.getNumPrimitiveSets(); ++i) {
+            const osg::PrimitiveSet& set = *geometry.getPrimitiveSet(i);
+            text += set.className() + std::string(" ") + std::to_string(set.getMode()) + ":";
+            for (unsigned int index = 0; index < set.getNumIndices(); ++index)
+                text += std::to_string(set.index(index)) + " ";
+        }
+    }
+
+    void add(const osg::StateSet* state)
+    {
+        if (!state)
+            return;
+        for (const auto& [type, attribute] : state->getAttributeList())
+            text += attribute.first->className() + std::string("\n");
+        const auto* texture =
+            dynamic_cast<const osg::Texture2D*>(state->getTextureAttribute(0, osg::StateAttribute::TEXTURE));
+        if (texture && texture->getImage())
+            text.append(reinterpret_cast<const char*>(texture->getImage()->data()),
+                        texture->getImage()->getTotalSizeInBytes());
+    }
+
+    std::string text;
+};
+
+std::multiset<std::string> partsOf(osg::Node& scene)
+{
+    struct Parts : osg::NodeVisitor
+    {
+        Parts() : NodeVisitor(TRAVERSE_ALL_CHILDREN) {}
+        void apply(osg::Geode& geode) override { found.insert(Contents(geode).text); }
+        std::multiset<std::string> found;
+    } parts;
+    scene.accept(parts);
+    return parts.found;
+}
+
+std::vector<pid_t> childrenOf(const std::string& process)
+{
+    std::vector<pid_t> children;
+    std::error_code gone;
+    for (const auto& thread : fs::directory_iterator("/proc/" + process + "/task", gone)) {
+        std::ifstream file(thread.path() / "children");
+        for (pid_t child = 0; file >> child;)
+            children.push_back(child);
+    }
+    return children;
+}
+
+/// @return the processes that read files, in the order in which they were made
+std::vector<pid_t> readers()
+{
+    std::vector<pid_t> all;
+    for (const pid_t host : childrenOf("self")) {
+        for (const pid_t reader : childrenOf(std::to_string(host)))
+            all.push_back(reader);
+    }
+    return all;
+}
+
+/// Waits for a condition, five seconds at most.
+template <class Condition>
+bool waitFor(Condition condition)
+{
+    for (int i = 0; i < 500 && !condition(); ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    return condition();
+}
+
+} // namespace
+
+TEST_F(ReadJobs, EveryFormatComesOverAsItWasRead)
+{
+    std::vector<std::string> formats = vfTest::signpostFormats();
+    for (const std::string& format : formats) {
+        const ReadOutcome here = vfViewer::readModel(vfTest::signpost(format));
+        const ReadOutcome there = read(vfTest::signpost(format));
+        ASSERT_TRUE(here.scene) << format;
+        ASSERT_TRUE(there.scene) << format << ": " << there.reason;
+        if (format == "lwo") // whose reader puts the parts in the order of their addresses
+            EXPECT_EQ(partsOf(*here.scene), partsOf(*there.scene));
+        else
+            EXPECT_TRUE(Contents(*here.scene).text == Contents(*there.scene).text) << format;
+        EXPECT_EQ(here.warnings, there.warnings);
+    }
+}
+
+TEST_F(ReadJobs, TexturesComeOverWithTheScene)
+{
+    const ReadOutcome outcome = read(VELAFORGE_SOURCE_DIR "/models/sailboat.obj");
+    ASSERT_TRUE(outcome.scene) << outcome.reason;
+    EXPECT_GT(Contents(*outcome.scene).text.size(), 200u * 1024) << "the image of the sail";
+    EXPECT_EQ(Contents(*vfViewer::readModel(VELAFORGE_SOURCE_DIR "/models/sailboat.obj").scene).text,
+              Contents(*outcome.scene).text);
+}
+
+TEST_F(ReadJobs, WhatIsSharedInTheSceneStaysShared)
+{
+    const osg::ref_ptr<osg::Vec3Array> points = new osg::Vec3Array(osg::Array::BIND_PER_VERTEX);
+    for (int i = 0; i < 300; ++i)
+        points->push_back(osg::Vec3(static_cast<float>(i), static_cast<float>(i % 7), 1));
+    const osg::ref_ptr<osg::Vec3Array> normals = new osg::Vec3Array(osg::Array::BIND_PER_VERTEX, 300);
+    std::fill(normals->begin(), normals->end(), osg::Vec3(0, 0, 1));
+    const osg::ref_ptr<osg::Group> root = new osg::Group;
+    for (int i = 0; i < 3; ++i) {
+        const osg::ref_ptr<osg::Geometry> geometry = new osg::Geometry;
+        geometry->setVertexArray(points);
+        geometry->setNormalArray(normals);
+        geometry->addPrimitiveSet(new osg::DrawArrays(GL_TRIANGLES, i * 30, 30));
+        root->addChild(geometry);
+    }
+    root->addChild(root->getChild(0)); // and one of them twice
+    const std::string path = directory.file("shared.osgb");
+    ASSERT_TRUE(osgDB::writeNodeFile(*root, path));
+    const ReadOutcome outcome = read(path);
+    ASSERT_TRUE(outcome.scene) << outcome.reason;
+    const osg::Group& group = *outcome.scene->asGroup();
+    ASSERT_EQ(4u, group.getNumChildren());
+    EXPECT_EQ(group.getChild(0), group.getChild(3));
+    const osg::Array* first = group.getChild(0)->asGeometry()->getVertexArray();
+    EXPECT_EQ(300u, first->getNumElements());
+    EXPECT_EQ(first, group.getChild(1)->asGeometry()->getVertexArray());
+    EXPECT_EQ(first, group.getChild(2)->asGeometry()->getVertexArray());
+}
+
+TEST_F(ReadJobs, AnImageComesOver)
+{
+    const ReadOutcome outcome =
+        read(VELAFORGE_SOURCE_DIR "/tests/fixtures/formats/quarters.png", {}, ReadKind::Image);
+    ASSERT_TRUE(outcome.scene) << outcome.reason;
+    EXPECT_GT(Contents(*outcome.scene).text.size(), 128u * 96 * 3);
+}
+
+TEST_F(ReadJobs, FilesCutAnywhereAreAReasonAndNoCrash)
+{
+    for (const std::string& format : vfTest::signpostFormats()) {
+        const std::string whole = vfTest::readFile(vfTest::signpost(format));
+        for (std::size_t part = 1; part < 20; ++part) {
+            const std::string path =
+                directory.write("cut." + format, whole.substr(0, whole.size() * part / 20));
+            const ReadOutcome outcome = read(path);
+            EXPECT_NE(outcome.scene.valid(), !outcome.reason.empty()) << format << " " << part;
+            EXPECT_EQ(std::string::npos, outcome.reason.find('\n')) << outcome.reason;
+            EXPECT_TRUE(!outcome.scene || format == "obj") << format << " " << part;
+        }
+    }
+}
+
+TEST_F(ReadJobs, AReaderThatDoesNotComeToAnEndIsEnded)
+{
+    ReadLimits limits;
+    limits.seconds = 1;
+    const ReadOutcome outcome = read(slowModel(), limits);
+    EXPECT_FALSE(outcome.scene);
+    EXPECT_THAT(outcome.reason, HasSubstr("takes too long"));
+    EXPECT_TRUE(waitFor([] { return readers().empty(); }));
+}
+
+#if !defined(__SANITIZE_ADDRESS__) &&                                                                        \
+    !defined(__SANITIZE_THREAD__) // which need more room than any limit leaves
+TEST_F(ReadJobs, AFileThatPromisesMoreThanThereIsRoomForIsAReason)
+{
+    ReadLimits limits;
+    limits.memory = 1024ull * 1024 * 1024;
+    for (const char* text : {"ply\nformat binary_little_endian 1.0\nelement vertex 1000000000\n"
+                             "property float x\nproperty float y\nproperty float z\nelement face 1\n"
+                             "property list uchar int vertex_indices\nend_header\n"})
+    {
+        const ReadOutcome outcome =
+            read(directory.write("promise.ply", text + std::string(100000, 'x')), limits);
+        EXPECT_FALSE(outcome.scene);
+        EXPECT_NE("", outcome.reason);
+    }
+    std::ofstream(directory.file("sparse.obj")) << "v 0 0 0\n";
+    fs::resize_file(directory.file("sparse.obj"), 8ull * 1024 * 1024 * 1024);
+    EXPECT_NE("", read(directory.file("sparse.obj"), limits).reason);
+}
+#endif
+
+TEST_F(ReadJobs, CancelReturnsAtOnceAndEndsTheProcess)
+{
+    const std::string path = slowModel();
+    ReadJob job(ReadKind::Model, path);
+    ASSERT_TRUE(waitFor([] { return !readers().empty(); }));
+    EXPECT_FALSE(job.isDone());
+    const auto begin = std::chrono::steady_clock::now();
+    job.cancel();
+    EXPECT_TRUE(job.isDone());
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(100));
+    const ReadOutcome outcome = job.take();
+    EXPECT_TRUE(outcome.isCancelled);
+    EXPECT_FALSE(outcome.scene);
+    EXPECT_EQ("", outcome.reason);
+    EXPECT_TRUE(waitFor([] { return readers().empty(); }));
+}
+
+TEST_F(ReadJobs, AJobThatGoesIsCancelled)
+{
+    {
+        const ReadJob job(ReadKind::Model, slowModel());
+        ASSERT_TRUE(waitFor([] { return !readers().empty(); }));
+    }
+    EXPECT_TRUE(waitFor([] { return readers().empty(); }));
+}
+
+TEST_F(ReadJobs, TellsHowFarItHasCome)
+{
+    ReadJob job(ReadKind::Model, slowModel());
+    double before = 0;
+    EXPECT_TRUE(waitFor([&] {
+        const double now = job.progress();
+        EXPECT_LE(before, std::max(now, 0.0));
+        before = std::max(now, before);
+        return before > 0.001;
+    }));
+    EXPECT_LE(before, 1.0);
+}
+
+TEST_F(ReadJobs, TellsWhenItIsDone)
+{
+    std::atomic<int> told{0};
+    ReadJob job(ReadKind::Model, vfTest::signpost("stl"));
+    job.whenDone([&told] { ++told; });
+    EXPECT_TRUE(waitFor([&] { return told == 1; }));
+    EXPECT_TRUE(job.isDone());
+    EXPECT_TRUE(job.take().scene);
+    job.whenDone([&told] { ++told; });
+    EXPECT_EQ(2, told) << "at once";
+}
+
+TEST_F(ReadJobs, AProcessThatSomebodyEndedIsReplaced)
+{
+    EXPECT_TRUE(read(vfTest::signpost("stl")).scene);
+    const std::vector<pid_t> hosts = childrenOf("self");
+    ASSERT_EQ(1u, hosts.size());
+    kill(hosts.front(), SIGKILL);
+    EXPECT_TRUE(waitFor([&] {
+        std::ifstream state("/proc/" + std::to_string(hosts.front()) + "/stat");
+        std::string word;
+        state >> word >> word >> word;
+        return word.empty() || word == "Z";
+    }));
+    const ReadOutcome outcome = read(vfTest::signpost("stl"));
+    EXPECT_TRUE(outcome.scene) << outcome.reason;
+}
+
+TEST_F(ReadJobs, SeveralAtOnceDoNotDisturbOneAnother)
+{
+    std::vector<std::thread> threads;
+    std::atomic<int> good{0};
+    for (int i = 0; i < 4; ++i) {
+        threads.emplace_back([&good, i] {
+            for (const char* format : {"stl", "obj", "3ds"})
+                good += read(vfTest::signpost(i % 2 ? format : "ply")).scene.valid();
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(12, good);
+}
+
+TEST_F(ReadJobs, AFileIsFoundFromTheDirectoryOfTheProgram)
+{
+    EXPECT_TRUE(read(vfTest::signpost("stl")).scene); // the process is there before the directory changes
+    fs::copy_file(vfTest::signpost("stl"), directory.file("here.stl"));
+    fs::current_path(directory.path());
+    EXPECT_TRUE(read("here.stl").scene);
+    EXPECT_THAT(read("elsewhere.stl").reason, HasSubstr("No such file"));
+    fs::current_path("/");
+}
