@@ -53,6 +53,7 @@ function(velaforge_library name)
     set_target_properties(${name} PROPERTIES
         VERSION ${PROJECT_VERSION}
         SOVERSION ${PROJECT_VERSION_MAJOR}
+        BUILD_WITH_INSTALL_RPATH ON # the build tree is laid out as the installed one
         INSTALL_RPATH "$ORIGIN")
     install(TARGETS ${name} EXPORT ${ARG_EXPORT}
         LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT ${ARG_COMPONENT} NAMELINK_COMPONENT development)

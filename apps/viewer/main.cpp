@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "headless/HeadlessModelView.h"
+#include "headless/HeadlessDocManager.h"
 #include "model/FirstView.h"
 #include "model/ViewerDocuments.h"
 #include "reading/FileGate.h"
+#include "reading/ReaderHost.h"
 #include "ui/ModulePlugin.h"
 #include "ui/OptionsPages.h"
 #include "ui/SceneModule.h"
@@ -61,8 +62,7 @@ public:
             application->setDocManager(m_window->makeDocManager());
             m_window->announceOptionsPages();
         } else {
-            application->setDocManager(
-                new vfViewer::ViewerDocManager(vfViewer::HeadlessModelView::s_classInfo));
+            application->setDocManager(new vfViewer::HeadlessDocManager);
             vfViewer::announceOptionsPages();
         }
     }
@@ -211,6 +211,7 @@ int run(int argc, char** argv)
 int main(int argc, char** argv)
 {
     try {
+        vfViewer::ReaderHost::start(); // before there are threads
         return run(argc, argv);
     } catch (const std::exception& problem) {
         std::cerr << "vfviewer: " << problem.what() << std::endl;

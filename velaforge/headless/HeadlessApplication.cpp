@@ -229,6 +229,11 @@ void HeadlessApplication::readOptions(vfBase::ArgumentParser& parser)
         request().areCommandsWanted = true;
 }
 
+bool HeadlessApplication::wantsSnapshot()
+{
+    return !request().snapshot.empty();
+}
+
 int HeadlessApplication::onBeforeRun()
 {
     readOptions(Application::instance(false)->getArgumentParser());

@@ -50,6 +50,9 @@ public:
     /// itself calls it in onBeforeRun().
     static void readOptions(vfBase::ArgumentParser& parser);
 
+    /// @return whether the command line asked for a picture, once its options have been read
+    static bool wantsSnapshot();
+
     int onBeforeRun() override;
 
     /// @return what exit() was called with if that was before, otherwise 0 or requestFailed

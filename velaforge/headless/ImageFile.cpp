@@ -60,7 +60,10 @@ bool writeImage(const osg::Image& image, const vfBase::VfString& path, vfBase::V
     const bool hasAlpha = image.getPixelFormat() == GL_RGBA && image.getDataType() == GL_UNSIGNED_BYTE;
     const osg::ref_ptr<osg::Image> opaque = hasAlpha ? withoutAlpha(image) : nullptr;
     std::ostringstream stream;
-    const osgDB::ReaderWriter::WriteResult result = writer->writeImage(opaque ? *opaque : image, stream);
+    // The highest compression takes as long as drawing, and saves little.
+    const osg::ref_ptr<osgDB::Options> options = new osgDB::Options("PNG_COMPRESSION 4");
+    const osgDB::ReaderWriter::WriteResult result =
+        writer->writeImage(opaque ? *opaque : image, stream, options);
     if (!result.success() || !stream || stream.str().empty()) {
         reason = "the picture could not be made in this format";
         return false;

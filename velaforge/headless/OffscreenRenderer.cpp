@@ -6,7 +6,8 @@
 #include <osg/Camera>
 #include <osg/FrameBufferObject>
 #include <osg/GL>
-#include <osg/GLExtensions>
+#include <osg/LineWidth>
+#include <osg/Point>
 #include <osg/Texture>
 #include <osgViewer/Viewer>
 
@@ -91,6 +92,38 @@ private:
     bool m_isCurrent = false;
 };
 
+/// Pictures of more pixels are drawn without smoothed edges.
+constexpr long long hugePicture = 64LL * 1024 * 1024;
+
+/// @return the picture in half its size, each pixel the mean of four. Drawn large and made small, edges are smooth, and so
+///         is all that lies between them; a software driver takes less time for it than for several samples a pixel.
+osg::ref_ptr<osg::Image> halved(const osg::Image& large)
+{
+    osg::ref_ptr<osg::Image> small = new osg::Image;
+    small->allocateImage(large.s() / 2, large.t() / 2, 1, GL_RGBA, GL_UNSIGNED_BYTE);
+    for (int t = 0; t < small->t(); ++t) {
+        const unsigned char* lower = large.data(0, static_cast<unsigned int>(2 * t));
+        const unsigned char* upper = large.data(0, static_cast<unsigned int>(2 * t + 1));
+        unsigned char* target = small->data(0, static_cast<unsigned int>(t));
+        for (int s = 0; s < small->s(); ++s, lower += 8, upper += 8, target += 4) {
+            for (int i = 0; i < 4; ++i)
+                target[i] =
+                    static_cast<unsigned char>((lower[i] + lower[i + 4] + upper[i] + upper[i + 4] + 2) / 4);
+        }
+    }
+    return small;
+}
+
+/// @return a group with the scene in which lines and points that have no width of their own are that wide
+osg::ref_ptr<osg::Group> withWidthsFor(osg::Node& scene, float width)
+{
+    osg::ref_ptr<osg::Group> group = new osg::Group;
+    group->addChild(&scene);
+    group->getOrCreateStateSet()->setAttribute(new osg::LineWidth(width));
+    group->getOrCreateStateSet()->setAttribute(new osg::Point(width));
+    return group;
+}
+
 bool isBlank(const osg::Image& image)
 {
     const unsigned char* data = image.data();
@@ -111,12 +144,12 @@ struct OffscreenRendererPrivate
 
     /// Draws in a context of its own, so that nothing of one picture is left for the next.
     osg::ref_ptr<osg::Image> draw(osg::Node& scene, const osg::Matrixd& view, const osg::Matrixd& projection,
-                                  int width, int height, int samples, vfBase::VfString& reason);
+                                  int width, int height, vfBase::VfString& reason);
 };
 
 osg::ref_ptr<osg::Image> OffscreenRendererPrivate::draw(osg::Node& scene, const osg::Matrixd& view,
                                                         const osg::Matrixd& projection, int width, int height,
-                                                        int samples, vfBase::VfString& reason)
+                                                        vfBase::VfString& reason)
 {
     const Context context(reason);
     if (!context.isCurrent())
@@ -149,7 +182,7 @@ osg::ref_ptr<osg::Image> OffscreenRendererPrivate::draw(osg::Node& scene, const 
     camera->setRenderTargetImplementation(osg::Camera::FRAME_BUFFER_OBJECT);
     camera->setDrawBuffer(GL_COLOR_ATTACHMENT0_EXT);
     camera->setReadBuffer(GL_COLOR_ATTACHMENT0_EXT);
-    camera->attach(osg::Camera::COLOR_BUFFER, image, static_cast<unsigned int>(samples));
+    camera->attach(osg::Camera::COLOR_BUFFER, image);
     camera->setClearColor({bottom, 1});
     camera->setClearMask(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     camera->setComputeNearFarMode(osg::CullSettings::COMPUTE_NEAR_FAR_USING_BOUNDING_VOLUMES);
@@ -157,12 +190,6 @@ osg::ref_ptr<osg::Image> OffscreenRendererPrivate::draw(osg::Node& scene, const 
     camera->setProjectionMatrix(projection);
     viewer.setSceneData(root);
     viewer.realize();
-    // A dispatcher of drivers hands out an entry for every name, also for this one that no Mesa driver has: taken for
-    // support, it leaves the smoothing buffers without storage.
-    osg::GLExtensions* extensions = osg::GLExtensions::Get(window->getState()->getContextID(), true);
-    if (!osg::isGLExtensionSupported(window->getState()->getContextID(),
-                                     "GL_NV_framebuffer_multisample_coverage"))
-        extensions->glRenderbufferStorageMultisampleCoverageNV = nullptr;
     viewer.frame();
     if (rendererName.empty()) {
         const auto* name = reinterpret_cast<const char*>(glGetString(GL_RENDERER));
@@ -173,6 +200,12 @@ osg::ref_ptr<osg::Image> OffscreenRendererPrivate::draw(osg::Node& scene, const 
     scene.releaseGLObjects(window->getState());
     window->close();
     return isBlank(*image) ? nullptr : image;
+}
+
+void OffscreenRenderer::prepare()
+{
+    vfBase::VfString reason;
+    const Context context(reason);
 }
 
 OffscreenRenderer::OffscreenRenderer() : d(std::make_unique<OffscreenRendererPrivate>()) {}
@@ -193,14 +226,16 @@ osg::ref_ptr<osg::Image> OffscreenRenderer::render(osg::Node& scene, const osg::
         reason = "a picture is at least 1 by 1 pixels";
         return nullptr;
     }
-    // Smoothed edges take four times the memory; a huge picture has fine edges by itself.
-    const bool isHuge = static_cast<long long>(width) * height > 64LL * 1024 * 1024;
-    osg::ref_ptr<osg::Image> image;
-    if (!isHuge)
-        image = d->draw(scene, view, projection, width, height, 4, reason);
-    if (!image)
-        image = d->draw(scene, view, projection, width, height, 0, reason);
-    return image;
+    // A huge picture has fine edges by itself.
+    if (static_cast<long long>(width) * height <= hugePicture) {
+        const osg::ref_ptr<osg::Group> thick = withWidthsFor(scene, 2);
+        const osg::ref_ptr<osg::Image> large =
+            d->draw(*thick, view, projection, 2 * width, 2 * height, reason);
+        thick->removeChild(&scene);
+        if (large)
+            return halved(*large);
+    }
+    return d->draw(scene, view, projection, width, height, reason);
 }
 
 const vfBase::VfString& OffscreenRenderer::getRendererName() const

@@ -36,6 +36,10 @@ public:
     /// Largest width and height of a picture, in pixels. The implementation may allow less.
     static constexpr int sizeLimit = 16384;
 
+    /// Loads the driver and opens it, which the first picture does otherwise: for a program that has to wait for something
+    /// else meanwhile. Nothing when there is none.
+    static void prepare();
+
     OffscreenRenderer();
     ~OffscreenRenderer();
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "model/StandardView.h"
 
+#include "model/Outline.h"
+
 #include <osg/ComputeBoundsVisitor>
 #include <osg/Geometry>
 #include <osg/TriangleFunctor>
@@ -164,7 +166,7 @@ private:
     Seen m_seenY;
 };
 
-/// Goes over all points that are drawn; where a drawable is no plain geometry, over the corners of its box.
+/// Goes over the outermost points that are drawn; where a drawable is no plain geometry, over the corners of its box.
 template <class Use>
 class ForEachPoint : public osg::NodeVisitor
 {
@@ -181,7 +183,8 @@ public:
             return;
         }
         const osg::Matrixd toWorld = osg::computeLocalToWorld(getNodePath());
-        for (const osg::Vec3& point : *points)
+        const auto outline = outlineOf(*points);
+        for (const osg::Vec3& point : *outline)
             m_use(osg::Vec3d(point) * toWorld);
     }
 

@@ -7,6 +7,7 @@
 #include "reading/ObjReader.h"
 #include "reading/Quiet.h"
 #include "reading/ReadProgress.h"
+#include "reading/StlReader.h"
 #include "reading/UpAxis.h"
 
 #include <velaforge/base/Printable.h>
@@ -142,9 +143,17 @@ std::string whyNotShown(osg::Node& scene)
     return {};
 }
 
-bool hasOwnReader(const std::string& path)
+using OwnReader = ReadOutcome (*)(const std::string& path);
+
+/// @return our own reader for the file's format, null where OpenSceneGraph's is good enough
+OwnReader ownReader(const std::string& path)
 {
-    return osgDB::getLowerCaseFileExtension(path) == "obj";
+    const std::string extension = osgDB::getLowerCaseFileExtension(path);
+    if (extension == "obj")
+        return readObj;
+    if (extension == "stl")
+        return readStl;
+    return nullptr;
 }
 
 bool hasReader(const std::string& path)
@@ -171,7 +180,7 @@ std::string whyNotRead(const std::string& path)
         return reason;
     if (isCutOff(path))
         return "the file is cut off";
-    return hasOwnReader(path) || hasReader(path) ? "" : noReader;
+    return ownReader(path) || hasReader(path) ? "" : noReader;
 }
 
 ReadOutcome readWithOpenSceneGraph(const std::string& path)
@@ -197,7 +206,8 @@ ReadOutcome readModel(const std::string& path)
 
     Quiet quiet;
     FileGate::takeFailures();
-    outcome = hasOwnReader(path) ? readObj(path) : readWithOpenSceneGraph(path);
+    const OwnReader own = ownReader(path);
+    outcome = own ? own(path) : readWithOpenSceneGraph(path);
     if (!outcome.scene)
         return outcome;
     ReadProgress::tell(ReadProgress::Preparing);

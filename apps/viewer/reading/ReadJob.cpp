@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "reading/ReadJob.h"
 
+#include "model/Outline.h"
 #include "reading/ReadProgress.h"
 #include "reading/SceneTransfer.h"
 
-#include <osg/Drawable>
+#include <osg/Geometry>
 #include <osg/NodeVisitor>
 #include <osgDB/Registry>
 
@@ -235,17 +236,24 @@ long long await(Shared& shared, const Reader& reader, const std::string& path, u
     return handedOn;
 }
 
-/// Has the driver keep the points by themselves, which is the fast way; lists of drawing commands copy each point
+/// Prepares what is drawn. The driver is to keep the points by themselves, which is the fast way; lists of drawing commands copy each point
 /// several times before anything is seen.
-class UseBufferObjects : public osg::NodeVisitor
+class PrepareDrawables : public osg::NodeVisitor
 {
 public:
-    UseBufferObjects() : NodeVisitor(TRAVERSE_ALL_CHILDREN) { setNodeMaskOverride(~0u); }
+    PrepareDrawables() : NodeVisitor(TRAVERSE_ALL_CHILDREN) { setNodeMaskOverride(~0u); }
 
     void apply(osg::Drawable& drawable) override
     {
         drawable.setUseDisplayList(false);
         drawable.setUseVertexBufferObjects(true);
+    }
+
+    void apply(osg::Geometry& geometry) override
+    {
+        apply(static_cast<osg::Drawable&>(geometry));
+        if (const auto* points = dynamic_cast<const osg::Vec3Array*>(geometry.getVertexArray()))
+            outlineOf(*points); // which the first look at it needs
     }
 };
 
@@ -254,8 +262,8 @@ ReadOutcome readWith(std::atomic<bool>& isCancelled, const Reader& reader, long 
     ReadOutcome outcome = receiveOutcome(reader.memory, size, isCancelled);
     if (outcome.scene) {
         // What can be done before it is shown is done here, and not on the thread that shows it.
-        UseBufferObjects useBufferObjects;
-        outcome.scene->accept(useBufferObjects);
+        PrepareDrawables prepare;
+        outcome.scene->accept(prepare);
         outcome.scene->getBound();
     }
     return outcome;

@@ -2,6 +2,7 @@
 #include "reading/SceneTransfer.h"
 
 #include "reading/FileGate.h"
+#include "reading/LargeArray.h"
 
 #include <osg/Geometry>
 #include <osg/NodeVisitor>
@@ -129,6 +130,9 @@ public:
             put(text);
     }
 
+    /// What follows may be taken for numbers of any kind where it lies.
+    void align() { m_offset = (m_offset + 15) / 16 * 16; }
+
     bool isGood() const { return m_isGood; }
     long long offset() const { return m_offset; }
 
@@ -143,7 +147,8 @@ class Source
 {
 public:
     Source(int file, long long size)
-        : m_size(size), m_map(mmap(nullptr, static_cast<std::size_t>(size), PROT_READ, MAP_SHARED, file, 0))
+        : m_size(size),
+          m_map(mmap(nullptr, static_cast<std::size_t>(size), PROT_READ, MAP_SHARED | MAP_POPULATE, file, 0))
     {}
     ~Source()
     {
@@ -266,6 +271,7 @@ long long sendOutcome(int file, ReadOutcome& outcome)
             const std::size_t size = data.getTotalDataSize();
             if (size < smallestBlock || !data.getDataPointer())
                 continue;
+            sink.align();
             blocks.push_back({static_cast<std::uint32_t>(i), countOf(data),
                               static_cast<std::uint64_t>(sink.offset()), size});
             sink.put(data.getDataPointer(), size);
@@ -290,6 +296,30 @@ long long sendOutcome(int file, ReadOutcome& outcome)
 }
 
 namespace {
+
+template <class Array>
+bool fillAs(osg::BufferData& data, const char* bytes, const Block& block)
+{
+    using Element = typename Array::value_type;
+    auto* array = dynamic_cast<Array*>(&data);
+    if (!array || block.size % sizeof(Element) != 0)
+        return false;
+    const auto* elements = reinterpret_cast<const Element*>(bytes);
+    reserveLarge(array->asVector(), block.size / sizeof(Element));
+    array->assign(elements, elements + block.size / sizeof(Element));
+    return true;
+}
+
+/// The arrays that are large take their elements in one go; the others are made as large first.
+void fill(osg::BufferData& data, const char* bytes, const Block& block)
+{
+    if (fillAs<osg::Vec3Array>(data, bytes, block) || fillAs<osg::Vec2Array>(data, bytes, block) ||
+        fillAs<osg::Vec4Array>(data, bytes, block) || fillAs<osg::DrawElementsUInt>(data, bytes, block))
+        return;
+    resize(data, block.count);
+    if (data.getTotalDataSize() == block.size)
+        std::memcpy(const_cast<void*>(data.getDataPointer()), bytes, block.size);
+}
 
 osg::ref_ptr<osg::Node> receiveScene(const Source& source, std::uint64_t offset, const Trailer& trailer,
                                      const std::atomic<bool>& stop)
@@ -316,10 +346,9 @@ osg::ref_ptr<osg::Node> receiveScene(const Source& source, std::uint64_t offset,
         if (!bytes || block.index >= finder.found.size())
             return nullptr;
         osg::BufferData& data = *finder.found[block.index];
-        resize(data, block.count);
+        fill(data, bytes, block);
         if (data.getTotalDataSize() != block.size)
             return nullptr;
-        std::memcpy(const_cast<void*>(data.getDataPointer()), bytes, block.size);
         data.dirty();
     }
     return scene;

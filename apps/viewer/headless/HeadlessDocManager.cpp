@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+#include "headless/HeadlessDocManager.h"
+
+#include "headless/HeadlessModelView.h"
+
+#include <velaforge/headless/HeadlessApplication.h>
+#include <velaforge/headless/OffscreenRenderer.h>
+
+namespace vfViewer {
+
+HeadlessDocManager::HeadlessDocManager() : ViewerDocManager(HeadlessModelView::s_classInfo) {}
+
+void HeadlessDocManager::waitFor(ReadJob& job)
+{
+    if (vfApplication::HeadlessApplication::wantsSnapshot())
+        vfApplication::OffscreenRenderer::prepare();
+    ViewerDocManager::waitFor(job);
+}
+
+} // namespace vfViewer

@@ -1,0 +1,217 @@
+// SPDX-License-Identifier: MIT
+#include "reading/StlReader.h"
+
+#include "reading/LargeArray.h"
+#include "reading/MappedFile.h"
+#include "reading/ReadProgress.h"
+#include "reading/TextScanner.h"
+
+#include <osg/Geode>
+#include <osg/Geometry>
+
+#include <cstdint>
+#include <cstring>
+
+namespace vfViewer {
+
+namespace {
+
+constexpr std::size_t headerSize = 84; // 80 letters, and the number of triangles
+constexpr std::size_t triangleSize = 50;
+constexpr std::size_t trianglesBetweenReports = 65536;
+constexpr std::size_t bytesBetweenReports = 1024 * 1024;
+
+/// One solid.
+struct Solid
+{
+    std::string name;
+    osg::ref_ptr<osg::Vec3Array> points = new osg::Vec3Array(osg::Array::BIND_PER_VERTEX);
+    osg::ref_ptr<osg::Vec3Array> normals = new osg::Vec3Array(osg::Array::BIND_PER_VERTEX);
+    osg::ref_ptr<osg::Vec4Array> colors = new osg::Vec4Array(osg::Array::BIND_PER_VERTEX);
+};
+
+/// Not all files bring normals, and not all that they bring are right.
+osg::Vec3 normalOf(const osg::Vec3& given, const osg::Vec3& a, const osg::Vec3& b, const osg::Vec3& c)
+{
+    osg::Vec3 normal = (b - a) ^ (c - a);
+    if (normal.normalize() > 0)
+        return normal;
+    normal = given;
+    return normal.normalize() > 0 ? normal : osg::Vec3(0, 0, 1);
+}
+
+osg::ref_ptr<osg::Geode> makeNode(const Solid& solid)
+{
+    const osg::ref_ptr<osg::Geometry> geometry = new osg::Geometry;
+    geometry->setVertexArray(solid.points);
+    geometry->setNormalArray(solid.normals);
+    if (!solid.colors->empty())
+        geometry->setColorArray(solid.colors);
+    geometry->addPrimitiveSet(new osg::DrawArrays(GL_TRIANGLES, 0, static_cast<int>(solid.points->size())));
+    const osg::ref_ptr<osg::Geode> geode = new osg::Geode;
+    geode->setName(solid.name);
+    geode->addDrawable(geometry);
+    return geode;
+}
+
+template <class Value>
+Value valueAt(const char* data)
+{
+    Value value;
+    std::memcpy(&value, data, sizeof(value));
+    return value;
+}
+
+/// The colours that the two spare bytes of a triangle may hold, five bits a part. Where the header names a colour the
+/// lowest bits are red and the highest is set where the colour of the whole counts; otherwise the lowest are blue, and the
+/// highest is set where there is a colour.
+class SpareBytes
+{
+public:
+    explicit SpareBytes(std::string_view header)
+    {
+        const std::size_t place = header.find("COLOR=");
+        if (place == std::string_view::npos || place + 10 > header.size())
+            return;
+        m_isNamed = true;
+        for (unsigned int i = 0; i < 4; ++i)
+            m_whole[static_cast<int>(i)] = static_cast<unsigned char>(header[place + 6 + i]) / 255.0f;
+    }
+
+    bool hasColor(std::uint16_t bits) const { return m_isNamed || (bits & 0x8000) != 0; }
+
+    osg::Vec4 color(std::uint16_t bits) const
+    {
+        const bool isOwn = m_isNamed == ((bits & 0x8000) == 0);
+        if (!isOwn)
+            return m_whole;
+        const auto part = [bits](int shift) { return static_cast<float>(bits >> shift & 31) / 31; };
+        return m_isNamed ? osg::Vec4(part(0), part(5), part(10), 1)
+                         : osg::Vec4(part(10), part(5), part(0), 1);
+    }
+
+private:
+    bool m_isNamed = false;
+    osg::Vec4 m_whole{0.8f, 0.8f, 0.8f, 1};
+};
+
+Solid parseNumbers(std::string_view text)
+{
+    Solid solid;
+    const std::size_t count = (text.size() - headerSize) / triangleSize;
+    const char* at = text.data() + headerSize;
+    reserveLarge(solid.points->asVector(), count * 3);
+    reserveLarge(solid.normals->asVector(), count * 3);
+    solid.points->resize(count * 3);
+    solid.normals->resize(count * 3);
+    const SpareBytes spare(text.substr(0, 80));
+    osg::Vec3* point = solid.points->empty() ? nullptr : &solid.points->front();
+    osg::Vec3* normal = solid.normals->empty() ? nullptr : &solid.normals->front();
+    for (std::size_t i = 0; i < count; ++i, at += triangleSize, point += 3, normal += 3) {
+        if (i % trianglesBetweenReports == 0)
+            ReadProgress::tell(i, count);
+        float values[12];
+        std::memcpy(values, at, sizeof(values));
+        for (int corner = 0; corner < 3; ++corner)
+            point[corner].set(values[3 + 3 * corner], values[4 + 3 * corner], values[5 + 3 * corner]);
+        normal[0] = normal[1] = normal[2] =
+            normalOf({values[0], values[1], values[2]}, point[0], point[1], point[2]);
+        const auto bits = valueAt<std::uint16_t>(at + 48);
+        if (solid.colors->empty() && !spare.hasColor(bits))
+            continue;
+        // The first triangle with a colour gives one to all.
+        if (solid.colors->empty())
+            solid.colors->resize(count * 3, osg::Vec4(0.8f, 0.8f, 0.8f, 1));
+        if (spare.hasColor(bits))
+            std::fill_n(solid.colors->begin() + static_cast<std::ptrdiff_t>(3 * i), 3, spare.color(bits));
+    }
+    return solid;
+}
+
+bool readPoint(TextScanner& scanner, osg::Vec3& point)
+{
+    return scanner.number(point[0]) && scanner.number(point[1]) && scanner.number(point[2]);
+}
+
+/// Takes the triangles of a facet: the corners of an outer loop, which are three in proper files.
+void finishFacet(Solid& solid, const osg::Vec3& given, std::vector<osg::Vec3>& corners)
+{
+    for (std::size_t i = 2; i < corners.size(); ++i) {
+        const osg::Vec3 normal = normalOf(given, corners[0], corners[i - 1], corners[i]);
+        for (const std::size_t corner : {std::size_t(0), i - 1, i}) {
+            solid.points->push_back(corners[corner]);
+            solid.normals->push_back(normal);
+        }
+    }
+    corners.clear();
+}
+
+std::vector<Solid> parseText(std::string_view text)
+{
+    std::vector<Solid> solids;
+    TextScanner scanner(text);
+    osg::Vec3 normal;
+    std::vector<osg::Vec3> corners;
+    for (std::size_t nextReport = 0; !scanner.isAtEnd(); scanner.nextLine()) {
+        if (scanner.passed() >= nextReport) {
+            ReadProgress::tell(scanner.passed(), text.size());
+            nextReport = scanner.passed() + bytesBetweenReports;
+        }
+        const std::string_view word = scanner.word();
+        if (word == "solid") {
+            solids.emplace_back();
+            solids.back().name = scanner.rest();
+        } else if (solids.empty()) {
+            continue;
+        } else if (word == "facet") {
+            normal.set(0, 0, 0);
+            if (scanner.word() == "normal")
+                readPoint(scanner, normal);
+        } else if (word == "vertex") {
+            osg::Vec3 point;
+            if (readPoint(scanner, point))
+                corners.push_back(point);
+        } else if (word == "endloop" || word == "endfacet") {
+            finishFacet(solids.back(), normal, corners);
+        }
+    }
+    return solids;
+}
+
+/// Some programs begin files of numbers with the word of those of text: what counts is whether the length is right.
+bool isNumbers(std::string_view text)
+{
+    if (text.size() < headerSize)
+        return false;
+    const std::uint64_t announced = valueAt<std::uint32_t>(text.data() + 80);
+    if (text.size() == headerSize + announced * triangleSize)
+        return true;
+    return text.substr(0, 5) != "solid";
+}
+
+} // namespace
+
+ReadOutcome readStl(const std::string& path)
+{
+    ReadOutcome outcome;
+    const MappedFile file(path);
+    const std::string_view text = file.text();
+    const osg::ref_ptr<osg::Group> root = new osg::Group;
+    std::vector<Solid> solids;
+    if (isNumbers(text))
+        solids.push_back(parseNumbers(text));
+    else
+        solids = parseText(text);
+    for (const Solid& solid : solids) {
+        if (!solid.points->empty())
+            root->addChild(makeNode(solid));
+    }
+    if (root->getNumChildren() > 0)
+        outcome.scene = root;
+    else
+        outcome.reason = solids.empty() ? "the file is damaged, or not of the format that its name says"
+                                        : "there is nothing in it that could be shown";
+    return outcome;
+}
+
+} // namespace vfViewer

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "reading/ModelReader.h"
+
+#include <string>
+
+namespace vfViewer {
+
+/// Reads a file of the format "stl", as numbers or as text. Each solid is a node of its name. Triangles are flat; colours
+/// are as either of the two customs has them that put some into files of numbers.
+ReadOutcome readStl(const std::string& path);
+
+} // namespace vfViewer

@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: MIT
+#include "model/Outline.h"
+
+#include <osg/Vec3d>
+#include <osg/ref_ptr>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <random>
+#include <thread>
+
+using vfViewer::outlineOf;
+
+namespace {
+
+osg::ref_ptr<osg::Vec3Array> cloud(int count, unsigned int seed = 1)
+{
+    std::mt19937 random(seed);
+    std::normal_distribution<float> spread;
+    osg::ref_ptr<osg::Vec3Array> points = new osg::Vec3Array;
+    for (int i = 0; i < count; ++i)
+        points->push_back({3 * spread(random), spread(random) + 100, 0.2f * spread(random)});
+    return points;
+}
+
+template <class Points>
+double reach(const Points& points, const osg::Vec3d& direction)
+{
+    double most = std::numeric_limits<double>::lowest();
+    for (const osg::Vec3& point : points)
+        most = std::max(most, osg::Vec3d(point) * direction);
+    return most;
+}
+
+} // namespace
+
+TEST(Outline, OfFewPointsIsAllOfThem)
+{
+    const auto points = cloud(100);
+    EXPECT_EQ(std::vector<osg::Vec3>(points->begin(), points->end()), *outlineOf(*points));
+}
+
+TEST(Outline, ReachesAsFarAsAllPointsOnEverySide)
+{
+    const auto points = cloud(300000);
+    const auto outline = outlineOf(*points);
+    EXPECT_LT(outline->size(), points->size() / 2);
+    std::mt19937 random(5);
+    std::normal_distribution<double> spread;
+    for (int i = 0; i < 200; ++i) {
+        osg::Vec3d direction(spread(random), spread(random), spread(random));
+        direction.normalize();
+        const double all = reach(*points, direction);
+        const double size = all + reach(*points, -direction);
+        EXPECT_LE(reach(*outline, direction), all);
+        EXPECT_NEAR(all, reach(*outline, direction), 0.01 * std::max(size, 25.0));
+    }
+}
+
+TEST(Outline, IsRememberedUntilThePointsChange)
+{
+    const auto points = cloud(10000);
+    const auto before = outlineOf(*points);
+    EXPECT_EQ(before, outlineOf(*points));
+    (*points)[0].set(500, 100, 0);
+    points->dirty();
+    EXPECT_NE(before, outlineOf(*points));
+    EXPECT_NEAR(500, reach(*outlineOf(*points), {1, 0, 0}), 1e-3);
+    points->push_back({-900, 100, 0});
+    EXPECT_NEAR(900, reach(*outlineOf(*points), {-1, 0, 0}), 1e-3);
+}
+
+TEST(Outline, PointsThatAreNoneAreLeftOut)
+{
+    const auto points = cloud(10000);
+    (*points)[5].set(NAN, 0, 0);
+    (*points)[6].set(INFINITY, 0, 0);
+    for (const osg::Vec3& point : *outlineOf(*points))
+        EXPECT_TRUE(std::isfinite(point.length2()));
+    const osg::ref_ptr<osg::Vec3Array> same = new osg::Vec3Array(10000);
+    EXPECT_EQ(1u, outlineOf(*same)->size());
+}
+
+TEST(Outline, MayBeAskedForOnSeveralThreads)
+{
+    const auto shared = cloud(20000);
+    std::vector<std::thread> threads;
+    for (unsigned int i = 0; i < 4; ++i) {
+        threads.emplace_back([&shared, i] {
+            for (int turn = 0; turn < 5; ++turn) {
+                EXPECT_FALSE(outlineOf(*shared)->empty());
+                EXPECT_FALSE(outlineOf(*cloud(5000, i))->empty());
+            }
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+}
