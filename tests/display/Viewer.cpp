@@ -4,6 +4,7 @@
 #include "qt/QtModelView.h"
 #include "qt/QtWindowSide.h"
 #include "reading/FileGate.h"
+#include "reading/ReaderHost.h"
 #include "ui/SceneModule.h"
 #include "ui/ViewerUiSetup.h"
 
@@ -33,6 +34,7 @@ struct Setup : vfApplication::ApplicationSetup
 {
     Setup()
     {
+        vfViewer::ReaderHost::start();
         vfViewer::FileGate::install();
         vfViewer::qtWindowSide().install();
     }

@@ -83,18 +83,11 @@ TEST(Outline, PointsThatAreNoneAreLeftOut)
     EXPECT_EQ(1u, outlineOf(*same)->size());
 }
 
-TEST(Outline, MayBeAskedForOnSeveralThreads)
+TEST(Outline, MayBeWorkedOutOnAnotherThreadAndRemembered)
 {
-    const auto shared = cloud(20000);
-    std::vector<std::thread> threads;
-    for (unsigned int i = 0; i < 4; ++i) {
-        threads.emplace_back([&shared, i] {
-            for (int turn = 0; turn < 5; ++turn) {
-                EXPECT_FALSE(outlineOf(*shared)->empty());
-                EXPECT_FALSE(outlineOf(*cloud(5000, i))->empty());
-            }
-        });
-    }
-    for (std::thread& thread : threads)
-        thread.join();
+    const auto points = cloud(20000);
+    std::shared_ptr<const vfViewer::Outline> there;
+    std::thread([&] { there = vfViewer::workOutOutline(*points); }).join();
+    vfViewer::rememberOutline(*points, there);
+    EXPECT_EQ(there, outlineOf(*points));
 }

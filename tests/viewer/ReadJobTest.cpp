@@ -3,6 +3,7 @@
 #include "reading/ReadJob.h"
 
 #include "reading/FileGate.h"
+#include "support/LargeModels.h"
 #include "support/Models.h"
 #include "support/TemporaryDirectory.h"
 
@@ -53,26 +54,7 @@ protected:
         return job.take();
     }
 
-    /// A model that keeps its reader busy for a minute: curled polygons, which are hard to cut into triangles.
-    std::string slowModel() const
-    {
-        std::string text;
-        constexpr int turns = 500;
-        for (int side = 0; side < 2; ++side) {
-            for (int i = 0; i < turns; ++i) {
-                const double angle = 0.5 * (side == 0 ? i : turns - 1 - i);
-                const double radius = 1 + angle + side * 1.2;
-                text += "v " + std::to_string(radius * std::cos(angle)) + " " +
-                        std::to_string(radius * std::sin(angle)) + " 0\n";
-            }
-        }
-        std::string face = "f";
-        for (int i = 1; i <= 2 * turns; ++i)
-            face += " " + std::to_string(i);
-        for (int i = 0; i < 3000; ++i)
-            text += face + "\n";
-        return directory.write("slow.obj", text);
-    }
+    std::string slowModel() const { return directory.write("slow.obj", vfTest::slowModel()); }
 
     TemporaryDirectory directory;
 };
@@ -162,11 +144,11 @@ std::vector<pid_t> readers()
     return all;
 }
 
-/// Waits for a condition, five seconds at most.
+/// Waits for a condition, half a minute at most.
 template <class Condition>
 bool waitFor(Condition condition)
 {
-    for (int i = 0; i < 500 && !condition(); ++i)
+    for (int i = 0; i < 3000 && !condition(); ++i)
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     return condition();
 }

@@ -89,10 +89,11 @@ TEST_F(StlReader, ATriangleWithoutAnAreaHasTheNormalOfTheFile)
 
 TEST_F(StlReader, TakesTextOfSeveralSolidsAsParts)
 {
-    const ReadOutcome outcome = read("solid left side\n facet normal 0 0 1\n  outer loop\n   vertex 0 0 0\n"
-                                     "   vertex 1 0 0\r\n   vertex 0 1e0 0\n  endloop\n endfacet\nendsolid left side\n"
-                                     "solid\nfacet normal 0 0 0\nouter loop\nvertex 0 0 1\nvertex +1 0 1\n"
-                                     "vertex 1 1 1\nvertex 0 1 1\nendloop\nendfacet\nendsolid\n");
+    const ReadOutcome outcome =
+        read("solid left side\n facet normal 0 0 1\n  outer loop\n   vertex 0 0 0\n"
+             "   vertex 1 0 0\r\n   vertex 0 1e0 0\n  endloop\n endfacet\nendsolid left side\n"
+             "solid\nfacet normal 0 0 0\nouter loop\nvertex 0 0 1\nvertex +1 0 1\n"
+             "vertex 1 1 1\nvertex 0 1 1\nendloop\nendfacet\nendsolid\n");
     ASSERT_TRUE(outcome.scene) << outcome.reason;
     ASSERT_EQ(2u, outcome.scene->asGroup()->getNumChildren());
     EXPECT_EQ("left side", outcome.scene->asGroup()->getChild(0)->getName());
@@ -131,5 +132,6 @@ TEST_F(StlReader, WhereNothingCanBeShownThereIsAReason)
     EXPECT_THAT(read("solid nothing\nendsolid\n").reason, HasSubstr("nothing in it"));
     EXPECT_THAT(read(numbers({})).reason, HasSubstr("nothing in it"));
     EXPECT_THAT(read("hello").reason, HasSubstr("damaged"));
-    EXPECT_THAT(read("solid a\nfacet normal\nvertex 1\nvertex a b c\nendloop\n").reason, HasSubstr("nothing in it"));
+    EXPECT_THAT(read("solid a\nfacet normal\nvertex 1\nvertex a b c\nendloop\n").reason,
+                HasSubstr("nothing in it"));
 }

@@ -159,6 +159,8 @@ bool ModelDocument::doOpenDocument(const vfBase::VfString& path, const vfBase::O
         for (const std::string& detail : outcome.details)
             listener->onDetail(path, detail);
     }
+    for (const auto& [points, outline] : outcome.outlines)
+        rememberOutline(*points, outline);
     m_scene->setModel(outcome.scene);
     return true;
 }

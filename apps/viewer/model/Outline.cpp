@@ -7,13 +7,10 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
-#include <mutex>
 
 namespace vfViewer {
 
 namespace {
-
-using Points = std::vector<osg::Vec3>;
 
 /// Of so many points all are kept.
 constexpr std::size_t fewPoints = 4096;
@@ -34,7 +31,7 @@ bool isFinite(const osg::Vec3& point)
     return std::isfinite(point.x() + point.y() + point.z());
 }
 
-Points reduced(const osg::Vec3Array& points)
+Outline reduced(const osg::Vec3Array& points)
 {
     osg::BoundingBox box;
     for (const osg::Vec3& point : points) {
@@ -60,7 +57,7 @@ Points reduced(const osg::Vec3Array& points)
             column.highest = point;
         column.isEmpty = false;
     }
-    Points kept;
+    Outline kept;
     for (const Column& column : columns) {
         if (column.isEmpty)
             continue;
@@ -75,9 +72,8 @@ Points reduced(const osg::Vec3Array& points)
 class Memory
 {
 public:
-    std::shared_ptr<const Points> find(const osg::Vec3Array& points)
+    std::shared_ptr<const Outline> find(const osg::Vec3Array& points)
     {
-        const std::lock_guard<std::mutex> lock(m_mutex);
         const auto found = m_known.find(&points);
         const bool isValid = found != m_known.end() && found->second.array.valid() &&
                              found->second.count == points.size() &&
@@ -85,9 +81,8 @@ public:
         return isValid ? found->second.outline : nullptr;
     }
 
-    void keep(const osg::Vec3Array& points, const std::shared_ptr<const Points>& outline)
+    void keep(const osg::Vec3Array& points, const std::shared_ptr<const Outline>& outline)
     {
-        const std::lock_guard<std::mutex> lock(m_mutex);
         for (auto it = m_known.begin(); it != m_known.end();)
             it = it->second.array.valid() ? std::next(it) : m_known.erase(it);
         m_known[&points] = {&points, points.size(), points.getModifiedCount(), outline};
@@ -99,10 +94,9 @@ private:
         osg::observer_ptr<const osg::Vec3Array> array;
         std::size_t count = 0;
         unsigned int modifications = 0;
-        std::shared_ptr<const Points> outline;
+        std::shared_ptr<const Outline> outline;
     };
 
-    std::mutex m_mutex;
     std::map<const osg::Vec3Array*, Known> m_known;
 };
 
@@ -114,14 +108,26 @@ Memory& memory()
 
 } // namespace
 
-std::shared_ptr<const Points> outlineOf(const osg::Vec3Array& points)
+std::shared_ptr<const Outline> workOutOutline(const osg::Vec3Array& points)
 {
     if (points.size() <= fewPoints)
-        return std::make_shared<const Points>(points.begin(), points.end());
-    std::shared_ptr<const Points> outline = memory().find(points);
+        return std::make_shared<const Outline>(points.begin(), points.end());
+    return std::make_shared<const Outline>(reduced(points));
+}
+
+void rememberOutline(const osg::Vec3Array& points, const std::shared_ptr<const Outline>& outline)
+{
+    memory().keep(points, outline);
+}
+
+std::shared_ptr<const Outline> outlineOf(const osg::Vec3Array& points)
+{
+    if (points.size() <= fewPoints)
+        return workOutOutline(points);
+    std::shared_ptr<const Outline> outline = memory().find(points);
     if (!outline) {
-        outline = std::make_shared<const Points>(reduced(points));
-        memory().keep(points, outline);
+        outline = workOutOutline(points);
+        rememberOutline(points, outline);
     }
     return outline;
 }

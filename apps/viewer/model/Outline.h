@@ -8,10 +8,18 @@
 
 namespace vfViewer {
 
+using Outline = std::vector<osg::Vec3>;
+
 /// Points of an array between which all others lie, more or less: seen from any side, what they span differs from what all
 /// span by less than a hundredth of its size. Of millions of points there are some thousands left.
 ///
-/// They are worked out once for an array, and remembered as long as it stays as it is. May be called on any thread.
-std::shared_ptr<const std::vector<osg::Vec3>> outlineOf(const osg::Vec3Array& points);
+/// They are worked out once for an array, and remembered as long as it stays as it is. For the thread of the program.
+std::shared_ptr<const Outline> outlineOf(const osg::Vec3Array& points);
+
+/// The same, ahead of time: works them out, on any thread.
+std::shared_ptr<const Outline> workOutOutline(const osg::Vec3Array& points);
+
+/// Has outlineOf() find what was worked out.
+void rememberOutline(const osg::Vec3Array& points, const std::shared_ptr<const Outline>& outline);
 
 } // namespace vfViewer

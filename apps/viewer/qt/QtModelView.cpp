@@ -16,6 +16,8 @@
 #include <osg/LineWidth>
 #include <osg/MatrixTransform>
 
+#include <QVBoxLayout>
+
 #include <algorithm>
 
 namespace vfViewer {
@@ -92,8 +94,21 @@ QWidget* QtModelView::createWidget(QWidget& parent)
 {
     if (!dynamic_cast<ModelDocument*>(getDocument()))
         return nullptr;
-    m_viewport = new vfApplication::QtViewport(&parent);
+    // While the model is read there is nothing to draw, and the window is to have its hands free.
+    m_place = new QWidget(&parent);
+    auto* layout = new QVBoxLayout(m_place);
+    layout->setContentsMargins(0, 0, 0, 0);
+    if (model().scene().getNumChildren() > 0)
+        makeViewport();
+    return m_place;
+}
+
+void QtModelView::makeViewport()
+{
+    m_viewport = new vfApplication::QtViewport(m_place);
     m_viewport->setObjectName(QStringLiteral("model"));
+    m_place->layout()->addWidget(m_viewport);
+    m_place->setFocusProxy(m_viewport);
     m_scene = makeLitScene(model().scene());
     m_viewport->setScene(m_scene);
     QObject::connect(m_viewport, &vfApplication::QtViewport::cameraMoved, m_viewport,
@@ -108,12 +123,13 @@ QWidget* QtModelView::createWidget(QWidget& parent)
                              select(position);
                      });
     redraw();
-    return m_viewport;
 }
 
 void QtModelView::onUpdate(View*)
 {
-    if (!m_isPlaced && model().scene().getNumChildren() > 0)
+    if (!m_viewport && m_place && model().scene().getNumChildren() > 0)
+        makeViewport();
+    if (!m_isPlaced && m_viewport && model().scene().getNumChildren() > 0)
         lookFrom(firstViewFor(*getDocument()));
     redraw();
 }
@@ -140,6 +156,8 @@ void QtModelView::showSelection()
 
 void QtModelView::lookFrom(StandardView view)
 {
+    if (!m_viewport)
+        return;
     m_standardView = view;
     m_isStandard = true;
     m_isPlaced = true;
@@ -161,6 +179,8 @@ void QtModelView::place()
 
 void QtModelView::fit()
 {
+    if (!m_viewport)
+        return;
     m_isStandard = false;
     m_viewport->fit();
 }

@@ -30,6 +30,7 @@ public:
     /// Shows which part is selected, and the background as it is set.
     void redraw() override;
 
+    /// @return null before there is a model
     vfApplication::QtViewport* getViewport() const { return m_viewport; }
 
 protected:
@@ -37,10 +38,12 @@ protected:
 
 private:
     ModelDocument& model() const;
+    void makeViewport();
     void place();
     void select(const QPointF& position);
     void showSelection();
 
+    QPointer<QWidget> m_place; ///< of the viewport
     QPointer<vfApplication::QtViewport> m_viewport;
     osg::ref_ptr<osg::Group> m_scene; ///< the model in the viewer's light, and the mark of the selection
     osg::ref_ptr<osg::Node> m_mark;

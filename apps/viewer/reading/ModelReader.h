@@ -1,10 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "model/Outline.h"
+
+#include <osg/Array>
 #include <osg/Node>
 #include <osg/ref_ptr>
 
+#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vfViewer {
@@ -17,6 +22,9 @@ struct ReadOutcome
     std::string reason;                ///< why not, in one line
     std::vector<std::string> warnings; ///< files it names that could not be read, a line each
     std::vector<std::string> details;  ///< what the reader complained about, a line each
+
+    /// Worked out on the way, for whoever places a camera.
+    std::vector<std::pair<osg::ref_ptr<const osg::Vec3Array>, std::shared_ptr<const Outline>>> outlines;
 };
 
 /// Reads a model, in this process, and makes it fit to be shown: z points up, and every surface has normals.

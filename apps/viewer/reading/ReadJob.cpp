@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "reading/ReadJob.h"
 
-#include "model/Outline.h"
 #include "reading/ReadProgress.h"
 #include "reading/SceneTransfer.h"
 
@@ -16,6 +15,7 @@
 #include <condition_variable>
 #include <cstdlib>
 #include <mutex>
+#include <set>
 #include <system_error>
 #include <thread>
 
@@ -195,7 +195,7 @@ struct ReadJob::Shared
             return false;
         isDone = true;
         std::swap(outcome, result);
-        result.scene = nullptr; // whoever takes the outcome holds the scene alone
+        result = ReadOutcome(); // whoever takes the outcome holds the scene alone
         condition.notify_all();
         if (function)
             function();
@@ -252,9 +252,15 @@ public:
     void apply(osg::Geometry& geometry) override
     {
         apply(static_cast<osg::Drawable&>(geometry));
-        if (const auto* points = dynamic_cast<const osg::Vec3Array*>(geometry.getVertexArray()))
-            outlineOf(*points); // which the first look at it needs
+        const auto* points = dynamic_cast<const osg::Vec3Array*>(geometry.getVertexArray());
+        if (points && m_seen.insert(points).second)
+            outlines.emplace_back(points, workOutOutline(*points)); // which the first look at it needs
     }
+
+    decltype(ReadOutcome::outlines) outlines;
+
+private:
+    std::set<const osg::Vec3Array*> m_seen;
 };
 
 ReadOutcome readWith(std::atomic<bool>& isCancelled, const Reader& reader, long long size)
@@ -264,6 +270,7 @@ ReadOutcome readWith(std::atomic<bool>& isCancelled, const Reader& reader, long 
         // What can be done before it is shown is done here, and not on the thread that shows it.
         PrepareDrawables prepare;
         outcome.scene->accept(prepare);
+        outcome.outlines = std::move(prepare.outlines);
         outcome.scene->getBound();
     }
     return outcome;

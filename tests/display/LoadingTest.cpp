@@ -1,0 +1,183 @@
+// SPDX-License-Identifier: MIT
+// The window while a model is read.
+#include "Viewer.h"
+
+#include "support/LargeModels.h"
+#include "support/TemporaryDirectory.h"
+
+#include <velaforge/documents/DocManager.h>
+#include <velaforge/documents/FileHistory.h>
+#include <velaforge/qt/internal/MainWindow.h>
+
+#include <gmock/gmock.h>
+
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTimer>
+
+#include <chrono>
+
+using testing::HasSubstr;
+using vfTest::Program;
+using vfTest::TemporaryDirectory;
+using vfTest::Viewer;
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+const std::string sailboat = VELAFORGE_SOURCE_DIR "/models/sailboat.obj";
+
+#if defined(__SANITIZE_ADDRESS__)
+constexpr std::uint32_t manyTriangles = 500000;
+constexpr int longestStandstill = 1000; // everything takes several times as long
+#else
+constexpr std::uint32_t manyTriangles = 5000000;
+constexpr int longestStandstill = 50; // milliseconds
+#endif
+
+/// Beats on the thread of the window, and remembers the longest time between two beats.
+class Heart
+{
+public:
+    Heart()
+    {
+        QObject::connect(&m_timer, &QTimer::timeout, [this] { beat(); });
+        m_timer.start(2);
+    }
+
+    void beat()
+    {
+        const auto now = Clock::now();
+        m_longest = std::max(m_longest, now - m_last);
+        m_last = now;
+        ++m_count;
+    }
+
+    int longest() const
+    {
+        return static_cast<int>(std::chrono::duration_cast<std::chrono::milliseconds>(m_longest).count());
+    }
+    int count() const { return m_count; }
+
+private:
+    QTimer m_timer;
+    Clock::time_point m_last = Clock::now();
+    Clock::duration m_longest{0};
+    int m_count = 0;
+};
+
+class Loading : public vfTest::OnDisplay
+{
+protected:
+    static std::vector<std::string> recentFiles(Viewer& viewer)
+    {
+        std::vector<std::string> files;
+        const auto* history = viewer.program().application().getDocManager().getFileHistory();
+        for (int i = 0; i < history->getCount(); ++i)
+            files.push_back(history->getHistoryFile(i).str());
+        return files;
+    }
+
+    /// Begins to open the slow model, and waits until the dialog is there.
+    void beginSlowly(Viewer& viewer)
+    {
+        const std::string path = directory.write("slow.obj", vfTest::slowModel());
+        viewer.program().start([&viewer, path] {
+            viewer.program().application().openDocument(path.c_str(), vfBase::Options());
+        });
+        ASSERT_TRUE(viewer.program().waitForDialog("loading"));
+        EXPECT_TRUE(viewer.waitFor([] { return Program::dialog()->isActiveWindow(); }));
+        EXPECT_TRUE(viewer.waitFor([] {
+            return Program::dialog()->findChild<QProgressBar*>()->maximum() > 0;
+        })) << "how far it has come is known";
+    }
+
+    TemporaryDirectory directory;
+};
+
+} // namespace
+
+TEST_F(Loading, OfALargeModelNeverHoldsTheWindowUp)
+{
+    const std::string path = directory.file("hills.stl");
+    vfTest::writeHills(path, manyTriangles);
+    Viewer viewer({sailboat}); // so that the driver of OpenGL is at work already
+    viewer.run([&] {
+        const auto [longest, count] = viewer.ui([&] {
+            Heart heart;
+            EXPECT_TRUE(viewer.program().application().openDocument(path.c_str(), vfBase::Options()));
+            heart.beat();
+            return std::pair(heart.longest(), heart.count());
+        });
+        std::cout << "longest standstill: " << longest << " ms, " << count << " beats" << std::endl;
+        RecordProperty("longestStandstill", longest);
+        EXPECT_LE(longest, longestStandstill);
+        EXPECT_GT(count, 20);
+    });
+}
+
+TEST_F(Loading, CanBeCancelledAndLeavesEverythingAsItWas)
+{
+    Viewer viewer({sailboat});
+    viewer.run([&] {
+        const auto recentBefore = viewer.ui([&] { return recentFiles(viewer); });
+        const auto viewBefore = viewer.ui([&] { return viewer.viewport(); });
+        beginSlowly(viewer);
+        const QPoint place =
+            viewer.ui([] { return Viewer::onScreen(*Program::dialog()->findChild<QPushButton*>()); });
+        viewer.hand.moveTo(place);
+        Program::pause(50);
+        const auto begin = Clock::now();
+        viewer.hand.click(place);
+        EXPECT_TRUE(viewer.program().waitForNoDialog());
+        EXPECT_LT(Clock::now() - begin, std::chrono::milliseconds(500)) << "with the way of the hand";
+        viewer.ui([&] {
+            EXPECT_EQ(1u, viewer.program().application().getNumDocuments());
+            EXPECT_EQ(viewBefore, viewer.viewport());
+            EXPECT_EQ(recentBefore, recentFiles(viewer));
+            EXPECT_EQ(nullptr, QGuiApplication::overrideCursor());
+        });
+        Program::pause(300);
+        EXPECT_EQ(nullptr, viewer.ui([] { return Program::dialog(); })) << "nobody complains about it";
+    });
+}
+
+TEST_F(Loading, CanBeCancelledByKey)
+{
+    Viewer viewer;
+    viewer.run([&] {
+        beginSlowly(viewer);
+        viewer.hand.key("Escape");
+        EXPECT_TRUE(viewer.program().waitForNoDialog());
+        EXPECT_EQ(0u, viewer.ui([&] { return viewer.program().application().getNumDocuments(); }));
+    });
+}
+
+TEST_F(Loading, EndsWhenTheProgramIsEnded)
+{
+    Viewer viewer;
+    const auto begin = Clock::now();
+    viewer.run([&] { beginSlowly(viewer); }); // and the script ends the program then
+    EXPECT_LT(Clock::now() - begin, std::chrono::seconds(20));
+}
+
+TEST_F(Loading, OfAChangedFileCanBeCancelledAndTheModelStays)
+{
+    const std::string path = directory.write("model.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n");
+    Viewer viewer({path});
+    viewer.run([&] {
+        const auto before = viewer.ui([&] { return viewer.model()->scene().getChild(0); });
+        directory.write("model.obj", vfTest::slowModel());
+        ASSERT_TRUE(viewer.program().answer("reloadQuestion", "Read again"));
+        ASSERT_TRUE(viewer.program().waitForDialog("loading"));
+        viewer.waitFor([] { return Program::dialog()->isActiveWindow(); });
+        viewer.hand.key("Escape");
+        EXPECT_TRUE(viewer.program().waitForNoDialog());
+        viewer.ui([&] {
+            ASSERT_TRUE(viewer.model());
+            ASSERT_EQ(1u, viewer.model()->scene().getNumChildren());
+            EXPECT_EQ(before, viewer.model()->scene().getChild(0));
+        });
+    });
+}
