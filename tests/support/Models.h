@@ -15,7 +15,8 @@ inline std::string signpost(const std::string& extension)
 /// @return the formats in which there is a signpost
 inline std::vector<std::string> signpostFormats()
 {
-    return {"obj", "stl", "ply", "3ds", "ac", "lwo", "dxf", "osgt", "osgb", "ive", "x", "dae"};
+    return {"obj", "stl",  "ply", "3ds", "ac",  "lwo", "dxf", "osgt", "osgb", "ive", "x",
+            "dae", "gltf", "glb", "fbx", "3mf", "off", "x3d", "amf",  "ase",  "nff", "md5mesh"};
 }
 
 } // namespace vfTest

@@ -227,7 +227,8 @@ TEST_F(ReadJobs, FilesCutAnywhereAreAReasonAndNoCrash)
             const ReadOutcome outcome = read(path);
             EXPECT_NE(outcome.scene.valid(), !outcome.reason.empty()) << format << " " << part;
             EXPECT_EQ(std::string::npos, outcome.reason.find('\n')) << outcome.reason;
-            EXPECT_TRUE(!outcome.scene || format == "obj") << format << " " << part;
+            // Formats of statements one after another do not tell where they end.
+            EXPECT_TRUE(!outcome.scene || format == "obj" || format == "nff") << format << " " << part;
         }
     }
 }

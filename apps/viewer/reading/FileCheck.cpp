@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "reading/FileCheck.h"
 
+#include "reading/MappedFile.h"
+
 #include <osgDB/FileNameUtils>
 
 #include <algorithm>
@@ -11,46 +13,9 @@
 #include <string_view>
 #include <vector>
 
-#include <fcntl.h>
-#include <sys/mman.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 namespace vfViewer {
 
 namespace {
-
-/// The contents of a file, without a copy of them.
-class Mapped
-{
-public:
-    explicit Mapped(const std::string& path)
-    {
-        const int file = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-        if (file < 0)
-            return;
-        struct stat status;
-        if (fstat(file, &status) == 0 && S_ISREG(status.st_mode) && status.st_size > 0) {
-            m_size = static_cast<std::size_t>(status.st_size);
-            m_data = mmap(nullptr, m_size, PROT_READ, MAP_PRIVATE, file, 0);
-        }
-        close(file);
-    }
-    ~Mapped()
-    {
-        if (isValid())
-            munmap(m_data, m_size);
-    }
-    Mapped(const Mapped&) = delete;
-    Mapped& operator=(const Mapped&) = delete;
-
-    bool isValid() const { return m_data != MAP_FAILED; }
-    std::string_view text() const { return {static_cast<const char*>(m_data), m_size}; }
-
-private:
-    void* m_data = MAP_FAILED;
-    std::size_t m_size = 0;
-};
 
 bool beginsWith(std::string_view text, std::string_view beginning)
 {
@@ -283,14 +248,15 @@ bool isCutOff(const std::string& path)
 {
     using Check = bool (*)(std::string_view);
     static const std::map<std::string, Check> checks = {
-        {"stl", isCutOffStl},    {"3ds", isCutOff3ds},       {"lwo", isCutOffLwo},
-        {"ac", isCutOffAc},      {"ply", isCutOffPly},       {"obj", isCutOffObj},
-        {"x", isCutOffInBraces}, {"osgt", isCutOffInBraces}, {"osg", isCutOffInBraces}};
+        {"stl", isCutOffStl},      {"3ds", isCutOff3ds},         {"lwo", isCutOffLwo},
+        {"ac", isCutOffAc},        {"ply", isCutOffPly},         {"obj", isCutOffObj},
+        {"x", isCutOffInBraces},   {"osgt", isCutOffInBraces},   {"osg", isCutOffInBraces},
+        {"ase", isCutOffInBraces}, {"md5mesh", isCutOffInBraces}};
     const auto check = checks.find(osgDB::getLowerCaseFileExtension(path));
     if (check == checks.end())
         return false;
-    const Mapped file(path);
-    if (!file.isValid())
+    const MappedFile file(path, MappedFile::Wanted::Places);
+    if (file.text().empty())
         return false;
     // A binary .x file has no braces, and says at its beginning that it is one.
     if (check->first == "x" && file.text().substr(0, 16).find("txt") == std::string_view::npos)

@@ -37,13 +37,27 @@ std::string pluginDirectory()
     return osgDB::getFilePath(info.dli_fname) + "/osgPlugins-" + osgGetVersion();
 }
 
+/// Formats for which there is a reader here.
+const std::vector<std::string>& ownFormats()
+{
+    static const std::vector<std::string> formats = {"obj", "stl"};
+    return formats;
+}
+
+const std::vector<std::string>& osgFormats()
+{
+    static const std::vector<std::string> formats = {"ply", "3ds",  "ac",   "lwo", "dxf", "dae",
+                                                     "x",   "osgt", "osgb", "osg", "ive"};
+    return formats;
+}
+
 /// The names in "osgdb_<name>.so" that may be loaded. Formats that share a plug-in stand for it here.
 bool isListedPlugin(const std::string& name)
 {
     static const std::vector<std::string> shared = {"osg", "jpeg", "tiff", "rgb", "pnm"};
-    return isListed(FileGate::modelFormats(), name) || isListed(FileGate::imageFormats(), name) ||
-           isListed(shared, name) || name.compare(0, 12, "serializers_") == 0 ||
-           name.compare(0, 11, "deprecated_") == 0;
+    return isListed(ownFormats(), name) || isListed(osgFormats(), name) ||
+           isListed(FileGate::imageFormats(), name) || isListed(shared, name) ||
+           name.compare(0, 12, "serializers_") == 0 || name.compare(0, 11, "deprecated_") == 0;
 }
 
 std::vector<std::string>& failures()
@@ -156,8 +170,19 @@ FileGate::Shut::~Shut()
 
 const std::vector<std::string>& FileGate::modelFormats()
 {
-    static const std::vector<std::string> formats = {"obj", "stl", "ply",  "3ds",  "ac",  "lwo", "dxf",
-                                                     "dae", "x",   "osgt", "osgb", "osg", "ive"};
+    static const std::vector<std::string> formats = [] {
+        std::vector<std::string> all = ownFormats();
+        for (const std::vector<std::string>* more : {&osgFormats(), &assimpFormats()})
+            all.insert(all.end(), more->begin(), more->end());
+        return all;
+    }();
+    return formats;
+}
+
+const std::vector<std::string>& FileGate::assimpFormats()
+{
+    static const std::vector<std::string> formats = {"gltf", "glb", "fbx", "3mf", "off",
+                                                     "x3d",  "amf", "ase", "nff", "md5mesh"};
     return formats;
 }
 

@@ -34,6 +34,9 @@ public:
     static const std::vector<std::string>& modelFormats();
     static const std::vector<std::string>& imageFormats();
 
+    /// @return those of the model formats that Assimp reads
+    static const std::vector<std::string>& assimpFormats();
+
     static bool isModel(const std::string& path);
     static bool isImage(const std::string& path);
 

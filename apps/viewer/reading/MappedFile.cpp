@@ -8,7 +8,7 @@
 
 namespace vfViewer {
 
-MappedFile::MappedFile(const std::string& path)
+MappedFile::MappedFile(const std::string& path, Wanted wanted)
 {
     const int file = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
     if (file < 0)
@@ -16,8 +16,8 @@ MappedFile::MappedFile(const std::string& path)
     struct stat status;
     if (fstat(file, &status) == 0 && S_ISREG(status.st_mode) && status.st_size > 0) {
         const auto size = static_cast<std::size_t>(status.st_size);
-        // The pages are wanted all, one after another: better at once than one by one.
-        void* data = mmap(nullptr, size, PROT_READ, MAP_PRIVATE | MAP_POPULATE, file, 0);
+        const int pages = wanted == Wanted::Whole ? MAP_POPULATE : 0;
+        void* data = mmap(nullptr, size, PROT_READ, MAP_PRIVATE | pages, file, 0);
         if (data != MAP_FAILED)
             m_text = {static_cast<const char*>(data), size};
     }

@@ -10,8 +10,14 @@ namespace vfViewer {
 class MappedFile
 {
 public:
+    enum class Wanted
+    {
+        Whole, ///< all of it, one after another: better at once than page by page
+        Places ///< some places
+    };
+
     /// An empty text when the file cannot be read.
-    explicit MappedFile(const std::string& path);
+    explicit MappedFile(const std::string& path, Wanted wanted = Wanted::Whole);
     ~MappedFile();
 
     MappedFile(const MappedFile&) = delete;

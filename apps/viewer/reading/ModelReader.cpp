@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "reading/ModelReader.h"
 
+#include "reading/AssimpLibrary.h"
 #include "reading/FileCheck.h"
 #include "reading/FileGate.h"
 #include "reading/Normals.h"
@@ -153,6 +154,9 @@ OwnReader ownReader(const std::string& path)
         return readObj;
     if (extension == "stl")
         return readStl;
+    const std::vector<std::string>& foreign = FileGate::assimpFormats();
+    if (std::find(foreign.begin(), foreign.end(), extension) != foreign.end())
+        return hasAssimp() ? readWithAssimpLibrary : nullptr;
     return nullptr;
 }
 

@@ -173,7 +173,8 @@ public:
         const char* bytes = at(offset, size);
         if (!bytes)
             return false;
-        std::memcpy(data, bytes, size);
+        if (size > 0)
+            std::memcpy(data, bytes, size);
         offset += size;
         return true;
     }

@@ -20,7 +20,12 @@ osg::ref_ptr<osg::Node> turned(osg::Node& scene, double angle)
 
 bool isReadWithYUp(const std::string& path)
 {
-    return osgDB::getLowerCaseFileExtension(path) == "ac";
+    const std::string extension = osgDB::getLowerCaseFileExtension(path);
+    for (const char* format : {"ac", "gltf", "glb", "fbx", "x3d", "ase", "md5mesh"}) {
+        if (extension == format)
+            return true;
+    }
+    return false;
 }
 
 bool isWrittenWithYUp(const std::string& path)

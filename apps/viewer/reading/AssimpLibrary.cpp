@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+#include "reading/AssimpLibrary.h"
+
+#include <osgDB/FileNameUtils>
+
+#include <climits>
+#include <cstdlib>
+
+#include <dlfcn.h>
+#include <unistd.h>
+
+namespace vfViewer {
+
+namespace {
+
+/// @return where it lies: beside this library, wherever the whole was put
+std::string libraryPath()
+{
+    Dl_info info{};
+    char path[PATH_MAX];
+    const auto address = reinterpret_cast<const void*>(&hasAssimp);
+    if (!dladdr(address, &info) || !info.dli_fname || !realpath(info.dli_fname, path))
+        return std::string();
+    return osgDB::getFilePath(path) + "/vfviewer_assimp.so";
+}
+
+using Read = void(const char* path, ReadOutcome* outcome);
+
+Read* load(std::string& reason)
+{
+    void* library = dlopen(libraryPath().c_str(), RTLD_NOW | RTLD_LOCAL);
+    auto* read = library ? reinterpret_cast<Read*>(dlsym(library, "vfviewerRead")) : nullptr;
+    if (!read)
+        reason = "the library that reads this format cannot be loaded";
+    return read;
+}
+
+} // namespace
+
+bool hasAssimp()
+{
+    return access(libraryPath().c_str(), R_OK) == 0;
+}
+
+ReadOutcome readWithAssimpLibrary(const std::string& path)
+{
+    ReadOutcome outcome;
+    if (Read* read = load(outcome.reason))
+        read(path.c_str(), &outcome);
+    return outcome;
+}
+
+} // namespace vfViewer

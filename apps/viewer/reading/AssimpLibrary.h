@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "reading/ModelReader.h"
+
+#include <string>
+
+namespace vfViewer {
+
+/// @return whether the library is installed that reads the formats of FileGate::assimpFormats()
+bool hasAssimp();
+
+/// Reads a model with it. It is large, and therefore loaded only here.
+ReadOutcome readWithAssimpLibrary(const std::string& path);
+
+} // namespace vfViewer

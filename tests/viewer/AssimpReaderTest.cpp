@@ -1,0 +1,208 @@
+// SPDX-License-Identifier: MIT
+// Formats that Assimp reads.
+#include "reading/AssimpLibrary.h"
+#include "reading/FileGate.h"
+#include "reading/ReadJob.h"
+#include "support/TemporaryDirectory.h"
+
+#include <osg/AnimationPath>
+#include <osg/Geode>
+#include <osg/Geometry>
+#include <osg/Material>
+#include <osg/MatrixTransform>
+#include <osg/Texture2D>
+#include <osgDB/WriteFile>
+
+#include <gmock/gmock.h>
+
+#include <cstdint>
+#include <cstring>
+#include <sstream>
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+using vfTest::TemporaryDirectory;
+using vfViewer::ReadJob;
+using vfViewer::ReadKind;
+using vfViewer::ReadOutcome;
+
+namespace {
+
+std::string base64(const std::string& bytes)
+{
+    static const char letters[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    std::string text;
+    for (std::size_t i = 0; i < bytes.size(); i += 3) {
+        std::uint32_t group = 0;
+        for (std::size_t k = 0; k < 3; ++k)
+            group = group << 8 | (i + k < bytes.size() ? static_cast<unsigned char>(bytes[i + k]) : 0u);
+        for (std::size_t k = 0; k < 4; ++k)
+            text += i + k <= bytes.size() ? letters[group >> (18 - 6 * k) & 63] : '=';
+    }
+    return text;
+}
+
+std::string floats(const std::vector<float>& values)
+{
+    return {reinterpret_cast<const char*>(values.data()), values.size() * sizeof(float)};
+}
+
+class AssimpReader : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        vfViewer::FileGate::install();
+        if (!vfViewer::hasAssimp())
+            GTEST_SKIP() << "built without Assimp";
+    }
+
+    static ReadOutcome read(const std::string& path)
+    {
+        ReadJob job(ReadKind::Model, path);
+        while (!job.wait(1000)) {
+        }
+        return job.take();
+    }
+
+    /// A triangle that moves up by two units in a second, with an image on it. @param image  where that is
+    std::string movingTriangle(const std::string& image) const
+    {
+        const std::string data = floats({0, 0, 0, 1, 0, 0, 0, 1, 0}) + floats({0, 0, 1, 0, 0, 1}) +
+                                 floats({0, 1}) + floats({0, 0, 0, 0, 2, 0});
+        const auto view = [](int offset, int length) {
+            return R"({"buffer":0,"byteOffset":)" + std::to_string(offset) + R"(,"byteLength":)" +
+                   std::to_string(length) + "}";
+        };
+        const auto accessor = [](int number, int count, const char* type, const char* more = "") {
+            return R"({"bufferView":)" + std::to_string(number) + R"(,"componentType":5126,"count":)" +
+                   std::to_string(count) + R"(,"type":")" + type + "\"" + more + "}";
+        };
+        std::ostringstream text;
+        text
+            << R"({"asset":{"version":"2.0"},"scene":0,"scenes":[{"nodes":[0]}],)"
+            << R"("nodes":[{"name":"lift","mesh":0}],)"
+            << R"("meshes":[{"name":"plate","primitives":[{"attributes":{"POSITION":0,"TEXCOORD_0":1},"material":0}]}],)"
+            << R"("materials":[{"name":"paint","pbrMetallicRoughness":{"baseColorFactor":[0.5,0.25,1,1],)"
+            << R"("baseColorTexture":{"index":0}}}],)"
+            << R"("textures":[{"source":0,"sampler":0}],"samplers":[{"wrapS":33071,"wrapT":33648}],)"
+            << R"("images":[{"uri":")" << image << "\"}],"
+            << R"("animations":[{"channels":[{"sampler":0,"target":{"node":0,"path":"translation"}}],)"
+            << R"("samplers":[{"input":2,"output":3,"interpolation":"LINEAR"}]}],)"
+            << "\"accessors\":[" << accessor(0, 3, "VEC3", R"(,"min":[0,0,0],"max":[1,1,0])") << ','
+            << accessor(1, 3, "VEC2") << ',' << accessor(2, 2, "SCALAR", R"(,"min":[0],"max":[1])") << ','
+            << accessor(3, 2, "VEC3") << "],\"bufferViews\":[" << view(0, 36) << ',' << view(36, 24) << ','
+            << view(60, 8) << ',' << view(68, 24)
+            << R"(],"buffers":[{"byteLength":92,"uri":"data:application/octet-stream;base64,)" << base64(data)
+            << "\"}]}";
+        return directory.write("moving.gltf", text.str());
+    }
+
+    /// An image of one colour. @return its bytes as a file
+    std::string image(const std::string& name) const
+    {
+        const osg::ref_ptr<osg::Image> picture = new osg::Image;
+        picture->allocateImage(2, 2, 1, GL_RGB, GL_UNSIGNED_BYTE, 1);
+        std::memset(picture->data(), 100, picture->getTotalSizeInBytes());
+        EXPECT_TRUE(osgDB::writeImageFile(*picture, directory.file(name)));
+        return vfTest::readFile(directory.file(name));
+    }
+
+    TemporaryDirectory directory;
+};
+
+/// What there is in a scene, the first of each.
+struct Found : osg::NodeVisitor
+{
+    explicit Found(osg::Node& scene) : NodeVisitor(TRAVERSE_ALL_CHILDREN) { scene.accept(*this); }
+    void apply(osg::MatrixTransform& node) override
+    {
+        if (node.getUpdateCallback() && !moving)
+            moving = &node;
+        traverse(node);
+    }
+    void apply(osg::Geometry& node) override { geometry = &node; }
+
+    osg::MatrixTransform* moving = nullptr;
+    osg::Geometry* geometry = nullptr;
+};
+
+void expectPainted(const ReadOutcome& outcome)
+{
+    ASSERT_TRUE(outcome.scene) << outcome.reason;
+    EXPECT_THAT(outcome.warnings, IsEmpty());
+    const Found found(*outcome.scene);
+    ASSERT_TRUE(found.geometry);
+    const osg::StateSet* state = found.geometry->getStateSet();
+    ASSERT_TRUE(state);
+    const auto* texture =
+        dynamic_cast<const osg::Texture2D*>(state->getTextureAttribute(0, osg::StateAttribute::TEXTURE));
+    ASSERT_TRUE(texture);
+    EXPECT_NEAR(100.0 / 255, texture->getImage()->getColor(0u, 0u).g(), 1e-3);
+    EXPECT_EQ(osg::Texture::CLAMP_TO_EDGE, texture->getWrap(osg::Texture::WRAP_S));
+    EXPECT_EQ(osg::Texture::MIRROR, texture->getWrap(osg::Texture::WRAP_T));
+    const auto& material =
+        dynamic_cast<const osg::Material&>(*state->getAttribute(osg::StateAttribute::MATERIAL));
+    EXPECT_EQ("paint", material.getName());
+    EXPECT_EQ(osg::Vec4(0.5f, 0.25f, 1, 1), material.getDiffuse(osg::Material::FRONT));
+    EXPECT_TRUE(found.geometry->getTexCoordArray(0));
+}
+
+} // namespace
+
+TEST_F(AssimpReader, MaterialsAndImagesComeWithTheModel)
+{
+    image("beside.png");
+    expectPainted(read(movingTriangle("beside.png")));
+}
+
+TEST_F(AssimpReader, ImagesMayLieWithinTheFile)
+{
+    expectPainted(read(movingTriangle("data:image/png;base64," + base64(image("within.png")))));
+}
+
+TEST_F(AssimpReader, ImagesOfOtherFormatsThanTheListedAreRefused)
+{
+    const ReadOutcome outcome = read(movingTriangle("data:image/svg;base64," + base64("<svg/>")));
+    ASSERT_TRUE(outcome.scene) << outcome.reason;
+    EXPECT_THAT(outcome.warnings, testing::ElementsAre(HasSubstr("not a listed image format")));
+    EXPECT_THAT(read(movingTriangle("http://localhost:9/picture.png")).warnings,
+                testing::ElementsAre(HasSubstr("picture.png")));
+}
+
+TEST_F(AssimpReader, WhatMovesInTheFileMovesInTheScene)
+{
+    image("beside.png");
+    const ReadOutcome outcome = read(movingTriangle("beside.png"));
+    ASSERT_TRUE(outcome.scene) << outcome.reason;
+    const Found found(*outcome.scene);
+    ASSERT_TRUE(found.moving);
+    EXPECT_EQ("lift", found.moving->getName());
+    auto* callback = dynamic_cast<osg::AnimationPathCallback*>(found.moving->getUpdateCallback());
+    ASSERT_TRUE(callback);
+    osg::AnimationPath& path = *callback->getAnimationPath();
+    EXPECT_DOUBLE_EQ(1, path.getPeriod());
+    osg::Matrix half;
+    ASSERT_TRUE(path.getMatrix(0.5, half));
+    EXPECT_NEAR(1, half.getTrans().y(), 1e-5);
+}
+
+TEST_F(AssimpReader, NodesAndMeshesKeepTheirNames)
+{
+    image("beside.png");
+    const ReadOutcome outcome = read(movingTriangle("beside.png"));
+    ASSERT_TRUE(outcome.scene) << outcome.reason;
+    EXPECT_EQ("plate", Found(*outcome.scene).geometry->getName());
+}
+
+TEST_F(AssimpReader, ADamagedFileIsAReasonInOneLine)
+{
+    for (const char* name :
+         {"a.gltf", "a.glb", "a.fbx", "a.3mf", "a.off", "a.x3d", "a.amf", "a.ase", "a.md5mesh"})
+    {
+        const ReadOutcome outcome = read(directory.write(name, "this is none\n"));
+        EXPECT_FALSE(outcome.scene) << name;
+        EXPECT_NE("", outcome.reason) << name;
+        EXPECT_EQ(std::string::npos, outcome.reason.find('\n')) << name;
+    }
+}
