@@ -31,8 +31,8 @@ namespace vfViewer {
 namespace {
 
 constexpr int pollMilliseconds = 50;
-constexpr unsigned int shortestLimit = 120; // seconds
-constexpr std::uint64_t bytesPerSecond = 1024 * 1024;
+constexpr unsigned int shortestLimit = 30; // seconds
+constexpr std::uint64_t bytesPerSecond = 512 * 1024;
 
 std::uint64_t sizeOf(const std::string& path)
 {

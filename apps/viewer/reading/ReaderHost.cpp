@@ -23,6 +23,7 @@
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -217,7 +218,7 @@ void startHost()
         hostSocket() = pair[0];
 }
 
-std::uint64_t memoryAllowed()
+std::uint64_t memoryAllowed(const std::string& path)
 {
     const long pages = sysconf(_SC_AVPHYS_PAGES);
     const long all = sysconf(_SC_PHYS_PAGES);
@@ -225,7 +226,10 @@ std::uint64_t memoryAllowed()
     // What the system holds of files it lets go when somebody needs room: half of all memory is there at least.
     const auto available =
         static_cast<std::uint64_t>(std::max(pages, all / 2)) * static_cast<std::uint64_t>(pageSize);
-    return available / 4 * 3;
+    struct stat status;
+    const std::uint64_t size =
+        stat(path.c_str(), &status) == 0 ? static_cast<std::uint64_t>(status.st_size) : 0;
+    return std::min<std::uint64_t>(available / 4 * 3, 2ull * 1024 * 1024 * 1024 + 100 * size);
 }
 
 void closeFile(int& file)
@@ -261,7 +265,7 @@ bool ReaderHost::read(ReadKind kind, const std::string& path, const ReadLimits& 
 {
     Request request;
     request.kind = kind;
-    request.memory = limits.memory > 0 ? limits.memory : memoryAllowed();
+    request.memory = limits.memory > 0 ? limits.memory : memoryAllowed(path);
     if (path.size() >= sizeof(request.path))
         return false;
     path.copy(request.path, path.size());

@@ -16,10 +16,11 @@ enum class ReadKind : std::uint8_t
 /// What a process that reads a file may use up.
 struct ReadLimits
 {
-    /// In bytes of memory; 0 for three quarters of what the machine has left.
+    /// In bytes of memory; 0 for two gigabytes and a hundred times the size of the file, but no more than three quarters
+    /// of what the machine has left.
     std::uint64_t memory = 0;
 
-    /// In seconds of working time; 0 for two minutes and a second for each megabyte of the file.
+    /// In seconds of working time; 0 for half a minute and two seconds for each megabyte of the file.
     unsigned int seconds = 0;
 };
 
