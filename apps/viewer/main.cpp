@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "headless/HeadlessDocManager.h"
 #include "model/FirstView.h"
+#include "model/FormatList.h"
 #include "model/ViewerDocuments.h"
 #include "reading/FileGate.h"
 #include "reading/ReaderHost.h"
@@ -113,6 +114,7 @@ void readOptions(vfBase::ArgumentParser& parser, ViewerCallback& callback)
 {
     vfApplication::HeadlessApplication::declareOptions(parser);
     parser.addCommandLineOption("--headless", "Open no window, even with a display", nullptr);
+    parser.addCommandLineOption("--list-formats", "List the formats that can be read and written", nullptr);
     parser.addCommandLineOption("--verbose", "Tell more about what is going on", nullptr);
     parser.addCommandLineOption("--log", "Hand the wish for a log on to the readers", nullptr);
     vfApplication::HeadlessApplication::readOptions(parser);
@@ -139,6 +141,13 @@ bool wantsNoWindow(int argc, char** argv)
         }
     }
     return false;
+}
+
+/// @return whether the command line asks for the formats, which takes no application
+bool wantsFormats(int argc, char** argv)
+{
+    return std::any_of(argv + std::min(argc, 1), argv + argc,
+                       [](const char* argument) { return !std::strcmp(argument, "--list-formats"); });
 }
 
 /// Finds the side with a window, where it is wanted, installed, and has a display.
@@ -178,6 +187,10 @@ std::size_t countFailures(const Application& application, const std::vector<std:
 int run(int argc, char** argv)
 {
     introduce();
+    if (wantsFormats(argc, argv)) {
+        std::cout << vfViewer::listFormats() << std::flush;
+        return std::cout ? EXIT_SUCCESS : EXIT_FAILURE;
+    }
     const std::vector<std::string> named(argv, argv + argc);
     const vfViewer::WindowSide* window = nullptr;
     if (!findWindow(argc, argv, window))

@@ -117,6 +117,18 @@ TEST_P(EveryFormat, StandsUprightLitCentredAndFillsMostOfTheFrame)
 INSTANTIATE_TEST_SUITE_P(Viewer, EveryFormat, testing::ValuesIn(vfTest::signpostFormats()),
                          [](const auto& format) { return format.param; });
 
+TEST(Viewer, ListsTheFormatsThatItReadsAndWrites)
+{
+    const Outcome outcome = view({"--list-formats"});
+    EXPECT_EQ(0, outcome.status);
+    EXPECT_EQ("", outcome.err);
+    for (const std::string& format : vfTest::signpostFormats())
+        EXPECT_THAT(outcome.out, testing::ContainsRegex("(^|\n)" + format + " +read")) << format;
+    EXPECT_THAT(outcome.out, HasSubstr("obj       read, written   Wavefront\n"));
+    EXPECT_THAT(outcome.out, HasSubstr("png       read            image\n"));
+    EXPECT_THAT(view({"--help"}).out, HasSubstr("--list-formats"));
+}
+
 TEST(Viewer, ReadsTextStlToo)
 {
     const TemporaryDirectory directory;
