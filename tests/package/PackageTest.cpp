@@ -8,6 +8,8 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <set>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -198,6 +200,48 @@ TEST(Package, NothingInstalledNamesThePlaceWhereItWasBuilt)
     }
 }
 
+TEST(Package, DesktopsAndManualsFindTheViewer)
+{
+    const Installed installed;
+    const std::string entry = readFile(installed.file("share/applications/vfviewer.desktop"));
+    EXPECT_THAT(entry, testing::StartsWith("[Desktop Entry]\n"));
+    EXPECT_THAT(entry, HasSubstr("\nExec=vfviewer %F\n"));
+    EXPECT_THAT(entry, HasSubstr("\nIcon=vfviewer\n"));
+    EXPECT_THAT(readFile(installed.file("share/icons/hicolor/scalable/apps/vfviewer.svg")),
+                HasSubstr("<svg"));
+
+    // Whatever the viewer reads, a desktop knows that it does: by the types here or by those of the shared database.
+    const std::string types = readFile(installed.file("share/mime/packages/vfviewer.xml"));
+    std::istringstream formats(vfTest::runProgram({installed.file("bin/vfviewer"), "--list-formats"}).out);
+    int count = 0;
+    for (std::string line; std::getline(formats, line);) {
+        const std::string format = line.substr(0, line.find(' '));
+        if (line.find(" image") != std::string::npos)
+            continue;
+        ++count;
+        const bool isShared =
+            std::set<std::string>{"obj", "stl", "gltf", "glb", "3mf", "3ds", "lwo", "dxf"}.count(format) > 0;
+        EXPECT_NE(isShared, types.find("*." + format + "\"") != std::string::npos) << format;
+    }
+    EXPECT_GT(count, 10);
+    std::size_t at = 0;
+    while ((at = types.find("type=\"model/", at)) != std::string::npos) {
+        at += 6;
+        EXPECT_THAT(entry, HasSubstr(types.substr(at, types.find('"', at) - at) + ";"));
+    }
+
+    // Each option stands in the manual.
+    const std::string manual = readFile(installed.file("share/man/man1/vfviewer.1"));
+    std::istringstream usage(vfTest::runProgram({installed.file("bin/vfviewer"), "--help"}).out);
+    for (std::string word; usage >> word;) {
+        if (word.compare(0, 2, "--") != 0)
+            continue;
+        for (std::size_t i = 0; (i = word.find('-', i)) != std::string::npos; i += 2)
+            word.replace(i, 1, "\\-");
+        EXPECT_THAT(manual, HasSubstr(word));
+    }
+}
+
 TEST(Package, DebianPackagesAreUnpackedAndRun)
 {
     const vfTest::TemporaryDirectory directory;
@@ -232,6 +276,7 @@ TEST(Package, DebianPackagesAreUnpackedAndRun)
         }
     }
     EXPECT_TRUE(fs::exists(root + "/usr/include/velaforge/application/Application.h"));
+    EXPECT_TRUE(fs::exists(root + "/usr/share/applications/vfviewer.desktop"));
     const Outcome outcome =
         vfTest::runProgram({root + "/usr/bin/vfviewer", "--invoke", "vfViewer::PrintStatistics",
                             VELAFORGE_SOURCE_DIR "/models/sailboat.obj"});

@@ -8,6 +8,7 @@
 #include "reading/ObjReader.h"
 #include "reading/Quiet.h"
 #include "reading/ReadProgress.h"
+#include "reading/SoundGeometry.h"
 #include "reading/StlReader.h"
 #include "reading/UpAxis.h"
 
@@ -123,6 +124,19 @@ void prepareLighting(osg::Node& scene)
         makeNormals(*geometry, creaseAngle);
 }
 
+/// @return how many of the geometries were not sound
+std::size_t makeAllSound(osg::Node& scene)
+{
+    struct MakeSound : osg::NodeVisitor
+    {
+        MakeSound() : NodeVisitor(TRAVERSE_ALL_CHILDREN) { setNodeMaskOverride(~0u); }
+        void apply(osg::Geometry& geometry) override { count += makeSound(geometry); }
+        std::size_t count = 0;
+    } visitor;
+    scene.accept(visitor);
+    return visitor.count;
+}
+
 bool isFinite(const osg::BoundingBox& box)
 {
     for (unsigned int i = 0; i < 8; ++i) {
@@ -215,6 +229,11 @@ ReadOutcome readModel(const std::string& path)
     if (!outcome.scene)
         return outcome;
     ReadProgress::tell(ReadProgress::Preparing);
+    const std::size_t unsound = makeAllSound(*outcome.scene);
+    if (unsound > 0)
+        outcome.warnings.push_back(std::to_string(unsound) +
+                                   (unsound == 1 ? " part is" : " parts are") +
+                                   " shown without primitives of points that are not there");
     outcome.reason = whyNotShown(*outcome.scene);
     if (!outcome.reason.empty()) {
         outcome.scene = nullptr;
