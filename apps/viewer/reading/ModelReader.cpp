@@ -231,8 +231,7 @@ ReadOutcome readModel(const std::string& path)
     ReadProgress::tell(ReadProgress::Preparing);
     const std::size_t unsound = makeAllSound(*outcome.scene);
     if (unsound > 0)
-        outcome.warnings.push_back(std::to_string(unsound) +
-                                   (unsound == 1 ? " part is" : " parts are") +
+        outcome.warnings.push_back(std::to_string(unsound) + (unsound == 1 ? " part is" : " parts are") +
                                    " shown without primitives of points that are not there");
     outcome.reason = whyNotShown(*outcome.scene);
     if (!outcome.reason.empty()) {

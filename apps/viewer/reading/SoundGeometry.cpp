@@ -24,7 +24,9 @@ bool isWithin(const osg::PrimitiveSet& primitives, std::size_t count)
 {
     if (const auto* range = dynamic_cast<const osg::DrawArrays*>(&primitives)) {
         return range->getFirst() >= 0 && range->getCount() >= 0 &&
-               static_cast<std::uint64_t>(range->getFirst()) + static_cast<std::uint64_t>(range->getCount()) <= count;
+               static_cast<std::uint64_t>(range->getFirst()) +
+                       static_cast<std::uint64_t>(range->getCount()) <=
+                   count;
     }
     if (const auto* lengths = dynamic_cast<const osg::DrawArrayLengths*>(&primitives)) {
         std::uint64_t end = static_cast<std::uint64_t>(std::max(lengths->getFirst(), 0));
@@ -71,7 +73,9 @@ bool makeSound(osg::Geometry& geometry)
         isChanged = true;
     }
     const std::size_t sets = geometry.getNumPrimitiveSets();
-    const auto isShort = [&](const osg::Array* array) { return array && !isLongEnough(*array, points, sets); };
+    const auto isShort = [&](const osg::Array* array) {
+        return array && !isLongEnough(*array, points, sets);
+    };
     if (isShort(geometry.getNormalArray())) {
         geometry.setNormalArray(nullptr);
         isChanged = true;
