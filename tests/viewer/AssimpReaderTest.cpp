@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Formats that Assimp reads.
+#include "Reading.h"
 #include "reading/AssimpLibrary.h"
-#include "reading/FileGate.h"
-#include "reading/ReadJob.h"
-#include "support/TemporaryDirectory.h"
 
 #include <osg/AnimationPath>
 #include <osg/Geode>
@@ -21,9 +19,6 @@
 
 using testing::HasSubstr;
 using testing::IsEmpty;
-using vfTest::TemporaryDirectory;
-using vfViewer::ReadJob;
-using vfViewer::ReadKind;
 using vfViewer::ReadOutcome;
 
 namespace {
@@ -47,22 +42,13 @@ std::string floats(const std::vector<float>& values)
     return {reinterpret_cast<const char*>(values.data()), values.size() * sizeof(float)};
 }
 
-class AssimpReader : public testing::Test
+class AssimpReader : public vfTest::Reading
 {
 protected:
     void SetUp() override
     {
-        vfViewer::FileGate::install();
         if (!vfViewer::hasAssimp())
             GTEST_SKIP() << "built without Assimp";
-    }
-
-    static ReadOutcome read(const std::string& path)
-    {
-        ReadJob job(ReadKind::Model, path);
-        while (!job.wait(1000)) {
-        }
-        return job.take();
     }
 
     /// A triangle that moves up by two units in a second, with an image on it. @param image  where that is
@@ -107,8 +93,6 @@ protected:
         EXPECT_TRUE(osgDB::writeImageFile(*picture, directory.file(name)));
         return vfTest::readFile(directory.file(name));
     }
-
-    TemporaryDirectory directory;
 };
 
 /// What there is in a scene, the first of each.

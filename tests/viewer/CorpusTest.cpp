@@ -1,11 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Damaged files of every format, one after another in one program.
-#include "reading/FileGate.h"
-#include "reading/ReadJob.h"
+#include "Reading.h"
 #include "support/Models.h"
-#include "support/TemporaryDirectory.h"
-
-#include <velaforge/base/NotifyHandler.h>
 
 #include <osg/ComputeBoundsVisitor>
 
@@ -20,7 +16,6 @@
 #include <malloc.h>
 #include <unistd.h>
 
-using vfTest::TemporaryDirectory;
 using vfViewer::ReadJob;
 using vfViewer::ReadKind;
 using vfViewer::ReadLimits;
@@ -113,15 +108,9 @@ long residentKilobytes()
     return resident * (sysconf(_SC_PAGESIZE) / 1024);
 }
 
-class Corpus : public testing::TestWithParam<std::string>
+class Corpus : public vfTest::Reading, public testing::WithParamInterface<std::string>
 {
 protected:
-    Corpus()
-    {
-        vfBase::NotifyHandler::instance().install();
-        vfViewer::FileGate::install();
-    }
-
     void open(const std::string& path)
     {
         ReadLimits limits;
@@ -143,7 +132,6 @@ protected:
         ASSERT_TRUE(bounds.getBoundingBox().valid());
     }
 
-    TemporaryDirectory directory;
     int refused = 0;
     int crashed = 0;
     int hung = 0;

@@ -1,13 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Files that are read in a process of their own.
-#include "reading/ReadJob.h"
-
-#include "reading/FileGate.h"
+#include "Reading.h"
+#include "reading/SceneTransfer.h"
 #include "support/LargeModels.h"
 #include "support/Models.h"
-#include "support/TemporaryDirectory.h"
-
-#include <velaforge/base/NotifyHandler.h>
 
 #include <osg/Geometry>
 #include <osg/Texture2D>
@@ -24,11 +20,11 @@
 #include <set>
 #include <thread>
 
+#include <sys/mman.h>
 #include <unistd.h>
 
 namespace fs = std::filesystem;
 using testing::HasSubstr;
-using vfTest::TemporaryDirectory;
 using vfViewer::ReadJob;
 using vfViewer::ReadKind;
 using vfViewer::ReadLimits;
@@ -36,27 +32,10 @@ using vfViewer::ReadOutcome;
 
 namespace {
 
-class ReadJobs : public testing::Test
+class ReadJobs : public vfTest::Reading
 {
 protected:
-    ReadJobs()
-    {
-        vfBase::NotifyHandler::instance().install();
-        vfViewer::FileGate::install();
-    }
-
-    static ReadOutcome read(const std::string& path, const ReadLimits& limits = {},
-                            ReadKind kind = ReadKind::Model)
-    {
-        ReadJob job(kind, path, limits);
-        while (!job.wait(1000)) {
-        }
-        return job.take();
-    }
-
     std::string slowModel() const { return directory.write("slow.obj", vfTest::slowModel()); }
-
-    TemporaryDirectory directory;
 };
 
 /// All that is drawn, in the order of the scene, as bytes.
@@ -354,4 +333,23 @@ TEST_F(ReadJobs, AFileIsFoundFromTheDirectoryOfTheProgram)
     EXPECT_TRUE(read("here.stl").scene);
     EXPECT_THAT(read("elsewhere.stl").reason, HasSubstr("No such file"));
     fs::current_path("/");
+}
+
+TEST_F(ReadJobs, WhatIsNotHandedOnWholeIsAReason)
+{
+    const std::atomic<bool> stop{false};
+    for (const std::size_t size : {std::size_t(1), std::size_t(4096), std::size_t(5000)}) {
+        for (const char filling : {'\0', '\xff', '\x10'}) {
+            const int file = memfd_create("scene", MFD_CLOEXEC);
+            const std::string bytes(size, filling);
+            ASSERT_EQ(static_cast<ssize_t>(size), write(file, bytes.data(), size));
+            for (const long long told :
+                 {0LL, static_cast<long long>(size), static_cast<long long>(size) + 1000000}) {
+                const ReadOutcome outcome = vfViewer::receiveOutcome(file, told, stop);
+                EXPECT_FALSE(outcome.scene);
+                EXPECT_THAT(outcome.reason, HasSubstr("did not hand it on whole"));
+            }
+            close(file);
+        }
+    }
 }

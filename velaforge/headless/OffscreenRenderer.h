@@ -28,8 +28,8 @@ struct OffscreenRendererPrivate;
 ///     if (!image)
 ///         std::cerr << reason << '\n';
 ///
-/// The graphics context is made by the first picture and goes with the renderer. Edges are smoothed where the
-/// implementation can do that. Belongs on one thread.
+/// Each picture has a graphics context of its own. Edges are smooth but in huge pictures, where they are fine by
+/// themselves. Belongs on one thread.
 class VFAPPLICATIONHEADLESS_EXPORT OffscreenRenderer
 {
 public:

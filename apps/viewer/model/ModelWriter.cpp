@@ -2,8 +2,8 @@
 #include "model/ModelWriter.h"
 
 #include "reading/FileGate.h"
-#include "reading/ModelReader.h"
 #include "reading/Quiet.h"
+#include "reading/ReadJob.h"
 #include "reading/UpAxis.h"
 
 #include <velaforge/base/ReplaceFile.h>
@@ -96,7 +96,10 @@ osg::BoundingBox boundsOf(osg::Node& node)
 /// Writers do not look at what the system says, so what they wrote is read back: it must be a model in the same place.
 bool isWhole(osg::Node& scene, const fs::path& file)
 {
-    const ReadOutcome written = readModel(file.string());
+    ReadJob job(ReadKind::Model, file.string());
+    while (!job.wait(1000)) {
+    }
+    const ReadOutcome written = job.take();
     const osg::BoundingBox before = boundsOf(scene);
     if (!written.scene || !before.valid())
         return !before.valid();

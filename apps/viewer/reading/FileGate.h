@@ -43,8 +43,8 @@ public:
     /// @return the formats with commas between them, as a file filter has them
     static std::string filter(const std::vector<std::string>& formats);
 
-    /// @return what could not be read on this thread since the last call, "<name>: <reason>" each: textures that are missing, scripts
-    ///         that were refused
+    /// @return what could not be read on this thread since the last call, "<name>: <reason>" each: textures that are
+    ///         missing, scripts that were refused
     static std::vector<std::string> takeFailures();
 
     /// Adds one of them.

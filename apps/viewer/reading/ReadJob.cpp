@@ -236,8 +236,8 @@ long long await(Shared& shared, const Reader& reader, const std::string& path, u
     return handedOn;
 }
 
-/// Prepares what is drawn. The driver is to keep the points by themselves, which is the fast way; lists of drawing commands copy each point
-/// several times before anything is seen.
+/// Prepares what is drawn. The driver is to keep the points by themselves, which is the fast way; lists of drawing
+/// commands copy each point several times before anything is seen.
 class PrepareDrawables : public osg::NodeVisitor
 {
 public:

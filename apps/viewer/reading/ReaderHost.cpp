@@ -34,14 +34,16 @@
 
 namespace vfViewer {
 
-namespace {
-
-struct Request
+struct ReaderHost::Request
 {
     ReadKind kind = ReadKind::Model;
     std::uint64_t memory = 0;
     char path[PATH_MAX] = {};
 };
+
+namespace {
+
+using Request = ReaderHost::Request;
 
 /// What a reader says when it begins and when it is done.
 struct Message
@@ -269,30 +271,37 @@ bool ReaderHost::read(ReadKind kind, const std::string& path, const ReadLimits& 
     if (path.size() >= sizeof(request.path))
         return false;
     path.copy(request.path, path.size());
+    // A process that somebody ends may take a request with it to its grave. The next one finds its socket closed.
+    for (int tries = 0; tries < 3; ++tries) {
+        if (ask(request, reader))
+            return true;
+    }
+    return false;
+}
+
+bool ReaderHost::ask(const Request& request, Reader& reader)
+{
+    closeFile(reader.socket);
+    closeFile(reader.memory);
     int pair[2];
     if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, pair) != 0)
         return false;
     reader.socket = pair[0];
     reader.memory = memfd_create("scene", MFD_CLOEXEC);
     bool isSent = reader.memory >= 0 && ftruncate(reader.memory, transferHeaderSize) == 0;
-    {
+    if (isSent) {
         const std::lock_guard<std::mutex> lock(hostMutex());
-        for (int tries = 0; isSent && tries < 2; ++tries) {
-            if (hostSocket() < 0)
-                startHost();
-            if (hostSocket() >= 0 &&
-                sendWith(hostSocket(), &request, sizeof(request), {pair[1], reader.memory}))
-                break;
+        if (hostSocket() < 0)
+            startHost();
+        isSent =
+            hostSocket() >= 0 && sendWith(hostSocket(), &request, sizeof(request), {pair[1], reader.memory});
+        if (!isSent)
             closeFile(hostSocket()); // it was ended by somebody
-            isSent = tries == 0;
-        }
     }
     close(pair[1]);
-    if (!isSent)
-        return false;
     Message message;
     std::vector<int> files;
-    if (!receiveWith(reader.socket, &message, sizeof(message), files) || files.size() != 1)
+    if (!isSent || !receiveWith(reader.socket, &message, sizeof(message), files) || files.size() != 1)
         return false;
     reader.m_handle = files[0];
     reader.process = message.process;

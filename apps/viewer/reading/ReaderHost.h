@@ -69,6 +69,11 @@ public:
     /// Begins to read a file.
     /// @return whether that was possible
     static bool read(ReadKind kind, const std::string& path, const ReadLimits& limits, Reader& reader);
+
+    struct Request;
+
+private:
+    static bool ask(const Request& request, Reader& reader);
 };
 
 } // namespace vfViewer

@@ -16,6 +16,7 @@
 #include <streambuf>
 
 #include <sys/mman.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace vfViewer {
@@ -146,10 +147,14 @@ private:
 class Source
 {
 public:
-    Source(int file, long long size)
-        : m_size(size),
-          m_map(mmap(nullptr, static_cast<std::size_t>(size), PROT_READ, MAP_SHARED | MAP_POPULATE, file, 0))
-    {}
+    Source(int file, long long size) : m_size(size)
+    {
+        // Whatever the other process says: beyond the end there is no memory.
+        struct stat status;
+        if (size > 0 && fstat(file, &status) == 0 && status.st_size >= size)
+            m_map =
+                mmap(nullptr, static_cast<std::size_t>(size), PROT_READ, MAP_SHARED | MAP_POPULATE, file, 0);
+    }
     ~Source()
     {
         if (m_map != MAP_FAILED)
@@ -208,7 +213,7 @@ public:
 
 private:
     long long m_size;
-    void* m_map;
+    void* m_map = MAP_FAILED;
 };
 
 /// Reads from memory that somebody else owns.
