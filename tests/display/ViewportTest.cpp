@@ -11,6 +11,7 @@
 #include <gmock/gmock.h>
 
 #include <osg/Camera>
+#include <osg/ComputeBoundsVisitor>
 #include <osg/MatrixTransform>
 #include <osgViewer/Viewer>
 
@@ -184,7 +185,7 @@ TEST_F(Viewport, TurnsMovesAndComesNearerWithTheMouse)
         viewer.hand.press(Hand::WheelDown);
         viewer.hand.release(Hand::WheelDown);
         settle(viewer);
-        EXPECT_GT(std::abs(near.distance() - dragged.distance()), 1e-3 * start.distance());
+        EXPECT_LT(near.distance(), 0.95 * dragged.distance());
         EXPECT_NEAR(dragged.distance(), cameraOf(viewer).distance(), 0.1 * dragged.distance());
     });
 }
@@ -231,12 +232,87 @@ TEST_F(Viewport, HasTheStandardViewsAndFitsTheModel)
         settle(viewer);
         viewer.hand.key("f");
         settle(viewer);
-        const Camera fitted = cameraOf(viewer);
         viewer.ui([&] {
-            EXPECT_NEAR(
-                0, (fitted.centre - osg::Vec3d(viewer.viewport()->getScene()->getBound().center())).length(),
-                1e-3 * fitted.distance());
+            // All of it, in the middle, as large as it fits.
+            const vfApplication::QtViewport& viewport = *viewer.viewport();
+            double farthest = 0;
+            for (const char* name : {"hull", "mast", "rudder"}) {
+                osg::ComputeBoundsVisitor bounds;
+                viewer.part(name)->accept(bounds);
+                for (unsigned int i = 0; i < 8; ++i) {
+                    const QPointF seen = viewport.project(bounds.getBoundingBox().corner(i));
+                    farthest = std::max({farthest, std::fabs(seen.x() / viewport.width() - 0.5),
+                                         std::fabs(seen.y() / viewport.height() - 0.5)});
+                }
+            }
+            EXPECT_LT(0.40, farthest);
+            EXPECT_GT(0.56, farthest); // boxes are larger than what they hold
         });
+    });
+}
+
+TEST_F(Viewport, WithoutPerspectiveItShowsAndPicksTheSame)
+{
+    Viewer viewer({sailboat});
+    viewer.run([&] {
+        settle(viewer);
+        viewer.hand.key("1");
+        settle(viewer);
+        const auto picked = [&](const char* name) {
+            const QPoint place = viewer.ui([&] {
+                return Viewer::onScreen(*viewer.viewport(), viewer.seen(*viewer.part(name)).toPoint());
+            });
+            viewer.hand.click(place);
+            settle(viewer);
+            return viewer.ui([&] {
+                osg::Node* selected = viewer.model()->getSelection();
+                return selected ? selected->getName() : std::string();
+            });
+        };
+        EXPECT_EQ("hull", picked("hull"));
+        viewer.hand.key("o");
+        settle(viewer);
+        EXPECT_TRUE(viewer.ui([&] { return viewer.viewport()->isOrthographic(); }));
+        EXPECT_EQ("hull", picked("hull"));
+        // Nearer is larger there as well, and picking follows.
+        const auto width = [&] {
+            return viewer.ui([&] {
+                return viewer.viewport()->project({1, 0, 0}).x() - viewer.viewport()->project({-1, 0, 0}).x();
+            });
+        };
+        const double before = width();
+        viewer.hand.click(viewer.ui([&] { return Viewer::onScreen(*viewer.viewport()); }), Hand::WheelUp);
+        settle(viewer);
+        EXPECT_LT(before * 1.01, width());
+        EXPECT_EQ("hull", picked("hull"));
+        viewer.hand.key("p");
+        settle(viewer);
+        EXPECT_FALSE(viewer.ui([&] { return viewer.viewport()->isOrthographic(); }));
+    });
+}
+
+TEST_F(Viewport, WhatASectionTakesAwayIsNotPicked)
+{
+    Viewer viewer({sailboat});
+    viewer.run([&] {
+        settle(viewer);
+        viewer.hand.key("1");
+        settle(viewer);
+        const auto selected = [&] {
+            const QPoint place = viewer.ui([&] {
+                return Viewer::onScreen(*viewer.viewport(), viewer.viewport()->project({0, 0, 2}).toPoint());
+            });
+            viewer.hand.click(place);
+            settle(viewer);
+            return viewer.ui([&] { return viewer.model()->getSelection() != nullptr; });
+        };
+        EXPECT_TRUE(selected());
+        viewer.hand.key("Shift+Z"); // the upper half goes, with the sail
+        settle(viewer);
+        EXPECT_FALSE(selected());
+        viewer.hand.key("Shift+Z");
+        settle(viewer);
+        EXPECT_TRUE(selected());
     });
 }
 

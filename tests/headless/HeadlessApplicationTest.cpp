@@ -34,13 +34,14 @@ struct Sheet : vfApplication::Document
 struct White : vfApplication::View, vfApplication::SnapshotSource
 {
     bool onCreate(vfApplication::Document*, const vfBase::Options&) override { return true; }
-    osg::ref_ptr<osg::Image> takeSnapshot(int width, int height, VfString& reason) override
+    osg::ref_ptr<osg::Image> takeSnapshot(const vfApplication::SnapshotFormat& format,
+                                          VfString& reason) override
     {
         reason = "no light";
         if (getDocument()->getTitle() == "dark.txt")
             return nullptr;
         osg::ref_ptr<osg::Image> image = new osg::Image;
-        image->allocateImage(width, height, 1, GL_RGB, GL_UNSIGNED_BYTE, 1);
+        image->allocateImage(format.width, format.height, 1, GL_RGB, GL_UNSIGNED_BYTE, 1);
         std::fill_n(image->data(), image->getTotalSizeInBytes(), 255);
         return image;
     }

@@ -13,7 +13,9 @@
 #include <sys/resource.h>
 
 using testing::HasSubstr;
+using vfApplication::canBeTransparent;
 using vfApplication::canWriteImage;
+using vfApplication::parseImageSize;
 using vfApplication::writeImage;
 using vfBase::VfString;
 
@@ -58,12 +60,48 @@ TEST(ImageFile, WritesEachFormatWithEveryPixelInItsPlace)
                 EXPECT_NEAR(y == 0 ? 1 : 0, color.r(), 0.01) << extension << x << y;
                 EXPECT_NEAR(x * 40 / 255.0, color.g(), 0.01) << extension << x << y;
                 EXPECT_NEAR(y == 2 ? 1 : 0, color.b(), 0.01) << extension << x << y;
-                EXPECT_NEAR(1, color.a(), 0.01) << extension;
+                const bool isKept = canBeTransparent(path);
+                EXPECT_NEAR(isKept ? 128 / 255.0 : 1, color.a(), 0.01) << extension;
             }
         }
     }
     VfString reason;
     EXPECT_TRUE(writeImage(*image, directory.file("picture.jpg"), reason)) << reason.str();
+}
+
+TEST(ImageFile, APictureWithoutTransparencyIsWrittenWithoutAFourthChannel)
+{
+    const vfTest::TemporaryDirectory directory;
+    const osg::ref_ptr<osg::Image> image = makePicture();
+    for (std::size_t i = 3; i < image->getTotalSizeInBytes(); i += 4)
+        image->data()[i] = 255;
+    VfString reason;
+    for (const char* name : {"a.png", "a.tga", "a.tif"}) {
+        ASSERT_TRUE(writeImage(*image, directory.file(name), reason)) << reason.str();
+        EXPECT_EQ(static_cast<GLenum>(GL_RGB),
+                  osgDB::readRefImageFile(directory.file(name))->getPixelFormat());
+    }
+}
+
+TEST(ImageFile, TellsWhichFormatsCanBeSeenThrough)
+{
+    for (const char* name : {"a.png", "a.PNG", "a.tga", "a.tif", "a.tiff"})
+        EXPECT_TRUE(canBeTransparent(name)) << name;
+    for (const char* name : {"a.jpg", "a.jpeg", "a.bmp", "a.ppm", "a", ""})
+        EXPECT_FALSE(canBeTransparent(name)) << name;
+}
+
+TEST(ImageFile, ReadsSizes)
+{
+    int width = 0;
+    int height = 0;
+    EXPECT_TRUE(parseImageSize("1280x800", width, height));
+    EXPECT_EQ(1280, width);
+    EXPECT_EQ(800, height);
+    for (const char* wrong :
+         {"", "x", "10", "10x", "x10", "0x10", "10x0", "-1x5", "10x10x10", "99999x1", "10 x 10"})
+        EXPECT_FALSE(parseImageSize(wrong, width, height)) << wrong;
+    EXPECT_EQ(1280, width);
 }
 
 TEST(ImageFile, AnUnknownFormatIsRefusedWithoutWriting)

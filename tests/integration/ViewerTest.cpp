@@ -13,6 +13,7 @@
 #include <cctype>
 #include <cmath>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <set>
 
@@ -436,6 +437,45 @@ TEST(Viewer, ADisplayThatDoesNotAnswerIsOneLineAndStatus1)
     EXPECT_EQ(1, view({"--help"}).status);
 }
 #endif
+
+TEST(Viewer, ATurntableGivesNumberedPicturesAllAround)
+{
+    const vfTest::TemporaryDirectory directory;
+    const std::string picture = directory.file("turn.png");
+    ASSERT_EQ(0,
+              view({"--snapshot", picture, "--size", "60x60", "--turntable", "3", signpost("obj")}).status);
+    std::set<std::string> pictures;
+    for (const char* name : {"turn-000.png", "turn-001.png", "turn-002.png"})
+        pictures.insert(vfTest::readFile(directory.file(name)));
+    EXPECT_EQ(3u, pictures.size());
+    EXPECT_EQ(0u, pictures.count(""));
+    EXPECT_FALSE(std::filesystem::exists(picture));
+    EXPECT_FALSE(std::filesystem::exists(directory.file("turn-003.png")));
+    for (const std::vector<std::string>& wrong : {std::vector<std::string>{"--turntable", "3"},
+                                                  {"--snapshot", picture, "--turntable", "0"},
+                                                  {"--snapshot", picture, "--turntable", "10001"},
+                                                  {"--snapshot", picture, "--turntable", "x"}})
+    {
+        const Outcome outcome = view(wrong);
+        EXPECT_EQ(2, outcome.status);
+        EXPECT_THAT(outcome.err, HasSubstr("--turntable"));
+    }
+}
+
+TEST(Viewer, ASnapshotCanBeSeenThrough)
+{
+    const vfTest::TemporaryDirectory directory;
+    const std::string picture = directory.file("a.png");
+    ASSERT_EQ(0, view({"--snapshot", picture, "--size", "60x60", "--transparent", signpost("obj")}).status);
+    const osg::ref_ptr<osg::Image> image = osgDB::readRefImageFile(picture);
+    ASSERT_TRUE(image);
+    EXPECT_EQ(static_cast<GLenum>(GL_RGBA), image->getPixelFormat());
+    EXPECT_EQ(0, image->getColor(0u, 0u).a());
+    EXPECT_EQ(1, image->getColor(30u, 30u).a());
+    const Outcome outcome = view({"--snapshot", directory.file("a.jpg"), "--transparent", signpost("obj")});
+    EXPECT_EQ(2, outcome.status);
+    EXPECT_THAT(outcome.err, HasSubstr("cannot be seen through"));
+}
 
 TEST(Viewer, EveryCommandIsDocumentedAndTheOtherWayRound)
 {

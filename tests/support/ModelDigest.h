@@ -18,7 +18,7 @@ inline std::string digestOf(const vfViewer::ModelScene& scene)
     for (const auto& part : scene.parts()) {
         osg::ComputeBoundsVisitor bounds;
         part->accept(bounds);
-        for (const osg::NodePath& path : part->getParentalNodePaths()) {
+        for (const osg::NodePath& path : part->getParentalNodePaths(&scene.root())) {
             for (const osg::Node* node : path)
                 text << node->getName() << (node->getNodeMask() ? '+' : '-') << node->getStateSet() << '/';
             const osg::Vec3d center = bounds.getBoundingBox().center() * osg::computeLocalToWorld(path);

@@ -23,9 +23,11 @@
 
 #include <gmock/gmock.h>
 
+#include <filesystem>
 #include <memory>
 #include <string>
 
+namespace fs = std::filesystem;
 using testing::HasSubstr;
 using vfApplication::Application;
 using vfApplication::Command;
@@ -40,9 +42,28 @@ struct TurningView : vfApplication::View, vfViewer::ModelView
     static int s_view;
     bool onCreate(vfApplication::Document*, const vfBase::Options&) override { return true; }
     void lookFrom(vfViewer::StandardView view) override { s_view = static_cast<int>(view); }
-    void fit() override { s_view = -2; }
+    void fit(osg::Node* part) override { s_view = part ? -3 : -2; }
+    vfViewer::LookAt getCamera() const override { return s_camera; }
+    void setCamera(const vfViewer::LookAt& camera) override { s_camera = camera; }
+    vfViewer::ViewStyle getStyle() const override { return s_style; }
+    void setStyle(const vfViewer::ViewStyle& style) override { s_style = style; }
+    osg::ref_ptr<osg::Image> takePicture(const vfApplication::SnapshotFormat& format,
+                                         vfBase::VfString&) override
+    {
+        s_format = format;
+        const osg::ref_ptr<osg::Image> image = new osg::Image;
+        image->allocateImage(1, 1, 1, GL_RGBA, GL_UNSIGNED_BYTE);
+        std::fill_n(image->data(), 4, static_cast<unsigned char>(100));
+        return image;
+    }
+    static vfViewer::LookAt s_camera;
+    static vfViewer::ViewStyle s_style;
+    static vfApplication::SnapshotFormat s_format;
 };
 int TurningView::s_view = -1;
+vfViewer::LookAt TurningView::s_camera;
+vfViewer::ViewStyle TurningView::s_style;
+vfApplication::SnapshotFormat TurningView::s_format;
 
 const vfBase::ClassInfo turningView("test", "TurningView", "test::TurningView",
                                     &vfApplication::View::s_classInfo, nullptr, 8,
@@ -255,4 +276,172 @@ TEST(NamedCommands, RevertsAndCloses)
     EXPECT_EQ(0u, shop.application->getNumDocuments());
     EXPECT_EQ("", shop.invoke("vfViewer::Hide")); // without a document nothing happens
     EXPECT_EQ("", shop.invoke("vfViewer::Close"));
+}
+
+TEST(NamedCommands, FitLooksAtTheWholeModelOrAtTheSelection)
+{
+    const Workshop shop;
+    EXPECT_EQ("", shop.invoke("vfViewer::Fit"));
+    EXPECT_EQ(-2, TurningView::s_view);
+    EXPECT_THAT(shop.invoke("vfViewer::FitSelection"), HasSubstr("no part is selected"));
+    shop.invoke("vfViewer::SelectNext");
+    EXPECT_EQ("", shop.invoke("vfViewer::FitSelection"));
+    EXPECT_EQ(-3, TurningView::s_view);
+}
+
+TEST(NamedCommands, TheCameraIsPlacedAndPrinted)
+{
+    const Workshop shop;
+    EXPECT_EQ("", shop.invoke("vfViewer::Camera", "1,2,3,4,5.25,6,0,0,1"));
+    EXPECT_EQ(osg::Vec3d(1, 2, 3), TurningView::s_camera.eye);
+    EXPECT_EQ(osg::Vec3d(4, 5.25, 6), TurningView::s_camera.centre);
+    EXPECT_EQ(osg::Vec3d(0, 0, 1), TurningView::s_camera.up);
+    testing::internal::CaptureStdout();
+    shop.invoke("vfViewer::PrintCamera");
+    EXPECT_EQ("vfViewer::Camera=1,2,3,4,5.25,6,0,0,1\n", testing::internal::GetCapturedStdout());
+    for (const char* wrong : {"", "1,2,3", "1,2,3,1,2,3,0,0,1", "0,0,5,0,0,0,0,0,1", "a,b,c,d,e,f,g,h,i"})
+        EXPECT_THAT(shop.invoke("vfViewer::Camera", wrong), HasSubstr("to place the camera")) << wrong;
+    EXPECT_EQ(osg::Vec3d(1, 2, 3), TurningView::s_camera.eye);
+}
+
+TEST(NamedCommands, EachWayOfLookingIsSwitchedOnAndOff)
+{
+    const Workshop shop;
+    using vfViewer::ViewStyle;
+    const std::pair<const char*, bool ViewStyle::*> switches[] = {
+        {"FlatShading", &ViewStyle::isFlat},
+        {"BackfaceCulling", &ViewStyle::cullsBackFaces},
+        {"Textures", &ViewStyle::showsTextures},
+        {"VertexColors", &ViewStyle::showsVertexColors},
+        {"Grid", &ViewStyle::showsGrid},
+        {"Axes", &ViewStyle::showsAxes},
+        {"BoundingBoxes", &ViewStyle::showsBoxes},
+        {"Antialiasing", &ViewStyle::isAntialiased},
+        {"Headlight", &ViewStyle::lightFollowsCamera},
+    };
+    const auto isChecked = [](const std::string& name) {
+        return Command::getCommandByName(name).getProperties()["checked"].toBool();
+    };
+    for (const auto& [name, member] : switches) {
+        const std::string command = std::string("vfViewer::") + name;
+        const bool before = ViewStyle().*member;
+        EXPECT_EQ(before, isChecked(command)) << name;
+        EXPECT_EQ("", shop.invoke(command.c_str()));
+        EXPECT_EQ(!before, TurningView::s_style.*member) << name;
+        EXPECT_EQ(!before, isChecked(command)) << name;
+        EXPECT_EQ("", shop.invoke(command.c_str(), "on"));
+        EXPECT_TRUE(TurningView::s_style.*member) << name;
+        EXPECT_EQ("", shop.invoke(command.c_str(), "off"));
+        EXPECT_FALSE(TurningView::s_style.*member) << name;
+        EXPECT_THAT(shop.invoke(command.c_str(), "perhaps"), HasSubstr("\"on\" or \"off\"")) << name;
+    }
+    EXPECT_FALSE(shop.document->isModified());
+    EXPECT_FALSE(shop.history().canUndo());
+}
+
+TEST(NamedCommands, OneOfSeveralWaysOfLookingIsInForce)
+{
+    const Workshop shop;
+    using vfViewer::DrawMode;
+    const auto checked = [](std::initializer_list<const char*> names) {
+        std::string found;
+        for (const char* name : names) {
+            if (Command::getCommandByName(std::string("vfViewer::") + name)
+                    .getProperties()["checked"]
+                    .toBool())
+                found += name;
+        }
+        return found;
+    };
+    EXPECT_EQ("Surfaces", checked({"Surfaces", "Wireframe", "Points"}));
+    shop.invoke("vfViewer::Wireframe");
+    EXPECT_EQ(DrawMode::Wireframe, TurningView::s_style.drawMode);
+    EXPECT_EQ("Wireframe", checked({"Surfaces", "Wireframe", "Points"}));
+    shop.invoke("vfViewer::Points");
+    EXPECT_EQ(DrawMode::Points, TurningView::s_style.drawMode);
+    shop.invoke("vfViewer::Surfaces");
+    EXPECT_EQ(DrawMode::Surfaces, TurningView::s_style.drawMode);
+    EXPECT_THAT(shop.invoke("vfViewer::Surfaces", "off"), HasSubstr("no argument"));
+    EXPECT_EQ("Perspective", checked({"Perspective", "Orthographic"}));
+    shop.invoke("vfViewer::Orthographic");
+    EXPECT_EQ("Orthographic", checked({"Perspective", "Orthographic"}));
+    shop.invoke("vfViewer::Perspective");
+    EXPECT_EQ(vfViewer::Projection::Perspective, TurningView::s_style.projection);
+}
+
+TEST(NamedCommands, TheBackgroundIsOneColourOrTwo)
+{
+    const Workshop shop;
+    const auto& background = TurningView::s_style.background;
+    EXPECT_EQ("", shop.invoke("vfViewer::Background", "1,0.5,0"));
+    ASSERT_TRUE(background);
+    EXPECT_EQ(osg::Vec3f(1, 0.5f, 0), background->top);
+    EXPECT_EQ(osg::Vec3f(1, 0.5f, 0), background->bottom);
+    EXPECT_EQ("", shop.invoke("vfViewer::Background", "1,1,1,0,0,0"));
+    EXPECT_EQ(osg::Vec3f(1, 1, 1), background->top);
+    EXPECT_EQ(osg::Vec3f(0, 0, 0), background->bottom);
+    for (const char* wrong : {"", "white", "1,1", "2,0,0", "1,1,1,1", "0,0,0,0,0,9"})
+        EXPECT_THAT(shop.invoke("vfViewer::Background", wrong), HasSubstr("one colour or two")) << wrong;
+    EXPECT_TRUE(background);
+    EXPECT_EQ("", shop.invoke("vfViewer::Background", "default"));
+    EXPECT_FALSE(background);
+}
+
+TEST(NamedCommands, SectionsAreSwitchedPlacedAndFlipped)
+{
+    const Workshop shop;
+    const auto& sections = TurningView::s_style.sections;
+    const char* const names[] = {"vfViewer::SectionX", "vfViewer::SectionY", "vfViewer::SectionZ"};
+    for (std::size_t i = 0; i < 3; ++i) {
+        shop.invoke(names[i]);
+        EXPECT_TRUE(sections[i].isOn);
+        EXPECT_TRUE(Command::getCommandByName(names[i]).getProperties()["checked"].toBool());
+        shop.invoke(names[i]);
+        EXPECT_FALSE(sections[i].isOn);
+        shop.invoke(names[i], "0.75");
+        EXPECT_TRUE(sections[i].isOn);
+        EXPECT_EQ(0.75, sections[i].position);
+        shop.invoke(names[i], "flip");
+        EXPECT_TRUE(sections[i].isFlipped);
+        shop.invoke(names[i], "off");
+        EXPECT_FALSE(sections[i].isOn);
+        shop.invoke(names[i], "on");
+        EXPECT_TRUE(sections[i].isOn);
+        for (const char* wrong : {"2", "-1", "x", "0.5,0.5"})
+            EXPECT_THAT(shop.invoke(names[i], wrong), HasSubstr("a section is")) << wrong;
+        EXPECT_EQ(0.75, sections[i].position);
+    }
+}
+
+TEST(NamedCommands, PicturesOfAnySizeAreKept)
+{
+    const vfTest::TemporaryDirectory directory;
+    const Workshop shop;
+    const auto save = [&](const std::string& before, const std::string& name) {
+        return shop.invoke("vfViewer::SavePicture", (before + directory.file(name)).c_str());
+    };
+    EXPECT_EQ("", save("", "one.png"));
+    EXPECT_EQ(1280, TurningView::s_format.width);
+    EXPECT_EQ(800, TurningView::s_format.height);
+    EXPECT_FALSE(TurningView::s_format.isTransparent);
+    EXPECT_EQ("", save("4000x3000 ", "two.png"));
+    EXPECT_EQ(4000, TurningView::s_format.width);
+    EXPECT_EQ(3000, TurningView::s_format.height);
+    EXPECT_EQ("", save("20x10,transparent ", "three.png"));
+    EXPECT_EQ(20, TurningView::s_format.width);
+    EXPECT_TRUE(TurningView::s_format.isTransparent);
+    EXPECT_EQ("", save("transparent ", "four words.png"));
+    EXPECT_EQ(1280, TurningView::s_format.width);
+    EXPECT_TRUE(TurningView::s_format.isTransparent);
+    fs::current_path(directory.path());
+    EXPECT_EQ("", shop.invoke("vfViewer::SavePicture", "12 boats.png"));
+    EXPECT_NE("", vfTest::readFile(directory.file("12 boats.png")));
+    for (const char* name : {"one.png", "two.png", "three.png", "four words.png"})
+        EXPECT_NE("", vfTest::readFile(directory.file(name))) << name;
+    for (const char* size : {"0x0 ", "20000x10 ", "20x10,opaque ", "20x10transparent "})
+        EXPECT_THAT(save(size, "a.png"), HasSubstr("vfViewer::SavePicture=")) << size;
+    EXPECT_THAT(shop.invoke("vfViewer::SavePicture"), HasSubstr("vfViewer::SavePicture="));
+    EXPECT_THAT(save("", "a.xyz"), HasSubstr("pictures are not written as .xyz"));
+    EXPECT_THAT(save("transparent ", "a.jpg"), HasSubstr("cannot be seen through"));
+    EXPECT_THAT(save("", "none/a.png"), HasSubstr("picture not written: No such file"));
 }

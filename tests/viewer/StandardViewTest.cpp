@@ -160,3 +160,55 @@ TEST(StandardView, NumbersThatAreNotFiniteArePassedOver)
     EXPECT_TRUE(camera.view.valid());
     EXPECT_NEAR(0.9, extentOf(camera, {{-1, -1, -1}, {1, 1, 1}}).right, 0.2);
 }
+
+TEST(StandardView, WithoutPerspectiveTheModelFillsThePictureAsWell)
+{
+    const std::vector<osg::Vec3> places = {{-3, -1, 4}, {5, 2, 9}, {0, 7, 6}};
+    for (int view = 0; view < vfViewer::standardViewCount; ++view) {
+        for (const double aspect : {1.6, 0.5}) {
+            const CameraPlacement camera = placeCamera(*pointsAt(places), static_cast<StandardView>(view),
+                                                       aspect, vfViewer::Projection::Orthographic);
+            const Extent extent = extentOf(camera, places);
+            EXPECT_NEAR(extent.left, -extent.right, 1e-6) << view;
+            EXPECT_NEAR(extent.bottom, -extent.top, 1e-6) << view;
+            EXPECT_NEAR(0.90, std::max(extent.right, extent.top), 1e-6) << view;
+        }
+    }
+}
+
+TEST(StandardView, APartIsLookedAtWhereItHangsAndFromTheSameDirection)
+{
+    const osg::ref_ptr<osg::MatrixTransform> place =
+        new osg::MatrixTransform(osg::Matrix::scale(2, 2, 2) * osg::Matrix::translate(100, 50, 20));
+    const std::vector<osg::Vec3> places = {{-1, -1, -1}, {1, 1, 1}, {1, -1, 0}};
+    const osg::ref_ptr<osg::Geode> part = pointsAt(places);
+    place->addChild(part);
+    const vfViewer::LookAt from = {{3, 4, 5}, {1, 1, 1}, {0, 0, 1}};
+    for (const auto projection : {vfViewer::Projection::Perspective, vfViewer::Projection::Orthographic}) {
+        const CameraPlacement camera = placeCamera(*part, from, 1.5, projection);
+        std::vector<osg::Vec3> there;
+        for (const osg::Vec3& point : places)
+            there.push_back(point * place->getMatrix());
+        const Extent extent = extentOf(camera, there);
+        EXPECT_NEAR(0.90, std::max(extent.right, extent.top), 2e-3);
+        osg::Vec3d direction = camera.lookAt.eye - camera.lookAt.centre;
+        direction.normalize();
+        osg::Vec3d wanted = from.eye - from.centre;
+        wanted.normalize();
+        EXPECT_NEAR(1, direction * wanted, 1e-9);
+    }
+    // Who looks nowhere looks from the front.
+    const CameraPlacement camera =
+        placeCamera(*part, {{1, 1, 1}, {1, 1, 1}, {0, 0, 1}}, 1, vfViewer::Projection::Perspective);
+    EXPECT_GT(0, (camera.lookAt.eye - camera.lookAt.centre).y());
+}
+
+TEST(StandardView, WhatIsAtTheCentreIsAsLargeInBothProjections)
+{
+    const vfViewer::LookAt from = {{0, -10, 0}, {0, 0, 0}, {0, 0, 1}};
+    const CameraPlacement one = vfViewer::placementOf(from, 1.3, vfViewer::Projection::Perspective);
+    const CameraPlacement other = vfViewer::placementOf(from, 1.3, vfViewer::Projection::Orthographic);
+    const osg::Vec3d point(1, 0, 0.5);
+    EXPECT_NEAR(project(one, point).x(), project(other, point).x(), 1e-9);
+    EXPECT_NEAR(project(one, point).y(), project(other, point).y(), 1e-9);
+}

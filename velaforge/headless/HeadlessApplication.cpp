@@ -26,9 +26,9 @@
 
 #include <osg/Notify>
 #include <osg/Timer>
+#include <osgDB/FileNameUtils>
 
 #include <algorithm>
-#include <cstdlib>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -37,14 +37,16 @@ namespace vfApplication {
 
 namespace {
 
+constexpr int turntableLimit = 10000;
+
 struct Request
 {
     bool isListWanted = false;
     bool areCommandsWanted = false;
     vfBase::StringList commands; ///< each with its argument behind "="
     vfBase::VfString snapshot;
-    int width = 1280;
-    int height = 800;
+    SnapshotFormat format;
+    int turntable = 0; ///< number of pictures all around; 0 for one as it is
 };
 
 /// The command line is the process's, and so is what it asks for.
@@ -52,32 +54,6 @@ Request& request()
 {
     static Request asked;
     return asked;
-}
-
-/// Takes one to five digits off the front of @p text. @return 0 for anything that is no size
-int takeLength(std::string& text)
-{
-    const std::size_t digits = std::min(text.find_first_not_of("0123456789"), text.size());
-    if (digits == 0 || digits > 5)
-        return 0;
-    const int length = std::atoi(text.substr(0, digits).c_str());
-    text.erase(0, digits);
-    return length <= OffscreenRenderer::sizeLimit ? length : 0;
-}
-
-bool parseSize(const vfBase::VfString& size, int& width, int& height)
-{
-    std::string rest = size.str();
-    const int parsedWidth = takeLength(rest);
-    if (parsedWidth == 0 || rest.empty() || rest[0] != 'x')
-        return false;
-    rest.erase(0, 1);
-    const int parsedHeight = takeLength(rest);
-    if (parsedHeight == 0 || !rest.empty())
-        return false;
-    width = parsedWidth;
-    height = parsedHeight;
-    return true;
 }
 
 bool say(const vfBase::VfString& subject, const vfBase::VfString& reason)
@@ -143,7 +119,33 @@ bool invokeCommands(const vfBase::StringList& asked)
            std::all_of(invocations.begin(), invocations.end(), [](Invocation& one) { return invoke(one); });
 }
 
-bool takeSnapshot(const Request& asked)
+bool takeSnapshot(SnapshotSource& source, const SnapshotFormat& format, const vfBase::VfString& path)
+{
+    const osg::Timer_t start = osg::Timer::instance()->tick();
+    vfBase::VfString reason;
+    const osg::ref_ptr<osg::Image> image = source.takeSnapshot(format, reason);
+    if (!image)
+        return fail(path, reason);
+    const double duration = osg::Timer::instance()->delta_m(start, osg::Timer::instance()->tick());
+    if (!writeImage(*image, path, reason))
+        return fail(path, reason);
+    if (vfBase::NotifyHandler::instance().isNotifyEnabled())
+        osg::notify(osg::ALWAYS) << "Snapshot of " << format.width << "x" << format.height
+                                 << " pixels rendered in: " << duration << " ms, written to "
+                                 << vfBase::printable(path) << std::endl;
+    return true;
+}
+
+/// @return the name of one of several pictures: boat.png gives boat-007.png
+vfBase::VfString numbered(const vfBase::VfString& path, int number, int count)
+{
+    const std::string digits = std::to_string(number);
+    const std::size_t width = std::max<std::size_t>(3, std::to_string(count - 1).size());
+    return osgDB::getNameLessExtension(path) + "-" + std::string(width - digits.size(), '0') + digits + "." +
+           osgDB::getFileExtension(path);
+}
+
+bool takeSnapshots(const Request& asked)
 {
     if (!Application::instance(false)->getActiveDocument())
         return fail(asked.snapshot, "no document is open");
@@ -151,18 +153,14 @@ bool takeSnapshot(const Request& asked)
         dynamic_cast<SnapshotSource*>(Application::instance(false)->getDocManager().getCurrentView());
     if (!source)
         return fail(asked.snapshot, "this kind of document cannot be shown without a window");
-    const osg::Timer_t start = osg::Timer::instance()->tick();
-    vfBase::VfString reason;
-    const osg::ref_ptr<osg::Image> image = source->takeSnapshot(asked.width, asked.height, reason);
-    if (!image)
-        return fail(asked.snapshot, reason);
-    const double duration = osg::Timer::instance()->delta_m(start, osg::Timer::instance()->tick());
-    if (!writeImage(*image, asked.snapshot, reason))
-        return fail(asked.snapshot, reason);
-    if (vfBase::NotifyHandler::instance().isNotifyEnabled())
-        osg::notify(osg::ALWAYS) << "Snapshot of " << asked.width << "x" << asked.height
-                                 << " pixels rendered in: " << duration << " ms, written to "
-                                 << vfBase::printable(asked.snapshot) << std::endl;
+    if (asked.turntable == 0)
+        return takeSnapshot(*source, asked.format, asked.snapshot);
+    for (int i = 0; i < asked.turntable; ++i) {
+        SnapshotFormat format = asked.format;
+        format.turn = static_cast<double>(i) / asked.turntable;
+        if (!takeSnapshot(*source, format, numbered(asked.snapshot, i, asked.turntable)))
+            return false;
+    }
     return true;
 }
 
@@ -179,7 +177,7 @@ bool serve(const Request& asked)
         listUi(std::cout);
     if (asked.areCommandsWanted)
         listCommands();
-    return invokeCommands(asked.commands) && (asked.snapshot.empty() || takeSnapshot(asked));
+    return invokeCommands(asked.commands) && (asked.snapshot.empty() || takeSnapshots(asked));
 }
 
 } // namespace
@@ -202,6 +200,9 @@ void HeadlessApplication::declareOptions(vfBase::ArgumentParser& parser)
     parser.addCommandLineOption("--snapshot <file>", "Render the active document into this image, then end",
                                 nullptr);
     parser.addCommandLineOption("--size <width>x<height>", "Size of the snapshot in pixels", "1280x800");
+    parser.addCommandLineOption("--transparent", "Leave the background out of the snapshot", nullptr);
+    parser.addCommandLineOption("--turntable <n>", "Take that many snapshots, all around; they are numbered",
+                                nullptr);
     parser.addCommandLineOption("--invoke <command>[=<argument>]",
                                 "Run a command on the active document; as often as given, in order", nullptr);
     parser.addCommandLineOption("--list-ui", "List menus, toolbars, dock windows and options pages", nullptr);
@@ -218,10 +219,26 @@ void HeadlessApplication::readOptions(vfBase::ArgumentParser& parser)
         else
             parser.reportError("--snapshot " + vfBase::printable(value).str() + ": " + reason.str());
     }
-    if (parser.readOptionParameter("--size", value) && !parseSize(value, request().width, request().height))
+    SnapshotFormat& format = request().format;
+    if (parser.readOptionParameter("--size", value) && !parseImageSize(value, format.width, format.height))
         parser.reportError("--size " + vfBase::printable(value).str() +
                            ": not a size; write <width>x<height>, each from 1 to " +
                            std::to_string(OffscreenRenderer::sizeLimit));
+    if (parser.readOptionParameter("--transparent")) {
+        format.isTransparent = true;
+        if (!request().snapshot.empty() && !canBeTransparent(request().snapshot))
+            parser.reportError("--transparent: pictures of this format cannot be seen through; png, tga and "
+                               "tif can");
+    }
+    int count = 0;
+    if (parser.readOptionParameter("--turntable", count)) {
+        if (count < 1 || count > turntableLimit)
+            parser.reportError("--turntable: there can be 1 to " + std::to_string(turntableLimit) +
+                               " pictures");
+        else if (request().snapshot.empty())
+            parser.reportError("--turntable: the pictures need a name; add --snapshot <file>");
+        request().turntable = count;
+    }
     parser.readOptionParameter("--invoke", request().commands);
     if (parser.readOptionParameter("--list-ui"))
         request().isListWanted = true;

@@ -2,12 +2,14 @@
 #include <velaforge/headless/ImageFile.h>
 
 #include <velaforge/base/ReplaceFile.h>
+#include <velaforge/headless/OffscreenRenderer.h>
 
 #include <osg/Image>
 #include <osgDB/FileNameUtils>
 #include <osgDB/Registry>
 
 #include <algorithm>
+#include <cstdlib>
 #include <sstream>
 
 namespace vfApplication {
@@ -31,7 +33,30 @@ osgDB::ReaderWriter* writerFor(const vfBase::VfString& path, vfBase::VfString& r
     return writer;
 }
 
-/// A picture is opaque, and not every format has a fourth channel.
+/// Takes one to five digits off the front of @p text. @return 0 for anything that is no size
+int takeLength(std::string& text)
+{
+    const std::size_t digits = std::min(text.find_first_not_of("0123456789"), text.size());
+    if (digits == 0 || digits > 5)
+        return 0;
+    const int length = std::atoi(text.substr(0, digits).c_str());
+    text.erase(0, digits);
+    return length <= OffscreenRenderer::sizeLimit ? length : 0;
+}
+
+bool isOpaque(const osg::Image& image)
+{
+    for (int y = 0; y < image.t(); ++y) {
+        const unsigned char* row = image.data(0, static_cast<unsigned int>(y));
+        for (int x = 0; x < image.s(); ++x) {
+            if (row[4 * x + 3] != 255)
+                return false;
+        }
+    }
+    return true;
+}
+
+/// Most pictures are opaque, and not every format has a fourth channel.
 osg::ref_ptr<osg::Image> withoutAlpha(const osg::Image& image)
 {
     osg::ref_ptr<osg::Image> opaque = new osg::Image;
@@ -52,13 +77,35 @@ bool canWriteImage(const vfBase::VfString& path, vfBase::VfString& reason)
     return writerFor(path, reason) != nullptr;
 }
 
+bool canBeTransparent(const vfBase::VfString& path)
+{
+    const std::string extension = osgDB::getLowerCaseFileExtension(path);
+    return extension == "png" || extension == "tga" || extension == "tif" || extension == "tiff";
+}
+
+bool parseImageSize(const vfBase::VfString& size, int& width, int& height)
+{
+    std::string rest = size.str();
+    const int parsedWidth = takeLength(rest);
+    if (parsedWidth == 0 || rest.empty() || rest[0] != 'x')
+        return false;
+    rest.erase(0, 1);
+    const int parsedHeight = takeLength(rest);
+    if (parsedHeight == 0 || !rest.empty())
+        return false;
+    width = parsedWidth;
+    height = parsedHeight;
+    return true;
+}
+
 bool writeImage(const osg::Image& image, const vfBase::VfString& path, vfBase::VfString& reason)
 {
     osgDB::ReaderWriter* writer = writerFor(path, reason);
     if (!writer)
         return false;
     const bool hasAlpha = image.getPixelFormat() == GL_RGBA && image.getDataType() == GL_UNSIGNED_BYTE;
-    const osg::ref_ptr<osg::Image> opaque = hasAlpha ? withoutAlpha(image) : nullptr;
+    const bool isPlain = hasAlpha && (!canBeTransparent(path) || isOpaque(image));
+    const osg::ref_ptr<osg::Image> opaque = isPlain ? withoutAlpha(image) : nullptr;
     std::ostringstream stream;
     // The highest compression takes as long as drawing, and saves little.
     const osg::ref_ptr<osgDB::Options> options = new osgDB::Options("PNG_COMPRESSION 4");

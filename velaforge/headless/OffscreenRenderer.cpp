@@ -3,10 +3,12 @@
 
 #include <velaforge/toolkit/GradientBackground.h>
 
+#include <osg/BlendFunc>
 #include <osg/Camera>
 #include <osg/FrameBufferObject>
 #include <osg/GL>
 #include <osg/LineWidth>
+#include <osg/NodeVisitor>
 #include <osg/Point>
 #include <osg/Texture>
 #include <osgViewer/Viewer>
@@ -14,8 +16,10 @@
 #include <EGL/egl.h>
 #include <EGL/eglext.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <map>
 
 namespace vfApplication {
 
@@ -114,6 +118,63 @@ osg::ref_ptr<osg::Image> halved(const osg::Image& large)
     return small;
 }
 
+/// Colours drawn over nothing come out multiplied by their alpha; files hold them as they are.
+void divideByAlpha(osg::Image& image)
+{
+    unsigned char* pixel = image.data();
+    for (std::size_t i = 0; i < image.getTotalSizeInBytes(); i += 4, pixel += 4) {
+        const int alpha = pixel[3];
+        for (int channel = 0; alpha > 0 && alpha < 255 && channel < 3; ++channel)
+            pixel[channel] =
+                static_cast<unsigned char>(std::min(255, (pixel[channel] * 255 + alpha / 2) / alpha));
+    }
+}
+
+/// What can be seen through leaves its alpha behind, although there was something behind it.
+void makeOpaque(osg::Image& image)
+{
+    for (std::size_t i = 3; i < image.getTotalSizeInBytes(); i += 4)
+        image.data()[i] = 255;
+}
+
+/// Has lines and points of a scene drawn in other widths, and restores them at its end.
+class ScaledWidths : public osg::NodeVisitor
+{
+public:
+    ScaledWidths(osg::Node& scene, float factor) : NodeVisitor(TRAVERSE_ALL_CHILDREN), m_factor(factor)
+    {
+        setNodeMaskOverride(~0u);
+        scene.accept(*this);
+    }
+    ~ScaledWidths() override
+    {
+        for (const auto& [line, width] : m_lines)
+            line->setWidth(width);
+        for (const auto& [point, size] : m_points)
+            point->setSize(size);
+    }
+    ScaledWidths(const ScaledWidths&) = delete;
+    ScaledWidths& operator=(const ScaledWidths&) = delete;
+
+    void apply(osg::Node& node) override
+    {
+        if (osg::StateSet* state = node.getStateSet()) {
+            auto* line = dynamic_cast<osg::LineWidth*>(state->getAttribute(osg::StateAttribute::LINEWIDTH));
+            if (line && m_lines.emplace(line, line->getWidth()).second)
+                line->setWidth(line->getWidth() * m_factor);
+            auto* point = dynamic_cast<osg::Point*>(state->getAttribute(osg::StateAttribute::POINT));
+            if (point && m_points.emplace(point, point->getSize()).second)
+                point->setSize(point->getSize() * m_factor);
+        }
+        traverse(node);
+    }
+
+private:
+    float m_factor;
+    std::map<osg::ref_ptr<osg::LineWidth>, float> m_lines;
+    std::map<osg::ref_ptr<osg::Point>, float> m_points;
+};
+
 /// @return a group with the scene in which lines and points that have no width of their own are that wide
 osg::ref_ptr<osg::Group> withWidthsFor(osg::Node& scene, float width)
 {
@@ -122,6 +183,24 @@ osg::ref_ptr<osg::Group> withWidthsFor(osg::Node& scene, float width)
     group->getOrCreateStateSet()->setAttribute(new osg::LineWidth(width));
     group->getOrCreateStateSet()->setAttribute(new osg::Point(width));
     return group;
+}
+
+/// What an image holds before it is drawn into: no driver leaves it so.
+void fillWithMark(osg::Image& image)
+{
+    unsigned char* data = image.data();
+    for (std::size_t i = 0; i < image.getTotalSizeInBytes(); ++i)
+        data[i] = static_cast<unsigned char>(i % 4 == 3 ? 0 : 17 * (i % 4 + 1));
+}
+
+bool isMarked(const osg::Image& image)
+{
+    const unsigned char* data = image.data();
+    for (std::size_t i = 0; i < image.getTotalSizeInBytes(); ++i) {
+        if (data[i] != (i % 4 == 3 ? 0 : 17 * (i % 4 + 1)))
+            return false;
+    }
+    return true;
 }
 
 bool isBlank(const osg::Image& image)
@@ -140,6 +219,8 @@ struct OffscreenRendererPrivate
 {
     osg::Vec3f top{0.86f, 0.90f, 0.95f};
     osg::Vec3f bottom{0.56f, 0.64f, 0.72f};
+    bool isTransparent = false;
+    bool isSmooth = true;
     vfBase::VfString rendererName;
 
     /// Draws in a context of its own, so that nothing of one picture is left for the next.
@@ -163,10 +244,15 @@ osg::ref_ptr<osg::Image> OffscreenRendererPrivate::draw(osg::Node& scene, const 
     reason = "the graphics driver cannot draw a picture of this size";
     osg::ref_ptr<osg::Image> image = new osg::Image;
     image->allocateImage(width, height, 1, GL_RGBA, GL_UNSIGNED_BYTE);
-    std::memset(image->data(), 0, image->getTotalSizeInBytes());
+    fillWithMark(*image);
 
     osg::ref_ptr<osg::Group> root = new osg::Group;
-    root->addChild(makeGradientBackground(top, bottom));
+    if (isTransparent)
+        root->getOrCreateStateSet()->setAttribute(
+            new osg::BlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_ONE, GL_ONE_MINUS_SRC_ALPHA),
+            osg::StateAttribute::ON | osg::StateAttribute::OVERRIDE);
+    else
+        root->addChild(makeGradientBackground(top, bottom));
     root->addChild(&scene);
 
     osgViewer::Viewer viewer;
@@ -183,7 +269,7 @@ osg::ref_ptr<osg::Image> OffscreenRendererPrivate::draw(osg::Node& scene, const 
     camera->setDrawBuffer(GL_COLOR_ATTACHMENT0_EXT);
     camera->setReadBuffer(GL_COLOR_ATTACHMENT0_EXT);
     camera->attach(osg::Camera::COLOR_BUFFER, image);
-    camera->setClearColor({bottom, 1});
+    camera->setClearColor(isTransparent ? osg::Vec4(0, 0, 0, 0) : osg::Vec4(bottom, 1));
     camera->setClearMask(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     camera->setComputeNearFarMode(osg::CullSettings::COMPUTE_NEAR_FAR_USING_BOUNDING_VOLUMES);
     camera->setViewMatrix(view);
@@ -199,7 +285,7 @@ osg::ref_ptr<osg::Image> OffscreenRendererPrivate::draw(osg::Node& scene, const 
     root->removeChildren(0, root->getNumChildren());
     scene.releaseGLObjects(window->getState());
     window->close();
-    return isBlank(*image) ? nullptr : image;
+    return isMarked(*image) || (!isTransparent && isBlank(*image)) ? nullptr : image;
 }
 
 void OffscreenRenderer::prepare()
@@ -218,6 +304,16 @@ void OffscreenRenderer::setBackground(const osg::Vec3f& top, const osg::Vec3f& b
     d->bottom = bottom;
 }
 
+void OffscreenRenderer::setTransparent(bool isTransparent)
+{
+    d->isTransparent = isTransparent;
+}
+
+void OffscreenRenderer::setSmooth(bool isSmooth)
+{
+    d->isSmooth = isSmooth;
+}
+
 osg::ref_ptr<osg::Image> OffscreenRenderer::render(osg::Node& scene, const osg::Matrixd& view,
                                                    const osg::Matrixd& projection, int width, int height,
                                                    vfBase::VfString& reason)
@@ -226,16 +322,24 @@ osg::ref_ptr<osg::Image> OffscreenRenderer::render(osg::Node& scene, const osg::
         reason = "a picture is at least 1 by 1 pixels";
         return nullptr;
     }
+    osg::ref_ptr<osg::Image> image;
     // A huge picture has fine edges by itself.
-    if (static_cast<long long>(width) * height <= hugePicture) {
+    if (d->isSmooth && static_cast<long long>(width) * height <= hugePicture) {
+        const ScaledWidths scaled(scene, 2);
         const osg::ref_ptr<osg::Group> thick = withWidthsFor(scene, 2);
         const osg::ref_ptr<osg::Image> large =
             d->draw(*thick, view, projection, 2 * width, 2 * height, reason);
         thick->removeChild(&scene);
         if (large)
-            return halved(*large);
+            image = halved(*large);
     }
-    return d->draw(scene, view, projection, width, height, reason);
+    if (!image)
+        image = d->draw(scene, view, projection, width, height, reason);
+    if (image && d->isTransparent)
+        divideByAlpha(*image);
+    else if (image)
+        makeOpaque(*image);
+    return image;
 }
 
 const vfBase::VfString& OffscreenRenderer::getRendererName() const

@@ -49,10 +49,16 @@ public:
     /// The colours at the top and the bottom of the background, from 0 to 1.
     void setBackground(const osg::Vec3f& top, const osg::Vec3f& bottom);
 
+    /// Leaves the background out: where nothing is drawn, the picture can be seen through. False unless set.
+    void setTransparent(bool isTransparent);
+
+    /// Whether edges are smooth; true unless set.
+    void setSmooth(bool isSmooth);
+
     /// @param view, projection  as a camera has them
     /// @param width, height     in pixels, at least 1
-    /// @return the picture, RGBA with 8 bits a channel, the bottom row first; null with the reason when there is no
-    ///         graphics context, or not one for that size
+    /// @return the picture, RGBA with 8 bits a channel, colours not multiplied by alpha, the bottom row first; null with
+    ///         the reason when there is no graphics context, or not one for that size
     osg::ref_ptr<osg::Image> render(osg::Node& scene, const osg::Matrixd& view,
                                     const osg::Matrixd& projection, int width, int height,
                                     vfBase::VfString& reason);

@@ -51,6 +51,7 @@ struct QtViewportPrivate
     osg::ref_ptr<osg::Node> scene;
     QMetaObject::Connection contextGoes;
     double fieldOfView = 30;
+    bool isOrthographic = false;
     int width = 1; // in pixels
     int height = 1;
     unsigned int frames = 0;
@@ -79,6 +80,7 @@ QtViewport::QtViewport(QWidget* parent) : QOpenGLWidget(parent), d(std::make_uni
     viewer.setLightingMode(osg::View::NO_LIGHT);
     d->manipulator->setAllowThrow(false); // a view that drifts on cannot be placed
     d->manipulator->setMinimumDistance(1e-4, true);
+    d->manipulator->setWheelZoomFactor(-d->manipulator->getWheelZoomFactor()); // away from the user is nearer
     viewer.setCameraManipulator(d->manipulator, false);
     viewer.getCamera()->setComputeNearFarMode(osg::CullSettings::COMPUTE_NEAR_FAR_USING_BOUNDING_VOLUMES);
     setBackground({0.86f, 0.90f, 0.95f}, {0.56f, 0.64f, 0.72f});
@@ -131,6 +133,18 @@ void QtViewport::setFieldOfView(double degrees)
     update();
 }
 
+void QtViewport::setOrthographic(bool isOrthographic)
+{
+    d->isOrthographic = isOrthographic;
+    updateProjection();
+    update();
+}
+
+bool QtViewport::isOrthographic() const
+{
+    return d->isOrthographic;
+}
+
 void QtViewport::lookAt(const osg::Vec3d& eye, const osg::Vec3d& centre, const osg::Vec3d& up)
 {
     d->manipulator->setTransformation(eye, centre, up);
@@ -157,7 +171,8 @@ void QtViewport::fit()
     // The narrower of the two angles has to hold the sphere.
     const double upright = 0.5 * osg::DegreesToRadians(d->fieldOfView);
     const double across = std::atan(std::tan(upright) * getAspect());
-    const double distance = double(bounds.radius()) / std::sin(std::min(upright, across));
+    const double angle = std::min(upright, across);
+    const double distance = double(bounds.radius()) / (d->isOrthographic ? std::tan(angle) : std::sin(angle));
     lookAt(osg::Vec3d(bounds.center()) + back * distance, bounds.center(), up);
 }
 
@@ -202,7 +217,14 @@ void QtViewport::updateProjection()
     osg::Camera& camera = *d->viewer->getCamera();
     camera.setViewport(0, 0, d->width, d->height);
     // Near and far planes follow the scene.
-    camera.setProjectionMatrixAsPerspective(d->fieldOfView, double(d->width) / d->height, 1.0, 10.0);
+    const double aspect = double(d->width) / d->height;
+    if (!d->isOrthographic) {
+        camera.setProjectionMatrixAsPerspective(d->fieldOfView, aspect, 1.0, 10.0);
+        return;
+    }
+    const double height =
+        d->manipulator->getDistance() * std::tan(0.5 * osg::DegreesToRadians(d->fieldOfView));
+    camera.setProjectionMatrixAsOrtho(-height * aspect, height * aspect, -height, height, 1.0, 10.0);
 }
 
 void QtViewport::initializeGL()
@@ -232,6 +254,8 @@ void QtViewport::releaseContext()
 void QtViewport::paintGL()
 {
     updateSize();
+    if (d->isOrthographic)
+        updateProjection(); // which depends on how near the user has come
     d->window->setDefaultFboId(defaultFramebufferObject());
     d->viewer->frame();
     ++d->frames;
@@ -299,30 +323,59 @@ void QtViewport::wheelEvent(QWheelEvent* event)
     event->accept();
 }
 
+void QtViewport::getRay(const QPointF& position, osg::Vec3d& origin, osg::Vec3d& direction) const
+{
+    // Through the middle of the pixel.
+    const QPointF at = inPixels(position);
+    const double upright = std::tan(0.5 * osg::DegreesToRadians(d->fieldOfView));
+    const double x = (2.0 * (at.x() + 0.5) / d->width - 1.0) * upright * d->width / d->height;
+    const double y = (1.0 - 2.0 * (at.y() + 0.5) / d->height) * upright;
+    const osg::Matrixd toScene = d->manipulator->getMatrix();
+    const double distance = d->manipulator->getDistance();
+    origin = (d->isOrthographic ? osg::Vec3d(x * distance, y * distance, 0) : osg::Vec3d()) * toScene;
+    direction =
+        osg::Matrixd::transform3x3(d->isOrthographic ? osg::Vec3d(0, 0, -1) : osg::Vec3d(x, y, -1), toScene);
+    direction.normalize();
+}
+
+QPointF QtViewport::project(const osg::Vec3d& point) const
+{
+    const osg::Vec3d seen = point * d->manipulator->getInverseMatrix();
+    const double upright = std::tan(0.5 * osg::DegreesToRadians(d->fieldOfView));
+    const double depth = d->isOrthographic ? d->manipulator->getDistance() : std::max(-seen.z(), 1e-9);
+    const double half = 0.5 * height();
+    return {0.5 * width() + seen.x() / (depth * upright) * half, half - seen.y() / (depth * upright) * half};
+}
+
 std::optional<QtViewport::Hit> QtViewport::pick(const QPointF& position) const
+{
+    return pick(position, nullptr);
+}
+
+std::optional<QtViewport::Hit> QtViewport::pick(const QPointF& position,
+                                                const std::function<bool(const Hit&)>& isWanted) const
 {
     const osg::BoundingSphere bounds = d->scene ? d->scene->getBound() : osg::BoundingSphere();
     if (!bounds.valid())
         return std::nullopt;
-    // From the eye through the middle of the pixel, to behind all there is.
-    const QPointF at = inPixels(position);
-    const double upright = std::tan(0.5 * osg::DegreesToRadians(d->fieldOfView));
-    const osg::Vec3d direction((2.0 * (at.x() + 0.5) / d->width - 1.0) * upright * d->width / d->height,
-                               (1.0 - 2.0 * (at.y() + 0.5) / d->height) * upright, -1.0);
-    const osg::Matrixd toScene = d->manipulator->getMatrix();
-    const osg::Vec3d eye = osg::Vec3d() * toScene;
-    osg::Vec3d ahead = osg::Matrixd::transform3x3(direction, toScene);
-    ahead.normalize();
+    osg::Vec3d eye;
+    osg::Vec3d ahead;
+    getRay(position, eye, ahead);
+    // From the eye to behind all there is; without perspective, from in front of all there is.
     const double reach = (osg::Vec3d(bounds.center()) - eye).length() + 2.0 * double(bounds.radius());
+    const osg::Vec3d start = d->isOrthographic ? eye - ahead * reach : eye;
     const osg::ref_ptr<osgUtil::LineSegmentIntersector> ray =
-        new osgUtil::LineSegmentIntersector(eye, eye + ahead * reach);
-    ray->setIntersectionLimit(osgUtil::Intersector::LIMIT_NEAREST);
+        new osgUtil::LineSegmentIntersector(start, eye + ahead * reach);
+    ray->setIntersectionLimit(isWanted ? osgUtil::Intersector::NO_LIMIT
+                                       : osgUtil::Intersector::LIMIT_NEAREST);
     osgUtil::IntersectionVisitor visitor(ray);
     d->scene->accept(visitor);
-    if (!ray->containsIntersections())
-        return std::nullopt;
-    const osgUtil::LineSegmentIntersector::Intersection& hit = ray->getFirstIntersection();
-    return Hit{hit.nodePath, hit.getWorldIntersectPoint(), hit.getWorldIntersectNormal()};
+    for (const osgUtil::LineSegmentIntersector::Intersection& found : ray->getIntersections()) {
+        const Hit hit{found.nodePath, found.getWorldIntersectPoint(), found.getWorldIntersectNormal()};
+        if (!isWanted || isWanted(hit))
+            return hit;
+    }
+    return std::nullopt;
 }
 
 } // namespace vfApplication

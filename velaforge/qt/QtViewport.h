@@ -10,6 +10,7 @@
 #include <osg/Vec3d>
 #include <osg/Vec3f>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -28,7 +29,7 @@ struct QtViewportPrivate;
 ///     viewport->lookAt(eye, centre, up);
 ///
 /// The left button turns, the middle one (or the left with Shift) moves, the right one (or the left with Control) and the
-/// wheel bring nearer. It draws when something has changed: after update(), when the user moves the camera, and as long
+/// wheel, turned away from the user, bring nearer. It draws when something has changed: after update(), when the user moves the camera, and as long
 /// as the scene moves by itself. Positions are those of the widget, in Qt's own units; the picture has as many pixels
 /// as the screen has.
 class VFAPPLICATIONQT_EXPORT QtViewport : public QOpenGLWidget
@@ -57,6 +58,10 @@ public:
     /// The angle from the bottom to the top of the picture, in degrees; 30 unless set.
     void setFieldOfView(double degrees);
 
+    /// Without perspective, what lies at the centre about which the user turns is as large as with it. False unless set.
+    void setOrthographic(bool isOrthographic);
+    bool isOrthographic() const;
+
     /// Places the camera. @param centre  about which the user turns
     void lookAt(const osg::Vec3d& eye, const osg::Vec3d& centre, const osg::Vec3d& up);
     void getLookAt(osg::Vec3d& eye, osg::Vec3d& centre, osg::Vec3d& up) const;
@@ -69,6 +74,16 @@ public:
 
     /// @return what lies foremost under the position, nothing where there is only background
     std::optional<Hit> pick(const QPointF& position) const;
+
+    /// @param isWanted  whether to stop at what was found; what is refused is looked through
+    /// @return the same for what is wanted
+    std::optional<Hit> pick(const QPointF& position, const std::function<bool(const Hit&)>& isWanted) const;
+
+    /// @return where the point of the scene is seen, in the widget; behind the camera that is nowhere near
+    QPointF project(const osg::Vec3d& point) const;
+
+    /// The line of sight through a position. @param direction  of length 1
+    void getRay(const QPointF& position, osg::Vec3d& origin, osg::Vec3d& direction) const;
 
     /// @return how many pictures were drawn
     unsigned int getFrameCount() const;

@@ -2,9 +2,8 @@
 #include "headless/HeadlessModelView.h"
 
 #include "model/FirstView.h"
-#include "model/LitScene.h"
 #include "model/ModelDocument.h"
-#include "model/ViewerSettings.h"
+#include "picture/Picture.h"
 
 #include <velaforge/base/ClassInfo.h>
 
@@ -36,19 +35,65 @@ bool HeadlessModelView::onCreate(vfApplication::Document* document, const vfBase
     return true;
 }
 
-osg::ref_ptr<osg::Image> HeadlessModelView::takeSnapshot(int width, int height, vfBase::VfString& reason)
+ModelDocument& HeadlessModelView::model() const
 {
-    const auto& document = dynamic_cast<const ModelDocument&>(*getDocument());
-    const CameraPlacement camera = placeCamera(document.scene(), m_view, static_cast<double>(width) / height);
-    const ViewerSettings& settings = ViewerSettings::instance();
-    m_renderer.setBackground(settings.getBackgroundTop(), settings.getBackgroundBottom());
-    return m_renderer.render(*makeLitScene(document.scene()), camera.view, camera.projection, width, height,
-                             reason);
+    return dynamic_cast<ModelDocument&>(*getDocument());
+}
+
+osg::ref_ptr<osg::Image> HeadlessModelView::takeSnapshot(const vfApplication::SnapshotFormat& format,
+                                                         vfBase::VfString& reason)
+{
+    return takePicture(format, reason);
+}
+
+osg::ref_ptr<osg::Image> HeadlessModelView::takePicture(const vfApplication::SnapshotFormat& format,
+                                                        vfBase::VfString& reason)
+{
+    ShownScene scene(model().getModelScene());
+    scene.setStyle(m_style);
+    const double aspect = static_cast<double>(format.width) / format.height;
+    CameraPlacement camera = placement(aspect);
+    if (format.turn)
+        camera = placeOnTurntable(model().scene(), camera.lookAt, *format.turn, aspect, m_style.projection);
+    return drawPicture(scene, camera, format, reason);
+}
+
+CameraPlacement HeadlessModelView::placement(double aspect) const
+{
+    // The shape of the picture is known when it is taken: until then it is remembered what is to be seen.
+    if (m_camera)
+        return placementOf(*m_camera, aspect, m_style.projection);
+    osg::Node& whole = model().scene();
+    if (!m_fitted)
+        return placeCamera(whole, m_view, aspect, m_style.projection);
+    osg::Node& part = m_part && model().getModelScene().contains(*m_part) ? *m_part : whole;
+    return placeCamera(part, *m_fitted, aspect, m_style.projection);
 }
 
 void HeadlessModelView::lookFrom(StandardView view)
 {
     m_view = view;
+    m_camera.reset();
+    m_fitted.reset();
+    m_part = nullptr;
+}
+
+void HeadlessModelView::fit(osg::Node* part)
+{
+    m_fitted = getCamera();
+    m_part = part;
+    m_camera.reset();
+}
+
+LookAt HeadlessModelView::getCamera() const
+{
+    const vfApplication::SnapshotFormat usual;
+    return placement(static_cast<double>(usual.width) / usual.height).lookAt;
+}
+
+void HeadlessModelView::setCamera(const LookAt& camera)
+{
+    m_camera = camera;
 }
 
 } // namespace vfViewer

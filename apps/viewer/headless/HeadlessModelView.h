@@ -2,12 +2,17 @@
 #pragma once
 
 #include "model/ModelView.h"
+#include "model/ShownScene.h"
 
 #include <velaforge/documents/View.h>
-#include <velaforge/headless/OffscreenRenderer.h>
 #include <velaforge/headless/SnapshotSource.h>
 
+#include <memory>
+#include <optional>
+
 namespace vfViewer {
+
+class ModelDocument;
 
 /// Shows a model to nobody, but can be asked for a picture.
 class HeadlessModelView : public vfApplication::View, public ModelView, public vfApplication::SnapshotSource
@@ -17,16 +22,29 @@ public:
 
     const vfBase::ClassInfo* getClassInfo() const override;
     bool onCreate(vfApplication::Document* document, const vfBase::Options& options) override;
-    osg::ref_ptr<osg::Image> takeSnapshot(int width, int height, vfBase::VfString& reason) override;
+    osg::ref_ptr<osg::Image> takeSnapshot(const vfApplication::SnapshotFormat& format,
+                                          vfBase::VfString& reason) override;
 
     void lookFrom(StandardView view) override;
+    void fit(osg::Node* part) override;
 
-    /// Nothing: every picture shows the whole model.
-    void fit() override {}
+    /// @return where it looks from in a picture of the usual size
+    LookAt getCamera() const override;
+    void setCamera(const LookAt& camera) override;
+    ViewStyle getStyle() const override { return m_style; }
+    void setStyle(const ViewStyle& style) override { m_style = style; }
+    osg::ref_ptr<osg::Image> takePicture(const vfApplication::SnapshotFormat& format,
+                                         vfBase::VfString& reason) override;
 
 private:
+    ModelDocument& model() const;
+    CameraPlacement placement(double aspect) const;
+
     StandardView m_view = StandardView::Front;
-    vfApplication::OffscreenRenderer m_renderer;
+    std::optional<LookAt> m_camera; ///< in place of the standard view
+    std::optional<LookAt> m_fitted; ///< the direction in which a part is looked at
+    osg::ref_ptr<osg::Node> m_part; ///< that part, null for the whole model
+    ViewStyle m_style;
 };
 
 } // namespace vfViewer

@@ -1,7 +1,17 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "model/StandardView.h"
+#include "model/ViewStyle.h"
+
+#include <velaforge/headless/SnapshotSource.h>
+
+#include <osg/Image>
+#include <osg/Vec3d>
+#include <osg/ref_ptr>
+
+namespace vfBase {
+class VfString;
+}
 
 namespace vfViewer {
 
@@ -14,8 +24,18 @@ public:
     /// Looks at the whole model from there.
     virtual void lookFrom(StandardView view) = 0;
 
-    /// Looks at the whole model from where it looks now.
-    virtual void fit() = 0;
+    /// Looks at a part, or with null at the whole model, from where it looks now.
+    virtual void fit(osg::Node* part) = 0;
+
+    virtual LookAt getCamera() const = 0;
+    virtual void setCamera(const LookAt& camera) = 0;
+
+    virtual ViewStyle getStyle() const = 0;
+    virtual void setStyle(const ViewStyle& style) = 0;
+
+    /// @return the picture that it shows, drawn anew in that size, the bottom row first; null with the reason
+    virtual osg::ref_ptr<osg::Image> takePicture(const vfApplication::SnapshotFormat& format,
+                                                 vfBase::VfString& reason) = 0;
 };
 
 } // namespace vfViewer

@@ -71,13 +71,39 @@ bool NamedEdit::undo(const VfVariant& argument)
                        [&argument](const auto& edit) { return edit->undo(argument); });
 }
 
-namespace {
+ModelView* currentModelView(const ModelDocument& document)
+{
+    auto* shown = dynamic_cast<ModelView*>(Application::instance(false)->getDocManager().getCurrentView());
+    if (!shown)
+        failed(document, "this view shows no model");
+    return shown;
+}
 
-bool failed(const ModelDocument& document, const char* reason)
+bool failed(const ModelDocument& document, const std::string& reason)
 {
     document.reportFailure(reason);
     return false;
 }
+
+std::vector<double> readNumbers(const std::string& text)
+{
+    std::vector<double> read;
+    std::istringstream stream(text);
+    stream.imbue(std::locale::classic());
+    for (double number = 0; stream >> number;) {
+        if (!std::isfinite(number))
+            return {};
+        read.push_back(number);
+        char separator = 0;
+        if (!(stream >> separator))
+            return read;
+        if (separator != ',')
+            break;
+    }
+    return {};
+}
+
+namespace {
 
 // --- files
 
@@ -165,40 +191,6 @@ struct SelectNothing : DirectCommand
     }
 };
 
-// --- the view
-
-/// @return the current view, null with the failure told when it cannot be turned
-ModelView* turnableView(const ModelDocument& document)
-{
-    auto* shown = dynamic_cast<ModelView*>(Application::instance(false)->getDocManager().getCurrentView());
-    if (!shown)
-        failed(document, "this view cannot be turned");
-    return shown;
-}
-
-struct Fit : DirectCommand
-{
-    bool carryOut(ModelDocument& document, const VfVariant&) override
-    {
-        ModelView* shown = turnableView(document);
-        if (shown)
-            shown->fit();
-        return shown != nullptr;
-    }
-};
-
-template <StandardView view>
-struct LookFrom : DirectCommand
-{
-    bool carryOut(ModelDocument& document, const VfVariant&) override
-    {
-        ModelView* shown = turnableView(document);
-        if (shown)
-            shown->lookFrom(view);
-        return shown != nullptr;
-    }
-};
-
 // --- changes
 
 /// A change of the target.
@@ -260,25 +252,6 @@ struct Remove : TargetEdit
     }
 };
 
-/// @return the numbers of a text, separated by commas; none if it holds anything else
-std::vector<double> numbers(const VfString& text)
-{
-    std::vector<double> read;
-    std::istringstream stream(text.str());
-    stream.imbue(std::locale::classic());
-    for (double number = 0; stream >> number;) {
-        if (!std::isfinite(number))
-            return {};
-        read.push_back(number);
-        char separator = 0;
-        if (!(stream >> separator))
-            return read;
-        if (separator != ',')
-            break;
-    }
-    return {};
-}
-
 struct Move : TargetEdit
 {
     Move()
@@ -289,7 +262,7 @@ struct Move : TargetEdit
     }
     SceneCommand* makeEdit(const ModelDocument& document, osg::Node& node, const VfVariant& argument) override
     {
-        const std::vector<double> offset = numbers(argument.toString());
+        const std::vector<double> offset = readNumbers(argument.toString().str());
         if (offset.size() == 3)
             return new MoveCommand(document.getModelScene(), node, {offset[0], offset[1], offset[2]});
         failed(document, "to move it, an offset is needed: vfViewer::Move=<x>,<y>,<z>");
@@ -307,7 +280,7 @@ struct SetColor : TargetEdit
     }
     SceneCommand* makeEdit(const ModelDocument& document, osg::Node& node, const VfVariant& argument) override
     {
-        std::vector<double> color = numbers(argument.toString());
+        std::vector<double> color = readNumbers(argument.toString().str());
         if (color.size() == 3)
             color.push_back(1);
         const bool isColor = color.size() == 4 && std::all_of(color.begin(), color.end(), [](double part) {
@@ -323,42 +296,21 @@ struct SetColor : TargetEdit
     }
 };
 
-/// The record of a command class.
-template <class Command>
-struct Record : vfBase::ClassInfo
-{
-    Record(const char* className, const char* classId)
-        : ClassInfo("vfViewer", className, classId, &vfApplication::CommandPrivate::s_classInfo, nullptr,
-                    static_cast<int>(sizeof(Command)), []() -> vfBase::VfObject* { return new Command; })
-    {}
-};
-
-const Record<Save> save("Save", "vfViewer::Save");
-const Record<SaveAs> saveAs("SaveAs", "vfViewer::SaveAs");
-const Record<Revert> revert("Revert", "vfViewer::Revert");
-const Record<Close> close("Close", "vfViewer::Close");
-const Record<Undo> undo("Undo", "vfViewer::Undo");
-const Record<Redo> redo("Redo", "vfViewer::Redo");
-const Record<SelectNext> next("SelectNext", "vfViewer::SelectNext");
-const Record<SelectPrevious> previous("SelectPrevious", "vfViewer::SelectPrevious");
-const Record<SelectNothing> nothing("SelectNothing", "vfViewer::SelectNothing");
-const Record<LookFrom<StandardView::Front>> front("ViewFront", "vfViewer::ViewFront");
-const Record<LookFrom<StandardView::Back>> back("ViewBack", "vfViewer::ViewBack");
-const Record<LookFrom<StandardView::Left>> left("ViewLeft", "vfViewer::ViewLeft");
-const Record<LookFrom<StandardView::Right>> right("ViewRight", "vfViewer::ViewRight");
-const Record<LookFrom<StandardView::Top>> top("ViewTop", "vfViewer::ViewTop");
-const Record<LookFrom<StandardView::Bottom>> bottom("ViewBottom", "vfViewer::ViewBottom");
-const Record<LookFrom<StandardView::FrontLeft>> frontLeft("ViewFrontLeft", "vfViewer::ViewFrontLeft");
-const Record<LookFrom<StandardView::FrontRight>> frontRight("ViewFrontRight", "vfViewer::ViewFrontRight");
-const Record<LookFrom<StandardView::BackRight>> backRight("ViewBackRight", "vfViewer::ViewBackRight");
-const Record<LookFrom<StandardView::BackLeft>> backLeft("ViewBackLeft", "vfViewer::ViewBackLeft");
-const Record<Fit> fit("Fit", "vfViewer::Fit");
-const Record<Hide> hide("Hide", "vfViewer::Hide");
-const Record<Show> show("Show", "vfViewer::Show");
-const Record<ShowAll> showAll("ShowAll", "vfViewer::ShowAll");
-const Record<Remove> removeRecord("Remove", "vfViewer::Remove");
-const Record<Move> moveRecord("Move", "vfViewer::Move");
-const Record<SetColor> setColor("SetColor", "vfViewer::SetColor");
+const CommandRecord<Save> save("Save", "vfViewer::Save");
+const CommandRecord<SaveAs> saveAs("SaveAs", "vfViewer::SaveAs");
+const CommandRecord<Revert> revert("Revert", "vfViewer::Revert");
+const CommandRecord<Close> close("Close", "vfViewer::Close");
+const CommandRecord<Undo> undo("Undo", "vfViewer::Undo");
+const CommandRecord<Redo> redo("Redo", "vfViewer::Redo");
+const CommandRecord<SelectNext> next("SelectNext", "vfViewer::SelectNext");
+const CommandRecord<SelectPrevious> previous("SelectPrevious", "vfViewer::SelectPrevious");
+const CommandRecord<SelectNothing> nothing("SelectNothing", "vfViewer::SelectNothing");
+const CommandRecord<Hide> hide("Hide", "vfViewer::Hide");
+const CommandRecord<Show> show("Show", "vfViewer::Show");
+const CommandRecord<ShowAll> showAll("ShowAll", "vfViewer::ShowAll");
+const CommandRecord<Remove> removeRecord("Remove", "vfViewer::Remove");
+const CommandRecord<Move> moveRecord("Move", "vfViewer::Move");
+const CommandRecord<SetColor> setColor("SetColor", "vfViewer::SetColor");
 
 } // namespace
 

@@ -3,11 +3,16 @@
 
 #include "model/SceneCommands.h"
 
+#include <velaforge/base/ClassInfo.h>
 #include <velaforge/commands/CommandPrivate.h>
+
+#include <string>
+#include <vector>
 
 namespace vfViewer {
 
 class ModelDocument;
+class ModelView;
 
 /// @return the active document if it is a model, null otherwise
 ModelDocument* activeModel();
@@ -53,6 +58,25 @@ protected:
 
 private:
     std::vector<osg::ref_ptr<SceneCommand>> m_edits;
+};
+
+/// @return the view of the active document that is looked at; null with the failure told when it shows no model
+ModelView* currentModelView(const ModelDocument& document);
+
+/// Tells the user. @return false
+bool failed(const ModelDocument& document, const std::string& reason);
+
+/// @return the numbers of a text, separated by commas; none if it holds anything else
+std::vector<double> readNumbers(const std::string& text);
+
+/// The record of a command class, by which it is found.
+template <class Command>
+struct CommandRecord : vfBase::ClassInfo
+{
+    CommandRecord(const char* className, const char* classId)
+        : ClassInfo("vfViewer", className, classId, &vfApplication::CommandPrivate::s_classInfo, nullptr,
+                    static_cast<int>(sizeof(Command)), []() -> vfBase::VfObject* { return new Command; })
+    {}
 };
 
 } // namespace vfViewer

@@ -15,6 +15,7 @@ namespace vfViewer {
 
 namespace {
 
+/// How a camera is turned.
 struct Directions
 {
     osg::Vec3d toEye;
@@ -79,6 +80,10 @@ public:
         m_highest[3] = std::max(m_highest[3], z - y / m_tangentY);
         m_nearest = std::max(m_nearest, z);
         m_farthest = std::min(m_farthest, z);
+        m_lowestX = std::min(m_lowestX, x);
+        m_highestX = std::max(m_highestX, x);
+        m_lowestY = std::min(m_lowestY, y);
+        m_highestY = std::max(m_highestY, y);
         m_isEmpty = false;
     }
 
@@ -91,8 +96,17 @@ public:
         m_y = 0.5 * m_tangentY * (m_highest[2] - m_highest[3]);
         m_distance = std::max(0.5 * (m_highest[0] + m_highest[1]), 0.5 * (m_highest[2] + m_highest[3]));
         // A point, or a line seen end on, would put the eye onto itself.
-        const double size = std::max({m_nearest - m_farthest, std::fabs(m_nearest) * 1e-6, 1e-6});
-        m_distance = std::max(m_distance, m_nearest + 0.01 * size);
+        m_distance = std::max(m_distance, m_nearest + 0.01 * depth());
+    }
+
+    /// The same for a picture without perspective, the size of which is that of the middle of what is seen.
+    void placeFlat()
+    {
+        m_x = 0.5 * (m_lowestX + m_highestX);
+        m_y = 0.5 * (m_lowestY + m_highestY);
+        const double distance = std::max(0.5 * (m_highestX - m_lowestX) / m_tangentX,
+                                         0.5 * (m_highestY - m_lowestY) / m_tangentY);
+        m_distance = 0.5 * (m_nearest + m_farthest) + std::max(distance, 0.01 * depth());
     }
 
     /// Looks at a point once more, to see how far off the middle the picture is.
@@ -111,12 +125,11 @@ public:
         m_seenX = m_seenY = Seen();
     }
 
-    osg::Matrixd viewMatrix() const
+    LookAt lookAt() const
     {
         const osg::Vec3d eye = m_right * m_x + m_up * m_y + m_back * m_distance;
-        osg::Matrixd matrix;
-        matrix.makeLookAt(eye, eye - m_back, m_up);
-        return matrix;
+        const double ahead = m_distance - 0.5 * (m_nearest + m_farthest);
+        return {eye, eye - m_back * std::max(ahead, 1e-6), m_up};
     }
 
 private:
@@ -148,6 +161,9 @@ private:
         double depthOfLowest = 1;
     };
 
+    /// @return how far what is seen reaches away from the eye, never 0
+    double depth() const { return std::max({m_nearest - m_farthest, std::fabs(m_nearest) * 1e-6, 1e-6}); }
+
     osg::Vec3d m_back;
     osg::Vec3d m_right;
     osg::Vec3d m_up;
@@ -157,6 +173,10 @@ private:
                            std::numeric_limits<double>::lowest(), std::numeric_limits<double>::lowest()};
     double m_nearest = std::numeric_limits<double>::lowest();
     double m_farthest = std::numeric_limits<double>::max();
+    double m_lowestX = std::numeric_limits<double>::max();
+    double m_highestX = std::numeric_limits<double>::lowest();
+    double m_lowestY = std::numeric_limits<double>::max();
+    double m_highestY = std::numeric_limits<double>::lowest();
     bool m_isEmpty = true;
 
     double m_x = 0;
@@ -172,6 +192,20 @@ class ForEachPoint : public osg::NodeVisitor
 {
 public:
     explicit ForEachPoint(Use use) : NodeVisitor(TRAVERSE_ACTIVE_CHILDREN), m_use(use) {}
+
+    /// Goes over a node where it hangs first.
+    void visit(osg::Node& node)
+    {
+        const osg::NodePathList paths = node.getParentalNodePaths();
+        osg::NodePath above;
+        if (!paths.empty())
+            above.assign(paths.front().begin(), paths.front().end() - 1);
+        for (osg::Node* group : above)
+            pushOntoNodePath(group);
+        node.accept(*this);
+        for (std::size_t i = 0; i < above.size(); ++i)
+            popFromNodePath();
+    }
 
     void apply(osg::Drawable& drawable) override { addBox(drawable); }
 
@@ -202,27 +236,79 @@ private:
     Use m_use;
 };
 
-} // namespace
-
-CameraPlacement placeCamera(osg::Node& scene, StandardView view, double aspect)
+CameraPlacement place(osg::Node& node, const Directions& directions, double aspect, Projection projection)
 {
-    constexpr double heightAngle = 30.0; // degrees from the bottom to the top of the picture
-    constexpr double filled = 0.90;      // of the picture, so that the model does not touch the edges
-    const double tangentY = std::tan(0.5 * osg::DegreesToRadians(heightAngle));
-    Frame frame(directionsOf(view), filled * tangentY * aspect, filled * tangentY);
+    constexpr double filled = 0.90; // of the picture, so that the model does not touch the edges
+    const double tangent = filled * std::tan(0.5 * osg::DegreesToRadians(heightAngle));
+    Frame frame(directions, tangent * aspect, tangent);
     ForEachPoint add([&frame](const osg::Vec3d& point) { frame.add(point); });
-    scene.accept(add);
+    add.visit(node);
     if (frame.isEmpty()) {
         frame.add({-1, -1, -1});
         frame.add({1, 1, 1});
     }
+    if (projection == Projection::Orthographic) {
+        frame.placeFlat();
+        return placementOf(frame.lookAt(), aspect, projection);
+    }
     frame.place();
     for (int step = 0; step < 3; ++step) {
         ForEachPoint look([&frame](const osg::Vec3d& point) { frame.look(point); });
-        scene.accept(look);
+        look.visit(node);
         frame.centre();
     }
-    return {frame.viewMatrix(), osg::Matrixd::perspective(heightAngle, aspect, 1.0, 10.0)};
+    return placementOf(frame.lookAt(), aspect, projection);
+}
+
+} // namespace
+
+CameraPlacement placeCamera(osg::Node& scene, StandardView view, double aspect, Projection projection)
+{
+    return place(scene, directionsOf(view), aspect, projection);
+}
+
+CameraPlacement placeCamera(osg::Node& node, const LookAt& direction, double aspect, Projection projection)
+{
+    Directions directions = {direction.eye - direction.centre, direction.up};
+    if (directions.toEye.length2() == 0 || (directions.toEye ^ directions.up).length2() == 0)
+        directions = directionsOf(StandardView::Front);
+    return place(node, directions, aspect, projection);
+}
+
+CameraPlacement placeOnTurntable(osg::Node& scene, const LookAt& direction, double turn, double aspect,
+                                 Projection projection)
+{
+    osg::ComputeBoundsVisitor visitor(osg::NodeVisitor::TRAVERSE_ACTIVE_CHILDREN);
+    scene.accept(visitor);
+    const osg::BoundingBox box = visitor.getBoundingBox();
+    const osg::Vec3d middle = box.valid() ? osg::Vec3d(box.center()) : osg::Vec3d();
+    const double radius = box.valid() && box.radius() > 0 ? static_cast<double>(box.radius()) : 1.0;
+    osg::Vec3d back = direction.eye - direction.centre;
+    if (back.normalize() == 0)
+        back = {0, -1, 0};
+    // The narrower of the two angles has to hold the sphere around the model.
+    const double upright = 0.5 * osg::DegreesToRadians(heightAngle);
+    const double narrower = std::min(upright, std::atan(std::tan(upright) * aspect));
+    const double distance =
+        projection == Projection::Orthographic ? radius / std::tan(narrower) : radius / std::sin(narrower);
+    const osg::Quat turned(2 * osg::PI * turn, osg::Vec3d(0, 0, 1));
+    return placementOf({middle + turned * (back * distance), middle, turned * direction.up}, aspect,
+                       projection);
+}
+
+CameraPlacement placementOf(const LookAt& lookAt, double aspect, Projection projection)
+{
+    CameraPlacement placement;
+    placement.lookAt = lookAt;
+    placement.view.makeLookAt(lookAt.eye, lookAt.centre, lookAt.up);
+    if (projection == Projection::Orthographic) {
+        const double height =
+            (lookAt.eye - lookAt.centre).length() * std::tan(0.5 * osg::DegreesToRadians(heightAngle));
+        placement.projection.makeOrtho(-height * aspect, height * aspect, -height, height, 1.0, 10.0);
+    } else {
+        placement.projection.makePerspective(heightAngle, aspect, 1.0, 10.0);
+    }
+    return placement;
 }
 
 } // namespace vfViewer

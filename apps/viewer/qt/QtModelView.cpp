@@ -2,19 +2,13 @@
 #include "qt/QtModelView.h"
 
 #include "model/FirstView.h"
-#include "model/LitScene.h"
 #include "model/ModelDocument.h"
 #include "model/ViewerSettings.h"
+#include "picture/Picture.h"
 
 #include <velaforge/base/ClassInfo.h>
 #include <velaforge/qt/QtApplication.h>
 #include <velaforge/qt/QtViewport.h>
-
-#include <osg/ComputeBoundsVisitor>
-#include <osg/Depth>
-#include <osg/Geometry>
-#include <osg/LineWidth>
-#include <osg/MatrixTransform>
 
 #include <QVBoxLayout>
 
@@ -27,51 +21,6 @@ namespace {
 vfBase::VfObject* createView()
 {
     return new QtModelView;
-}
-
-/// @return the edges of a node's box, wherever it hangs; null for a node without a point
-osg::ref_ptr<osg::Node> makeMark(osg::Node& node)
-{
-    const osg::NodePathList paths = node.getParentalNodePaths();
-    osg::ComputeBoundsVisitor visitor;
-    node.accept(visitor);
-    const osg::BoundingBox box = visitor.getBoundingBox();
-    if (!box.valid() || paths.empty())
-        return nullptr;
-    const osg::ref_ptr<osg::Vec3Array> corners = new osg::Vec3Array;
-    const osg::ref_ptr<osg::DrawElementsUByte> edges = new osg::DrawElementsUByte(GL_LINES);
-    for (unsigned int i = 0; i < 8; ++i) {
-        corners->push_back(box.corner(i));
-        for (const unsigned int bit : {1u, 2u, 4u}) {
-            if (i & bit)
-                continue;
-            edges->push_back(static_cast<unsigned char>(i));
-            edges->push_back(static_cast<unsigned char>(i | bit));
-        }
-    }
-    const osg::ref_ptr<osg::Geometry> lines = new osg::Geometry;
-    lines->setName("selection");
-    lines->setVertexArray(corners);
-    const osg::ref_ptr<osg::Vec4Array> color = new osg::Vec4Array(osg::Array::BIND_OVERALL);
-    color->push_back({1.0f, 0.55f, 0.0f, 1.0f});
-    lines->setColorArray(color);
-    lines->addPrimitiveSet(edges);
-    osg::StateSet* state = lines->getOrCreateStateSet();
-    state->setMode(GL_LIGHTING, osg::StateAttribute::OFF | osg::StateAttribute::PROTECTED);
-    state->setAttribute(new osg::LineWidth(2));
-    // What lies behind the model is still to be seen, as it is the outline of a whole.
-    state->setAttributeAndModes(new osg::Depth(osg::Depth::ALWAYS, 0, 1, false));
-    state->setRenderBinDetails(100, "RenderBin");
-    const osg::ref_ptr<osg::Group> marks = new osg::Group;
-    for (const osg::NodePath& path : paths) {
-        // The box is in the coordinates of what the node hangs in.
-        const osg::NodePath above(path.begin(), path.end() - 1);
-        const osg::ref_ptr<osg::MatrixTransform> place =
-            new osg::MatrixTransform(osg::computeLocalToWorld(above));
-        place->addChild(lines);
-        marks->addChild(place);
-    }
-    return marks;
 }
 
 } // namespace
@@ -109,8 +58,10 @@ void QtModelView::makeViewport()
     m_viewport->setObjectName(QStringLiteral("model"));
     m_place->layout()->addWidget(m_viewport);
     m_place->setFocusProxy(m_viewport);
-    m_scene = makeLitScene(model().scene());
-    m_viewport->setScene(m_scene);
+    m_scene = std::make_unique<ShownScene>(model().getModelScene());
+    m_scene->setStyle(m_style);
+    m_viewport->setScene(&m_scene->root());
+    m_viewport->setFieldOfView(heightAngle);
     QObject::connect(m_viewport, &vfApplication::QtViewport::cameraMoved, m_viewport,
                      [this] { m_isStandard = false; });
     QObject::connect(m_viewport, &vfApplication::QtViewport::aspectChanged, m_viewport, [this] {
@@ -129,6 +80,8 @@ void QtModelView::onUpdate(View*)
 {
     if (!m_viewport && m_place && model().scene().getNumChildren() > 0)
         makeViewport();
+    if (m_scene)
+        m_scene->update();
     if (!m_isPlaced && m_viewport && model().scene().getNumChildren() > 0)
         lookFrom(firstViewFor(*getDocument()));
     redraw();
@@ -139,19 +92,24 @@ void QtModelView::redraw()
     if (!m_viewport)
         return;
     const ViewerSettings& settings = ViewerSettings::instance();
-    m_viewport->setBackground(settings.getBackgroundTop(), settings.getBackgroundBottom());
-    showSelection();
+    const Background background =
+        m_style.background.value_or(Background{settings.getBackgroundTop(), settings.getBackgroundBottom()});
+    m_viewport->setBackground(background.top, background.bottom);
+    m_scene->setSelection(model().getSelection());
     m_viewport->update();
 }
 
-void QtModelView::showSelection()
+void QtModelView::setStyle(const ViewStyle& style)
 {
-    if (m_mark)
-        m_scene->removeChild(m_mark);
-    osg::Node* selected = model().getSelection();
-    m_mark = selected ? makeMark(*selected) : nullptr;
-    if (m_mark)
-        m_scene->addChild(m_mark);
+    const bool isOther = style.projection != m_style.projection;
+    m_style = style;
+    if (!m_viewport)
+        return;
+    m_scene->setStyle(style);
+    m_viewport->setOrthographic(style.projection == Projection::Orthographic);
+    if (isOther && m_isStandard)
+        place();
+    redraw();
 }
 
 void QtModelView::lookFrom(StandardView view)
@@ -166,34 +124,70 @@ void QtModelView::lookFrom(StandardView view)
 
 void QtModelView::place()
 {
-    const CameraPlacement camera = placeCamera(model().scene(), m_standardView, m_viewport->getAspect());
-    osg::Vec3d eye;
-    osg::Vec3d ahead;
-    osg::Vec3d up;
-    camera.view.getLookAt(eye, ahead, up);
-    // The user turns about the middle of the model, or of what is seen of it.
-    const osg::Vec3d middle = model().scene().getBound().center();
-    const double distance = std::max((middle - eye) * (ahead - eye), 1e-6);
-    m_viewport->lookAt(eye, eye + (ahead - eye) * distance, up);
+    take(placeCamera(model().scene(), m_standardView, m_viewport->getAspect(), m_style.projection));
 }
 
-void QtModelView::fit()
+void QtModelView::take(const CameraPlacement& camera)
+{
+    m_viewport->lookAt(camera.lookAt.eye, camera.lookAt.centre, camera.lookAt.up);
+}
+
+void QtModelView::fit(osg::Node* part)
 {
     if (!m_viewport)
         return;
     m_isStandard = false;
-    m_viewport->fit();
+    osg::Node& seen = part ? *part : model().scene();
+    take(placeCamera(seen, getCamera(), m_viewport->getAspect(), m_style.projection));
+}
+
+LookAt QtModelView::getCamera() const
+{
+    LookAt camera;
+    if (m_viewport)
+        m_viewport->getLookAt(camera.eye, camera.centre, camera.up);
+    return camera;
+}
+
+void QtModelView::setCamera(const LookAt& camera)
+{
+    if (!m_viewport)
+        return;
+    m_isStandard = false;
+    m_isPlaced = true;
+    m_viewport->lookAt(camera.eye, camera.centre, camera.up);
+}
+
+osg::ref_ptr<osg::Image> QtModelView::takePicture(const vfApplication::SnapshotFormat& format,
+                                                  vfBase::VfString& reason)
+{
+    if (!m_viewport) {
+        reason = "there is nothing to see";
+        return nullptr;
+    }
+    const double aspect = double(format.width) / format.height;
+    ShownScene scene(model().getModelScene());
+    scene.setStyle(m_style);
+    return drawPicture(scene, placementOf(getCamera(), aspect, m_style.projection), format, reason);
+}
+
+std::optional<vfApplication::QtViewport::Hit> QtModelView::pick(const QPointF& position) const
+{
+    return m_viewport->pick(position, [this](const vfApplication::QtViewport::Hit& hit) {
+        return !m_scene->isCutAway(hit.point) && m_scene->modelNode(*hit.path.back());
+    });
 }
 
 void QtModelView::select(const QPointF& position)
 {
-    const auto hit = m_viewport->pick(position);
+    const auto hit = pick(position);
     osg::Node* picked = nullptr;
     if (hit) {
         const auto parts = model().getModelScene().parts();
         for (osg::Node* node : hit->path) {
-            if (std::find(parts.begin(), parts.end(), node) != parts.end())
-                picked = node;
+            osg::Node* original = m_scene->modelNode(*node);
+            if (std::find(parts.begin(), parts.end(), original) != parts.end())
+                picked = original;
         }
     }
     model().setSelection(picked);

@@ -2,13 +2,15 @@
 #pragma once
 
 #include "model/ModelView.h"
+#include "model/ShownScene.h"
 
 #include <velaforge/qt/QtView.h>
 #include <velaforge/qt/QtViewport.h>
 
 #include <QPointer>
 
-#include <osg/Group>
+#include <memory>
+#include <optional>
 
 namespace vfViewer {
 
@@ -25,7 +27,13 @@ public:
     /// The first time with a model it looks at it from the standard view that is set; the camera stays afterwards.
     void onUpdate(vfApplication::View* sender) override;
     void lookFrom(StandardView view) override;
-    void fit() override;
+    void fit(osg::Node* part) override;
+    LookAt getCamera() const override;
+    void setCamera(const LookAt& camera) override;
+    ViewStyle getStyle() const override { return m_style; }
+    void setStyle(const ViewStyle& style) override;
+    osg::ref_ptr<osg::Image> takePicture(const vfApplication::SnapshotFormat& format,
+                                         vfBase::VfString& reason) override;
 
     /// Shows which part is selected, and the background as it is set.
     void redraw() override;
@@ -40,13 +48,14 @@ private:
     ModelDocument& model() const;
     void makeViewport();
     void place();
+    void take(const CameraPlacement& camera);
+    std::optional<vfApplication::QtViewport::Hit> pick(const QPointF& position) const;
     void select(const QPointF& position);
-    void showSelection();
 
     QPointer<QWidget> m_place; ///< of the viewport
     QPointer<vfApplication::QtViewport> m_viewport;
-    osg::ref_ptr<osg::Group> m_scene; ///< the model in the viewer's light, and the mark of the selection
-    osg::ref_ptr<osg::Node> m_mark;
+    std::unique_ptr<ShownScene> m_scene;
+    ViewStyle m_style;
     StandardView m_standardView = StandardView::Front;
     bool m_isPlaced = false;   ///< the camera has been placed since there is a model
     bool m_isStandard = false; ///< it stands where the standard view put it

@@ -20,17 +20,18 @@ vfBase::StringList ViewerUiSetup::getDocumentViewTemplates() const
 
 void ViewerUiSetup::setupMenus(CommandItem* root)
 {
-    addMenu(root, "&File") << "vfApplicationQt::ActionOpen"
-                           << "vfApplicationQt::ActionOpenRecent"
-                           << "" // a separator
-                           << "vfApplicationQt::ActionSave"
-                           << "vfApplicationQt::ActionSaveAs"
-                           << "vfApplicationQt::ActionRevert"
-                           << ""
-                           << "vfApplicationQt::ActionClose"
-                           << "vfApplicationQt::ActionCloseAll"
-                           << ""
-                           << "vfApplicationQt::ActionExit";
+    CommandItem file = addMenu(root, "&File");
+    file << "vfApplicationQt::ActionOpen"
+         << "vfApplicationQt::ActionOpenRecent"
+         << "" // a separator
+         << "vfApplicationQt::ActionSave"
+         << "vfApplicationQt::ActionSaveAs"
+         << "vfApplicationQt::ActionRevert"
+         << ""
+         << "vfApplicationQt::ActionClose"
+         << "vfApplicationQt::ActionCloseAll"
+         << ""
+         << "vfApplicationQt::ActionExit";
     addMenu(root, "&Edit") << "vfApplicationQt::ActionUndo"
                            << "vfApplicationQt::ActionRedo"
                            << ""
@@ -39,6 +40,7 @@ void ViewerUiSetup::setupMenus(CommandItem* root)
                            << "vfApplicationQt::ActionOptions";
     CommandItem view = addMenu(root, "&View");
     addItem(view, "vfViewer::Fit", "&Fit", "F", "zoom-fit-best");
+    addItem(view, "vfViewer::FitSelection", "Fit &selection", "Shift+F", nullptr);
     CommandItem from = addMenu(&view, "&Look from");
     addItem(from, "vfViewer::ViewFront", "&Front", "1", "view-front");
     addItem(from, "vfViewer::ViewBack", "&Back", "Ctrl+1", "view-back");
@@ -50,6 +52,28 @@ void ViewerUiSetup::setupMenus(CommandItem* root)
     addItem(from, "vfViewer::ViewFrontRight", "Front right co&rner", "0", "view-front-right");
     addItem(from, "vfViewer::ViewBackRight", "Back right corn&er", nullptr, "view-back-right");
     addItem(from, "vfViewer::ViewBackLeft", "B&ack left corner", nullptr, "view-back-left");
+    addItem(view, "vfViewer::Perspective", "&Perspective", "P", nullptr);
+    addItem(view, "vfViewer::Orthographic", "&Orthographic", "O", nullptr);
+    view << "";
+    addItem(view, "vfViewer::Surfaces", "S&urfaces", nullptr, nullptr);
+    addItem(view, "vfViewer::Wireframe", "&Wireframe", "W", nullptr);
+    addItem(view, "vfViewer::Points", "Po&ints", nullptr, nullptr);
+    CommandItem shading = addMenu(&view, "S&hading");
+    addItem(shading, "vfViewer::FlatShading", "&Flat", nullptr, nullptr);
+    addItem(shading, "vfViewer::BackfaceCulling", "&Only front faces", nullptr, nullptr);
+    addItem(shading, "vfViewer::Textures", "&Textures", "T", nullptr);
+    addItem(shading, "vfViewer::VertexColors", "&Colours of points", nullptr, nullptr);
+    addItem(shading, "vfViewer::Headlight", "&Light follows the camera", "L", nullptr);
+    addItem(shading, "vfViewer::Antialiasing", "&Smooth edges", nullptr, nullptr);
+    view << "";
+    addItem(view, "vfViewer::Grid", "&Grid", "G", nullptr);
+    addItem(view, "vfViewer::Axes", "&Axes", "A", nullptr);
+    addItem(view, "vfViewer::BoundingBoxes", "&Bounding boxes", "B", nullptr);
+    addItem(view, "vfViewer::Background", "Bac&kground…", nullptr, nullptr);
+    CommandItem sections = addMenu(&view, "Se&ctions");
+    addItem(sections, "vfViewer::SectionX", "Across &x", "Shift+X", nullptr);
+    addItem(sections, "vfViewer::SectionY", "Across &y", "Shift+Y", nullptr);
+    addItem(sections, "vfViewer::SectionZ", "Across &z", "Shift+Z", nullptr);
     view << ""
          << "vfApplicationQt::ActionFullScreen"
          << "vfApplicationQt::ActionToolbars"

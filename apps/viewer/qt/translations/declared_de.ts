@@ -206,5 +206,93 @@
         <source>Fit</source>
         <translation>Einpassen</translation>
     </message>
+    <message>
+        <source>Fit &amp;selection</source>
+        <translation>&amp;Auswahl einpassen</translation>
+    </message>
+    <message>
+        <source>&amp;Perspective</source>
+        <translation>&amp;Perspektive</translation>
+    </message>
+    <message>
+        <source>&amp;Orthographic</source>
+        <translation>&amp;Orthografisch</translation>
+    </message>
+    <message>
+        <source>S&amp;urfaces</source>
+        <translation>&amp;Flächen</translation>
+    </message>
+    <message>
+        <source>&amp;Wireframe</source>
+        <translation>&amp;Drahtgitter</translation>
+    </message>
+    <message>
+        <source>Po&amp;ints</source>
+        <translation>P&amp;unkte</translation>
+    </message>
+    <message>
+        <source>S&amp;hading</source>
+        <translation>&amp;Schattierung</translation>
+    </message>
+    <message>
+        <source>&amp;Flat</source>
+        <translation>&amp;Flach</translation>
+    </message>
+    <message>
+        <source>&amp;Only front faces</source>
+        <translation>&amp;Nur Vorderseiten</translation>
+    </message>
+    <message>
+        <source>&amp;Textures</source>
+        <translation>&amp;Texturen</translation>
+    </message>
+    <message>
+        <source>&amp;Colours of points</source>
+        <translation>Farben der &amp;Punkte</translation>
+    </message>
+    <message>
+        <source>&amp;Light follows the camera</source>
+        <translation>&amp;Licht folgt der Kamera</translation>
+    </message>
+    <message>
+        <source>&amp;Smooth edges</source>
+        <translation>&amp;Glatte Kanten</translation>
+    </message>
+    <message>
+        <source>&amp;Grid</source>
+        <translation>&amp;Raster</translation>
+    </message>
+    <message>
+        <source>&amp;Axes</source>
+        <translation>A&amp;chsen</translation>
+    </message>
+    <message>
+        <source>&amp;Bounding boxes</source>
+        <translation>&amp;Begrenzungsquader</translation>
+    </message>
+    <message>
+        <source>Bac&amp;kground…</source>
+        <translation>&amp;Hintergrund …</translation>
+    </message>
+    <message>
+        <source>Background</source>
+        <translation>Hintergrund</translation>
+    </message>
+    <message>
+        <source>Se&amp;ctions</source>
+        <translation>S&amp;chnitte</translation>
+    </message>
+    <message>
+        <source>Across &amp;x</source>
+        <translation>Quer zu &amp;x</translation>
+    </message>
+    <message>
+        <source>Across &amp;y</source>
+        <translation>Quer zu &amp;y</translation>
+    </message>
+    <message>
+        <source>Across &amp;z</source>
+        <translation>Quer zu &amp;z</translation>
+    </message>
 </context>
 </TS>
