@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "model/ModelDocument.h"
 #include "model/ModelScene.h"
+#include "model/ModelStatistics.h"
 #include "model/ModelView.h"
 #include "model/ViewerDocuments.h"
 #include "reading/FileGate.h"
@@ -13,18 +14,27 @@
 #include <velaforge/application/ApplicationSetup.h>
 #include <velaforge/base/ClassInfo.h>
 #include <velaforge/base/NotifyHandler.h>
+#include <velaforge/base/StringList.h>
 #include <velaforge/commands/Command.h>
 #include <velaforge/commands/CommandPrivate.h>
 #include <velaforge/commands/CommandProcessor.h>
 #include <velaforge/documents/View.h>
 #include <velaforge/toolkit/CommandNames.h>
 
+#include <osg/ComputeBoundsVisitor>
+#include <osg/Geometry>
 #include <osg/Notify>
+#include <osg/Transform>
+#include <osg/TriangleFunctor>
+#include <osg/observer_ptr>
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <filesystem>
+#include <map>
 #include <memory>
+#include <set>
 #include <string>
 
 namespace fs = std::filesystem;
@@ -123,7 +133,14 @@ TEST(NamedCommands, EachOneThatCanBeUndoneLeavesTheModelAsItWas)
         Command command = Command::getCommandByName(name.str());
         if (name.str().rfind("vfViewer::", 0) != 0 || !command.canUndo())
             continue;
-        const VfVariant argument = name == "vfViewer::SetColor" ? VfVariant("1,0,0") : VfVariant("1,2,3");
+        if (name == "vfViewer::MergeOpen")
+            continue; // with one model there is nothing to merge
+        const std::map<std::string, std::string> arguments = {
+            {"vfViewer::SetColor", "1,0,0"}, {"vfViewer::Rotate", "0,0,1,45"},
+            {"vfViewer::Scale", "2"},        {"vfViewer::Rename", "otherwise"},
+            {"vfViewer::Move", "1,2,3"},     {"vfViewer::AddFile", signpost("stl")}};
+        const auto found = arguments.find(name.str());
+        const VfVariant argument = found == arguments.end() ? VfVariant() : VfVariant(found->second);
         command.invoke(argument);
         EXPECT_TRUE(shop.history().getCurrentCommand() == command) << name.str();
         EXPECT_NE("", std::string(command.getName())) << name.str();
@@ -138,7 +155,7 @@ TEST(NamedCommands, EachOneThatCanBeUndoneLeavesTheModelAsItWas)
         EXPECT_TRUE(shop.history().undo()) << name.str();
         ++tried;
     }
-    EXPECT_EQ(6, tried);
+    EXPECT_EQ(13, tried);
 }
 
 TEST(NamedCommands, WithoutASelectionTheyWorkOnTheWholeModel)
@@ -444,4 +461,281 @@ TEST(NamedCommands, PicturesOfAnySizeAreKept)
     EXPECT_THAT(save("", "a.xyz"), HasSubstr("pictures are not written as .xyz"));
     EXPECT_THAT(save("transparent ", "a.jpg"), HasSubstr("cannot be seen through"));
     EXPECT_THAT(save("", "none/a.png"), HasSubstr("picture not written: No such file"));
+}
+
+namespace {
+
+/// @return the corners of what a node draws, in the coordinates of the model
+osg::BoundingBox placeOf(const Workshop& shop, osg::Node& node)
+{
+    osg::ComputeBoundsVisitor visitor;
+    const osg::NodePathList paths = node.getParentalNodePaths(&shop.document->scene());
+    EXPECT_EQ(1u, paths.size());
+    for (std::size_t i = 0; i + 1 < paths[0].size(); ++i)
+        visitor.pushOntoNodePath(paths[0][i]);
+    visitor.pushMatrix(*new osg::RefMatrix(osg::computeLocalToWorld({paths[0].begin(), paths[0].end() - 1})));
+    node.accept(visitor);
+    return visitor.getBoundingBox();
+}
+
+/// @return the first geometry at or below a node
+osg::Geometry& geometryOf(osg::Node& node)
+{
+    osg::Node* found = &node;
+    while (!found->asGeometry())
+        found = found->asGroup()->getChild(0);
+    return *found->asGeometry();
+}
+
+} // namespace
+
+TEST(NamedCommands, APartIsTurnedAndScaledAboutItsMiddle)
+{
+    const Workshop shop;
+    shop.invoke("vfViewer::SelectNext");
+    osg::Node& part = *shop.document->getSelection();
+    const osg::BoundingBox before = placeOf(shop, part);
+    EXPECT_EQ("", shop.invoke("vfViewer::Scale", "2"));
+    const osg::BoundingBox doubled = placeOf(shop, part);
+    EXPECT_NEAR(0, (before.center() - doubled.center()).length(), 1e-5);
+    EXPECT_NEAR(2 * before.radius(), doubled.radius(), 1e-5);
+    EXPECT_EQ("", shop.invoke("vfViewer::Move", "10,0,0"));
+    EXPECT_EQ("", shop.invoke("vfViewer::Scale", "1,1,0.5"));
+    const osg::BoundingBox flatter = placeOf(shop, part);
+    EXPECT_NEAR(0, (before.center() + osg::Vec3(10, 0, 0) - flatter.center()).length(), 1e-4);
+    EXPECT_NEAR(before.zMax() - before.zMin(), flatter.zMax() - flatter.zMin(), 1e-5);
+    EXPECT_EQ("", shop.invoke("vfViewer::Rotate", "0,0,1,90"));
+    const osg::BoundingBox turned = placeOf(shop, part);
+    EXPECT_NEAR(0, (flatter.center() - turned.center()).length(), 1e-4);
+    EXPECT_NEAR(flatter.xMax() - flatter.xMin(), turned.yMax() - turned.yMin(), 1e-4);
+    // One transform stands for all of it, and each step is taken back by itself.
+    EXPECT_EQ(1u, part.getNumParents());
+    EXPECT_EQ(nullptr, part.getParent(0)->getParent(0)->asTransform());
+    for (const osg::BoundingBox& place : {flatter, osg::BoundingBox(), doubled, before}) {
+        shop.invoke("vfViewer::Undo");
+        if (place.valid()) {
+            EXPECT_NEAR(0, (place._min - placeOf(shop, part)._min).length(), 1e-4);
+            EXPECT_NEAR(0, (place._max - placeOf(shop, part)._max).length(), 1e-4);
+        }
+    }
+    for (const char* wrong : {"", "0", "1,2", "1,0,1", "x", "1e300"})
+        EXPECT_THAT(shop.invoke("vfViewer::Scale", wrong), HasSubstr("a factor is needed")) << wrong;
+    for (const char* wrong : {"", "90", "0,0,0,90", "0,0,1", "a,b,c,d"})
+        EXPECT_THAT(shop.invoke("vfViewer::Rotate", wrong), HasSubstr("an axis and an angle")) << wrong;
+}
+
+TEST(NamedCommands, IsolatingHidesAllButTheSelection)
+{
+    const Workshop shop;
+    EXPECT_THAT(shop.invoke("vfViewer::Isolate"), HasSubstr("no part is selected"));
+    shop.invoke("vfViewer::SelectNext");
+    const osg::Node* part = shop.document->getSelection();
+    EXPECT_EQ("", shop.invoke("vfViewer::Isolate"));
+    const auto isSeen = [&shop](const osg::Node& node) {
+        for (const osg::NodePath& path : node.getParentalNodePaths(&shop.document->scene())) {
+            if (std::all_of(path.begin(), path.end(),
+                            [](const osg::Node* one) { return one->getNodeMask() != 0; }))
+                return true;
+        }
+        return false;
+    };
+    for (const auto& other : shop.document->getModelScene().parts())
+        EXPECT_EQ(other == part, isSeen(*other));
+    EXPECT_THAT(shop.invoke("vfViewer::Isolate"), HasSubstr("nothing else"));
+    EXPECT_EQ("", shop.invoke("vfViewer::Undo")); // in one step
+    for (const auto& other : shop.document->getModelScene().parts())
+        EXPECT_TRUE(isSeen(*other));
+    EXPECT_FALSE(shop.history().canUndo());
+}
+
+TEST(NamedCommands, RenamingNeedsAName)
+{
+    const Workshop shop;
+    shop.invoke("vfViewer::SelectNext");
+    const std::string before = shop.document->getSelection()->getName();
+    EXPECT_EQ(before,
+              Command::getCommandByName("vfViewer::Rename").getProperties()["promptValue"].toString().str());
+    EXPECT_THAT(shop.invoke("vfViewer::Rename"), HasSubstr("a name is needed"));
+    EXPECT_EQ("", shop.invoke("vfViewer::Rename", "Vorderdeck, über alles"));
+    EXPECT_EQ("Vorderdeck, über alles", shop.document->getSelection()->getName());
+    shop.invoke("vfViewer::Undo");
+    EXPECT_EQ(before, shop.document->getSelection()->getName());
+}
+
+TEST(NamedCommands, FlippingTurnsBothNormalsAndFaces)
+{
+    const Workshop shop;
+    shop.invoke("vfViewer::SelectNext");
+    osg::Geometry& geometry = geometryOf(*shop.document->getSelection());
+    const osg::ref_ptr<osg::Array> normals = geometry.getNormalArray();
+    const auto normalOfFace = [&geometry] {
+        struct First
+        {
+            osg::Vec3 normal;
+            void operator()(const osg::Vec3& a, const osg::Vec3& b, const osg::Vec3& c)
+            {
+                if (normal.length2() == 0)
+                    normal = (b - a) ^ (c - a);
+            }
+        };
+        osg::TriangleFunctor<First> first;
+        geometry.accept(first);
+        first.normal.normalize();
+        return first.normal;
+    };
+    const osg::Vec3 face = normalOfFace();
+    EXPECT_EQ("", shop.invoke("vfViewer::FlipNormals"));
+    EXPECT_NEAR(-1, face * normalOfFace(), 1e-5);
+    const auto& flipped = dynamic_cast<osg::Vec3Array&>(*geometry.getNormalArray());
+    EXPECT_EQ(-dynamic_cast<osg::Vec3Array&>(*normals)[0], flipped[0]);
+    EXPECT_EQ("", shop.invoke("vfViewer::FlipNormals"));
+    EXPECT_NEAR(1, face * normalOfFace(), 1e-5);
+    shop.invoke("vfViewer::Undo");
+    shop.invoke("vfViewer::Undo");
+    EXPECT_EQ(normals, geometry.getNormalArray());
+}
+
+TEST(NamedCommands, NormalsAreWorkedOutAnewWithEdgesWhereSurfacesMeetSharply)
+{
+    const Workshop shop;
+    shop.invoke("vfViewer::SelectNext");
+    osg::Geometry& geometry = geometryOf(*shop.document->getSelection());
+    const auto distinct = [&geometry] {
+        const auto& normals = dynamic_cast<osg::Vec3Array&>(*geometry.getNormalArray());
+        return std::set<osg::Vec3>(normals.begin(), normals.end()).size();
+    };
+    EXPECT_EQ("", shop.invoke("vfViewer::RecomputeNormals", "0"));
+    const std::size_t sharp = distinct();
+    EXPECT_EQ("", shop.invoke("vfViewer::RecomputeNormals", "180"));
+    EXPECT_NE(sharp, distinct());
+    EXPECT_EQ("", shop.invoke("vfViewer::RecomputeNormals"));
+    for (const char* wrong : {"-1", "181", "x", "1,2"})
+        EXPECT_THAT(shop.invoke("vfViewer::RecomputeNormals", wrong), HasSubstr("between 0 and 180"))
+            << wrong;
+}
+
+TEST(NamedCommands, FilesAreAddedBesideTheModelInOneStep)
+{
+    const Workshop shop;
+    osg::Node* const first = shop.document->scene().getChild(0);
+    const std::string before = shop.digest();
+    vfBase::StringList paths;
+    paths.append(signpost("stl"));
+    paths.append(signpost("ply"));
+    const VfVariant both{paths};
+    EXPECT_EQ("", shop.invoke("vfViewer::AddFile", both));
+    EXPECT_TRUE(shop.document->isModified());
+    ASSERT_EQ(1u, shop.document->scene().getNumChildren());
+    const osg::Group& all = *shop.document->target()->asGroup();
+    ASSERT_EQ(3u, all.getNumChildren());
+    EXPECT_EQ(first, all.getChild(0));
+    EXPECT_EQ("signpost.stl", all.getChild(1)->getName());
+    EXPECT_EQ("signpost.ply", all.getChild(2)->getName());
+    EXPECT_EQ("", shop.invoke("vfViewer::AddFile", signpost("obj")));
+    EXPECT_EQ(4u, all.getNumChildren());
+    shop.invoke("vfViewer::Undo");
+    EXPECT_EQ(3u, all.getNumChildren());
+    shop.invoke("vfViewer::Undo");
+    EXPECT_EQ(before, shop.digest());
+    EXPECT_EQ(first, shop.document->scene().getChild(0));
+    shop.invoke("vfViewer::Redo");
+    EXPECT_EQ(3u, shop.document->target()->asGroup()->getNumChildren());
+    shop.invoke("vfViewer::Undo");
+    // What cannot be read is told, and the others are added all the same.
+    EXPECT_THAT(shop.invoke("vfViewer::AddFile", "/none.stl"), HasSubstr("/none.stl: No such file"));
+    EXPECT_THAT(shop.invoke("vfViewer::AddFile", __FILE__), HasSubstr("not a format that can be read"));
+    EXPECT_THAT(shop.invoke("vfViewer::AddFile"), HasSubstr("its name is needed"));
+    EXPECT_EQ(before, shop.digest());
+    paths.append("/none.stl");
+    const VfVariant three{paths};
+    EXPECT_THAT(shop.invoke("vfViewer::AddFile", three), HasSubstr("No such file"));
+    EXPECT_EQ(3u, shop.document->target()->asGroup()->getNumChildren());
+}
+
+TEST(NamedCommands, AFileIsAddedToAModelOfWhichNothingIsLeft)
+{
+    const Workshop shop;
+    shop.invoke("vfViewer::Remove");
+    EXPECT_EQ("", shop.invoke("vfViewer::AddFile", signpost("stl")));
+    EXPECT_EQ(1u, shop.document->target()->asGroup()->getNumChildren());
+    shop.invoke("vfViewer::Undo");
+    EXPECT_EQ(0u, shop.document->scene().getNumChildren());
+    shop.invoke("vfViewer::Undo");
+    EXPECT_EQ(1u, shop.document->scene().getNumChildren());
+}
+
+TEST(NamedCommands, OpenModelsAreMergedAsCopies)
+{
+    const Workshop shop;
+    EXPECT_THAT(shop.invoke("vfViewer::MergeOpen"), HasSubstr("no other model is open"));
+    auto* second = dynamic_cast<ModelDocument*>(
+        shop.application->openDocument(signpost("stl").c_str(), vfBase::Options()));
+    ASSERT_NE(nullptr, second);
+    const std::string before = shop.digest();
+    EXPECT_EQ("", shop.invoke("vfViewer::MergeOpen"));
+    EXPECT_EQ(before, shop.digest());
+    EXPECT_FALSE(shop.document->isModified());
+    EXPECT_TRUE(second->isModified());
+    EXPECT_EQ(2u, second->target()->asGroup()->getNumChildren());
+    // What is done to the copy is not done to what it was copied from.
+    shop.invoke("vfViewer::SelectPrevious");
+    shop.invoke("vfViewer::SetColor", "1,0,0");
+    shop.invoke("vfViewer::Hide");
+    shop.invoke("vfViewer::FlipNormals");
+    EXPECT_EQ(before, shop.digest());
+    for (int i = 0; i < 4; ++i)
+        shop.invoke("vfViewer::Undo");
+    EXPECT_EQ(1u, second->scene().getNumChildren());
+    EXPECT_FALSE(second->getCommandProcessor()->canUndo());
+}
+
+TEST(History, ForgetsTheOldestWhenItHoldsMoreThanItMay)
+{
+    const Workshop shop;
+    vfViewer::ModelScene& scene = shop.document->getModelScene();
+    EXPECT_EQ(0u, scene.getHistoryMemory());
+    EXPECT_EQ(std::size_t(512) * 1024 * 1024, scene.getHistoryLimit());
+    shop.invoke("vfViewer::SelectNext");
+    const std::size_t size = vfViewer::measureMemory(*shop.document->getSelection());
+    ASSERT_LT(200u, size);
+    for (int i = 0; i < 4; ++i)
+        shop.invoke("vfViewer::FlipNormals");
+    EXPECT_EQ(4u, scene.getHistoryLength());
+    EXPECT_LT(4 * size, scene.getHistoryMemory());
+    scene.setHistoryLimit(scene.getHistoryMemory() - 1);
+    EXPECT_EQ(3u, scene.getHistoryLength());
+    EXPECT_LE(scene.getHistoryMemory(), scene.getHistoryLimit());
+    const std::string now = shop.digest();
+    shop.invoke("vfViewer::Hide");
+    EXPECT_LE(scene.getHistoryMemory(), scene.getHistoryLimit());
+    for (int i = 0; i < 4; ++i)
+        EXPECT_TRUE(shop.history().undo());
+    EXPECT_FALSE(shop.history().canUndo());
+    EXPECT_FALSE(shop.history().undo());
+    for (int i = 0; i < 4; ++i)
+        EXPECT_TRUE(shop.history().redo());
+    shop.history().undo();
+    EXPECT_EQ(now, shop.digest());
+    // The last one is kept however large it is.
+    scene.setHistoryLimit(0);
+    EXPECT_EQ(1u, scene.getHistoryLength());
+}
+
+TEST(History, HoldsWhatWasRemovedUntilItIsForgotten)
+{
+    const Workshop shop;
+    vfViewer::ModelScene& scene = shop.document->getModelScene();
+    shop.invoke("vfViewer::SelectNext");
+    const osg::observer_ptr<osg::Node> part = shop.document->getSelection();
+    const std::size_t size = vfViewer::measureMemory(*part);
+    shop.invoke("vfViewer::Remove");
+    EXPECT_EQ(size, scene.getHistoryMemory());
+    shop.invoke("vfViewer::Undo");
+    EXPECT_GT(size, scene.getHistoryMemory());
+    shop.invoke("vfViewer::Redo");
+    EXPECT_EQ(size, scene.getHistoryMemory());
+    shop.history().clearCommands();
+    shop.history().initialize();
+    EXPECT_EQ(0u, scene.getHistoryLength());
+    EXPECT_EQ(0u, scene.getHistoryMemory());
 }

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/qt/internal/Prompts.h>
 
+#include <velaforge/base/StringList.h>
 #include <velaforge/qt/internal/ActionTable.h>
 #include <velaforge/qt/internal/Text.h>
 
 #include <QColorDialog>
 #include <QCoreApplication>
+#include <QFileDialog>
 #include <QInputDialog>
 #include <QStringList>
 
@@ -35,6 +37,32 @@ bool askForColor(QWidget& window, const QString& question, const QString& propos
     return true;
 }
 
+/// @return "All that can be opened (*.a *.b)" and all files, for a list "a,b"; all files for an empty one
+QString fileFilter(const QString& formats)
+{
+    QStringList patterns;
+    for (const QString& format : formats.split(QLatin1Char(','), Qt::SkipEmptyParts))
+        patterns << QStringLiteral("*.") + format;
+    const QString all = QCoreApplication::translate("Prompts", "All files (*)");
+    if (patterns.isEmpty())
+        return all;
+    return QCoreApplication::translate("Prompts", "Suitable files") + QStringLiteral(" (") +
+           patterns.join(QLatin1Char(' ')) + QStringLiteral(");;") + all;
+}
+
+bool askForFiles(QWidget& window, const QString& question, const QString& formats,
+                 vfBase::VfVariant& argument)
+{
+    const QStringList chosen =
+        QFileDialog::getOpenFileNames(&window, question, QString(), fileFilter(formats));
+    vfBase::StringList paths;
+    for (const QString& path : chosen)
+        paths.append(fromQt(path));
+    if (!chosen.isEmpty())
+        argument = vfBase::VfVariant(paths);
+    return !chosen.isEmpty();
+}
+
 } // namespace
 
 bool askForArgument(QWidget& window, const Command::Properties& properties, vfBase::VfVariant& argument)
@@ -45,6 +73,8 @@ bool askForArgument(QWidget& window, const Command::Properties& properties, vfBa
     if (text("prompt").isEmpty())
         return true;
     const QString question = QCoreApplication::translate("Command", text("prompt").toUtf8());
+    if (text("promptKind") == QLatin1String("files"))
+        return askForFiles(window, question, text("promptFilter"), argument);
     QString answer;
     bool isGiven = false;
     if (text("promptKind") == QLatin1String("color"))

@@ -29,9 +29,9 @@ struct QtViewportPrivate;
 ///     viewport->lookAt(eye, centre, up);
 ///
 /// The left button turns, the middle one (or the left with Shift) moves, the right one (or the left with Control) and the
-/// wheel, turned away from the user, bring nearer. It draws when something has changed: after update(), when the user moves the camera, and as long
-/// as the scene moves by itself. Positions are those of the widget, in Qt's own units; the picture has as many pixels
-/// as the screen has.
+/// wheel, turned away from the user, bring nearer. It draws when something has changed: after update(), when the user
+/// moves the camera, and as long as the scene moves by itself. Positions are those of the widget, in Qt's own units; the
+/// picture has as many pixels as the screen has.
 class VFAPPLICATIONQT_EXPORT QtViewport : public QOpenGLWidget
 {
     Q_OBJECT

@@ -3,12 +3,15 @@
 
 #include "model/ModelWriter.h"
 #include "model/SceneCommands.h"
+#include "reading/FileGate.h"
 #include "reading/ReadJob.h"
 
 #include <velaforge/base/ClassInfo.h>
 #include <velaforge/commands/Command.h>
 #include <velaforge/commands/CommandProcessor.h>
 #include <velaforge/documents/DocManager.h>
+
+#include <osgDB/FileNameUtils>
 
 namespace vfViewer {
 
@@ -84,7 +87,17 @@ bool ModelDocument::remove(osg::Node& node)
 
 bool ModelDocument::move(osg::Node& node, const osg::Vec3d& offset)
 {
-    return submit(new MoveCommand(*m_scene, node, offset));
+    return transform(node, "Move", osg::Matrixd::translate(offset));
+}
+
+bool ModelDocument::transform(osg::Node& node, const char* name, const osg::Matrixd& matrix)
+{
+    return submit(new TransformCommand(name, *m_scene, node, matrix));
+}
+
+bool ModelDocument::rename(osg::Node& node, const std::string& name)
+{
+    return submit(new RenameCommand(*m_scene, node, name));
 }
 
 bool ModelDocument::setColor(osg::Node& node, const osg::Vec4& color)
@@ -139,30 +152,55 @@ void ModelDocument::wait(ReadJob& job) const
     }
 }
 
-bool ModelDocument::doOpenDocument(const vfBase::VfString& path, const vfBase::Options& options)
+ReadOutcome ModelDocument::read(ReadKind readKind, const vfBase::VfString& path) const
 {
-    Document::doOpenDocument(path, options);
-    ReadJob job(kind(), path);
+    ReadJob job(readKind, path);
     wait(job);
-    const ReadOutcome outcome = job.take();
-    if (outcome.isCancelled)
-        return false;
-    FailureListener* listener = this->listener();
-    if (!outcome.scene) {
-        if (listener)
-            listener->onFailure(path, outcome.reason);
-        return false;
-    }
-    if (listener) {
+    ReadOutcome outcome = job.take();
+    FailureListener* told = listener();
+    if (told && !outcome.scene && !outcome.isCancelled)
+        told->onFailure(path, outcome.reason);
+    if (told && outcome.scene) {
         for (const std::string& warning : outcome.warnings)
-            listener->onWarning(path, warning);
+            told->onWarning(path, warning);
         for (const std::string& detail : outcome.details)
-            listener->onDetail(path, detail);
+            told->onDetail(path, detail);
     }
     for (const auto& [points, outline] : outcome.outlines)
         rememberOutline(*points, outline);
-    m_scene->setModel(outcome.scene);
-    return true;
+    return outcome;
+}
+
+bool ModelDocument::doOpenDocument(const vfBase::VfString& path, const vfBase::Options& options)
+{
+    Document::doOpenDocument(path, options);
+    const ReadOutcome outcome = read(kind(), path);
+    if (outcome.scene)
+        m_scene->setModel(outcome.scene);
+    return outcome.scene.valid();
+}
+
+std::vector<osg::ref_ptr<osg::Node>>
+ModelDocument::readModels(const std::vector<vfBase::VfString>& paths) const
+{
+    std::vector<osg::ref_ptr<osg::Node>> models;
+    for (const vfBase::VfString& path : paths) {
+        const std::string reason = path.empty() ? "this is no file name" : FileGate::whyUnreadable(path);
+        if (!reason.empty() || !(FileGate::isModel(path) || FileGate::isImage(path))) {
+            if (FailureListener* told = listener())
+                told->onFailure(path, reason.empty() ? "not a format that can be read" : reason);
+            continue;
+        }
+        const ReadOutcome outcome = read(FileGate::isModel(path) ? ReadKind::Model : ReadKind::Image, path);
+        if (outcome.isCancelled)
+            return {};
+        if (!outcome.scene)
+            continue;
+        if (outcome.scene->getName().empty())
+            outcome.scene->setName(osgDB::getSimpleFileName(path));
+        models.push_back(outcome.scene);
+    }
+    return models;
 }
 
 vfBase::WriteResult ModelDocument::doSaveDocument(const vfBase::VfString& path,

@@ -6,8 +6,12 @@
 
 #include <velaforge/documents/Document.h>
 
+#include <osg/Matrixd>
 #include <osg/Vec3d>
 #include <osg/Vec4>
+
+#include <string>
+#include <vector>
 
 namespace vfApplication {
 class CommandPrivate;
@@ -16,6 +20,7 @@ class CommandPrivate;
 namespace vfViewer {
 
 class ReadJob;
+struct ReadOutcome;
 
 /// Who wants to know why a file could not be opened or saved: the document manager, if it is one.
 class FailureListener
@@ -62,11 +67,21 @@ public:
     bool show(osg::Node& node);
     bool remove(osg::Node& node);
 
+    bool rename(osg::Node& node, const std::string& name);
+
     /// @param offset  in the coordinates of the node's parent
     bool move(osg::Node& node, const osg::Vec3d& offset);
 
+    /// @param name    what the history calls it
+    /// @param matrix  in the coordinates of the node's parent
+    bool transform(osg::Node& node, const char* name, const osg::Matrixd& matrix);
+
     /// @param color  red, green, blue and alpha from 0 to 1, for everything below the node
     bool setColor(osg::Node& node, const osg::Vec4& color);
+
+    /// Reads further files; those that cannot be read are told. Nothing of the document is changed.
+    /// @return the models, in the order of the files
+    std::vector<osg::ref_ptr<osg::Node>> readModels(const std::vector<vfBase::VfString>& paths) const;
 
     /// @return what commands work on: the part that is selected, the whole model while none is; null without a model
     osg::Node* target() const;
@@ -98,6 +113,7 @@ private:
 
     FailureListener* listener() const;
     void wait(ReadJob& job) const;
+    ReadOutcome read(ReadKind readKind, const vfBase::VfString& path) const;
     bool submit(vfApplication::CommandPrivate* body);
 
     osg::ref_ptr<ModelScene> m_scene;

@@ -2,6 +2,7 @@
 #include "model/ModelScene.h"
 
 #include "model/ModelDocument.h"
+#include "model/SceneCommands.h"
 
 #include <osg/Drawable>
 #include <osg/Geode>
@@ -9,6 +10,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <set>
 #include <utility>
 
 namespace vfViewer {
@@ -92,6 +94,64 @@ Nodes ModelScene::hiddenNodes() const
     Collector collector([](osg::Node& node) { return node.getNodeMask() == 0; });
     m_root->accept(collector);
     return collector.nodes;
+}
+
+Nodes ModelScene::othersThan(osg::Node& node) const
+{
+    std::set<const osg::Node*> wanted = {&node};
+    for (const osg::NodePath& path : node.getParentalNodePaths(m_root))
+        wanted.insert(path.begin(), path.end());
+    Nodes others;
+    const std::function<void(osg::Group&)> look = [&](osg::Group& group) {
+        for (unsigned int i = 0; i < group.getNumChildren(); ++i) {
+            osg::Node* child = group.getChild(i);
+            if (child == &node)
+                continue;
+            if (wanted.count(child))
+                look(*child->asGroup());
+            else if (child->getNodeMask() != 0 &&
+                     std::find(others.begin(), others.end(), child) == others.end())
+                others.emplace_back(child);
+        }
+    };
+    look(*m_root);
+    return others;
+}
+
+void ModelScene::setHistoryLimit(std::size_t limit)
+{
+    m_historyLimit = limit;
+    boundHistory();
+}
+
+std::size_t ModelScene::getHistoryMemory() const
+{
+    std::size_t memory = 0;
+    for (const SceneCommand* command : m_commands)
+        memory += command->getMemory();
+    return memory;
+}
+
+void ModelScene::noteCommand(SceneCommand& command)
+{
+    m_commands.remove(&command);
+    m_commands.push_back(&command);
+    boundHistory();
+}
+
+void ModelScene::forgetCommand(const SceneCommand& command)
+{
+    m_commands.remove(const_cast<SceneCommand*>(&command));
+}
+
+void ModelScene::boundHistory()
+{
+    for (std::size_t memory = getHistoryMemory(); memory > m_historyLimit && m_commands.size() > 1;
+         memory = getHistoryMemory())
+    {
+        m_commands.front()->forget();
+        m_commands.pop_front();
+    }
 }
 
 void ModelScene::changed()

@@ -5,11 +5,14 @@
 #include <osg/Referenced>
 #include <osg/ref_ptr>
 
+#include <cstddef>
+#include <list>
 #include <vector>
 
 namespace vfViewer {
 
 class ModelDocument;
+class SceneCommand;
 
 /// The scene of a document, shared with the commands in its history: a command may outlive the document.
 class ModelScene : public osg::Referenced
@@ -38,6 +41,25 @@ public:
     /// @return the nodes that are hidden themselves
     std::vector<osg::ref_ptr<osg::Node>> hiddenNodes() const;
 
+    /// @return what is to be hidden so that nothing but @p node is seen
+    std::vector<osg::ref_ptr<osg::Node>> othersThan(osg::Node& node) const;
+
+    /// Bounds what the commands of the history hold, in bytes. The oldest forget first; the last one never does.
+    void setHistoryLimit(std::size_t limit);
+    std::size_t getHistoryLimit() const { return m_historyLimit; }
+
+    /// @return the bytes that they hold
+    std::size_t getHistoryMemory() const;
+
+    /// @return how many commands can be undone or done again
+    std::size_t getHistoryLength() const { return m_commands.size(); }
+
+    /// A command was done, for the first time or again.
+    void noteCommand(SceneCommand& command);
+
+    /// A command goes.
+    void forgetCommand(const SceneCommand& command);
+
     /// Has the document count as modified and its views drawn anew.
     void changed();
 
@@ -51,8 +73,12 @@ private:
     /// @return whether @p group is the root or hangs below it
     bool holds(const osg::Group& group) const;
 
+    void boundHistory();
+
     osg::ref_ptr<osg::Group> m_root;
     ModelDocument* m_document;
+    std::list<SceneCommand*> m_commands; ///< in the order in which they were done
+    std::size_t m_historyLimit = std::size_t(512) * 1024 * 1024;
 };
 
 } // namespace vfViewer

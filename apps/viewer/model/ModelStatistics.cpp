@@ -3,10 +3,14 @@
 
 #include <osg/ComputeBoundsVisitor>
 #include <osg/Geometry>
+#include <osg/Image>
 #include <osg/NodeVisitor>
+#include <osg/StateSet>
+#include <osg/Texture>
 #include <osg/TriangleIndexFunctor>
 
 #include <locale>
+#include <set>
 #include <sstream>
 
 namespace vfViewer {
@@ -39,12 +43,101 @@ public:
     ModelStatistics counted;
 };
 
+/// Goes over what nodes hold, each once.
+class Measure : public osg::NodeVisitor
+{
+public:
+    explicit Measure(TraversalMode mode) : NodeVisitor(mode)
+    {
+        if (mode == TRAVERSE_ALL_CHILDREN)
+            setNodeMaskOverride(~0u);
+    }
+
+    void apply(osg::Node& node) override
+    {
+        if (const osg::StateSet* state = node.getStateSet())
+            add(*state);
+        traverse(node);
+    }
+
+    void apply(osg::Drawable& drawable) override
+    {
+        if (const osg::StateSet* state = drawable.getStateSet())
+            add(*state);
+    }
+
+    void apply(osg::Geometry& geometry) override
+    {
+        apply(static_cast<osg::Drawable&>(geometry));
+        osg::Geometry::ArrayList arrays;
+        geometry.getArrayList(arrays);
+        for (const osg::ref_ptr<osg::Array>& array : arrays)
+            memory += isNew(array) ? array->getTotalDataSize() : 0;
+        for (const osg::ref_ptr<osg::PrimitiveSet>& primitives : geometry.getPrimitiveSetList())
+            memory += isNew(primitives) ? primitives->getTotalDataSize() : 0;
+    }
+
+    std::set<const osg::StateAttribute*> materials;
+    std::set<const osg::StateAttribute*> textures;
+    std::size_t memory = 0;
+
+private:
+    bool isNew(const osg::Object* object) { return object && m_seen.insert(object).second; }
+
+    void add(const osg::StateSet& state)
+    {
+        if (const osg::StateAttribute* material = state.getAttribute(osg::StateAttribute::MATERIAL))
+            materials.insert(material);
+        for (unsigned int unit = 0; unit < state.getNumTextureAttributeLists(); ++unit) {
+            const auto* texture = dynamic_cast<const osg::Texture*>(
+                state.getTextureAttribute(unit, osg::StateAttribute::TEXTURE));
+            if (!texture)
+                continue;
+            textures.insert(texture);
+            for (unsigned int i = 0; i < texture->getNumImages(); ++i) {
+                const osg::Image* image = texture->getImage(i);
+                memory += isNew(image) ? image->getTotalSizeInBytesIncludingMipmaps() : 0;
+            }
+        }
+    }
+
+    std::set<const osg::Object*> m_seen;
+};
+
 } // namespace
+
+std::size_t measureMemory(osg::Node& node)
+{
+    Measure measure(osg::NodeVisitor::TRAVERSE_ALL_CHILDREN);
+    node.accept(measure);
+    return measure.memory;
+}
+
+std::string describeMemory(unsigned long long bytes)
+{
+    std::ostringstream text;
+    text.imbue(std::locale::classic());
+    text.precision(3);
+    const char* const units[] = {"bytes", "kB", "MB", "GB", "TB"};
+    auto value = static_cast<double>(bytes);
+    std::size_t unit = 0;
+    while (value >= 999.5 && unit < 4) {
+        value /= 1000;
+        ++unit;
+    }
+    text << value << ' ' << units[unit];
+    return text.str();
+}
 
 ModelStatistics countModel(osg::Node& model)
 {
     Count count;
     model.accept(count);
+    Measure measure(osg::NodeVisitor::TRAVERSE_ACTIVE_CHILDREN);
+    model.accept(measure);
+    count.counted.materials = measure.materials.size();
+    count.counted.textures = measure.textures.size();
+    count.counted.memory = measure.memory;
     osg::ComputeBoundsVisitor bounds;
     model.accept(bounds);
     count.counted.bounds = bounds.getBoundingBox();
@@ -56,7 +149,10 @@ std::string describe(const ModelStatistics& statistics)
     std::ostringstream text;
     text.imbue(std::locale::classic());
     text << statistics.triangles << " triangles and " << statistics.vertices << " vertices in "
-         << statistics.drawables << (statistics.drawables == 1 ? " drawable" : " drawables");
+         << statistics.drawables << (statistics.drawables == 1 ? " drawable" : " drawables") << ", "
+         << statistics.materials << (statistics.materials == 1 ? " material" : " materials") << ", "
+         << statistics.textures << (statistics.textures == 1 ? " texture" : " textures") << ", "
+         << describeMemory(statistics.memory);
     const osg::BoundingBox& box = statistics.bounds;
     if (box.valid())
         text << "; " << box.xMax() - box.xMin() << " wide, " << box.yMax() - box.yMin() << " deep, "

@@ -4,9 +4,11 @@
 
 #include "model/ModelDocument.h"
 #include "model/ModelView.h"
+#include "reading/FileGate.h"
 
 #include <velaforge/application/Application.h>
 #include <velaforge/base/ClassInfo.h>
+#include <velaforge/base/StringList.h>
 #include <velaforge/commands/CommandProcessor.h>
 #include <velaforge/documents/DocManager.h>
 #include <velaforge/documents/View.h>
@@ -44,6 +46,11 @@ bool DirectCommand::Do(const VfVariant& argument)
 {
     ModelDocument* document = activeModel();
     return document && carryOut(*document, argument);
+}
+
+bool NamedEdit::canUndo() const
+{
+    return std::all_of(m_edits.begin(), m_edits.end(), [](const auto& edit) { return edit->canUndo(); });
 }
 
 bool NamedEdit::Do(const VfVariant& argument)
@@ -243,6 +250,25 @@ struct ShowAll : NamedEdit
     }
 };
 
+struct Isolate : NamedEdit
+{
+    Isolate() { setName("Isolate"); }
+    Edits makeEdits(const ModelDocument& document, const VfVariant&) override
+    {
+        osg::Node* part = document.getSelection();
+        if (!part) {
+            failed(document, "no part is selected");
+            return {};
+        }
+        Edits edits;
+        for (const osg::ref_ptr<osg::Node>& other : document.getModelScene().othersThan(*part))
+            edits.emplace_back(new ShowCommand(document.getModelScene(), *other, false));
+        if (edits.empty())
+            failed(document, "there is nothing else to be seen");
+        return edits;
+    }
+};
+
 struct Remove : TargetEdit
 {
     Remove() { setName("Remove"); }
@@ -264,9 +290,168 @@ struct Move : TargetEdit
     {
         const std::vector<double> offset = readNumbers(argument.toString().str());
         if (offset.size() == 3)
-            return new MoveCommand(document.getModelScene(), node, {offset[0], offset[1], offset[2]});
+            return new TransformCommand("Move", document.getModelScene(), node,
+                                        osg::Matrixd::translate(offset[0], offset[1], offset[2]));
         failed(document, "to move it, an offset is needed: vfViewer::Move=<x>,<y>,<z>");
         return nullptr;
+    }
+};
+
+struct Rotate : TargetEdit
+{
+    Rotate()
+    {
+        setName("Rotate");
+        getProperties()["prompt"] = VfVariant("About which axis (x, y and z), and by how many degrees:");
+        getProperties()["promptValue"] = VfVariant("0,0,1,90");
+    }
+    SceneCommand* makeEdit(const ModelDocument& document, osg::Node& node, const VfVariant& argument) override
+    {
+        const std::vector<double> turn = readNumbers(argument.toString().str());
+        const osg::Vec3d axis = turn.size() == 4 ? osg::Vec3d(turn[0], turn[1], turn[2]) : osg::Vec3d();
+        if (axis.length2() > 0 && std::isfinite(axis.length2())) {
+            const osg::Matrixd matrix = osg::Matrixd::rotate(osg::DegreesToRadians(turn[3]), axis);
+            return new TransformCommand("Rotate", document.getModelScene(), node,
+                                        TransformCommand::aboutMiddle(node, matrix));
+        }
+        failed(document,
+               "to turn it, an axis and an angle are needed: vfViewer::Rotate=<x>,<y>,<z>,<degrees>");
+        return nullptr;
+    }
+};
+
+struct Scale : TargetEdit
+{
+    Scale()
+    {
+        setName("Scale");
+        getProperties()["prompt"] = VfVariant("By which factor, or which factors along x, y and z:");
+        getProperties()["promptValue"] = VfVariant("1");
+    }
+    SceneCommand* makeEdit(const ModelDocument& document, osg::Node& node, const VfVariant& argument) override
+    {
+        std::vector<double> factors = readNumbers(argument.toString().str());
+        if (factors.size() == 1)
+            factors.assign(3, factors[0]);
+        const bool isScale =
+            factors.size() == 3 && std::all_of(factors.begin(), factors.end(), [](double factor) {
+                return std::fabs(factor) >= 1e-9 && std::fabs(factor) <= 1e9;
+            });
+        if (isScale) {
+            const osg::Matrixd matrix = osg::Matrixd::scale(factors[0], factors[1], factors[2]);
+            return new TransformCommand("Scale", document.getModelScene(), node,
+                                        TransformCommand::aboutMiddle(node, matrix));
+        }
+        failed(document, "to scale it, a factor is needed that is not 0: vfViewer::Scale=<factor>, or "
+                         "vfViewer::Scale=<x>,<y>,<z>");
+        return nullptr;
+    }
+};
+
+struct Rename : TargetEdit
+{
+    Rename()
+    {
+        setName("Rename");
+        getProperties()["prompt"] = VfVariant("Name:");
+        const ModelDocument* document = activeModel();
+        const osg::Node* node = document ? document->target() : nullptr;
+        getProperties()["promptValue"] = VfVariant(node ? node->getName() : std::string());
+    }
+    SceneCommand* makeEdit(const ModelDocument& document, osg::Node& node, const VfVariant& argument) override
+    {
+        const std::string name = argument.toString().str();
+        if (!name.empty())
+            return new RenameCommand(document.getModelScene(), node, name);
+        failed(document, "to rename it, a name is needed: vfViewer::Rename=<name>");
+        return nullptr;
+    }
+};
+
+struct FlipNormals : TargetEdit
+{
+    FlipNormals() { setName("Flip normals"); }
+    SceneCommand* makeEdit(const ModelDocument& document, osg::Node& node, const VfVariant&) override
+    {
+        return new FlipNormalsCommand(document.getModelScene(), node);
+    }
+};
+
+struct RecomputeNormals : TargetEdit
+{
+    RecomputeNormals()
+    {
+        setName("Recompute normals");
+        getProperties()["prompt"] = VfVariant("Edges where surfaces meet at more than how many degrees:");
+        getProperties()["promptValue"] = VfVariant("30");
+    }
+    SceneCommand* makeEdit(const ModelDocument& document, osg::Node& node, const VfVariant& argument) override
+    {
+        const std::string text = argument.toString().str();
+        const std::vector<double> angle = text.empty() ? std::vector<double>{30} : readNumbers(text);
+        if (angle.size() == 1 && angle[0] >= 0 && angle[0] <= 180)
+            return new RecomputeNormalsCommand(document.getModelScene(), node,
+                                               osg::DegreesToRadians(angle[0]));
+        failed(document,
+               "the angle of an edge lies between 0 and 180 degrees: vfViewer::RecomputeNormals[=<degrees>]");
+        return nullptr;
+    }
+};
+
+struct AddFile : NamedEdit
+{
+    AddFile()
+    {
+        setName("Add file");
+        getProperties()["enabled"] = VfVariant(activeModel() != nullptr);
+        getProperties()["prompt"] = VfVariant("Add files");
+        getProperties()["promptKind"] = VfVariant("files");
+        getProperties()["promptFilter"] = VfVariant(FileGate::filter(FileGate::modelFormats()) + "," +
+                                                    FileGate::filter(FileGate::imageFormats()));
+    }
+    Edits makeEdits(const ModelDocument& document, const VfVariant& argument) override
+    {
+        std::vector<VfString> paths;
+        const vfBase::StringList several = argument.toStringList();
+        for (unsigned int i = 0; i < several.size(); ++i)
+            paths.push_back(several.get(i));
+        if (paths.empty() && !argument.toString().empty())
+            paths.push_back(argument.toString());
+        if (paths.empty()) {
+            failed(document, "to add a file, its name is needed: vfViewer::AddFile=<file>");
+            return {};
+        }
+        const auto models = document.readModels(paths);
+        if (models.empty())
+            return {};
+        return {new AddCommand("Add file", document.getModelScene(), models)};
+    }
+};
+
+/// Copies what the other models show, apart from what is large, which is shared.
+struct MergeOpen : NamedEdit
+{
+    MergeOpen() { setName("Merge"); }
+    Edits makeEdits(const ModelDocument& document, const VfVariant&) override
+    {
+        std::vector<osg::ref_ptr<osg::Node>> models;
+        for (vfApplication::Document* other : document.getDocumentManager()->getDocumentList()) {
+            const auto* model = dynamic_cast<ModelDocument*>(other);
+            if (!model || model == &document)
+                continue;
+            for (unsigned int i = 0; i < model->scene().getNumChildren(); ++i) {
+                const osg::CopyOp copy(osg::CopyOp::DEEP_COPY_NODES | osg::CopyOp::DEEP_COPY_DRAWABLES |
+                                       osg::CopyOp::DEEP_COPY_STATESETS);
+                models.emplace_back(osg::clone(model->scene().getChild(i), copy));
+                if (models.back()->getName().empty())
+                    models.back()->setName(model->getTitle().str());
+            }
+        }
+        if (models.empty()) {
+            failed(document, "no other model is open");
+            return {};
+        }
+        return {new AddCommand("Merge", document.getModelScene(), models)};
     }
 };
 
@@ -310,6 +495,14 @@ const CommandRecord<Show> show("Show", "vfViewer::Show");
 const CommandRecord<ShowAll> showAll("ShowAll", "vfViewer::ShowAll");
 const CommandRecord<Remove> removeRecord("Remove", "vfViewer::Remove");
 const CommandRecord<Move> moveRecord("Move", "vfViewer::Move");
+const CommandRecord<Isolate> isolate("Isolate", "vfViewer::Isolate");
+const CommandRecord<Rotate> rotateRecord("Rotate", "vfViewer::Rotate");
+const CommandRecord<Scale> scaleRecord("Scale", "vfViewer::Scale");
+const CommandRecord<Rename> renameRecord("Rename", "vfViewer::Rename");
+const CommandRecord<FlipNormals> flipNormals("FlipNormals", "vfViewer::FlipNormals");
+const CommandRecord<RecomputeNormals> recomputeNormals("RecomputeNormals", "vfViewer::RecomputeNormals");
+const CommandRecord<AddFile> addFile("AddFile", "vfViewer::AddFile");
+const CommandRecord<MergeOpen> mergeOpen("MergeOpen", "vfViewer::MergeOpen");
 const CommandRecord<SetColor> setColor("SetColor", "vfViewer::SetColor");
 
 } // namespace

@@ -43,7 +43,8 @@ public:
     using CommandPrivate::Do;
     using CommandPrivate::undo;
 
-    bool canUndo() const override { return true; }
+    /// @return false when the history had to forget it
+    bool canUndo() const override;
 
     /// Decides at the first time what is changed; later times change the same.
     bool Do(const vfBase::VfVariant& argument) override;

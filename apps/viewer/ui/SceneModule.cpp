@@ -49,9 +49,19 @@ void SceneUiSetup::setupMenus(CommandItem* root)
     addItem(scene, "vfViewer::Hide", "&Hide", "H", "hide");
     addItem(scene, "vfViewer::Show", "&Show", "Shift+H", "show");
     addItem(scene, "vfViewer::ShowAll", "Show &all", "Alt+H", "show-all");
+    addItem(scene, "vfViewer::Isolate", "&Isolate", "I", nullptr);
     scene << "";
+    addItem(scene, "vfViewer::Rename", "R&ename…", "F2", nullptr);
     addItem(scene, "vfViewer::Move", "&Move…", nullptr, "move");
+    addItem(scene, "vfViewer::Rotate", "&Turn…", nullptr, nullptr);
+    addItem(scene, "vfViewer::Scale", "Sca&le…", nullptr, nullptr);
     addItem(scene, "vfViewer::SetColor", "&Colour…", nullptr, "color");
+    addItem(scene, "vfViewer::FlipNormals", "&Flip normals", nullptr, nullptr);
+    addItem(scene, "vfViewer::RecomputeNormals", "Recomp&ute normals…", nullptr, nullptr);
+    scene << "";
+    addItem(scene, "vfViewer::AddFile", "A&dd files…", "Ctrl+Shift+O", nullptr);
+    addItem(scene, "vfViewer::MergeOpen", "Mer&ge open models", nullptr, nullptr);
+    scene << "";
     addItem(scene, "vfViewer::Remove", "&Remove", "Del", "remove");
 }
 

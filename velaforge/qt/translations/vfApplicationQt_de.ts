@@ -168,6 +168,17 @@
     </message>
 </context>
 <context>
+    <name>Prompts</name>
+    <message>
+        <source>All files (*)</source>
+        <translation type="unfinished">Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>Suitable files</source>
+        <translation>Passende Dateien</translation>
+    </message>
+</context>
+<context>
     <name>vfApplication::ActionTable</name>
     <message>
         <source>This command is not available</source>

@@ -294,5 +294,89 @@
         <source>Across &amp;z</source>
         <translation>Quer zu &amp;z</translation>
     </message>
+    <message>
+        <source>&amp;Isolate</source>
+        <translation>&amp;Freistellen</translation>
+    </message>
+    <message>
+        <source>R&amp;ename…</source>
+        <translation>&amp;Umbenennen …</translation>
+    </message>
+    <message>
+        <source>&amp;Turn…</source>
+        <translation>&amp;Drehen …</translation>
+    </message>
+    <message>
+        <source>Sca&amp;le…</source>
+        <translation>Ska&amp;lieren …</translation>
+    </message>
+    <message>
+        <source>&amp;Flip normals</source>
+        <translation>Normalen &amp;umkehren</translation>
+    </message>
+    <message>
+        <source>Recomp&amp;ute normals…</source>
+        <translation>Normalen neu &amp;berechnen …</translation>
+    </message>
+    <message>
+        <source>A&amp;dd files…</source>
+        <translation>Dateien &amp;hinzufügen …</translation>
+    </message>
+    <message>
+        <source>Mer&amp;ge open models</source>
+        <translation>Offene Modelle zusammen&amp;führen</translation>
+    </message>
+    <message>
+        <source>About which axis (x, y and z), and by how many degrees:</source>
+        <translation>Um welche Achse (x, y und z), und um wie viel Grad:</translation>
+    </message>
+    <message>
+        <source>By which factor, or which factors along x, y and z:</source>
+        <translation>Um welchen Faktor, oder um welche Faktoren längs x, y und z:</translation>
+    </message>
+    <message>
+        <source>Name:</source>
+        <translation>Name:</translation>
+    </message>
+    <message>
+        <source>Edges where surfaces meet at more than how many degrees:</source>
+        <translation>Kanten, wo Flächen sich unter mehr als wie viel Grad treffen:</translation>
+    </message>
+    <message>
+        <source>Add files</source>
+        <translation>Dateien hinzufügen</translation>
+    </message>
+    <message>
+        <source>Add file</source>
+        <translation>Datei hinzufügen</translation>
+    </message>
+    <message>
+        <source>Isolate</source>
+        <translation>Freistellen</translation>
+    </message>
+    <message>
+        <source>Rename</source>
+        <translation>Umbenennen</translation>
+    </message>
+    <message>
+        <source>Rotate</source>
+        <translation>Drehen</translation>
+    </message>
+    <message>
+        <source>Scale</source>
+        <translation>Skalieren</translation>
+    </message>
+    <message>
+        <source>Flip normals</source>
+        <translation>Normalen umkehren</translation>
+    </message>
+    <message>
+        <source>Recompute normals</source>
+        <translation>Normalen neu berechnen</translation>
+    </message>
+    <message>
+        <source>Merge</source>
+        <translation>Zusammenführen</translation>
+    </message>
 </context>
 </TS>
