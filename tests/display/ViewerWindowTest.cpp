@@ -37,6 +37,7 @@
 #include <csignal>
 #include <filesystem>
 #include <fstream>
+#include <map>
 
 #include <malloc.h>
 #include <spawn.h>
@@ -390,10 +391,17 @@ TEST_F(ViewerWindow, EveryCommandIsRunOnceAndTakenBackOrSaysThatItCannotBe)
             bool isRunning = true;
             viewer.program().start([&] {
                 canUndo = vfApplication::Command::getCommandByName(name.str()).canUndo();
-                const char* argument = name == "vfViewer::SetColor" ? "1,0,0"
-                                       : name == "vfViewer::Move"   ? "1,2,3"
-                                                                    : nullptr;
-                program.invoke(name.c_str(), argument);
+                const std::map<std::string, std::string> arguments = {
+                    {"vfViewer::SetColor", "1,0,0"}, {"vfViewer::Move", "1,2,3"},
+                    {"vfViewer::Rotate", "0,0,1,9"}, {"vfViewer::Scale", "2"},
+                    {"vfViewer::Rename", "other"},   {"vfViewer::RecomputeNormals", "30"},
+                    {"vfViewer::AddFile", sailboat}};
+                const auto argument = arguments.find(name.str());
+                // What would have nothing to do gets it.
+                if (name == "vfViewer::Isolate")
+                    viewer.model()->setSelection(viewer.part("hull"));
+                program.invoke(name.c_str(),
+                               argument == arguments.end() ? nullptr : argument->second.c_str());
                 isRunning = false;
             });
             // Questions and menus are given up.
@@ -406,7 +414,7 @@ TEST_F(ViewerWindow, EveryCommandIsRunOnceAndTakenBackOrSaysThatItCannotBe)
             };
             ASSERT_TRUE(viewer.waitFor(isOver)) << name;
             ASSERT_TRUE(viewer.ui([&] { return viewer.model() != nullptr; })) << name;
-            if (canUndo) {
+            if (canUndo && name != "vfViewer::MergeOpen") { // one model is open
                 ++undone;
                 EXPECT_TRUE(viewer.ui([&] { return viewer.model()->getCommandProcessor()->undo(); })) << name;
             }
@@ -419,7 +427,7 @@ TEST_F(ViewerWindow, EveryCommandIsRunOnceAndTakenBackOrSaysThatItCannotBe)
             else
                 viewer.ui([&] { viewer.model()->hide(*viewer.part("flag")); });
         }
-        EXPECT_EQ(6, undone);
+        EXPECT_EQ(13, undone);
         viewer.ui([&] { program.window().showNormal(); });
     });
 }

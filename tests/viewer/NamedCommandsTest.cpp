@@ -66,11 +66,21 @@ struct TurningView : vfApplication::View, vfViewer::ModelView
         std::fill_n(image->data(), 4, static_cast<unsigned char>(100));
         return image;
     }
+    bool setTool(vfViewer::Tool tool) override
+    {
+        s_tool = tool;
+        return s_hasHand;
+    }
+    vfViewer::Tool getTool() const override { return s_tool; }
+    static vfViewer::Tool s_tool;
+    static bool s_hasHand;
     static vfViewer::LookAt s_camera;
     static vfViewer::ViewStyle s_style;
     static vfApplication::SnapshotFormat s_format;
 };
 int TurningView::s_view = -1;
+vfViewer::Tool TurningView::s_tool = vfViewer::Tool::Select;
+bool TurningView::s_hasHand = false;
 vfViewer::LookAt TurningView::s_camera;
 vfViewer::ViewStyle TurningView::s_style;
 vfApplication::SnapshotFormat TurningView::s_format;
@@ -694,7 +704,7 @@ TEST(History, ForgetsTheOldestWhenItHoldsMoreThanItMay)
     const Workshop shop;
     vfViewer::ModelScene& scene = shop.document->getModelScene();
     EXPECT_EQ(0u, scene.getHistoryMemory());
-    EXPECT_EQ(std::size_t(512) * 1024 * 1024, scene.getHistoryLimit());
+    EXPECT_EQ(std::size_t(512) * 1000 * 1000, scene.getHistoryLimit());
     shop.invoke("vfViewer::SelectNext");
     const std::size_t size = vfViewer::measureMemory(*shop.document->getSelection());
     ASSERT_LT(200u, size);
@@ -738,4 +748,128 @@ TEST(History, HoldsWhatWasRemovedUntilItIsForgotten)
     shop.history().initialize();
     EXPECT_EQ(0u, scene.getHistoryLength());
     EXPECT_EQ(0u, scene.getHistoryMemory());
+}
+
+namespace {
+
+/// @return what a command writes to standard output
+std::string printed(const char* name, const VfVariant& argument = VfVariant())
+{
+    testing::internal::CaptureStdout();
+    EXPECT_EQ("", Workshop::invoke(name, argument));
+    return testing::internal::GetCapturedStdout();
+}
+
+} // namespace
+
+TEST(NamedCommands, PropertiesAreThoseOfTheTarget)
+{
+    const Workshop shop;
+    EXPECT_THAT(printed("vfViewer::PrintProperties"), HasSubstr("Shown: yes\n"));
+    shop.invoke("vfViewer::SelectNext");
+    osg::Node& part = *shop.document->getSelection();
+    shop.invoke("vfViewer::Rename", "arm");
+    const std::string told = printed("vfViewer::PrintProperties");
+    const std::string triangles = std::to_string(vfViewer::countModel(part).triangles);
+    for (const std::string& line : {std::string("Name: arm"), std::string("Kind: ") + part.className(),
+                                    "Triangles: " + triangles, std::string("Material: ")})
+        EXPECT_THAT(told, HasSubstr(line));
+    shop.invoke("vfViewer::SetColor", "0.25,0.5,0.75");
+    EXPECT_THAT(printed("vfViewer::PrintProperties"), HasSubstr("Material: 0.25, 0.5, 0.75\n"));
+    shop.invoke("vfViewer::Move", "100,0,0");
+    EXPECT_THAT(printed("vfViewer::PrintProperties"), HasSubstr("Middle: "));
+    const osg::Vec3 middle = placeOf(shop, part).center();
+    EXPECT_LT(90, middle.x());
+    std::ostringstream x;
+    x << middle.x();
+    EXPECT_THAT(printed("vfViewer::PrintProperties"), HasSubstr("Middle: " + x.str()));
+    shop.invoke("vfViewer::Hide");
+    EXPECT_THAT(printed("vfViewer::PrintProperties"), HasSubstr("Shown: no\n"));
+    shop.invoke("vfViewer::SelectNothing");
+    shop.invoke("vfViewer::Remove");
+    EXPECT_THAT(shop.invoke("vfViewer::PrintProperties"), HasSubstr("the model is empty"));
+}
+
+TEST(NamedCommands, TexturesAreAmongTheProperties)
+{
+    const Workshop shop(VELAFORGE_SOURCE_DIR "/models/sailboat.obj");
+    EXPECT_THAT(printed("vfViewer::PrintProperties"), HasSubstr("Texture: "));
+}
+
+TEST(NamedCommands, WhatWasMeasuredIsKeptWithTheModelAndIsNoChange)
+{
+    const Workshop shop;
+    EXPECT_EQ("", shop.invoke("vfViewer::MeasureDistance", "0,0,0,3,4,0"));
+    EXPECT_EQ("", shop.invoke("vfViewer::MeasureAngle", "1,0,0,0,0,0,0,1,0"));
+    EXPECT_EQ("", shop.invoke("vfViewer::MeasureRadius", "1,0,0,0,1,0,-1,0,0"));
+    EXPECT_EQ("distance 5\nangle 90°\nradius 1\n", printed("vfViewer::PrintMeasurements"));
+    EXPECT_EQ("", shop.invoke("vfViewer::Units", "mm,cm"));
+    EXPECT_EQ("distance 0.5 cm\nangle 90°\nradius 0.1 cm\n", printed("vfViewer::PrintMeasurements"));
+    EXPECT_EQ("", shop.invoke("vfViewer::Units", "in"));
+    EXPECT_EQ("distance 5 in\nangle 90°\nradius 1 in\n", printed("vfViewer::PrintMeasurements"));
+    EXPECT_EQ("in,none",
+              Command::getCommandByName("vfViewer::Units").getProperties()["promptValue"].toString().str());
+    EXPECT_FALSE(shop.document->isModified());
+    EXPECT_FALSE(shop.history().canUndo());
+    for (const char* wrong : {"", "1,2,3", "0,0,0,1,1", "a,b,c,d,e,f", "0,0,0,1,1,1,2,2,2"})
+        EXPECT_THAT(shop.invoke("vfViewer::MeasureDistance", wrong), HasSubstr("2 points are needed"))
+            << wrong;
+    EXPECT_THAT(shop.invoke("vfViewer::MeasureRadius", "0,0,0,1,1,1,2,2,2"), HasSubstr("no such thing"));
+    for (const char* wrong : {"", "furlong", "mm,furlong", "mm,cm,m"})
+        EXPECT_THAT(shop.invoke("vfViewer::Units", wrong), HasSubstr("there are the units")) << wrong;
+    EXPECT_EQ("", shop.invoke("vfViewer::ClearMeasurements"));
+    EXPECT_EQ("", printed("vfViewer::PrintMeasurements"));
+}
+
+TEST(NamedCommands, WhatTheMouseDoesIsChosenWhereThereIsOne)
+{
+    const Workshop shop;
+    using vfViewer::Tool;
+    TurningView::s_hasHand = true;
+    const std::pair<const char*, Tool> tools[] = {{"vfViewer::ToolMove", Tool::Move},
+                                                  {"vfViewer::ToolRotate", Tool::Rotate},
+                                                  {"vfViewer::ToolScale", Tool::Scale},
+                                                  {"vfViewer::MeasureDistance", Tool::MeasureDistance},
+                                                  {"vfViewer::MeasureAngle", Tool::MeasureAngle},
+                                                  {"vfViewer::MeasureRadius", Tool::MeasureRadius},
+                                                  {"vfViewer::ToolSelect", Tool::Select}};
+    for (const auto& [name, tool] : tools) {
+        EXPECT_EQ("", shop.invoke(name));
+        EXPECT_EQ(tool, TurningView::s_tool) << name;
+        if (std::string(name).find("Tool") != std::string::npos) {
+            EXPECT_TRUE(Command::getCommandByName(name).getProperties()["checked"].toBool()) << name;
+        }
+    }
+    shop.invoke("vfViewer::ToolMove");
+    shop.invoke("vfViewer::SelectNothing");
+    EXPECT_EQ(Tool::Select, TurningView::s_tool);
+    TurningView::s_hasHand = false;
+    EXPECT_THAT(shop.invoke("vfViewer::ToolMove"), HasSubstr("there is no mouse without a window"));
+}
+
+TEST(NamedCommands, TheHistoryTellsWhatItHolds)
+{
+    const Workshop shop;
+    EXPECT_EQ("0 steps hold 0 bytes of at most 512 MB\n", printed("vfViewer::PrintHistory"));
+    shop.invoke("vfViewer::FlipNormals");
+    EXPECT_THAT(printed("vfViewer::PrintHistory"), testing::StartsWith("1 step holds "));
+}
+
+TEST(NamedCommands, MessagesAreKeptToBeLookedAt)
+{
+    const Workshop shop;
+    shop.invoke("vfViewer::AddFile", "/none.stl");
+    EXPECT_THAT(printed("vfViewer::PrintMessages"), HasSubstr("/none.stl: No such file or directory\n"));
+    auto& log = dynamic_cast<vfViewer::FailureLog&>(shop.application->getDocManager());
+    for (std::size_t i = 0; i < vfViewer::FailureLog::messageLimit + 10; ++i) {
+        testing::internal::CaptureStderr();
+        log.onWarning("a", std::to_string(i));
+        testing::internal::GetCapturedStderr();
+    }
+    EXPECT_EQ(vfViewer::FailureLog::messageLimit, log.messages().size());
+    EXPECT_EQ("1009", log.messages().back().text);
+    EXPECT_EQ("10", log.messages().front().text);
+    EXPECT_THAT(printed("vfViewer::PrintMessages"), HasSubstr("a: warning: 1009\n"));
+    log.clearMessages();
+    EXPECT_EQ("", printed("vfViewer::PrintMessages"));
 }

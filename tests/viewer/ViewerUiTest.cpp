@@ -56,7 +56,7 @@ TEST(ViewerUi, ModulesPutTheirMenusInFrontOfTheHelpMenu)
     vfViewer::ViewerUiSetup().setupMenus(&root);
     EXPECT_THAT(childNames(root), ElementsAre("&File", "&Edit", "&View", "&Help"));
     vfViewer::SceneUiSetup().setupMenus(&root);
-    EXPECT_THAT(childNames(root), ElementsAre("&File", "&Edit", "&View", "&Scene", "&Help"));
+    EXPECT_THAT(childNames(root), ElementsAre("&File", "&Edit", "&View", "&Scene", "&Tools", "&Help"));
     EXPECT_THAT(childNames(vfViewer::findOrAddMenu(&root, "&Edit")),
                 ElementsAre("vfApplicationQt::ActionUndo", "vfApplicationQt::ActionRedo", "",
                             "vfApplicationQt::ActionShortcuts", "vfApplicationQt::ActionLanguage",

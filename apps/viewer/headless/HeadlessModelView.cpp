@@ -51,6 +51,7 @@ osg::ref_ptr<osg::Image> HeadlessModelView::takePicture(const vfApplication::Sna
 {
     ShownScene scene(model().getModelScene());
     scene.setStyle(m_style);
+    scene.setMeasurements(model().getMeasurements());
     const double aspect = static_cast<double>(format.width) / format.height;
     CameraPlacement camera = placement(aspect);
     if (format.turn)

@@ -250,18 +250,20 @@ osg::ref_ptr<osg::Node> makeAxes()
     return axes;
 }
 
-osg::ref_ptr<osg::Node> makePointMarks(const std::vector<osg::Vec3d>& points, bool isClosed,
-                                       const osg::Vec4& color)
+osg::ref_ptr<osg::Node> makeMarks(const std::vector<osg::Vec3d>& points, const std::vector<osg::Vec3d>& line,
+                                  const osg::Vec4& color)
 {
     // Large coordinates keep their precision in the matrix.
     const osg::Vec3d origin = points.empty() ? osg::Vec3d() : points.front();
     const osg::ref_ptr<osg::Vec3Array> places = new osg::Vec3Array;
-    for (const osg::Vec3d& point : points)
-        places->push_back(osg::Vec3(point - origin));
-    const int count = static_cast<int>(places->size());
+    for (const std::vector<osg::Vec3d>* part : {&points, &line}) {
+        for (const osg::Vec3d& point : *part)
+            places->push_back(osg::Vec3(point - origin));
+    }
+    const int count = static_cast<int>(points.size());
     const osg::ref_ptr<osg::Geometry> marks =
         makeGeometry(places, oneColor(color), new osg::DrawArrays(GL_POINTS, 0, count));
-    marks->addPrimitiveSet(new osg::DrawArrays(isClosed ? GL_LINE_LOOP : GL_LINE_STRIP, 0, count));
+    marks->addPrimitiveSet(new osg::DrawArrays(GL_LINE_STRIP, count, static_cast<int>(line.size())));
     osg::StateSet* state = marks->getOrCreateStateSet();
     state->setAttribute(new osg::LineWidth(2));
     state->setAttribute(new osg::Point(8));

@@ -25,8 +25,8 @@ double gridSpacing(const osg::BoundingBox& box);
 /// @return the directions of x, y and z, to be seen in the lower left corner of the picture
 osg::ref_ptr<osg::Node> makeAxes();
 
-/// @return points that lie in the scene, joined by lines, to be seen through everything
-osg::ref_ptr<osg::Node> makePointMarks(const std::vector<osg::Vec3d>& points, bool isClosed,
-                                       const osg::Vec4& color);
+/// @return points and a line, which lie in the scene, to be seen through everything
+osg::ref_ptr<osg::Node> makeMarks(const std::vector<osg::Vec3d>& points, const std::vector<osg::Vec3d>& line,
+                                  const osg::Vec4& color);
 
 } // namespace vfViewer

@@ -3,6 +3,7 @@
 
 #include "model/ModelWriter.h"
 #include "model/SceneCommands.h"
+#include "model/ViewerSettings.h"
 #include "reading/FileGate.h"
 #include "reading/ReadJob.h"
 
@@ -37,7 +38,12 @@ const vfBase::ClassInfo ImageDocument::s_classInfo("vfViewer", "ImageDocument", 
                                                    &ModelDocument::s_classInfo, nullptr,
                                                    sizeof(ImageDocument), createImageDocument);
 
-ModelDocument::ModelDocument() : m_scene(new ModelScene(*this)) {}
+ModelDocument::ModelDocument() : m_scene(new ModelScene(*this))
+{
+    constexpr std::size_t megabyte = 1000 * 1000;
+    m_scene->setHistoryLimit(megabyte *
+                             static_cast<std::size_t>(ViewerSettings::instance().getHistoryMegabytes()));
+}
 
 ModelDocument::~ModelDocument()
 {
@@ -57,6 +63,7 @@ const char* ModelDocument::classId()
 bool ModelDocument::deleteContents()
 {
     m_selection = nullptr;
+    m_measurements.clear();
     m_scene->setModel(nullptr);
     return true;
 }
@@ -121,6 +128,29 @@ osg::Node* ModelDocument::getSelection() const
 void ModelDocument::setSelection(osg::Node* node)
 {
     m_selection = node && m_scene->contains(*node) ? node : nullptr;
+}
+
+void ModelDocument::addMeasurement(const Measurement& measurement)
+{
+    m_measurements.push_back(measurement);
+    updateAllViews(nullptr);
+}
+
+void ModelDocument::clearMeasurements()
+{
+    m_measurements.clear();
+    updateAllViews(nullptr);
+}
+
+Units ModelDocument::getUnits() const
+{
+    return m_units.value_or(ViewerSettings::instance().getUnits());
+}
+
+void ModelDocument::setUnits(const Units& units)
+{
+    m_units = units;
+    updateAllViews(nullptr);
 }
 
 void ModelDocument::reportFailure(const vfBase::VfString& reason) const

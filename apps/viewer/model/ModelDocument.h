@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "model/Measurement.h"
 #include "model/ModelScene.h"
 #include "reading/ReaderHost.h"
 
@@ -10,6 +11,7 @@
 #include <osg/Vec3d>
 #include <osg/Vec4>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -92,6 +94,15 @@ public:
     /// Selects a node of the scene; null and a node that is not in it select nothing.
     void setSelection(osg::Node* node);
 
+    // What was measured is no change of the model: it is neither in the history nor saved.
+    const std::vector<Measurement>& getMeasurements() const { return m_measurements; }
+    void addMeasurement(const Measurement& measurement);
+    void clearMeasurements();
+
+    /// What the numbers of this model mean; as the options say unless set.
+    Units getUnits() const;
+    void setUnits(const Units& units);
+
     /// @return the scene as the commands in the history share it
     ModelScene& getModelScene() const { return *m_scene; }
 
@@ -118,6 +129,8 @@ private:
 
     osg::ref_ptr<ModelScene> m_scene;
     osg::ref_ptr<osg::Node> m_selection;
+    std::vector<Measurement> m_measurements;
+    std::optional<Units> m_units;
 };
 
 /// An image on an upright rectangle.

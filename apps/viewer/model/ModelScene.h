@@ -78,7 +78,7 @@ private:
     osg::ref_ptr<osg::Group> m_root;
     ModelDocument* m_document;
     std::list<SceneCommand*> m_commands; ///< in the order in which they were done
-    std::size_t m_historyLimit = std::size_t(512) * 1024 * 1024;
+    std::size_t m_historyLimit = std::size_t(512) * 1000 * 1000;
 };
 
 } // namespace vfViewer

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "model/ModelStatistics.h"
 
+#include "model/ModelScene.h"
+
 #include <osg/ComputeBoundsVisitor>
 #include <osg/Geometry>
 #include <osg/Image>
@@ -142,6 +144,14 @@ ModelStatistics countModel(osg::Node& model)
     model.accept(bounds);
     count.counted.bounds = bounds.getBoundingBox();
     return count.counted;
+}
+
+std::string describeHistory(const ModelScene& scene)
+{
+    const std::size_t steps = scene.getHistoryLength();
+    return std::to_string(steps) + (steps == 1 ? " step holds " : " steps hold ") +
+           describeMemory(scene.getHistoryMemory()) + " of at most " +
+           describeMemory(scene.getHistoryLimit());
 }
 
 std::string describe(const ModelStatistics& statistics)

@@ -12,6 +12,8 @@ class Node;
 
 namespace vfViewer {
 
+class ModelScene;
+
 /// What a model consists of, in numbers; what hangs in several places counts in each, and what is hidden does not.
 struct ModelStatistics
 {
@@ -31,6 +33,9 @@ std::size_t measureMemory(osg::Node& node);
 
 /// @return "12.3 MB"
 std::string describeMemory(unsigned long long bytes);
+
+/// @return "3 steps hold 1.2 MB of at most 512 MB"
+std::string describeHistory(const ModelScene& scene);
 
 /// @return "12 triangles and 8 vertices in 1 drawable, 1 material, 0 textures, 1.2 kB; 1 wide, 1 deep, 1 high"
 std::string describe(const ModelStatistics& statistics);

@@ -15,6 +15,18 @@ class VfString;
 
 namespace vfViewer {
 
+/// What a click or a drag on the model does.
+enum class Tool : int
+{
+    Select = 0,
+    Move = 1, ///< and the following two: the part that is selected
+    Rotate = 2,
+    Scale = 3,
+    MeasureDistance = 4, ///< and the following two: between the points that are clicked
+    MeasureAngle = 5,
+    MeasureRadius = 6
+};
+
 /// What a view of a model is, beside a View, whatever it is shown on.
 class ModelView
 {
@@ -32,6 +44,10 @@ public:
 
     virtual ViewStyle getStyle() const = 0;
     virtual void setStyle(const ViewStyle& style) = 0;
+
+    /// What the hand on the mouse does. @return false for a view without one
+    virtual bool setTool(Tool tool) = 0;
+    virtual Tool getTool() const = 0;
 
     /// @return the picture that it shows, drawn anew in that size, the bottom row first; null with the reason
     virtual osg::ref_ptr<osg::Image> takePicture(const vfApplication::SnapshotFormat& format,

@@ -194,6 +194,10 @@ struct SelectNothing : DirectCommand
     bool carryOut(ModelDocument& document, const VfVariant&) override
     {
         document.setSelection(nullptr);
+        // Whoever wants out of something wants out of this as well.
+        if (auto* view =
+                dynamic_cast<ModelView*>(Application::instance(false)->getDocManager().getCurrentView()))
+            view->setTool(Tool::Select);
         return true;
     }
 };

@@ -7,6 +7,7 @@
 #include <osg/ComputeBoundsVisitor>
 #include <osg/Material>
 #include <osg/NodeVisitor>
+#include <osg/Transform>
 #include <osg/TriangleIndexFunctor>
 
 #include <algorithm>
@@ -150,6 +151,21 @@ osg::Matrixd TransformCommand::aboutMiddle(osg::Node& node, const osg::Matrixd& 
     if (above && MadeHere::isMarked(*above))
         middle = middle * above->getMatrix();
     return osg::Matrixd::translate(-middle) * matrix * osg::Matrixd::translate(middle);
+}
+
+osg::Matrixd TransformCommand::inFrameOf(osg::Node& node, const ModelScene& scene,
+                                         const osg::Matrixd& inScene)
+{
+    const osg::NodePathList paths = node.getParentalNodePaths(&scene.root());
+    osg::NodePath above;
+    if (!paths.empty())
+        above.assign(paths[0].begin(), paths[0].end() - 1);
+    // A transform that stands for what was done to the node takes the change itself.
+    if (node.getNumParents() == 1 && !above.empty() && above.back()->asTransform() &&
+        MadeHere::isMarked(*above.back()))
+        above.pop_back();
+    const osg::Matrixd frame = osg::computeLocalToWorld(above);
+    return frame * inScene * osg::Matrixd::inverse(frame);
 }
 
 bool TransformCommand::apply()

@@ -120,6 +120,10 @@ class TransformCommand : public SceneCommand
 public:
     TransformCommand(const char* name, ModelScene& scene, osg::Node& node, const osg::Matrixd& matrix);
 
+    /// @param inScene  in the coordinates of the scene
+    /// @return the same in those of what the node hangs in
+    static osg::Matrixd inFrameOf(osg::Node& node, const ModelScene& scene, const osg::Matrixd& inScene);
+
     /// @return what turns and scales about the middle of the node when it is applied
     static osg::Matrixd aboutMiddle(osg::Node& node, const osg::Matrixd& matrix);
 

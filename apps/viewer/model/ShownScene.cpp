@@ -119,14 +119,17 @@ ShownScene::ShownScene(ModelScene& model)
       m_root(new osg::Group),
       m_lamps(new osg::Group),
       m_content(new osg::ClipNode),
-      m_decorations(new osg::Group)
+      m_decorations(new osg::Group),
+      m_measurements(new osg::Group)
 {
     m_root->setName("shown");
     m_root->addChild(m_lamps);
     m_root->addChild(m_content);
     m_root->addChild(m_decorations);
+    m_root->addChild(m_measurements);
     m_content->setName("content");
     m_decorations->setName("decorations");
+    m_measurements->setName("measurements");
 
     osg::StateSet* state = m_root->getOrCreateStateSet();
     state->setMode(GL_LIGHTING, osg::StateAttribute::ON);
@@ -174,15 +177,15 @@ void ShownScene::setSelection(osg::Node* node)
     m_root->addChild(m_mark);
 }
 
-void ShownScene::setPoints(const std::vector<osg::Vec3d>& points, bool isClosed)
+void ShownScene::setMeasurements(const std::vector<Measurement>& measurements,
+                                 const std::vector<osg::Vec3d>& picked)
 {
-    if (m_points)
-        m_root->removeChild(m_points);
-    m_points = points.empty() ? nullptr : makePointMarks(points, isClosed, {0.85f, 0.0f, 0.45f, 1.0f});
-    if (!m_points)
-        return;
-    m_points->setName("points");
-    m_root->addChild(m_points);
+    m_measurements->removeChildren(0, m_measurements->getNumChildren());
+    for (const Measurement& measurement : measurements)
+        m_measurements->addChild(
+            makeMarks(measurement.points, lineOf(measurement), {0.80f, 0.0f, 0.45f, 1.0f}));
+    if (!picked.empty())
+        m_measurements->addChild(makeMarks(picked, picked, {1.0f, 0.55f, 0.0f, 1.0f}));
 }
 
 void ShownScene::updateLamps()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "model/Measurement.h"
 #include "model/ViewStyle.h"
 
 #include <osg/ClipNode>
@@ -31,8 +32,9 @@ public:
     /// Marks a part; null for none.
     void setSelection(osg::Node* node);
 
-    /// Marks points in the scene, joined by lines.
-    void setPoints(const std::vector<osg::Vec3d>& points, bool isClosed);
+    /// Marks what was measured, and the points that were picked for the next.
+    void setMeasurements(const std::vector<Measurement>& measurements,
+                         const std::vector<osg::Vec3d>& picked = {});
 
     /// Follows the model, which has changed.
     void update();
@@ -57,7 +59,7 @@ private:
     osg::ref_ptr<osg::ClipNode> m_content; ///< the model, or its copy
     osg::ref_ptr<osg::Group> m_decorations;
     osg::ref_ptr<osg::Node> m_mark;
-    osg::ref_ptr<osg::Node> m_points;
+    osg::ref_ptr<osg::Group> m_measurements;
     std::map<const osg::Node*, osg::Node*> m_originals; ///< of the nodes of the copy
     std::vector<osg::Plane> m_planes;                   ///< what lies behind one is not drawn
 };

@@ -114,6 +114,22 @@ struct PrintCamera : ViewCommand
     }
 };
 
+// --- the hand on the mouse
+
+template <Tool tool>
+struct TakeTool : ViewCommand
+{
+    TakeTool()
+    {
+        const ModelView* shown = view();
+        getProperties()["checked"] = VfVariant(shown && shown->getTool() == tool);
+    }
+    bool carryOut(ModelDocument& document, ModelView& view, const std::string&) override
+    {
+        return view.setTool(tool) || failed(document, "there is no mouse without a window");
+    }
+};
+
 // --- how
 
 /// A command that changes the style of the view.
@@ -237,6 +253,11 @@ struct Section : StyleCommand
         return "a section is \"on\", \"off\", to \"flip\", or at a place from 0 to 1";
     }
 };
+
+const CommandRecord<TakeTool<Tool::Select>> toolSelect("ToolSelect", "vfViewer::ToolSelect");
+const CommandRecord<TakeTool<Tool::Move>> toolMove("ToolMove", "vfViewer::ToolMove");
+const CommandRecord<TakeTool<Tool::Rotate>> toolRotate("ToolRotate", "vfViewer::ToolRotate");
+const CommandRecord<TakeTool<Tool::Scale>> toolScale("ToolScale", "vfViewer::ToolScale");
 
 using V = ViewStyle;
 

@@ -53,14 +53,23 @@ std::string whyNotTried(vfApplication::DocManager& manager, const vfBase::VfStri
     return manager.findTemplateForPath(path.c_str()) ? "" : "not a format that can be read";
 }
 
+void FailureLog::keep(Message::Kind kind, const vfBase::VfString& path, const vfBase::VfString& text)
+{
+    m_messages.push_back({kind, path.str(), text.str()});
+    if (m_messages.size() > messageLimit)
+        m_messages.pop_front();
+}
+
 void FailureLog::onFailure(const vfBase::VfString& path, const vfBase::VfString& reason)
 {
+    keep(Message::Failure, path, reason);
     m_failures.push_back(path.str());
     say(path, reason);
 }
 
 void FailureLog::onWarning(const vfBase::VfString& path, const vfBase::VfString& warning)
 {
+    keep(Message::Warning, path, warning);
     if (++m_warningCount <= warningLimit)
         say(path, "warning: " + warning.str());
     else if (m_warningCount == warningLimit + 1)
@@ -69,6 +78,7 @@ void FailureLog::onWarning(const vfBase::VfString& path, const vfBase::VfString&
 
 void FailureLog::onDetail(const vfBase::VfString& path, const vfBase::VfString& detail)
 {
+    keep(Message::Detail, path, detail);
     if (vfBase::isVerbose())
         say(path, detail);
 }

@@ -5,6 +5,7 @@
 
 #include <velaforge/documents/DocManager.h>
 
+#include <deque>
 #include <string>
 #include <vector>
 
@@ -20,7 +21,21 @@ void addViewerKinds(vfApplication::DocManager& manager, const vfBase::ClassInfo&
 /// @return why a file need not even be tried; empty when it is there and has a format that can be read
 std::string whyNotTried(vfApplication::DocManager& manager, const vfBase::VfString& path);
 
-/// Tells on standard error, one line a file, what went wrong.
+/// Something that was told about a file.
+struct Message
+{
+    enum Kind
+    {
+        Failure,
+        Warning,
+        Detail
+    };
+    Kind kind;
+    std::string path;
+    std::string text;
+};
+
+/// Tells on standard error, one line a file, what went wrong, and keeps all of it to be looked at.
 class FailureLog : public FailureListener
 {
 public:
@@ -36,8 +51,17 @@ public:
     /// @return the files that could not be opened or saved, as often as that was
     const std::vector<std::string>& failures() const { return m_failures; }
 
+    /// @return what was told last, up to messageLimit, the oldest first
+    const std::deque<Message>& messages() const { return m_messages; }
+    void clearMessages() { m_messages.clear(); }
+
+    static constexpr std::size_t messageLimit = 1000;
+
 private:
+    void keep(Message::Kind kind, const vfBase::VfString& path, const vfBase::VfString& text);
+
     std::vector<std::string> m_failures;
+    std::deque<Message> m_messages;
     int m_warningCount = 0;
 };
 

@@ -8,6 +8,8 @@
 
 #include <osg/ref_ptr>
 
+#include <string>
+
 namespace vfViewer {
 
 namespace {
@@ -60,6 +62,44 @@ bool takeBottom(ViewerSettings& settings, const SettingsValue& value)
     return true;
 }
 
+std::string nameOf(LengthUnit unit)
+{
+    return unit == LengthUnit::None ? "none" : symbolOf(unit);
+}
+
+bool readUnit(const SettingsValue& value, LengthUnit& unit)
+{
+    std::string symbol;
+    const std::optional<LengthUnit> found = value.read(symbol) ? unitOf(symbol) : std::nullopt;
+    unit = found.value_or(unit);
+    return found.has_value();
+}
+
+bool takeModelUnit(ViewerSettings& settings, const SettingsValue& value)
+{
+    Units units = settings.getUnits();
+    const bool isUnit = readUnit(value, units.ofModel);
+    settings.setUnits(units);
+    return isUnit;
+}
+
+bool takeShownUnit(ViewerSettings& settings, const SettingsValue& value)
+{
+    Units units = settings.getUnits();
+    const bool isUnit = readUnit(value, units.shown);
+    settings.setUnits(units);
+    return isUnit;
+}
+
+bool takeHistoryMegabytes(ViewerSettings& settings, const SettingsValue& value)
+{
+    int megabytes = 0;
+    if (!value.read(megabytes) || megabytes < 1)
+        return false;
+    settings.setHistoryMegabytes(megabytes);
+    return true;
+}
+
 const SettingsProperties properties(
     "vfViewer::ViewerSettings",
     {SettingsProperties::property<ViewerSettings>(
@@ -70,7 +110,16 @@ const SettingsProperties properties(
      SettingsProperties::property<ViewerSettings>(
          "backgroundBottom",
          [](const ViewerSettings& settings) { return colorValue(settings.getBackgroundBottom()); },
-         takeBottom)});
+         takeBottom),
+     SettingsProperties::property<ViewerSettings>(
+         "modelUnit", [](const ViewerSettings& settings) { return nameOf(settings.getUnits().ofModel); },
+         takeModelUnit),
+     SettingsProperties::property<ViewerSettings>(
+         "shownUnit", [](const ViewerSettings& settings) { return nameOf(settings.getUnits().shown); },
+         takeShownUnit),
+     SettingsProperties::property<ViewerSettings>(
+         "historyMegabytes", [](const ViewerSettings& settings) { return settings.getHistoryMegabytes(); },
+         takeHistoryMegabytes)});
 
 const vfBase::RegisterSettingsObjectProxy registered(vfBase::SettingsObject(&ViewerSettings::instance()),
                                                      vfBase::Settings::global());
@@ -80,6 +129,8 @@ const vfBase::RegisterSettingsObjectProxy registered(vfBase::SettingsObject(&Vie
 ViewerSettings::ViewerSettings(const ViewerSettings& other, const osg::CopyOp& copyop)
     : SettingsObjectPrivate(other, copyop),
       m_firstView(other.m_firstView),
+      m_units(other.m_units),
+      m_historyMegabytes(other.m_historyMegabytes),
       m_backgroundTop(other.m_backgroundTop),
       m_backgroundBottom(other.m_backgroundBottom)
 {}
@@ -94,6 +145,12 @@ void ViewerSettings::setFirstView(int view)
 {
     if (view >= 0 && view < standardViewCount)
         m_firstView = view;
+}
+
+void ViewerSettings::setHistoryMegabytes(int megabytes)
+{
+    if (megabytes >= 1)
+        m_historyMegabytes = megabytes;
 }
 
 void ViewerSettings::setBackground(const osg::Vec3f& top, const osg::Vec3f& bottom)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "model/Measurement.h"
 #include "model/StandardView.h"
 
 #include <velaforge/base/SettingsObjectPrivate.h>
@@ -32,11 +33,23 @@ public:
     const osg::Vec3f& getBackgroundBottom() const { return m_backgroundBottom; }
     void setBackground(const osg::Vec3f& top, const osg::Vec3f& bottom);
 
+    /// What the numbers of models mean, and how lengths are shown; None and None unless set.
+    Units getUnits() const { return m_units; }
+    void setUnits(const Units& units) { m_units = units; }
+
+    /// How much the history of a document may hold, in megabytes; 512 unless set.
+    int getHistoryMegabytes() const { return m_historyMegabytes; }
+
+    /// Nothing for less than 1.
+    void setHistoryMegabytes(int megabytes);
+
 protected:
     ~ViewerSettings() override = default;
 
 private:
     int m_firstView = static_cast<int>(StandardView::FrontRight);
+    Units m_units;
+    int m_historyMegabytes = 512;
     osg::Vec3f m_backgroundTop{0.86f, 0.90f, 0.95f};
     osg::Vec3f m_backgroundBottom{0.56f, 0.64f, 0.72f};
 };

@@ -5,6 +5,7 @@
 #include "model/ModelDocument.h"
 #include "model/ViewerSettings.h"
 #include "picture/Picture.h"
+#include "qt/ModelHand.h"
 
 #include <velaforge/base/ClassInfo.h>
 #include <velaforge/qt/QtApplication.h>
@@ -28,6 +29,10 @@ vfBase::VfObject* createView()
 const vfBase::ClassInfo QtModelView::s_classInfo("vfViewer", "QtModelView", "vfViewer::QtModelView",
                                                  &View::s_classInfo, nullptr, sizeof(QtModelView),
                                                  createView);
+
+QtModelView::QtModelView() = default;
+
+QtModelView::~QtModelView() = default;
 
 const vfBase::ClassInfo* QtModelView::getClassInfo() const
 {
@@ -70,9 +75,11 @@ void QtModelView::makeViewport()
     });
     QObject::connect(m_viewport, &vfApplication::QtViewport::clicked, m_viewport,
                      [this](const QPointF& position, Qt::MouseButton button) {
-                         if (button == Qt::LeftButton)
+                         if (button == Qt::LeftButton && !m_hand->click(position))
                              select(position);
                      });
+    m_hand = std::make_unique<ModelHand>(*m_viewport, model(),
+                                         [this](const QPointF& position) { return pick(position); });
     redraw();
 }
 
@@ -96,6 +103,7 @@ void QtModelView::redraw()
         m_style.background.value_or(Background{settings.getBackgroundTop(), settings.getBackgroundBottom()});
     m_viewport->setBackground(background.top, background.bottom);
     m_scene->setSelection(model().getSelection());
+    m_scene->setMeasurements(model().getMeasurements(), m_hand->getPoints());
     m_viewport->update();
 }
 
@@ -168,14 +176,39 @@ osg::ref_ptr<osg::Image> QtModelView::takePicture(const vfApplication::SnapshotF
     const double aspect = double(format.width) / format.height;
     ShownScene scene(model().getModelScene());
     scene.setStyle(m_style);
+    scene.setMeasurements(model().getMeasurements());
     return drawPicture(scene, placementOf(getCamera(), aspect, m_style.projection), format, reason);
+}
+
+bool QtModelView::setTool(Tool tool)
+{
+    if (!m_hand)
+        return false;
+    m_hand->setTool(tool);
+    redraw();
+    return true;
+}
+
+Tool QtModelView::getTool() const
+{
+    return m_hand ? m_hand->getTool() : Tool::Select;
 }
 
 std::optional<vfApplication::QtViewport::Hit> QtModelView::pick(const QPointF& position) const
 {
-    return m_viewport->pick(position, [this](const vfApplication::QtViewport::Hit& hit) {
-        return !m_scene->isCutAway(hit.point) && m_scene->modelNode(*hit.path.back());
+    auto hit = m_viewport->pick(position, [this](const vfApplication::QtViewport::Hit& found) {
+        return !m_scene->isCutAway(found.point) && m_scene->modelNode(*found.path.back());
     });
+    if (!hit)
+        return hit;
+    // What is drawn may be a copy; whoever asked wants the model.
+    osg::NodePath path;
+    for (osg::Node* node : hit->path) {
+        if (osg::Node* original = m_scene->modelNode(*node))
+            path.push_back(original);
+    }
+    hit->path = path;
+    return hit;
 }
 
 void QtModelView::select(const QPointF& position)
@@ -185,9 +218,8 @@ void QtModelView::select(const QPointF& position)
     if (hit) {
         const auto parts = model().getModelScene().parts();
         for (osg::Node* node : hit->path) {
-            osg::Node* original = m_scene->modelNode(*node);
-            if (std::find(parts.begin(), parts.end(), original) != parts.end())
-                picked = original;
+            if (std::find(parts.begin(), parts.end(), node) != parts.end())
+                picked = node;
         }
     }
     model().setSelection(picked);

@@ -15,12 +15,16 @@
 namespace vfViewer {
 
 class ModelDocument;
+class ModelHand;
 
 /// Shows a model in the window: it can be turned with the mouse, and a click selects a part.
 class QtModelView : public vfApplication::QtView, public ModelView
 {
 public:
     static const vfBase::ClassInfo s_classInfo;
+
+    QtModelView();
+    ~QtModelView() override;
 
     const vfBase::ClassInfo* getClassInfo() const override;
 
@@ -32,6 +36,8 @@ public:
     void setCamera(const LookAt& camera) override;
     ViewStyle getStyle() const override { return m_style; }
     void setStyle(const ViewStyle& style) override;
+    bool setTool(Tool tool) override;
+    Tool getTool() const override;
     osg::ref_ptr<osg::Image> takePicture(const vfApplication::SnapshotFormat& format,
                                          vfBase::VfString& reason) override;
 
@@ -55,6 +61,7 @@ private:
     QPointer<QWidget> m_place; ///< of the viewport
     QPointer<vfApplication::QtViewport> m_viewport;
     std::unique_ptr<ShownScene> m_scene;
+    std::unique_ptr<ModelHand> m_hand;
     ViewStyle m_style;
     StandardView m_standardView = StandardView::Front;
     bool m_isPlaced = false;   ///< the camera has been placed since there is a model

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "qt/QtWindowSide.h"
 
+#include "qt/ListPanels.h"
 #include "qt/QtOptionsPages.h"
 #include "qt/QtViewerDocManager.h"
 #include "qt/ScenePanel.h"
+#include "qt/SectionsPanel.h"
 #include "qt/StatisticsPanel.h"
 
 #include <velaforge/base/ApplicationInfo.h>
@@ -26,6 +28,14 @@ void install()
     vfApplication::QtApplication::addTranslations(":/translations", "vfviewer");
     QtDockWindowContents::setContents("vfViewer::SceneTree",
                                       [](QWidget& parent) { return new vfViewer::ScenePanel(parent); });
+    QtDockWindowContents::setContents("vfViewer::Properties",
+                                      [](QWidget& parent) { return new vfViewer::PropertiesPanel(parent); });
+    QtDockWindowContents::setContents("vfViewer::Sections",
+                                      [](QWidget& parent) { return new vfViewer::SectionsPanel(parent); });
+    QtDockWindowContents::setContents(
+        "vfViewer::Measurements", [](QWidget& parent) { return new vfViewer::MeasurementsPanel(parent); });
+    QtDockWindowContents::setContents("vfViewer::Messages",
+                                      [](QWidget& parent) { return new vfViewer::MessagesPanel(parent); });
     QtDockWindowContents::setContents("vfViewer::Statistics",
                                       [](QWidget& parent) { return new vfViewer::StatisticsPanel(parent); });
 }

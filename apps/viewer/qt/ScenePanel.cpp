@@ -7,16 +7,24 @@
 #include <velaforge/qt/QtApplication.h>
 
 #include <QEvent>
-#include <QHeaderView>
+#include <QLineEdit>
+#include <QMenu>
+#include <QTreeWidget>
+#include <QVBoxLayout>
 
 #include <osg/Group>
+#include <osg/NodeVisitor>
+
+#include <algorithm>
+#include <functional>
+#include <utility>
 
 namespace vfViewer {
 
 namespace {
 
-/// A tree that is deeper tells a person nothing, and may never end.
-constexpr int depthLimit = 64;
+/// So many are shown of what was found; whoever wants another one types on.
+constexpr std::size_t mostFound = 500;
 
 QString labelOf(const osg::Node& node)
 {
@@ -24,52 +32,202 @@ QString labelOf(const osg::Node& node)
     return name.isEmpty() ? QString::fromLatin1(node.className()) : name;
 }
 
+/// @return whether there is more to be shown below a node: what is drawn for a part is the part
+bool hasParts(osg::Node& node)
+{
+    const osg::Group* group = node.asGroup();
+    return group && !node.asGeode() && group->getNumChildren() > 0;
+}
+
+/// Goes over the nodes whose names hold a text, each once.
+class Search : public osg::NodeVisitor
+{
+public:
+    explicit Search(const QString& text) : NodeVisitor(TRAVERSE_ALL_CHILDREN), m_text(text)
+    {
+        setNodeMaskOverride(~0u);
+    }
+    void apply(osg::Node& node) override
+    {
+        const bool isKnown = std::find(found.begin(), found.end(), &node) != found.end();
+        if (!isKnown && found.size() < mostFound && labelOf(node).contains(m_text, Qt::CaseInsensitive))
+            found.push_back(&node);
+        if (found.size() < mostFound && hasParts(node))
+            traverse(node);
+    }
+    std::vector<osg::Node*> found;
+
+private:
+    QString m_text;
+};
+
 } // namespace
 
-ScenePanel::ScenePanel(QWidget& parent) : QTreeWidget(&parent)
+ScenePanel::ScenePanel(QWidget& parent)
+    : QWidget(&parent), m_search(new QLineEdit(this)), m_tree(new QTreeWidget(this))
 {
-    setObjectName(QStringLiteral("sceneTree"));
-    setHeaderHidden(true);
-    setUniformRowHeights(true);
-    connect(this, &QTreeWidget::itemChanged, this, &ScenePanel::onItemChanged);
-    connect(this, &QTreeWidget::currentItemChanged, this, &ScenePanel::onCurrentItemChanged);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(2);
+    layout->addWidget(m_search);
+    layout->addWidget(m_tree);
+    m_search->setObjectName(QStringLiteral("sceneSearch"));
+    m_search->setClearButtonEnabled(true);
+    m_tree->setObjectName(QStringLiteral("sceneTree"));
+    m_tree->setHeaderHidden(true);
+    m_tree->setUniformRowHeights(true);
+    m_tree->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(m_search, &QLineEdit::textChanged, this, [this] {
+        rebuild();
+        refresh();
+    });
+    connect(m_tree, &QTreeWidget::itemExpanded, this, [this](QTreeWidgetItem* item) { unfold(*item); });
+    connect(m_tree, &QTreeWidget::itemChanged, this, &ScenePanel::onItemChanged);
+    connect(m_tree, &QTreeWidget::currentItemChanged, this, &ScenePanel::onCurrentItemChanged);
+    connect(m_tree, &QTreeWidget::customContextMenuRequested, this, &ScenePanel::showMenu);
     if (auto* shell = vfApplication::QtApplication::instance())
         shell->addListener(*this, [this] { refresh(); });
+    retranslate();
     refresh();
 }
 
-void ScenePanel::fill(QTreeWidgetItem& parent, osg::Node& node, int depth)
+void ScenePanel::retranslate()
 {
-    auto* item = new QTreeWidgetItem(&parent, {labelOf(node)});
-    item->setToolTip(0, QString::fromLatin1(node.className()));
-    item->setCheckState(0, node.getNodeMask() != 0 ? Qt::Checked : Qt::Unchecked);
-    m_nodes[item] = &node;
-    osg::Group* group = node.asGroup();
-    for (unsigned int i = 0; group && depth < depthLimit && i < group->getNumChildren(); ++i)
-        fill(*item, *group->getChild(i), depth + 1);
-}
-
-void ScenePanel::refresh()
-{
-    m_isFilling = true;
-    clear();
-    m_nodes.clear();
-    if (const ModelDocument* document = activeModel()) {
-        for (unsigned int i = 0; i < document->scene().getNumChildren(); ++i)
-            fill(*invisibleRootItem(), *document->scene().getChild(i), 0);
-        expandToDepth(1);
-        for (const auto& [item, node] : m_nodes) {
-            if (node.get() == document->getSelection())
-                setCurrentItem(const_cast<QTreeWidgetItem*>(item));
-        }
-    }
-    m_isFilling = false;
+    m_search->setPlaceholderText(tr("Search"));
 }
 
 osg::Node* ScenePanel::nodeOf(const QTreeWidgetItem* item) const
 {
     const auto found = m_nodes.find(item);
     return found == m_nodes.end() ? nullptr : found->second.get();
+}
+
+QTreeWidgetItem* ScenePanel::addItem(QTreeWidgetItem& parent, osg::Node& node)
+{
+    auto* item = new QTreeWidgetItem(&parent);
+    m_nodes[item] = &node;
+    if (hasParts(node))
+        item->setChildIndicatorPolicy(QTreeWidgetItem::ShowIndicator);
+    update(*item);
+    return item;
+}
+
+void ScenePanel::update(QTreeWidgetItem& item)
+{
+    const osg::Node* node = nodeOf(&item);
+    if (!node)
+        return;
+    item.setText(0, labelOf(*node));
+    item.setToolTip(0, QString::fromLatin1(node->className()));
+    item.setCheckState(0, node->getNodeMask() != 0 ? Qt::Checked : Qt::Unchecked);
+    for (int i = 0; i < item.childCount(); ++i)
+        update(*item.child(i));
+}
+
+void ScenePanel::unfold(QTreeWidgetItem& item)
+{
+    osg::Node* node = nodeOf(&item);
+    if (item.childCount() > 0 || !node || !hasParts(*node))
+        return;
+    osg::Group* group = node->asGroup();
+    const bool wasFilling = std::exchange(m_isFilling, true);
+    for (unsigned int i = 0; i < group->getNumChildren(); ++i)
+        addItem(item, *group->getChild(i));
+    m_isFilling = wasFilling;
+}
+
+/// @return whether the items that are there still stand for the nodes that are there
+bool ScenePanel::isCurrent() const
+{
+    const ModelDocument* document = activeModel();
+    const osg::Node* root = document ? &document->scene() : nullptr;
+    if (m_root.get() != root || (root && !m_search->text().isEmpty()))
+        return !root && !m_root.valid();
+    const std::function<bool(const QTreeWidgetItem&, const osg::Group&)> isSame =
+        [&](const QTreeWidgetItem& item, const osg::Group& group) {
+            for (int i = 0; i < item.childCount(); ++i) {
+                const osg::Node* node = nodeOf(item.child(i));
+                if (static_cast<unsigned int>(i) >= group.getNumChildren() ||
+                    node != group.getChild(static_cast<unsigned int>(i)))
+                    return false;
+                if (item.child(i)->childCount() > 0 && !isSame(*item.child(i), *node->asGroup()))
+                    return false;
+            }
+            return static_cast<unsigned int>(item.childCount()) == group.getNumChildren();
+        };
+    return !root || isSame(*m_tree->invisibleRootItem(), *root->asGroup());
+}
+
+void ScenePanel::rebuild()
+{
+    const bool wasFilling = std::exchange(m_isFilling, true);
+    m_tree->clear();
+    m_nodes.clear();
+    const ModelDocument* document = activeModel();
+    m_root = document ? &document->scene() : nullptr;
+    if (document && !m_search->text().isEmpty()) {
+        showFound(m_search->text());
+    } else if (document) {
+        for (unsigned int i = 0; i < document->scene().getNumChildren(); ++i) {
+            QTreeWidgetItem* item = addItem(*m_tree->invisibleRootItem(), *document->scene().getChild(i));
+            item->setExpanded(true);
+            unfold(*item);
+        }
+    }
+    m_isFilling = wasFilling;
+}
+
+void ScenePanel::showFound(const QString& text)
+{
+    Search search(text);
+    for (unsigned int i = 0; i < m_root->asGroup()->getNumChildren(); ++i)
+        m_root->asGroup()->getChild(i)->accept(search);
+    for (osg::Node* node : search.found)
+        addItem(*m_tree->invisibleRootItem(), *node)
+            ->setChildIndicatorPolicy(QTreeWidgetItem::DontShowIndicator);
+}
+
+/// @return the item that stands for a node, with those above it unfolded
+QTreeWidgetItem* ScenePanel::itemOf(const osg::Node& node)
+{
+    for (const auto& [item, shown] : m_nodes) {
+        if (shown.get() == &node)
+            return const_cast<QTreeWidgetItem*>(item);
+    }
+    const osg::NodePathList paths = node.getParentalNodePaths(m_root.get());
+    if (paths.empty() || !m_search->text().isEmpty())
+        return nullptr;
+    QTreeWidgetItem* item = m_tree->invisibleRootItem();
+    for (const osg::Node* next : paths.front()) {
+        if (next == m_root.get())
+            continue;
+        unfold(*item);
+        QTreeWidgetItem* below = nullptr;
+        for (int i = 0; i < item->childCount() && !below; ++i)
+            below = nodeOf(item->child(i)) == next ? item->child(i) : nullptr;
+        if (!below)
+            return nullptr;
+        item = below;
+    }
+    return item;
+}
+
+void ScenePanel::refresh()
+{
+    const bool wasFilling = std::exchange(m_isFilling, true);
+    if (!isCurrent())
+        rebuild();
+    for (int i = 0; i < m_tree->topLevelItemCount(); ++i)
+        update(*m_tree->topLevelItem(i));
+    const ModelDocument* document = activeModel();
+    const osg::Node* selected = document ? document->getSelection() : nullptr;
+    QTreeWidgetItem* item = selected ? itemOf(*selected) : nullptr;
+    if (item != m_tree->currentItem() || (item && !item->isSelected())) {
+        m_tree->setCurrentItem(item);
+        if (item)
+            m_tree->scrollToItem(item);
+    }
+    m_isFilling = wasFilling;
 }
 
 void ScenePanel::onItemChanged(QTreeWidgetItem* item)
@@ -82,6 +240,8 @@ void ScenePanel::onItemChanged(QTreeWidgetItem* item)
         document->show(*node);
     else
         document->hide(*node);
+    if (auto* shell = vfApplication::QtApplication::instance())
+        shell->updateActions();
 }
 
 void ScenePanel::onCurrentItemChanged(QTreeWidgetItem* item)
@@ -91,13 +251,35 @@ void ScenePanel::onCurrentItemChanged(QTreeWidgetItem* item)
         return;
     document->setSelection(nodeOf(item));
     document->updateAllViews(nullptr);
+    if (auto* shell = vfApplication::QtApplication::instance())
+        shell->updateActions();
+}
+
+void ScenePanel::showMenu(const QPoint& position)
+{
+    auto* shell = vfApplication::QtApplication::instance();
+    if (!shell || !m_tree->itemAt(position))
+        return;
+    m_tree->setCurrentItem(m_tree->itemAt(position));
+    QMenu menu(this);
+    menu.setObjectName(QStringLiteral("sceneMenu"));
+    const std::pair<QString, const char*> entries[] = {{tr("Look at it"), "vfViewer::FitSelection"},
+                                                       {tr("Isolate"), "vfViewer::Isolate"},
+                                                       {tr("Hide"), "vfViewer::Hide"},
+                                                       {tr("Show"), "vfViewer::Show"},
+                                                       {tr("Rename…"), "vfViewer::Rename"},
+                                                       {tr("Remove"), "vfViewer::Remove"}};
+    for (const auto& [text, command] : entries)
+        connect(menu.addAction(text), &QAction::triggered, this,
+                [shell, name = command] { shell->invokeCommand(name); });
+    menu.exec(m_tree->viewport()->mapToGlobal(position));
 }
 
 void ScenePanel::changeEvent(QEvent* event)
 {
     if (event->type() == QEvent::LanguageChange)
-        refresh();
-    QTreeWidget::changeEvent(event);
+        retranslate();
+    QWidget::changeEvent(event);
 }
 
 } // namespace vfViewer

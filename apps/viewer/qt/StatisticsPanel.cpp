@@ -4,46 +4,15 @@
 #include "model/ModelDocument.h"
 #include "model/ModelStatistics.h"
 #include "model/NamedCommands.h"
+#include "model/NodeProperties.h"
 
-#include <velaforge/qt/QtApplication.h>
-
-#include <QEvent>
-#include <QHeaderView>
+#include <QCoreApplication>
 #include <QLocale>
 
 namespace vfViewer {
 
-StatisticsPanel::StatisticsPanel(QWidget& parent) : QTableWidget(&parent)
+void StatisticsPanel::fill()
 {
-    setObjectName(QStringLiteral("statistics"));
-    setColumnCount(2);
-    setEditTriggers(QAbstractItemView::NoEditTriggers);
-    setSelectionMode(QAbstractItemView::NoSelection);
-    setShowGrid(false);
-    horizontalHeader()->hide();
-    horizontalHeader()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
-    horizontalHeader()->setStretchLastSection(true);
-    verticalHeader()->hide();
-    if (auto* shell = vfApplication::QtApplication::instance())
-        shell->addListener(*this, [this] { refresh(); });
-}
-
-void StatisticsPanel::addRow(const QString& name, const QString& value)
-{
-    const int row = rowCount();
-    insertRow(row);
-    setItem(row, 0, new QTableWidgetItem(name));
-    auto* item = new QTableWidgetItem(value);
-    item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    setItem(row, 1, item);
-}
-
-void StatisticsPanel::refresh()
-{
-    // Counting goes over the whole model; nobody sees it while the panel is closed.
-    if (!isVisible())
-        return;
-    setRowCount(0);
     const ModelDocument* document = activeModel();
     osg::Node* target = document ? document->target() : nullptr;
     if (!target)
@@ -54,25 +23,32 @@ void StatisticsPanel::refresh()
     addRow(tr("Triangles"), locale.toString(counted.triangles));
     addRow(tr("Vertices"), locale.toString(counted.vertices));
     addRow(tr("Drawables"), locale.toString(counted.drawables));
+    addRow(tr("Materials"), locale.toString(counted.materials));
+    addRow(tr("Textures"), locale.toString(counted.textures));
+    addRow(tr("Memory"), locale.formattedDataSize(qint64(counted.memory), 1, QLocale::DataSizeSIFormat));
     if (counted.bounds.valid()) {
         const osg::Vec3 size = counted.bounds._max - counted.bounds._min;
         addRow(tr("Width (x)"), locale.toString(double(size.x()), 'g', 6));
         addRow(tr("Depth (y)"), locale.toString(double(size.y()), 'g', 6));
         addRow(tr("Height (z)"), locale.toString(double(size.z()), 'g', 6));
     }
+    const ModelScene& scene = document->getModelScene();
+    addRow(tr("Steps that can be undone or redone"), locale.toString(qulonglong(scene.getHistoryLength())));
+    addRow(tr("They hold"),
+           tr("%1 of at most %2")
+               .arg(locale.formattedDataSize(qint64(scene.getHistoryMemory()), 1, QLocale::DataSizeSIFormat),
+                    locale.formattedDataSize(qint64(scene.getHistoryLimit()), 1, QLocale::DataSizeSIFormat)));
 }
 
-void StatisticsPanel::showEvent(QShowEvent* event)
+void PropertiesPanel::fill()
 {
-    QTableWidget::showEvent(event);
-    refresh();
-}
-
-void StatisticsPanel::changeEvent(QEvent* event)
-{
-    if (event->type() == QEvent::LanguageChange)
-        refresh();
-    QTableWidget::changeEvent(event);
+    const ModelDocument* document = activeModel();
+    osg::Node* target = document ? document->target() : nullptr;
+    if (!target)
+        return;
+    for (const NodeProperty& property : propertiesOf(*target, document->getModelScene()))
+        addRow(QCoreApplication::translate("vfViewer", property.name),
+               QString::fromStdString(property.value));
 }
 
 } // namespace vfViewer

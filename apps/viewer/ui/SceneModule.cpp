@@ -16,26 +16,46 @@ namespace {
 using vfApplication::CommandItem;
 using vfApplication::DockWindow;
 
-const char* const treeId = "vfViewer::SceneTree";
-
-/// The scene as a tree. What it shows is the toolkit side's.
-struct SceneTree : DockWindow
+/// A dock window of the module. What it shows is the toolkit side's.
+struct Window
 {
-    SceneTree() : DockWindow(treeId)
+    const char* id; // its pointer is the key
+    const char* title;
+    DockWindow::DockArea area;
+    bool isVisible;
+};
+
+constexpr Window windows[] = {{"vfViewer::SceneTree", "Scene", DockWindow::LeftDockArea, true},
+                              {"vfViewer::Properties", "Properties", DockWindow::RightDockArea, false},
+                              {"vfViewer::Sections", "Sections", DockWindow::RightDockArea, false},
+                              {"vfViewer::Measurements", "Measurements", DockWindow::RightDockArea, false},
+                              {"vfViewer::Messages", "Messages", DockWindow::RightDockArea, false}};
+
+struct SceneWindow : DockWindow
+{
+    explicit SceneWindow(const Window& window) : DockWindow(window.id)
     {
-        setTitle("Scene", translationContext);
+        setTitle(window.title, translationContext);
         setAllowedDockingAreas(LeftDockArea | RightDockArea);
-        setArea(LeftDockArea);
+        setArea(window.area);
+        if (!window.isVisible)
+            setVisible(false);
     }
 };
 
-struct SceneTreeProducer : vfApplication::DockWindowRegistryPrivate::Producer
+template <std::size_t number>
+struct Producer : vfApplication::DockWindowRegistryPrivate::Producer
 {
-    const char* getKey() override { return treeId; }
-    DockWindow* create() override { return new SceneTree; }
+    const char* getKey() override { return windows[number].id; }
+    DockWindow* create() override { return new SceneWindow(windows[number]); }
 };
 
-const vfApplication::DockWindowRegistryPrivate::Proxy sceneTree(new SceneTreeProducer);
+using vfApplication::DockWindowRegistryPrivate;
+const DockWindowRegistryPrivate::Proxy tree(new Producer<0>);
+const DockWindowRegistryPrivate::Proxy properties(new Producer<1>);
+const DockWindowRegistryPrivate::Proxy sections(new Producer<2>);
+const DockWindowRegistryPrivate::Proxy measurements(new Producer<3>);
+const DockWindowRegistryPrivate::Proxy messages(new Producer<4>);
 
 } // namespace
 
@@ -51,6 +71,11 @@ void SceneUiSetup::setupMenus(CommandItem* root)
     addItem(scene, "vfViewer::ShowAll", "Show &all", "Alt+H", "show-all");
     addItem(scene, "vfViewer::Isolate", "&Isolate", "I", nullptr);
     scene << "";
+    CommandItem hand = addMenu(&scene, "&Drag with the mouse");
+    addItem(hand, "vfViewer::ToolSelect", "&Camera only", "S", nullptr);
+    addItem(hand, "vfViewer::ToolMove", "&Move", "M", nullptr);
+    addItem(hand, "vfViewer::ToolRotate", "&Turn", "R", nullptr);
+    addItem(hand, "vfViewer::ToolScale", "&Scale", "K", nullptr);
     addItem(scene, "vfViewer::Rename", "R&ename…", "F2", nullptr);
     addItem(scene, "vfViewer::Move", "&Move…", nullptr, "move");
     addItem(scene, "vfViewer::Rotate", "&Turn…", nullptr, nullptr);
@@ -63,6 +88,18 @@ void SceneUiSetup::setupMenus(CommandItem* root)
     addItem(scene, "vfViewer::MergeOpen", "Mer&ge open models", nullptr, nullptr);
     scene << "";
     addItem(scene, "vfViewer::Remove", "&Remove", "Del", "remove");
+    setupInspectMenu(root);
+}
+
+void SceneUiSetup::setupInspectMenu(CommandItem* root)
+{
+    CommandItem tools = findOrAddMenu(root, "&Tools");
+    addItem(tools, "vfViewer::MeasureDistance", "Measure &distance", "D", nullptr);
+    addItem(tools, "vfViewer::MeasureAngle", "Measure &angle", nullptr, nullptr);
+    addItem(tools, "vfViewer::MeasureRadius", "Measure &radius", nullptr, nullptr);
+    addItem(tools, "vfViewer::ClearMeasurements", "&Clear measurements", nullptr, nullptr);
+    addItem(tools, "vfViewer::Units", "&Units…", nullptr, nullptr);
+    tools << "";
 }
 
 void SceneUiSetup::setupToolbars(CommandItem* root)
@@ -91,9 +128,10 @@ const char* SceneModule::getModuleDescription() const
 
 void SceneModule::addDockWindows()
 {
-    // The producer above knows how the window is to stand.
-    vfApplication::Application::instance(false)->getDockWindowManager().addNewOrGetExistingDockWindow(
-        treeId, DockWindow::LeftDockArea, true, false, 0, nullptr);
+    // The producers above know how the windows are to stand.
+    for (const Window& window : windows)
+        vfApplication::Application::instance(false)->getDockWindowManager().addNewOrGetExistingDockWindow(
+            window.id, window.area, true, false, 0, nullptr);
 }
 
 } // namespace vfViewer

@@ -12,6 +12,9 @@ class SceneUiSetup : public vfApplication::MinimalUiSetup
 public:
     void setupMenus(vfApplication::CommandItem* root) override;
     void setupToolbars(vfApplication::CommandItem* root) override;
+
+private:
+    static void setupInspectMenu(vfApplication::CommandItem* root);
 };
 
 /// Looking into scenes and changing them: the commands, and the dock window that shows a scene as a tree.

@@ -378,5 +378,117 @@
         <source>Merge</source>
         <translation>Zusammenführen</translation>
     </message>
+    <message>
+        <source>&amp;Drag with the mouse</source>
+        <translation>Mit der &amp;Maus ziehen</translation>
+    </message>
+    <message>
+        <source>&amp;Camera only</source>
+        <translation>Nur &amp;Kamera</translation>
+    </message>
+    <message>
+        <source>&amp;Move</source>
+        <translation>&amp;Verschieben</translation>
+    </message>
+    <message>
+        <source>&amp;Turn</source>
+        <translation>&amp;Drehen</translation>
+    </message>
+    <message>
+        <source>&amp;Scale</source>
+        <translation>&amp;Skalieren</translation>
+    </message>
+    <message>
+        <source>Measure &amp;distance</source>
+        <translation>&amp;Abstand messen</translation>
+    </message>
+    <message>
+        <source>Measure &amp;angle</source>
+        <translation>&amp;Winkel messen</translation>
+    </message>
+    <message>
+        <source>Measure &amp;radius</source>
+        <translation>&amp;Radius messen</translation>
+    </message>
+    <message>
+        <source>&amp;Clear measurements</source>
+        <translation>&amp;Messungen löschen</translation>
+    </message>
+    <message>
+        <source>&amp;Units…</source>
+        <translation>&amp;Einheiten …</translation>
+    </message>
+    <message>
+        <source>Unit of the model, and unit that is shown (mm, cm, m, in, ft, none):</source>
+        <translation>Einheit des Modells, und Einheit der Anzeige (mm, cm, m, in, ft, none):</translation>
+    </message>
+    <message>
+        <source>Properties</source>
+        <translation>Eigenschaften</translation>
+    </message>
+    <message>
+        <source>Sections</source>
+        <translation>Schnitte</translation>
+    </message>
+    <message>
+        <source>Measurements</source>
+        <translation>Messungen</translation>
+    </message>
+    <message>
+        <source>Messages</source>
+        <translation>Meldungen</translation>
+    </message>
+    <message>
+        <source>Kind</source>
+        <translation>Art</translation>
+    </message>
+    <message>
+        <source>Shown</source>
+        <translation>Sichtbar</translation>
+    </message>
+    <message>
+        <source>Places</source>
+        <translation>Stellen</translation>
+    </message>
+    <message>
+        <source>Triangles</source>
+        <translation>Dreiecke</translation>
+    </message>
+    <message>
+        <source>Vertices</source>
+        <translation>Punkte</translation>
+    </message>
+    <message>
+        <source>Width (x)</source>
+        <translation>Breite (x)</translation>
+    </message>
+    <message>
+        <source>Depth (y)</source>
+        <translation>Tiefe (y)</translation>
+    </message>
+    <message>
+        <source>Height (z)</source>
+        <translation>Höhe (z)</translation>
+    </message>
+    <message>
+        <source>Middle</source>
+        <translation>Mitte</translation>
+    </message>
+    <message>
+        <source>Material</source>
+        <translation>Material</translation>
+    </message>
+    <message>
+        <source>Texture</source>
+        <translation>Textur</translation>
+    </message>
+    <message>
+        <source>Memory</source>
+        <translation>Speicher</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
 </context>
 </TS>

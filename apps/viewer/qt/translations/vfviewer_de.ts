@@ -13,6 +13,55 @@
     </message>
 </context>
 <context>
+    <name>vfViewer::MeasurementsPanel</name>
+    <message>
+        <source>Angle</source>
+        <translation>Winkel</translation>
+    </message>
+    <message>
+        <source>Radius</source>
+        <translation>Radius</translation>
+    </message>
+    <message>
+        <source>Distance</source>
+        <translation>Abstand</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Leeren</translation>
+    </message>
+</context>
+<context>
+    <name>vfViewer::MessagesPanel</name>
+    <message>
+        <source>Clear</source>
+        <translation>Leeren</translation>
+    </message>
+</context>
+<context>
+    <name>vfViewer::ModelHand</name>
+    <message>
+        <source>Click on two points to measure their distance.</source>
+        <translation>Zwei Punkte anklicken, um ihren Abstand zu messen.</translation>
+    </message>
+    <message>
+        <source>Click on three points to measure the angle at the second.</source>
+        <translation>Drei Punkte anklicken, um den Winkel am zweiten zu messen.</translation>
+    </message>
+    <message>
+        <source>Click on three points to measure the circle through them.</source>
+        <translation>Drei Punkte anklicken, um den Kreis durch sie zu messen.</translation>
+    </message>
+    <message>
+        <source>Select a part and drag it.</source>
+        <translation>Ein Teil wählen und ziehen.</translation>
+    </message>
+    <message>
+        <source>There is no such thing between these points.</source>
+        <translation>Zwischen diesen Punkten gibt es das nicht.</translation>
+    </message>
+</context>
+<context>
     <name>vfViewer::QtPicturePage</name>
     <message>
         <source>Pictures</source>
@@ -83,6 +132,48 @@
     </message>
 </context>
 <context>
+    <name>vfViewer::ScenePanel</name>
+    <message>
+        <source>Search</source>
+        <translation>Suchen</translation>
+    </message>
+    <message>
+        <source>Look at it</source>
+        <translation>Ansehen</translation>
+    </message>
+    <message>
+        <source>Isolate</source>
+        <translation>Freistellen</translation>
+    </message>
+    <message>
+        <source>Hide</source>
+        <translation>Verbergen</translation>
+    </message>
+    <message>
+        <source>Show</source>
+        <translation>Zeigen</translation>
+    </message>
+    <message>
+        <source>Rename…</source>
+        <translation>Umbenennen …</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
+    </message>
+</context>
+<context>
+    <name>vfViewer::SectionsPanel</name>
+    <message>
+        <source>Across %1</source>
+        <translation>Quer zu %1</translation>
+    </message>
+    <message>
+        <source>Other side</source>
+        <translation>Andere Seite</translation>
+    </message>
+</context>
+<context>
     <name>vfViewer::StatisticsPanel</name>
     <message>
         <source>Of</source>
@@ -119,6 +210,30 @@
     <message>
         <source>Height (z)</source>
         <translation>Höhe (z)</translation>
+    </message>
+    <message>
+        <source>Materials</source>
+        <translation>Materialien</translation>
+    </message>
+    <message>
+        <source>Textures</source>
+        <translation>Texturen</translation>
+    </message>
+    <message>
+        <source>Memory</source>
+        <translation>Speicher</translation>
+    </message>
+    <message>
+        <source>Steps that can be undone or redone</source>
+        <translation>Schritte, die rückgängig gemacht oder wiederholt werden können</translation>
+    </message>
+    <message>
+        <source>They hold</source>
+        <translation>Sie belegen</translation>
+    </message>
+    <message>
+        <source>%1 of at most %2</source>
+        <translation>%1 von höchstens %2</translation>
     </message>
 </context>
 </TS>

@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: MIT
+// The commands that tell something about a model.
+#include "model/Measurement.h"
+#include "model/ModelDocument.h"
+#include "model/ModelStatistics.h"
+#include "model/ModelView.h"
+#include "model/NamedCommands.h"
+#include "model/NodeProperties.h"
+#include "model/ViewerDocuments.h"
+
+#include <velaforge/base/Printable.h>
+
+#include <iostream>
+#include <sstream>
+
+namespace vfViewer {
+
+namespace {
+
+using vfBase::VfVariant;
+
+void print(const std::string& line)
+{
+    std::cout << vfBase::printable(line) << std::endl;
+}
+
+struct PrintProperties : DirectCommand
+{
+    bool carryOut(ModelDocument& document, const VfVariant&) override
+    {
+        osg::Node* target = document.target();
+        if (!target)
+            return failed(document, "the model is empty");
+        for (const NodeProperty& property : propertiesOf(*target, document.getModelScene()))
+            print(std::string(property.name) + ": " + property.value);
+        return true;
+    }
+};
+
+struct PrintHistory : DirectCommand
+{
+    bool carryOut(ModelDocument& document, const VfVariant&) override
+    {
+        print(describeHistory(document.getModelScene()));
+        return true;
+    }
+};
+
+/// With points it measures; without, the hand on the mouse is to pick them.
+template <MeasureKind kind, Tool tool>
+struct Measure : DirectCommand
+{
+    bool carryOut(ModelDocument& document, const VfVariant& argument) override
+    {
+        const std::string text = argument.toString().str();
+        ModelView* view = currentModelView(document);
+        if (text.empty() && view && view->setTool(tool))
+            return true;
+        const std::vector<double> numbers = readNumbers(text);
+        std::vector<osg::Vec3d> points;
+        for (std::size_t i = 0; i + 2 < numbers.size(); i += 3)
+            points.emplace_back(numbers[i], numbers[i + 1], numbers[i + 2]);
+        if (numbers.size() != 3 * pointsFor(kind))
+            return failed(document, "to measure it, " + std::to_string(pointsFor(kind)) +
+                                        " points are needed, as <x>,<y>,<z> with commas between them");
+        const std::optional<Measurement> measured = measure(kind, points);
+        if (!measured)
+            return failed(document, "there is no such thing between these points");
+        document.addMeasurement(*measured);
+        return true;
+    }
+};
+
+struct PrintMeasurements : DirectCommand
+{
+    bool carryOut(ModelDocument& document, const VfVariant&) override
+    {
+        for (const Measurement& measurement : document.getMeasurements())
+            print(describe(measurement, document.getUnits()));
+        return true;
+    }
+};
+
+struct ClearMeasurements : DirectCommand
+{
+    bool carryOut(ModelDocument& document, const VfVariant&) override
+    {
+        document.clearMeasurements();
+        return true;
+    }
+};
+
+struct SetUnits : DirectCommand
+{
+    SetUnits()
+    {
+        getProperties()["prompt"] =
+            VfVariant("Unit of the model, and unit that is shown (mm, cm, m, in, ft, none):");
+        const ModelDocument* document = activeModel();
+        if (document)
+            getProperties()["promptValue"] =
+                VfVariant(name(document->getUnits().ofModel) + "," + name(document->getUnits().shown));
+    }
+    bool carryOut(ModelDocument& document, const VfVariant& argument) override
+    {
+        const std::string text = argument.toString().str();
+        const std::size_t comma = text.find(',');
+        const std::optional<LengthUnit> ofModel = unitOf(text.substr(0, comma));
+        const std::optional<LengthUnit> shown =
+            comma == std::string::npos ? LengthUnit::None : unitOf(text.substr(comma + 1));
+        if (text.empty() || !ofModel || !shown)
+            return failed(document, "there are the units mm, cm, m, in, ft and none: vfViewer::Units=<of the "
+                                    "model>[,<shown>]");
+        document.setUnits({*ofModel, *shown});
+        return true;
+    }
+
+private:
+    static std::string name(LengthUnit unit) { return unit == LengthUnit::None ? "none" : symbolOf(unit); }
+};
+
+struct PrintMessages : DirectCommand
+{
+    bool carryOut(ModelDocument& document, const VfVariant&) override
+    {
+        if (const auto* log = dynamic_cast<FailureLog*>(document.getDocumentManager())) {
+            for (const Message& message : log->messages())
+                print(message.path + ": " + (message.kind == Message::Warning ? "warning: " : "") +
+                      message.text);
+        }
+        return true;
+    }
+};
+
+const CommandRecord<PrintProperties> printProperties("PrintProperties", "vfViewer::PrintProperties");
+const CommandRecord<PrintHistory> printHistory("PrintHistory", "vfViewer::PrintHistory");
+const CommandRecord<Measure<MeasureKind::Distance, Tool::MeasureDistance>>
+    distance("MeasureDistance", "vfViewer::MeasureDistance");
+const CommandRecord<Measure<MeasureKind::Angle, Tool::MeasureAngle>> angle("MeasureAngle",
+                                                                           "vfViewer::MeasureAngle");
+const CommandRecord<Measure<MeasureKind::Radius, Tool::MeasureRadius>> radius("MeasureRadius",
+                                                                              "vfViewer::MeasureRadius");
+const CommandRecord<PrintMeasurements> printMeasurements("PrintMeasurements", "vfViewer::PrintMeasurements");
+const CommandRecord<ClearMeasurements> clearMeasurements("ClearMeasurements", "vfViewer::ClearMeasurements");
+const CommandRecord<SetUnits> setUnits("Units", "vfViewer::Units");
+const CommandRecord<PrintMessages> printMessages("PrintMessages", "vfViewer::PrintMessages");
+
+} // namespace
+
+} // namespace vfViewer

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+#include "qt/FactTable.h"
+
+#include <velaforge/qt/QtApplication.h>
+
+#include <QEvent>
+#include <QHeaderView>
+
+namespace vfViewer {
+
+FactTable::FactTable(QWidget& parent, const char* name) : QTableWidget(&parent)
+{
+    setObjectName(QLatin1String(name));
+    setColumnCount(2);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setSelectionMode(QAbstractItemView::NoSelection);
+    setShowGrid(false);
+    horizontalHeader()->hide();
+    horizontalHeader()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+    horizontalHeader()->setStretchLastSection(true);
+    verticalHeader()->hide();
+    if (auto* shell = vfApplication::QtApplication::instance())
+        shell->addListener(*this, [this] { refresh(); });
+}
+
+void FactTable::addRow(const QString& name, const QString& value)
+{
+    const int row = rowCount();
+    insertRow(row);
+    setItem(row, 0, new QTableWidgetItem(name));
+    auto* item = new QTableWidgetItem(value);
+    item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    item->setToolTip(value);
+    setItem(row, 1, item);
+}
+
+void FactTable::refresh()
+{
+    // It may go over a whole model; nobody sees it while the panel is closed.
+    if (!isVisible())
+        return;
+    setRowCount(0);
+    fill();
+}
+
+void FactTable::showEvent(QShowEvent* event)
+{
+    QTableWidget::showEvent(event);
+    refresh();
+}
+
+void FactTable::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        refresh();
+    QTableWidget::changeEvent(event);
+}
+
+} // namespace vfViewer

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QTableWidget>
+
+namespace vfViewer {
+
+/// Names and values in two columns, shown anew after each change; not while nobody sees it.
+class FactTable : public QTableWidget
+{
+    Q_OBJECT
+
+public:
+    /// Shows them anew.
+    void refresh();
+
+protected:
+    FactTable(QWidget& parent, const char* name);
+
+    /// To be overridden: adds the rows.
+    virtual void fill() = 0;
+
+    void addRow(const QString& name, const QString& value);
+
+    void showEvent(QShowEvent* event) override;
+    void changeEvent(QEvent* event) override;
+};
+
+} // namespace vfViewer
