@@ -133,8 +133,8 @@ void readOptions(vfBase::ArgumentParser& parser, ViewerCallback& callback)
 bool wantsNoWindow(int argc, char** argv)
 {
     for (int i = 1; i < argc; ++i) {
-        for (const char* option :
-             {"--headless", "--snapshot", "--invoke", "--list-ui", "--list-commands", "--help", "-h"})
+        for (const char* option : {"--headless", "--snapshot", "--invoke", "--script", "--turntable",
+                                   "--list-ui", "--list-commands", "--help", "-h"})
         {
             if (!std::strcmp(argv[i], option))
                 return true;

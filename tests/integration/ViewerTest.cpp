@@ -21,6 +21,7 @@
 #include <unistd.h>
 
 using testing::HasSubstr;
+using testing::Not;
 using testing::StartsWith;
 using vfTest::Outcome;
 using vfTest::signpost;
@@ -340,9 +341,13 @@ TEST(Viewer, ListsItsMenusToolbarsDockWindowsAndOptionsPages)
     EXPECT_EQ(0, outcome.status) << outcome.err;
     EXPECT_THAT(outcome.out, StartsWith("menus\n  File\n    vfApplicationQt::ActionOpen"));
     EXPECT_THAT(outcome.out, HasSubstr("\n    Look from\n      vfViewer::ViewFront\n"));
-    EXPECT_THAT(outcome.out, HasSubstr("\n  Tools\n    vfViewer::PrintStatistics\n")); // the library's
+    EXPECT_THAT(outcome.out, HasSubstr("\n    -\n    vfViewer::PrintStatistics\n")); // the library's
     EXPECT_THAT(outcome.out, HasSubstr("\ntoolbars\n  Standard\n"));
-    EXPECT_THAT(outcome.out, HasSubstr("dock windows\n  vfViewer::SceneTree \"Scene\", left\n"
+    EXPECT_THAT(outcome.out, HasSubstr("dock windows\n  vfViewer::SceneTree \"Scene\", left\n  "
+                                       "vfViewer::Properties \"Properties\", right, hidden\n"
+                                       "  vfViewer::Sections \"Sections\", right, hidden\n"
+                                       "  vfViewer::Measurements \"Measurements\", right, hidden\n"
+                                       "  vfViewer::Messages \"Messages\", right, hidden\n"
                                        "  vfViewer::Statistics \"Statistics\", right, hidden\n"));
     EXPECT_THAT(outcome.out, testing::EndsWith("options pages\n"
                                                "  General\n    vfViewer::RecentFilesPage\n"
@@ -475,6 +480,94 @@ TEST(Viewer, ASnapshotCanBeSeenThrough)
     const Outcome outcome = view({"--snapshot", directory.file("a.jpg"), "--transparent", signpost("obj")});
     EXPECT_EQ(2, outcome.status);
     EXPECT_THAT(outcome.err, HasSubstr("cannot be seen through"));
+}
+
+TEST(Viewer, AScriptRunsItsCommandsWithoutADisplayAndEndsAtTheFirstThatFails)
+{
+    const vfTest::TemporaryDirectory directory;
+    const std::string copy = directory.file("copy.osgb");
+    const std::string picture = directory.file("a.png");
+    const std::string script =
+        directory.write("all.script", "# opens, changes, keeps\n\nvfViewer::Open=" + signpost("obj") +
+                                          "\n  vfViewer::Grid=on  \r\nvfViewer::Scale=2\n"
+                                          "vfViewer::SavePicture=50x40 " +
+                                          picture + "\nvfViewer::SaveAs=" + copy);
+    Outcome outcome = view({"--script", script});
+    EXPECT_EQ(0, outcome.status) << outcome.err;
+    EXPECT_THAT(outcome.err, Not(HasSubstr("vfviewer:")));
+    const osg::ref_ptr<osg::Image> image = osgDB::readRefImageFile(picture);
+    ASSERT_TRUE(image);
+    EXPECT_EQ(50, image->s());
+    EXPECT_EQ(40, image->t());
+    EXPECT_TRUE(std::filesystem::exists(copy));
+
+    // The first failure is the last thing that is done; what was done stays done.
+    const std::string second = directory.file("b.png");
+    const std::string failing = directory.write(
+        "failing.script", "vfViewer::Open=" + signpost("obj") + "\nvfViewer::SavePicture=" + second +
+                              "\nvfViewer::Undo\nvfViewer::SavePicture=" + directory.file("c.png") + "\n");
+    outcome = view({"--script", failing});
+    EXPECT_EQ(4, outcome.status);
+    EXPECT_THAT(outcome.err, HasSubstr("there is nothing to undo\n"));
+    EXPECT_THAT(outcome.err, HasSubstr("vfviewer: " + failing +
+                                       ":3: vfViewer::Undo: the command could not be carried out\n"));
+    EXPECT_TRUE(std::filesystem::exists(second));
+    EXPECT_FALSE(std::filesystem::exists(directory.file("c.png")));
+
+    // With a name that is wrong nothing is begun.
+    const std::string wrong =
+        directory.write("wrong.script", "vfViewer::Open=" + signpost("obj") + "\nvfViewer::SavePicture=" +
+                                            directory.file("d.png") + "\n\nvfViewer::Flt\n");
+    outcome = view({"--script", wrong});
+    EXPECT_EQ(4, outcome.status);
+    EXPECT_THAT(
+        outcome.err,
+        HasSubstr(wrong + ":4: vfViewer::Flt: there is no such command; did you mean vfViewer::Fit?"));
+    EXPECT_FALSE(std::filesystem::exists(directory.file("d.png")));
+    const std::string none = directory.write("none.script", "vfViewer::Fit\n");
+    outcome = view({"--script", none});
+    EXPECT_EQ(4, outcome.status);
+    EXPECT_EQ("vfviewer: " + none + ":1: vfViewer::Fit: there is no document for the command\n", outcome.err);
+    const std::string missing =
+        directory.write("missing.script", "vfViewer::Open=/none.obj\nvfViewer::Fit\n");
+    outcome = view({"--script", missing});
+    EXPECT_EQ(4, outcome.status);
+    EXPECT_THAT(outcome.err, HasSubstr("/none.obj: No such file or directory\n"));
+}
+
+TEST(Viewer, AScriptThatCannotBeReadIsOneLine)
+{
+    const vfTest::TemporaryDirectory directory;
+    for (const auto& [path, reason] :
+         {std::pair<std::string, std::string>{directory.file("none"), "No such file or directory"},
+          {directory.path(), "Is a directory"}})
+    {
+        const Outcome outcome = view({"--script", path});
+        EXPECT_EQ(4, outcome.status);
+        EXPECT_EQ("vfviewer: " + path + ": " + reason + "\n", outcome.err);
+    }
+    EXPECT_EQ(0, view({signpost("obj"), "--script", directory.write("empty", "")}).status);
+    EXPECT_EQ(2, view({"--script"}).status);
+}
+
+TEST(Viewer, SeveralModelsAreMergedIntoOneFile)
+{
+    const vfTest::TemporaryDirectory directory;
+    const std::string all = directory.file("all.osgb");
+    const Outcome outcome = view({signpost("obj"), signpost("stl"), "--invoke", "vfViewer::MergeOpen",
+                                  "--invoke", "vfViewer::Activate=signpost.obj", "--invoke",
+                                  "vfViewer::Activate=signpost.stl", "--invoke", "vfViewer::SaveAs=" + all});
+    EXPECT_EQ(0, outcome.status) << outcome.err;
+    const auto triangles = [](const std::string& file) {
+        const std::string out = view({file, "--invoke", "vfViewer::PrintStatistics"}).out;
+        const std::size_t end = out.find(" triangles");
+        return end == std::string::npos ? -1 : std::atoi(out.c_str() + out.rfind(' ', end - 1));
+    };
+    EXPECT_LT(0, triangles(signpost("obj")));
+    EXPECT_EQ(triangles(signpost("obj")) + triangles(signpost("stl")), triangles(all));
+    EXPECT_EQ(4, view({signpost("obj"), "--invoke", "vfViewer::Activate=none.obj", "--snapshot",
+                       directory.file("a.png")})
+                     .status);
 }
 
 TEST(Viewer, EveryCommandIsDocumentedAndTheOtherWayRound)

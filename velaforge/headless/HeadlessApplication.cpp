@@ -29,6 +29,9 @@
 #include <osgDB/FileNameUtils>
 
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <fstream>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -44,6 +47,7 @@ struct Request
     bool isListWanted = false;
     bool areCommandsWanted = false;
     vfBase::StringList commands; ///< each with its argument behind "="
+    vfBase::VfString script;
     vfBase::VfString snapshot;
     SnapshotFormat format;
     int turntable = 0; ///< number of pictures all around; 0 for one as it is
@@ -68,54 +72,120 @@ bool fail(const vfBase::VfString& path, const vfBase::VfString& reason)
     return say(path, "snapshot not written: " + reason.str());
 }
 
-/// A command of the command line.
+/// A command of the command line, or of a script.
 struct Invocation
 {
     std::string name;
     Command command;
     vfBase::VfVariant argument;
+    std::string
+        where; ///< in which file and line, for whoever looks for a mistake; empty for the command line
+    bool isLast = false; ///< a script goes no further when it fails
+
+    std::string subject() const { return where + name; }
 };
 
+/// @param text  a name, and behind "=" an argument
+Invocation makeInvocation(const std::string& text)
+{
+    const std::size_t equals = text.find('=');
+    Invocation invocation;
+    invocation.name = text.substr(0, equals);
+    if (equals != std::string::npos)
+        invocation.argument = vfBase::VfVariant(vfBase::VfString(text.substr(equals + 1)));
+    return invocation;
+}
+
+std::string trimmed(const std::string& text)
+{
+    const char* const blanks = " \t\r\n";
+    const std::size_t first = text.find_first_not_of(blanks);
+    return first == std::string::npos ? std::string()
+                                      : text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
+/// Reads one command a line; empty lines and what begins with "#" are for people.
+/// @param path  "-" for standard input
+bool readScript(const vfBase::VfString& path, std::vector<Invocation>& invocations, vfBase::VfString& reason)
+{
+    std::ifstream file;
+    if (path != "-") {
+        errno = 0;
+        file.open(path.str());
+        if (!file || file.peek() == std::ifstream::traits_type::eof()) {
+            // A directory can be opened, and fails when it is read.
+            if (!file || errno != 0)
+                reason = std::strerror(errno != 0 ? errno : ENOENT);
+            else
+                file.clear();
+        }
+        if (!reason.empty())
+            return false;
+    }
+    std::istream& input = path == "-" ? std::cin : file;
+    int number = 0;
+    for (std::string line; std::getline(input, line);) {
+        ++number;
+        const std::string text = trimmed(line);
+        if (text.empty() || text[0] == '#')
+            continue;
+        Invocation invocation = makeInvocation(text);
+        invocation.where =
+            (path == "-" ? std::string("standard input") : path.str()) + ":" + std::to_string(number) + ": ";
+        invocation.isLast = true;
+        invocations.push_back(invocation);
+    }
+    return true;
+}
+
 /// @return false when a name is unknown, which is told for each
-bool findCommands(const vfBase::StringList& asked, std::vector<Invocation>& invocations)
+bool findCommands(std::vector<Invocation>& invocations)
 {
     bool areAllKnown = true;
-    for (unsigned int i = 0; i < asked.size(); ++i) {
-        const std::string text = asked.get(i).str();
-        const std::size_t equals = text.find('=');
-        Invocation invocation{text.substr(0, equals), Command(), vfBase::VfVariant()};
-        if (equals != std::string::npos)
-            invocation.argument = vfBase::VfVariant(vfBase::VfString(text.substr(equals + 1)));
+    for (Invocation& invocation : invocations) {
         invocation.command = Command::getCommandByName(invocation.name);
-        if (!invocation.command.isValid()) {
-            const vfBase::VfString nearest = nearestName(invocation.name, commandNames());
-            areAllKnown = say(invocation.name, nearest.empty() ? std::string("there is no such command")
-                                                               : "there is no such command; did you mean " +
-                                                                     nearest.str() + "?");
-        }
-        invocations.push_back(invocation);
+        if (invocation.command.isValid())
+            continue;
+        const vfBase::VfString nearest = nearestName(invocation.name, commandNames());
+        areAllKnown = say(invocation.subject(),
+                          nearest.empty() ? std::string("there is no such command")
+                                          : "there is no such command; did you mean " + nearest.str() + "?");
     }
     return areAllKnown;
 }
 
-/// Nobody tells whether a command that was invoked did its work. One that can be undone stands in the history if so.
+bool isSet(const Command& command, const char* property)
+{
+    return command.getProperties().value(property, vfBase::VfVariant()).toBool();
+}
+
+/// Nobody tells whether a command that was invoked did its work. One that can be undone stands in the history if so;
+/// others may say it in their properties.
 bool invoke(Invocation& invocation)
 {
     const Document* document = Application::instance(false)->getActiveDocument();
-    if (!document)
-        return say(invocation.name, "there is no document for the command");
+    if (!document && !isSet(invocation.command, "standalone"))
+        return say(invocation.subject(), "there is no document for the command");
     invocation.command.invoke(invocation.argument);
-    if (!invocation.command.canUndo() || Application::instance(false)->getActiveDocument() != document)
+    if (isSet(invocation.command, "failed"))
+        return !invocation.isLast || say(invocation.subject(), "the command could not be carried out");
+    if (!document || !invocation.command.canUndo() ||
+        Application::instance(false)->getActiveDocument() != document)
         return true;
     const bool isDone = document->getCommandProcessor()->getCurrentCommand() == invocation.command;
-    return isDone || say(invocation.name, "the command could not be carried out");
+    return isDone || say(invocation.subject(), "the command could not be carried out");
 }
 
 /// Stops at the first change that fails: those behind it may rely on it.
-bool invokeCommands(const vfBase::StringList& asked)
+bool invokeCommands(const Request& asked)
 {
     std::vector<Invocation> invocations;
-    return findCommands(asked, invocations) &&
+    vfBase::VfString reason;
+    if (!asked.script.empty() && !readScript(asked.script, invocations, reason))
+        return say(asked.script, reason);
+    for (unsigned int i = 0; i < asked.commands.size(); ++i)
+        invocations.push_back(makeInvocation(asked.commands.get(i).str()));
+    return findCommands(invocations) &&
            std::all_of(invocations.begin(), invocations.end(), [](Invocation& one) { return invoke(one); });
 }
 
@@ -177,7 +247,7 @@ bool serve(const Request& asked)
         listUi(std::cout);
     if (asked.areCommandsWanted)
         listCommands();
-    return invokeCommands(asked.commands) && (asked.snapshot.empty() || takeSnapshots(asked));
+    return invokeCommands(asked) && (asked.snapshot.empty() || takeSnapshots(asked));
 }
 
 } // namespace
@@ -205,6 +275,9 @@ void HeadlessApplication::declareOptions(vfBase::ArgumentParser& parser)
                                 nullptr);
     parser.addCommandLineOption("--invoke <command>[=<argument>]",
                                 "Run a command on the active document; as often as given, in order", nullptr);
+    parser.addCommandLineOption(
+        "--script <file>",
+        "Run the commands of a file, one a line, as --invoke has them; - for standard input", nullptr);
     parser.addCommandLineOption("--list-ui", "List menus, toolbars, dock windows and options pages", nullptr);
     parser.addCommandLineOption("--list-commands", "List the names of all commands", nullptr);
 }
@@ -239,6 +312,7 @@ void HeadlessApplication::readOptions(vfBase::ArgumentParser& parser)
             parser.reportError("--turntable: the pictures need a name; add --snapshot <file>");
         request().turntable = count;
     }
+    parser.readOptionParameter("--script", request().script);
     parser.readOptionParameter("--invoke", request().commands);
     if (parser.readOptionParameter("--list-ui"))
         request().isListWanted = true;

@@ -39,7 +39,7 @@ DirectCommand::DirectCommand()
 void DirectCommand::invoke(const VfVariant& argument)
 {
     setArgument(argument);
-    Do(argument);
+    getProperties()["failed"] = VfVariant(!Do(argument));
 }
 
 bool DirectCommand::Do(const VfVariant& argument)
@@ -112,11 +112,66 @@ std::vector<double> readNumbers(const std::string& text)
 
 namespace {
 
+/// @return one or several paths
+std::vector<VfString> readPaths(const VfVariant& argument)
+{
+    std::vector<VfString> paths;
+    const vfBase::StringList several = argument.toStringList();
+    for (unsigned int i = 0; i < several.size(); ++i)
+        paths.push_back(several.get(i));
+    if (paths.empty() && !argument.toString().empty())
+        paths.push_back(argument.toString());
+    return paths;
+}
+
 // --- files
 
 struct Save : DirectCommand
 {
     bool carryOut(ModelDocument& document, const VfVariant&) override { return document.save().success(); }
+};
+
+/// Needs no document.
+struct Open : vfApplication::CommandPrivate
+{
+    Open()
+    {
+        getProperties()["standalone"] = VfVariant(true);
+        getProperties()["prompt"] = VfVariant("Open");
+        getProperties()["promptKind"] = VfVariant("files");
+    }
+    void invoke(const VfVariant& argument) override
+    {
+        setArgument(argument);
+        getProperties()["failed"] = VfVariant(!Do(argument));
+    }
+    using CommandPrivate::Do;
+    bool Do(const VfVariant& argument) override
+    {
+        const std::vector<VfString> paths = readPaths(argument);
+        std::size_t opened = 0;
+        for (const VfString& path : paths)
+            opened += Application::instance(false)->openDocument(path.c_str(), vfBase::Options()) ? 1 : 0;
+        return opened > 0 && opened == paths.size();
+    }
+};
+
+/// Makes another of the open documents the active one.
+struct Activate : DirectCommand
+{
+    bool carryOut(ModelDocument& document, const VfVariant& argument) override
+    {
+        const VfString wanted = argument.toString();
+        for (vfApplication::Document* other : document.getDocumentManager()->getDocumentList()) {
+            if (other->getFilename() != wanted && other->getTitle() != wanted)
+                continue;
+            if (vfApplication::View* view = other->getFirstView())
+                view->activate(true);
+            return true;
+        }
+        return failed(document,
+                      "no open model is called \"" + wanted.str() + "\": vfViewer::Activate=<file>");
+    }
 };
 
 struct SaveAs : DirectCommand
@@ -415,12 +470,7 @@ struct AddFile : NamedEdit
     }
     Edits makeEdits(const ModelDocument& document, const VfVariant& argument) override
     {
-        std::vector<VfString> paths;
-        const vfBase::StringList several = argument.toStringList();
-        for (unsigned int i = 0; i < several.size(); ++i)
-            paths.push_back(several.get(i));
-        if (paths.empty() && !argument.toString().empty())
-            paths.push_back(argument.toString());
+        const std::vector<VfString> paths = readPaths(argument);
         if (paths.empty()) {
             failed(document, "to add a file, its name is needed: vfViewer::AddFile=<file>");
             return {};
@@ -485,6 +535,8 @@ struct SetColor : TargetEdit
     }
 };
 
+const CommandRecord<Open> open("Open", "vfViewer::Open");
+const CommandRecord<Activate> activate("Activate", "vfViewer::Activate");
 const CommandRecord<Save> save("Save", "vfViewer::Save");
 const CommandRecord<SaveAs> saveAs("SaveAs", "vfViewer::SaveAs");
 const CommandRecord<Revert> revert("Revert", "vfViewer::Revert");

@@ -18,7 +18,7 @@ class ModelView;
 ModelDocument* activeModel();
 
 /// A command that changes nothing of the model and so stays out of the history: it is carried out at once. What fails is
-/// told by the command itself.
+/// told by the command itself, which has the property "failed" then.
 class DirectCommand : public vfApplication::CommandPrivate
 {
 public:
