@@ -17,6 +17,8 @@
 #include <velaforge/qt/internal/MainWindow.h>
 #include <velaforge/toolkit/CommandNames.h>
 
+#include <osg/observer_ptr>
+
 #include <gmock/gmock.h>
 
 #include <QComboBox>
@@ -316,6 +318,54 @@ TEST_F(ViewerWindow, AFileThatWasReplacedIsReadAgainAndTheCameraStays)
             EXPECT_NEAR(0, (eye - eyeNow).length(), 1e-9);
             EXPECT_FALSE(viewer.model()->getCommandProcessor()->canUndo());
         });
+    });
+}
+
+TEST_F(ViewerWindow, AChangedTextureIsAskedAboutOnceAndWhatIsLookedAtStays)
+{
+    const TemporaryDirectory directory;
+    const std::string path = copyOfSailboat(directory);
+    const std::string texture = directory.file("sail.png");
+    Viewer viewer({path});
+    viewer.run([&] {
+        viewer.hand.key("1");
+        Program::pause(200);
+        osg::Vec3d eye, centre, up;
+        viewer.ui([&] {
+            viewer.viewport()->getLookAt(eye, centre, up);
+            viewer.model()->setSelection(viewer.part("hull"));
+            viewer.part("flag")->setNodeMask(0);
+        });
+        const std::string contents = vfTest::readFile(texture);
+        const auto change = [&] {
+            std::ofstream(texture, std::ios::binary) << contents << std::string(1, '\0');
+            std::ofstream(directory.file("sailboat.mtl"), std::ios::app) << "# again\n";
+            std::ofstream(path, std::ios::app) << "# again\n";
+        };
+        const auto node = viewer.ui([&] { return osg::observer_ptr<osg::Node>(viewer.part("hull")); });
+        change();
+        ASSERT_TRUE(viewer.program().waitForDialog("reloadQuestion"));
+        Program::pause(600); // all three changes are known by then
+        viewer.hand.key("Return");
+        EXPECT_TRUE(viewer.waitFor([&] { return !node.valid() && viewer.part("hull"); }));
+        viewer.ui([&] {
+            osg::Vec3d eyeNow, centreNow, upNow;
+            viewer.viewport()->getLookAt(eyeNow, centreNow, upNow);
+            EXPECT_NEAR(0, (eye - eyeNow).length(), 1e-9);
+            EXPECT_EQ(viewer.part("hull"), viewer.model()->getSelection());
+            EXPECT_EQ(0u, viewer.part("flag")->getNodeMask());
+            EXPECT_FALSE(viewer.model()->isModified());
+        });
+        Program::pause(800);
+        EXPECT_FALSE(viewer.ui([] { return Program::dialog() != nullptr; }));
+        // The texture alone is enough, and whoever does not want it is not asked again.
+        std::ofstream(texture, std::ios::binary) << contents;
+        ASSERT_TRUE(viewer.program().waitForDialog("reloadQuestion"));
+        Program::pause(100);
+        viewer.hand.key("Escape");
+        EXPECT_TRUE(viewer.program().waitForNoDialog());
+        Program::pause(800);
+        EXPECT_FALSE(viewer.ui([] { return Program::dialog() != nullptr; }));
     });
 }
 

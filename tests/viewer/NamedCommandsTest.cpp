@@ -699,6 +699,48 @@ TEST(NamedCommands, OpenModelsAreMergedAsCopies)
     EXPECT_FALSE(second->getCommandProcessor()->canUndo());
 }
 
+TEST(ModelLook, IsThatOfTheSamePartsWhenTheFileIsReadAgain)
+{
+    const vfTest::TemporaryDirectory directory;
+    const auto part = [](const char* name, int first) {
+        std::string text = std::string("o ") + name + "\n";
+        for (const char* point : {"0 0 ", "1 0 ", "0 1 "})
+            text += std::string("v ") + point + std::to_string(first) + "\n";
+        return text + "f " + std::to_string(first) + " " + std::to_string(first + 1) + " " +
+               std::to_string(first + 2) + "\n";
+    };
+    const std::string path =
+        directory.write("parts.obj", part("left", 1) + part("middle", 4) + part("right", 7));
+    const Workshop shop(path);
+    const auto named = [&shop](const std::string& name) {
+        osg::Node* found = nullptr;
+        for (const auto& one : shop.document->getModelScene().parts())
+            found = one->getName() == name ? one.get() : found;
+        return found;
+    };
+    ASSERT_NE(nullptr, named("right"));
+    named("left")->setNodeMask(0);
+    named("right")->setNodeMask(0);
+    shop.document->setSelection(named("middle"));
+    const ModelDocument::Look look = shop.document->getLook();
+    EXPECT_EQ(2u, look.hidden.size());
+    directory.write("parts.obj", part("new", 1) + part("middle", 4) + part("right", 7));
+    EXPECT_TRUE(shop.document->revert());
+    EXPECT_NE(0u, named("right")->getNodeMask());
+    shop.document->restoreLook(look);
+    EXPECT_EQ(0u, named("right")->getNodeMask());
+    EXPECT_NE(0u, named("middle")->getNodeMask());
+    EXPECT_NE(0u, named("new")->getNodeMask());
+    EXPECT_EQ(named("middle"), shop.document->getSelection());
+    EXPECT_FALSE(shop.document->isModified());
+    EXPECT_FALSE(shop.history().canUndo());
+    directory.write("parts.obj", part("other", 1));
+    EXPECT_TRUE(shop.document->revert());
+    shop.document->restoreLook(look);
+    EXPECT_EQ(nullptr, shop.document->getSelection());
+    EXPECT_TRUE(shop.document->getModelScene().hiddenNodes().empty());
+}
+
 TEST(History, ForgetsTheOldestWhenItHoldsMoreThanItMay)
 {
     const Workshop shop;

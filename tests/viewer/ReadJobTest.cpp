@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Files that are read in a process of their own.
 #include "Reading.h"
+
+#include "reading/AssimpLibrary.h"
 #include "reading/SceneTransfer.h"
 #include "support/LargeModels.h"
 #include "support/Models.h"
@@ -292,6 +294,25 @@ TEST_F(ReadJobs, TellsWhenItIsDone)
     EXPECT_TRUE(job.take().scene);
     job.whenDone([&told] { ++told; });
     EXPECT_EQ(2, told) << "at once";
+}
+
+TEST_F(ReadJobs, TheOtherFilesOfAModelAreTold)
+{
+    const auto others = [](const std::string& path) {
+        std::set<std::string> names;
+        const std::string place = fs::path(path).parent_path().string();
+        for (const std::string& file : read(path).files) {
+            EXPECT_EQ(place, fs::path(file).parent_path().string());
+            names.insert(fs::path(file).filename().string());
+        }
+        return names;
+    };
+    const std::string models = VELAFORGE_SOURCE_DIR "/models/";
+    EXPECT_EQ((std::set<std::string>{"sailboat.mtl", "sail.png"}), others(models + "sailboat.obj"));
+    EXPECT_EQ(std::set<std::string>(), others(vfTest::signpost("stl")));
+    if (vfViewer::hasAssimp()) {
+        EXPECT_EQ(std::set<std::string>{"signpost.bin"}, others(vfTest::signpost("gltf")));
+    }
 }
 
 TEST_F(ReadJobs, AProcessThatSomebodyEndedIsReplaced)

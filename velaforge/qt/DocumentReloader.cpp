@@ -12,6 +12,9 @@
 #include <QMessageBox>
 #include <QPushButton>
 
+#include <algorithm>
+#include <utility>
+
 namespace vfApplication {
 
 namespace {
@@ -57,10 +60,57 @@ void DocumentReloader::remove(const vfBase::VfString& path)
     }
     if (users > 1)
         return;
-    m_watcher.remove(path.str());
+    // It is about to close; nobody else has it.
+    for (auto it = m_paths.begin(); it != m_paths.end(); ++it) {
+        if (it->second == path.str())
+            m_others.erase(it->first);
+    }
+    stopWatching(path.str());
     m_marked.erase(path.str());
     for (auto it = m_paths.begin(); it != m_paths.end();)
         it = it->second == path.str() ? m_paths.erase(it) : std::next(it);
+}
+
+void DocumentReloader::setOtherFiles(const Document& document, const std::vector<vfBase::VfString>& paths)
+{
+    forgetClosed();
+    const std::set<std::string> before = std::exchange(m_others[&document], {});
+    for (const vfBase::VfString& path : paths)
+        m_others[&document].insert(path.str());
+    for (const std::string& path : m_others[&document]) {
+        if (m_watcher.contains(path))
+            m_watcher.acknowledge(path);
+        else
+            m_watcher.add(path);
+    }
+    for (const std::string& path : before)
+        stopWatching(path);
+}
+
+/// Lets go of what was known of documents that are gone.
+void DocumentReloader::forgetClosed()
+{
+    Application* application = Application::instance(false);
+    for (auto it = m_others.begin(); application && it != m_others.end();) {
+        const auto& open = application->getDocManager().getDocumentList();
+        if (std::find(open.begin(), open.end(), it->first) != open.end()) {
+            ++it;
+            continue;
+        }
+        const std::set<std::string> paths = it->second;
+        it = m_others.erase(it);
+        for (const std::string& path : paths)
+            stopWatching(path);
+    }
+}
+
+/// Stops watching a file that no document is read from.
+void DocumentReloader::stopWatching(const std::string& path)
+{
+    const bool isOther = std::any_of(m_others.begin(), m_others.end(),
+                                     [&path](const auto& entry) { return entry.second.count(path) > 0; });
+    if (!isOther && !findDocument(QByteArray::fromStdString(path)))
+        m_watcher.remove(path);
 }
 
 void DocumentReloader::onNameChanged(Document& document)
@@ -85,10 +135,9 @@ void DocumentReloader::onNameChanged(Document& document)
     }
 }
 
-bool DocumentReloader::ask(const Document& document)
+bool DocumentReloader::ask(const Document& document, const QString& what)
 {
-    QMessageBox box(QMessageBox::Question, tr("File changed"),
-                    tr("“%1” was changed by another program.").arg(toQt(document.getUserReadableName())),
+    QMessageBox box(QMessageBox::Question, tr("File changed"), what.arg(toQt(document.getUserReadableName())),
                     QMessageBox::NoButton, &m_window);
     box.setObjectName(QStringLiteral("reloadQuestion"));
     box.setInformativeText(document.isModified()
@@ -104,6 +153,30 @@ bool DocumentReloader::ask(const Document& document)
 
 void DocumentReloader::onChanged(const QByteArray& path)
 {
+    offer(path, tr("“%1” was changed by another program."));
+    forgetClosed();
+    std::vector<const Document*> users;
+    for (const auto& [document, others] : m_others) {
+        if (others.count(path.toStdString()) > 0)
+            users.push_back(document);
+    }
+    for (const Document* document : users)
+        onOtherChanged(document);
+}
+
+void DocumentReloader::onOtherChanged(const Document* changed)
+{
+    // It may have gone while another question stood.
+    forgetClosed();
+    if (m_others.count(changed) > 0)
+        offer(QByteArray::fromStdString(changed->getFilename().str()),
+              tr("A file that “%1” is made of was changed by another program."));
+}
+
+/// Asks whether the document of that file is to be read again.
+/// @param what  happened, with a place for its name
+void DocumentReloader::offer(const QByteArray& path, const QString& what)
+{
     if (m_asking.contains(path)) {
         m_changedMeanwhile.insert(path);
         return;
@@ -114,14 +187,17 @@ void DocumentReloader::onChanged(const QByteArray& path)
     m_marked.erase(path.toStdString());
     m_asking.insert(path);
     m_changedMeanwhile.remove(path);
-    const bool isWanted = ask(*document);
+    const bool isWanted = ask(*document, what);
     m_asking.remove(path);
     // The document may have gone while the question stood.
     document = findDocument(path);
     if (!document)
         return;
     if (isWanted) {
-        m_watcher.acknowledge(path.toStdString()); // what is read now
+        // What is read now.
+        m_watcher.acknowledge(path.toStdString());
+        for (const std::string& other : m_others[document])
+            m_watcher.acknowledge(other);
         auto* manager = dynamic_cast<QtDocManager*>(document->getDocumentManager());
         if (manager)
             manager->reload(*document);
@@ -130,7 +206,7 @@ void DocumentReloader::onChanged(const QByteArray& path)
         return;
     }
     if (m_changedMeanwhile.contains(path))
-        onChanged(path);
+        offer(path, what);
 }
 
 void DocumentReloader::onRemoved(const QByteArray& path)

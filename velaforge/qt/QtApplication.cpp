@@ -278,6 +278,12 @@ MainWindow& QtApplication::getImp() const
     return *d->window;
 }
 
+void QtApplication::setOtherFiles(Document& document, const std::vector<vfBase::VfString>& paths)
+{
+    if (d->reloader)
+        d->reloader->setOtherFiles(document, paths);
+}
+
 DocumentReloader& QtApplication::getReloader() const
 {
     return *d->reloader;

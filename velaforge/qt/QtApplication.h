@@ -15,6 +15,7 @@ class QObject;
 
 namespace vfApplication {
 
+class Document;
 class DocumentReloader;
 class MainWindow;
 class QtTitleBar;
@@ -94,6 +95,10 @@ public:
     /// Shows what went wrong in a window that waits for nothing; later problems are added to it.
     /// @param subject  what it is about, such as a file
     void showProblem(const vfBase::VfString& subject, const vfBase::VfString& reason);
+
+    /// Says which other files a document was read from. When one of them changes, the user is asked whether the document is
+    /// to be read again, once for all that changes together. To be called each time it was read.
+    void setOtherFiles(Document& document, const std::vector<vfBase::VfString>& paths);
 
     /// Shows what is going on, on the splash screen or in the status bar; empty when it is over.
     void showActivity(const vfBase::VfString& text);

@@ -69,7 +69,7 @@ public:
     bool closeAllWithQuestions();
 
     /// Reads the file again without a question; the user has been asked already. @return false when that failed
-    bool reload(Document& document);
+    virtual bool reload(Document& document);
 
     /// A file could not be opened, saved or read again. Shows it in the window; the file is named there.
     virtual void reportFailure(const vfBase::VfString& path, const vfBase::VfString& reason);

@@ -36,6 +36,7 @@ public:
     {
         if (!FileGate::whyUnreadable(file).empty())
             return nullptr;
+        FileGate::noteFile(file);
         return DefaultIOSystem::Open(file, mode);
     }
 };

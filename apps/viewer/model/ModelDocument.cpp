@@ -205,9 +205,69 @@ bool ModelDocument::doOpenDocument(const vfBase::VfString& path, const vfBase::O
 {
     Document::doOpenDocument(path, options);
     const ReadOutcome outcome = read(kind(), path);
-    if (outcome.scene)
+    if (outcome.scene) {
         m_scene->setModel(outcome.scene);
+        m_otherFiles = outcome.files;
+    }
     return outcome.scene.valid();
+}
+
+namespace {
+
+/// @return where a node hangs first: for each step down, which child it is, and its name
+ModelDocument::Look::Place placeOf(const osg::Node& node, const osg::Group& root)
+{
+    ModelDocument::Look::Place place;
+    const osg::NodePathList paths = node.getParentalNodePaths(const_cast<osg::Group*>(&root));
+    for (std::size_t i = 1; !paths.empty() && i < paths[0].size(); ++i)
+        place.emplace_back(paths[0][i - 1]->asGroup()->getChildIndex(paths[0][i]), paths[0][i]->getName());
+    return place;
+}
+
+/// @return the child of that name nearest to the number; null when there is none
+osg::Node* findChild(osg::Group& group, unsigned int number, const std::string& name)
+{
+    osg::Node* found = nullptr;
+    unsigned int distance = ~0u;
+    for (unsigned int i = 0; i < group.getNumChildren(); ++i) {
+        const unsigned int away = i > number ? i - number : number - i;
+        if (group.getChild(i)->getName() == name && away < distance) {
+            found = group.getChild(i);
+            distance = away;
+        }
+    }
+    return found;
+}
+
+osg::Node* findPlace(osg::Group& root, const ModelDocument::Look::Place& place)
+{
+    osg::Node* node = &root;
+    for (const auto& [number, name] : place)
+        node = node && node->asGroup() ? findChild(*node->asGroup(), number, name) : nullptr;
+    return place.empty() ? nullptr : node;
+}
+
+} // namespace
+
+ModelDocument::Look ModelDocument::getLook() const
+{
+    Look look;
+    for (const osg::ref_ptr<osg::Node>& node : m_scene->hiddenNodes())
+        look.hidden.push_back(placeOf(*node, scene()));
+    if (const osg::Node* selected = getSelection())
+        look.selected = placeOf(*selected, scene());
+    return look;
+}
+
+void ModelDocument::restoreLook(const Look& look)
+{
+    for (const Look::Place& place : look.hidden) {
+        if (osg::Node* node = findPlace(scene(), place))
+            node->setNodeMask(0);
+    }
+    if (look.selected)
+        setSelection(findPlace(scene(), *look.selected));
+    updateAllViews(nullptr);
 }
 
 std::vector<osg::ref_ptr<osg::Node>>

@@ -13,6 +13,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vfApplication {
@@ -81,6 +82,22 @@ public:
     /// @param color  red, green, blue and alpha from 0 to 1, for everything below the node
     bool setColor(osg::Node& node, const osg::Vec4& color);
 
+    /// @return the files that were read for the model beside its own: materials, textures
+    const std::vector<std::string>& getOtherFiles() const { return m_otherFiles; }
+
+    /// What of a model is looked at, by the places and names of its parts.
+    struct Look
+    {
+        using Place = std::vector<std::pair<unsigned int, std::string>>;
+        std::vector<Place> hidden;
+        std::optional<Place> selected;
+    };
+
+    /// Hides and selects in the model that was read again what was hidden and selected before, as far as it is there. That
+    /// is no change of the model.
+    Look getLook() const;
+    void restoreLook(const Look& look);
+
     /// Reads further files; those that cannot be read are told. Nothing of the document is changed.
     /// @return the models, in the order of the files
     std::vector<osg::ref_ptr<osg::Node>> readModels(const std::vector<vfBase::VfString>& paths) const;
@@ -130,6 +147,7 @@ private:
     osg::ref_ptr<ModelScene> m_scene;
     osg::ref_ptr<osg::Node> m_selection;
     std::vector<Measurement> m_measurements;
+    std::vector<std::string> m_otherFiles;
     std::optional<Units> m_units;
 };
 

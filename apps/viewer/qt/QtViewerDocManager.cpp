@@ -27,7 +27,31 @@ vfApplication::Document* QtViewerDocManager::createDocument(const vfBase::VfStri
         return nullptr;
     }
     beginFile();
-    return QtDocManager::createDocument(path, options);
+    const bool isOpen = findDocumentByPath(path.c_str()) != nullptr; // and is not read again
+    vfApplication::Document* document = QtDocManager::createDocument(path, options);
+    if (!isOpen)
+        watchFilesOf(document);
+    return document;
+}
+
+bool QtViewerDocManager::reload(vfApplication::Document& document)
+{
+    auto* model = dynamic_cast<ModelDocument*>(&document);
+    const ModelDocument::Look look = model ? model->getLook() : ModelDocument::Look();
+    const bool isDone = QtDocManager::reload(document);
+    if (isDone && model)
+        model->restoreLook(look);
+    watchFilesOf(&document);
+    return isDone;
+}
+
+void QtViewerDocManager::watchFilesOf(vfApplication::Document* document)
+{
+    const auto* model = dynamic_cast<ModelDocument*>(document);
+    if (!model || !vfApplication::QtApplication::instance())
+        return;
+    const std::vector<vfBase::VfString> files(model->getOtherFiles().begin(), model->getOtherFiles().end());
+    vfApplication::QtApplication::instance()->setOtherFiles(*document, files);
 }
 
 vfBase::VfString QtViewerDocManager::selectDocumentSavePath(const char* directory, const char* name,

@@ -18,6 +18,9 @@ public:
     vfApplication::Document* createDocument(const vfBase::VfString& path,
                                             const vfBase::Options& options) override;
 
+    /// What is hidden and what is selected stays so.
+    bool reload(vfApplication::Document& document) override;
+
     /// Offers the formats that can be written.
     vfBase::VfString selectDocumentSavePath(const char* directory, const char* name, const char* extension,
                                             const char* filter, vfBase::Options& options) override;
@@ -27,6 +30,9 @@ public:
 
     void onFailure(const vfBase::VfString& path, const vfBase::VfString& reason) override;
     void reportFailure(const vfBase::VfString& path, const vfBase::VfString& reason) override;
+
+private:
+    static void watchFilesOf(vfApplication::Document* document);
 };
 
 } // namespace vfViewer

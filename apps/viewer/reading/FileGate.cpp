@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -61,6 +62,12 @@ bool isListedPlugin(const std::string& name)
 }
 
 std::vector<std::string>& failures()
+{
+    thread_local std::vector<std::string> kept;
+    return kept;
+}
+
+std::vector<std::string>& files()
 {
     thread_local std::vector<std::string> kept;
     return kept;
@@ -142,6 +149,8 @@ private:
         if (osgDB::containsServerAddress(path))
             return "addresses are not fetched";
         const std::string found = osgDB::findDataFile(path, options);
+        if (!found.empty())
+            FileGate::noteFile(found);
         return FileGate::whyUnreadable(found.empty() ? path : found);
     }
 };
@@ -216,6 +225,21 @@ std::vector<std::string> FileGate::takeFailures()
     std::vector<std::string> taken;
     taken.swap(failures());
     return taken;
+}
+
+std::vector<std::string> FileGate::takeFiles()
+{
+    std::vector<std::string> taken;
+    taken.swap(files());
+    return taken;
+}
+
+void FileGate::noteFile(const std::string& path)
+{
+    std::error_code problem;
+    const std::string file = std::filesystem::absolute(path, problem).lexically_normal().string();
+    if (!problem && files().size() < 100 && !isListed(files(), file))
+        files().push_back(file);
 }
 
 void FileGate::noteFailure(const std::string& name, const std::string& reason)

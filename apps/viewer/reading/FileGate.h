@@ -40,6 +40,12 @@ public:
     static bool isModel(const std::string& path);
     static bool isImage(const std::string& path);
 
+    /// A file is about to be read on this thread.
+    static void noteFile(const std::string& path);
+
+    /// @return the files noted since the last time on this thread, absolute, each once; a hundred at most
+    static std::vector<std::string> takeFiles();
+
     /// @return the formats with commas between them, as a file filter has them
     static std::string filter(const std::vector<std::string>& formats);
 

@@ -26,7 +26,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 #include <set>
+#include <system_error>
 
 namespace vfViewer {
 
@@ -213,6 +215,16 @@ ReadOutcome readWithOpenSceneGraph(const std::string& path)
     return outcome;
 }
 
+/// @return the files that were read, without the one that was named
+std::vector<std::string> otherFiles(const std::string& path)
+{
+    std::vector<std::string> files = FileGate::takeFiles();
+    std::error_code problem;
+    const std::string named = std::filesystem::absolute(path, problem).lexically_normal().string();
+    files.erase(std::remove(files.begin(), files.end(), named), files.end());
+    return files;
+}
+
 } // namespace
 
 ReadOutcome readModel(const std::string& path)
@@ -224,6 +236,7 @@ ReadOutcome readModel(const std::string& path)
 
     Quiet quiet;
     FileGate::takeFailures();
+    FileGate::takeFiles();
     const OwnReader own = ownReader(path);
     outcome = own ? own(path) : readWithOpenSceneGraph(path);
     if (!outcome.scene)
@@ -241,6 +254,7 @@ ReadOutcome readModel(const std::string& path)
     prepareLighting(*outcome.scene);
     if (isReadWithYUp(path))
         outcome.scene = withZUp(*outcome.scene);
+    outcome.files = otherFiles(path);
     for (std::string& failure : FileGate::takeFailures())
         outcome.warnings.push_back(std::move(failure));
     for (std::string& line : quiet.stop())

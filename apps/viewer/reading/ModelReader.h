@@ -21,6 +21,7 @@ struct ReadOutcome
     bool isCancelled = false;          ///< it was given up; there is no reason then
     std::string reason;                ///< why not, in one line
     std::vector<std::string> warnings; ///< files it names that could not be read, a line each
+    std::vector<std::string> files;    ///< those that were read beside the one that was named
     std::vector<std::string> details;  ///< what the reader complained about, a line each
 
     /// Worked out on the way, for whoever places a camera.

@@ -247,6 +247,7 @@ bool ObjMaterials::readLibrary(const std::string& name)
     std::replace(relative.begin(), relative.end(), '\\', '/');
     const std::string path = osgDB::isAbsolutePath(relative) ? relative : m_directory + "/" + relative;
     const MappedFile file(path);
+    FileGate::noteFile(path);
     if (file.text().empty())
         return std::filesystem::is_regular_file(path);
     TextScanner scanner(file.text());

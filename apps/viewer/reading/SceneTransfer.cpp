@@ -291,6 +291,7 @@ long long sendOutcome(int file, ReadOutcome& outcome)
     sink.put(outcome.reason);
     sink.put(outcome.warnings);
     sink.put(outcome.details);
+    sink.put(outcome.files);
     Trailer trailer;
     trailer.blockCount = blocks.size();
     trailer.sceneSize = rest.size();
@@ -372,8 +373,8 @@ ReadOutcome receiveOutcome(int file, long long size, const std::atomic<bool>& st
     Trailer trailer;
     if (!source.take(offset, &start, sizeof(start)) || !source.take(start, outcome.reason) ||
         !source.take(start, outcome.warnings) || !source.take(start, outcome.details) ||
-        !source.take(start, &trailer, sizeof(trailer)) || trailer.magic != Trailer().magic ||
-        !source.at(start, trailer.blockCount * sizeof(Block)))
+        !source.take(start, outcome.files) || !source.take(start, &trailer, sizeof(trailer)) ||
+        trailer.magic != Trailer().magic || !source.at(start, trailer.blockCount * sizeof(Block)))
     {
         outcome.reason = lost;
         return outcome;

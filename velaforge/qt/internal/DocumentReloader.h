@@ -9,7 +9,9 @@
 #include <QSet>
 
 #include <map>
+#include <set>
 #include <string>
+#include <vector>
 
 class QWidget;
 
@@ -33,6 +35,9 @@ public:
     /// Stops watching unless another document has that file.
     void remove(const vfBase::VfString& path);
 
+    /// Watches further files for a document, in place of those that were named before. Each as it is now is known.
+    void setOtherFiles(const Document& document, const std::vector<vfBase::VfString>& paths);
+
     /// The document has a new name, or was saved: its file as it is now is its own.
     void onNameChanged(Document& document);
 
@@ -40,14 +45,19 @@ private:
     void onChanged(const QByteArray& path);
     void onRemoved(const QByteArray& path);
     void onRestored(const QByteArray& path);
-    bool ask(const Document& document);
+    void onOtherChanged(const Document* changed);
+    void offer(const QByteArray& path, const QString& what);
+    void forgetClosed();
+    void stopWatching(const std::string& path);
+    bool ask(const Document& document, const QString& what);
 
     QWidget& m_window;
     FileWatcher m_watcher;
     QSet<QByteArray> m_asking;
     QSet<QByteArray> m_changedMeanwhile;
-    std::map<const Document*, std::string> m_paths;  ///< under which each document was watched last
-    std::map<std::string, const Document*> m_marked; ///< modified because their file is gone
+    std::map<const Document*, std::set<std::string>> m_others; ///< files that they were read from, too
+    std::map<const Document*, std::string> m_paths;            ///< under which each document was watched last
+    std::map<std::string, const Document*> m_marked;           ///< modified because their file is gone
 };
 
 } // namespace vfApplication

@@ -256,6 +256,10 @@
         <source>The file of “%1” is gone; it can be saved again.</source>
         <translation>Die Datei von „%1“ ist verschwunden; sie kann wieder gespeichert werden.</translation>
     </message>
+    <message>
+        <source>A file that “%1” is made of was changed by another program.</source>
+        <translation>Eine Datei, aus der „%1“ besteht, wurde von einem anderen Programm geändert.</translation>
+    </message>
 </context>
 <context>
     <name>vfApplication::MainWindow</name>
