@@ -2,6 +2,7 @@
 // The viewer's window, with a hand on mouse and keyboard.
 #include "Viewer.h"
 
+#include "model/Recovery.h"
 #include "model/ViewerSettings.h"
 #include "support/ModelDigest.h"
 #include "support/Models.h"
@@ -365,6 +366,84 @@ TEST_F(ViewerWindow, AChangedTextureIsAskedAboutOnceAndWhatIsLookedAtStays)
         viewer.hand.key("Escape");
         EXPECT_TRUE(viewer.program().waitForNoDialog());
         Program::pause(800);
+        EXPECT_FALSE(viewer.ui([] { return Program::dialog() != nullptr; }));
+    });
+}
+
+TEST_F(ViewerWindow, WhatAFormatDoesNotKeepIsAskedAboutBeforeItIsWritten)
+{
+    const TemporaryDirectory directory;
+    const std::string copy = directory.file("copy.stl");
+    Viewer viewer({sailboat});
+    viewer.run([&] {
+        for (const bool isWanted : {false, true}) {
+            viewer.focus();
+            viewer.hand.key("Ctrl+Shift+S");
+            typeFileName(viewer, copy);
+            ASSERT_TRUE(viewer.program().waitForDialog("lossQuestion"));
+            viewer.ui([] {
+                const auto* box = qobject_cast<QMessageBox*>(Program::dialog());
+                EXPECT_TRUE(box->text().contains(QLatin1String("textures"))) << box->text().toStdString();
+                EXPECT_FALSE(box->text().contains(QLatin1String("names")));
+            });
+            Program::pause(100);
+            viewer.hand.key(isWanted ? "Return" : "Escape");
+            EXPECT_TRUE(viewer.program().waitForNoDialog());
+            Program::pause(300);
+            EXPECT_EQ(isWanted, fs::exists(copy));
+        }
+    });
+}
+
+TEST_F(ViewerWindow, AfterACrashWhatWasNotSavedIsOfferedAgain)
+{
+    const TemporaryDirectory directory;
+    const std::string path = copyOfSailboat(directory);
+    const std::string original = vfTest::readFile(path);
+    // The program is ended from one moment to the other, two seconds after a change.
+    inAnotherProcess([&] {
+        Viewer viewer({path});
+        viewer.run([&] {
+            viewer.ui([&] { viewer.model()->remove(*viewer.part("flag")); });
+            const std::string place = vfViewer::Recovery::standardDirectory();
+            const auto isKept = [&] {
+                std::error_code problem;
+                for (fs::directory_iterator entry(place, problem), end; !problem && entry != end;
+                     entry.increment(problem)) {
+                    if (entry->path().extension() == ".osgb")
+                        return true;
+                }
+                return false;
+            };
+            EXPECT_TRUE(viewer.waitFor(isKept));
+            std::fflush(nullptr);
+            _exit(testing::Test::HasFailure() ? 1 : 0);
+        });
+    });
+    for (const char* answer : {"Later", "Recover"}) {
+        inAnotherProcess([&] {
+            Viewer viewer;
+            viewer.program().run([&] { // the question takes the keyboard
+                clickButton(viewer, "recoverQuestion", answer);
+                if (std::string(answer) == "Later")
+                    return;
+                EXPECT_TRUE(viewer.waitFor([&] { return viewer.model() && viewer.model()->isModified(); }));
+                viewer.ui([&] {
+                    EXPECT_EQ(nullptr, viewer.part("flag"));
+                    EXPECT_NE(nullptr, viewer.part("hull"));
+                    EXPECT_EQ(path, viewer.model()->getFilename().str());
+                    EXPECT_EQ("sailboat.obj", viewer.model()->getTitle().str());
+                    EXPECT_TRUE(viewer.model()->save().success());
+                    EXPECT_FALSE(viewer.model()->isModified());
+                });
+            });
+        });
+        EXPECT_EQ(std::string(answer) == "Later", original == vfTest::readFile(path)) << answer;
+    }
+    // It is over then.
+    Viewer viewer;
+    viewer.run([&] {
+        Program::pause(500);
         EXPECT_FALSE(viewer.ui([] { return Program::dialog() != nullptr; }));
     });
 }

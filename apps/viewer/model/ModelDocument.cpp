@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "model/ModelDocument.h"
 
+#include "model/FormatLosses.h"
 #include "model/ModelWriter.h"
 #include "model/SceneCommands.h"
 #include "model/ViewerSettings.h"
@@ -298,8 +299,13 @@ vfBase::WriteResult ModelDocument::doSaveDocument(const vfBase::VfString& path,
 {
     Document::doSaveDocument(path, options);
     vfBase::VfString reason;
-    if (writeModel(scene(), path, reason))
+    if (writeModel(scene(), path, reason)) {
+        const std::string format = osgDB::getLowerCaseFileExtension(path);
+        const std::string losses = describeLosses(scene(), format);
+        if (FailureListener* told = losses.empty() ? nullptr : listener())
+            told->onWarning(path, "." + format + " files do not keep: " + losses);
         return vfBase::WriteResult::Written;
+    }
     if (FailureListener* told = listener())
         told->onFailure(path, reason);
     return vfBase::WriteResult(vfBase::WriteResult::WriteFailed, reason);

@@ -156,6 +156,7 @@ void ModelScene::boundHistory()
 
 void ModelScene::changed()
 {
+    ++m_changes;
     if (!m_document)
         return;
     m_document->modify(true);

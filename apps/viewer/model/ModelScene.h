@@ -63,6 +63,9 @@ public:
     /// Has the document count as modified and its views drawn anew.
     void changed();
 
+    /// @return how often that was
+    unsigned long long getChangeCount() const { return m_changes; }
+
     /// The document goes; changes tell nobody from here on.
     void detach() { m_document = nullptr; }
 
@@ -77,6 +80,7 @@ private:
 
     osg::ref_ptr<osg::Group> m_root;
     ModelDocument* m_document;
+    unsigned long long m_changes = 0;
     std::list<SceneCommand*> m_commands; ///< in the order in which they were done
     std::size_t m_historyLimit = std::size_t(512) * 1000 * 1000;
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "model/ModelWriter.h"
 
+#include "model/FormatLosses.h"
 #include "reading/FileGate.h"
 #include "reading/Quiet.h"
 #include "reading/ReadJob.h"
@@ -8,12 +9,15 @@
 
 #include <velaforge/base/ReplaceFile.h>
 
-#include <osg/ComputeBoundsVisitor>
+#include <osg/Geometry>
 #include <osg/Node>
+#include <osg/NodeVisitor>
+#include <osg/Transform>
 #include <osgDB/FileNameUtils>
 #include <osgDB/Registry>
 #include <osgUtil/Optimizer>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -78,19 +82,120 @@ osg::ref_ptr<osg::Node> flattened(osg::Node& scene)
     return copy;
 }
 
+/// @return whether a format that loses these features has a place for such primitives
+bool isKept(const osg::PrimitiveSet& primitives, unsigned int lost)
+{
+    const GLenum mode = primitives.getMode();
+    if (mode == GL_POINTS)
+        return !(lost & Points);
+    return mode > GL_LINE_STRIP || !(lost & Lines);
+}
+
+/// Shows what is hidden, which writers leave out and which would be lost, and takes away what writers make broken files of.
+class Fit : public osg::NodeVisitor
+{
+public:
+    explicit Fit(unsigned int lost) : NodeVisitor(TRAVERSE_ALL_CHILDREN), m_lost(lost)
+    {
+        setNodeMaskOverride(~0u);
+    }
+
+    void apply(osg::Node& node) override
+    {
+        if (node.getNodeMask() == 0 && (m_lost & HiddenParts))
+            node.setNodeMask(~0u);
+        traverse(node);
+    }
+
+    void apply(osg::Geometry& geometry) override
+    {
+        osg::Geometry::PrimitiveSetList kept;
+        for (const osg::ref_ptr<osg::PrimitiveSet>& primitives : geometry.getPrimitiveSetList()) {
+            if (isKept(*primitives, m_lost))
+                kept.push_back(primitives);
+        }
+        geometry.setPrimitiveSetList(kept);
+        if (kept.empty())
+            m_empty.emplace_back(&geometry);
+        apply(static_cast<osg::Node&>(geometry));
+    }
+
+    void takeEmpty()
+    {
+        for (const osg::ref_ptr<osg::Node>& node : m_empty) {
+            while (node->getNumParents() > 0)
+                node->getParent(0)->removeChild(node);
+        }
+    }
+
+private:
+    unsigned int m_lost;
+    std::vector<osg::ref_ptr<osg::Node>> m_empty;
+};
+
+/// @return a copy with what the format holds; the scene itself when it holds all
+osg::ref_ptr<osg::Node> fitFor(osg::Node& scene, const std::string& format)
+{
+    const unsigned int lost = featuresLostBy(format) & featuresOf(scene);
+    if ((lost & (HiddenParts | Lines | Points)) == 0)
+        return &scene;
+    osg::ref_ptr<osg::Node> copy =
+        osg::clone(&scene, osg::CopyOp(osg::CopyOp::DEEP_COPY_NODES | osg::CopyOp::DEEP_COPY_DRAWABLES));
+    Fit fit(lost);
+    copy->accept(fit);
+    fit.takeEmpty();
+    return copy;
+}
+
 /// @return the scene as the writer of that file's format needs it
 osg::ref_ptr<osg::Node> forWriter(osg::Node& scene, const std::string& path)
 {
-    osg::ref_ptr<osg::Node> turned =
-        isWrittenWithYUp(path) ? withYUp(scene) : osg::ref_ptr<osg::Node>(&scene);
-    return osgDB::getLowerCaseFileExtension(path) == "ac" ? flattened(*turned) : turned;
+    const std::string format = osgDB::getLowerCaseFileExtension(path);
+    const osg::ref_ptr<osg::Node> fit = fitFor(scene, format);
+    osg::ref_ptr<osg::Node> turned = isWrittenWithYUp(path) ? withYUp(*fit) : fit;
+    return format == "ac" ? flattened(*turned) : turned;
 }
 
-osg::BoundingBox boundsOf(osg::Node& node)
+/// Where there is something of a scene that a format keeps.
+class KeptBounds : public osg::NodeVisitor
 {
-    osg::ComputeBoundsVisitor visitor;
-    node.accept(visitor);
-    return visitor.getBoundingBox();
+public:
+    explicit KeptBounds(unsigned int lost) : NodeVisitor(TRAVERSE_ALL_CHILDREN), m_lost(lost)
+    {
+        setNodeMaskOverride(~0u);
+    }
+
+    void apply(osg::Drawable& drawable) override { add(drawable); }
+
+    void apply(osg::Geometry& geometry) override
+    {
+        const auto& all = geometry.getPrimitiveSetList();
+        if (std::any_of(all.begin(), all.end(), [this](const auto& one) { return isKept(*one, m_lost); }))
+            add(geometry);
+    }
+
+    osg::BoundingBox box;
+
+private:
+    void add(osg::Drawable& drawable)
+    {
+        const osg::BoundingBox& bounds = drawable.getBoundingBox();
+        const osg::Matrixd place = osg::computeLocalToWorld(getNodePath());
+        for (unsigned int i = 0; bounds.valid() && i < 8; ++i)
+            box.expandBy(bounds.corner(i) * place);
+    }
+
+    unsigned int m_lost;
+};
+
+/// @return whether a format keeps nothing at all of a scene that is not empty
+bool isNothingKept(osg::Node& scene, const std::string& format)
+{
+    KeptBounds all(0);
+    scene.accept(all);
+    KeptBounds kept(featuresLostBy(format));
+    scene.accept(kept);
+    return all.box.valid() && !kept.box.valid();
 }
 
 /// Writers do not look at what the system says, so what they wrote is read back: it must be a model in the same place.
@@ -100,12 +205,16 @@ bool isWhole(osg::Node& scene, const fs::path& file)
     while (!job.wait(1000)) {
     }
     const ReadOutcome written = job.take();
-    const osg::BoundingBox before = boundsOf(scene);
-    if (!written.scene || !before.valid())
-        return !before.valid();
-    const osg::BoundingBox after = boundsOf(*written.scene);
-    const float allowed = 0.01f * before.radius(); // formats differ in precision
-    return (before._min - after._min).length() <= allowed && (before._max - after._max).length() <= allowed;
+    const unsigned int lost = featuresLostBy(osgDB::getLowerCaseFileExtension(file.string()));
+    KeptBounds before(lost);
+    scene.accept(before);
+    if (!written.scene || !before.box.valid())
+        return !before.box.valid();
+    KeptBounds after(0);
+    written.scene->accept(after);
+    const float allowed = 0.01f * before.box.radius(); // formats differ in precision
+    return (before.box._min - after.box._min).length() <= allowed &&
+           (before.box._max - after.box._max).length() <= allowed;
 }
 
 bool readWhole(const fs::path& path, std::string& contents)
@@ -132,6 +241,10 @@ bool writeModel(osg::Node& scene, const vfBase::VfString& path, vfBase::VfString
                                       : nullptr;
     if (!writer) {
         reason = "models are not written as ." + extension;
+        return false;
+    }
+    if (isNothingKept(scene, extension)) {
+        reason = "there is nothing in the model that ." + extension + " files can hold";
         return false;
     }
     const fs::path target(path.str());

@@ -1,20 +1,117 @@
 // SPDX-License-Identifier: MIT
 #include "qt/QtViewerDocManager.h"
 
+#include "model/FormatLosses.h"
 #include "model/ModelWriter.h"
+#include "model/NamedCommands.h"
 #include "qt/LoadDialog.h"
 #include "qt/QtModelView.h"
 #include "reading/ReadJob.h"
 
+#include <velaforge/application/Application.h>
 #include <velaforge/qt/QtApplication.h>
 
+#include <osgDB/FileNameUtils>
+
+#include <QDateTime>
+#include <QLocale>
 #include <QMainWindow>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+
+#include <algorithm>
 
 namespace vfViewer {
 
-QtViewerDocManager::QtViewerDocManager()
+namespace {
+
+constexpr int keepingInterval = 2000; // milliseconds
+
+} // namespace
+
+QtViewerDocManager::QtViewerDocManager() : m_timer(std::make_unique<QTimer>())
 {
     addViewerKinds(*this, QtModelView::s_classInfo);
+    QObject::connect(m_timer.get(), &QTimer::timeout, m_timer.get(), [this] { keepUnsaved(); });
+    // The manager is there before the window is, and before there are timers.
+    QMetaObject::invokeMethod(
+        m_timer.get(),
+        [this] {
+            m_recovery = std::make_unique<Recovery>(Recovery::standardDirectory());
+            m_timer->start(keepingInterval);
+            offerLeftBehind();
+        },
+        Qt::QueuedConnection);
+}
+
+QtViewerDocManager::~QtViewerDocManager() = default;
+
+void QtViewerDocManager::addFileToHistory(const vfBase::VfString& path)
+{
+    if (osgDB::getFilePath(path) != Recovery::standardDirectory())
+        QtDocManager::addFileToHistory(path);
+}
+
+void QtViewerDocManager::keepUnsaved()
+{
+    const auto& documents = getDocumentList();
+    for (const ModelDocument* kept : m_recovery->getKept()) {
+        if (std::find(documents.begin(), documents.end(), kept) == documents.end() || !kept->isModified())
+            m_recovery->drop(kept);
+    }
+    for (const vfApplication::Document* document : documents) {
+        const auto* model = dynamic_cast<const ModelDocument*>(document);
+        if (model && model->isModified())
+            m_recovery->keep(*model);
+    }
+}
+
+void QtViewerDocManager::offerLeftBehind()
+{
+    auto* shell = vfApplication::QtApplication::instance();
+    const std::vector<Recovery::Found> found = m_recovery->findLeftBehind();
+    if (found.empty() || !shell)
+        return;
+    QStringList names;
+    for (const Recovery::Found& one : found)
+        names << tr("%1, changed on %2")
+                     .arg(QString::fromStdString(osgDB::getSimpleFileName(one.original)),
+                          QLocale().toString(QDateTime::fromSecsSinceEpoch(one.time), QLocale::ShortFormat));
+    QMessageBox box(QMessageBox::Question, tr("Recover"),
+                    tr("The program ended before these models were saved:"), QMessageBox::NoButton,
+                    &shell->getMainWindow());
+    box.setObjectName(QStringLiteral("recoverQuestion"));
+    box.setInformativeText(names.join(QLatin1Char('\n')));
+    QPushButton* wanted = box.addButton(tr("&Recover"), QMessageBox::AcceptRole);
+    const QPushButton* discarded = box.addButton(tr("&Discard"), QMessageBox::DestructiveRole);
+    box.setEscapeButton(box.addButton(tr("&Later"), QMessageBox::RejectRole));
+    box.setDefaultButton(wanted);
+    box.exec();
+    for (const Recovery::Found& one : found) {
+        if (box.clickedButton() == wanted)
+            recover(one);
+        else if (box.clickedButton() == discarded)
+            Recovery::discard(one);
+    }
+}
+
+void QtViewerDocManager::recover(const Recovery::Found& found)
+{
+    vfApplication::Document* document =
+        vfApplication::Application::instance(false)->openDocument(found.copy.c_str(), vfBase::Options());
+    auto* model = dynamic_cast<ModelDocument*>(document);
+    auto* shell = vfApplication::QtApplication::instance();
+    if (!model || !shell)
+        return;
+    // It is that of the file again, with changes; the file itself is as it was.
+    shell->removeFileFromFileSystemWatcher(found.copy);
+    model->setTitle(osgDB::getSimpleFileName(found.original));
+    model->setFilename(found.original, true);
+    model->modify(true);
+    shell->addFileToFileSystemWatcher(found.original);
+    if (m_recovery->keepNow(*model))
+        Recovery::discard(found);
 }
 
 vfApplication::Document* QtViewerDocManager::createDocument(const vfBase::VfString& path,
@@ -58,8 +155,35 @@ vfBase::VfString QtViewerDocManager::selectDocumentSavePath(const char* director
                                                             const char* extension, const char*,
                                                             vfBase::Options& options)
 {
-    return QtDocManager::selectDocumentSavePath(directory, name, extension, writableFormats().c_str(),
-                                                options);
+    const vfBase::VfString path =
+        QtDocManager::selectDocumentSavePath(directory, name, extension, writableFormats().c_str(), options);
+    return path.empty() || isWantedIn(path) ? path : vfBase::VfString();
+}
+
+/// Asks when the format of a file does not keep all of the model. @return false when it is not to be written then
+bool QtViewerDocManager::isWantedIn(const vfBase::VfString& path)
+{
+    const ModelDocument* document = activeModel();
+    const std::string format = osgDB::getLowerCaseFileExtension(path);
+    auto* shell = vfApplication::QtApplication::instance();
+    const std::vector<std::string> losses =
+        document ? lossesOf(document->scene(), format) : std::vector<std::string>();
+    if (losses.empty() || !shell)
+        return true;
+    QStringList words;
+    for (const std::string& loss : losses)
+        words << QCoreApplication::translate("vfViewer", loss.c_str());
+    QMessageBox box(QMessageBox::Warning, tr("Not all is kept"),
+                    tr("Files of the format “.%1” do not keep: %2.")
+                        .arg(QString::fromStdString(format), words.join(QStringLiteral(", "))),
+                    QMessageBox::NoButton, &shell->getMainWindow());
+    box.setObjectName(QStringLiteral("lossQuestion"));
+    box.setInformativeText(tr("The open model keeps it until it is closed."));
+    QPushButton* save = box.addButton(tr("&Save all the same"), QMessageBox::AcceptRole);
+    box.setEscapeButton(box.addButton(QMessageBox::Cancel));
+    box.setDefaultButton(save);
+    box.exec();
+    return box.clickedButton() == save;
 }
 
 void QtViewerDocManager::waitFor(ReadJob& job)

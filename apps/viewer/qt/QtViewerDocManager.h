@@ -1,9 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "model/Recovery.h"
 #include "model/ViewerDocuments.h"
 
 #include <velaforge/qt/QtDocManager.h>
+
+#include <memory>
+
+class QTimer;
 
 namespace vfViewer {
 
@@ -14,6 +19,10 @@ class QtViewerDocManager : public vfApplication::QtDocManager, public FailureLog
 
 public:
     QtViewerDocManager();
+    ~QtViewerDocManager() override;
+
+    /// Copies that were recovered are no files that anybody wants to open again.
+    void addFileToHistory(const vfBase::VfString& path) override;
 
     vfApplication::Document* createDocument(const vfBase::VfString& path,
                                             const vfBase::Options& options) override;
@@ -32,7 +41,14 @@ public:
     void reportFailure(const vfBase::VfString& path, const vfBase::VfString& reason) override;
 
 private:
+    void keepUnsaved();
+    void offerLeftBehind();
+    void recover(const Recovery::Found& found);
+    static bool isWantedIn(const vfBase::VfString& path);
     static void watchFilesOf(vfApplication::Document* document);
+
+    std::unique_ptr<Recovery> m_recovery;
+    std::unique_ptr<QTimer> m_timer;
 };
 
 } // namespace vfViewer

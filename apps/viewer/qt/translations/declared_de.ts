@@ -490,5 +490,45 @@
         <source>Name</source>
         <translation>Name</translation>
     </message>
+    <message>
+        <source>names</source>
+        <translation>Namen</translation>
+    </message>
+    <message>
+        <source>the division into parts</source>
+        <translation>die Aufteilung in Teile</translation>
+    </message>
+    <message>
+        <source>colours of materials</source>
+        <translation>Farben von Materialien</translation>
+    </message>
+    <message>
+        <source>textures</source>
+        <translation>Texturen</translation>
+    </message>
+    <message>
+        <source>colours of points</source>
+        <translation>Farben von Punkten</translation>
+    </message>
+    <message>
+        <source>smooth shading</source>
+        <translation>weiche Schattierung</translation>
+    </message>
+    <message>
+        <source>lines</source>
+        <translation>Linien</translation>
+    </message>
+    <message>
+        <source>points</source>
+        <translation>Punkte</translation>
+    </message>
+    <message>
+        <source>what is hidden</source>
+        <translation>was verborgen ist</translation>
+    </message>
+    <message>
+        <source>animations</source>
+        <translation>Animationen</translation>
+    </message>
 </context>
 </TS>

@@ -132,6 +132,49 @@
     </message>
 </context>
 <context>
+    <name>vfViewer::QtViewerDocManager</name>
+    <message>
+        <source>Not all is kept</source>
+        <translation>Nicht alles bleibt erhalten</translation>
+    </message>
+    <message>
+        <source>Files of the format “.%1” do not keep: %2.</source>
+        <translation>Dateien des Formats „.%1“ halten nicht fest: %2.</translation>
+    </message>
+    <message>
+        <source>The open model keeps it until it is closed.</source>
+        <translation>Das geöffnete Modell behält es, bis es geschlossen wird.</translation>
+    </message>
+    <message>
+        <source>&amp;Save all the same</source>
+        <translation>&amp;Trotzdem speichern</translation>
+    </message>
+    <message>
+        <source>%1, changed on %2</source>
+        <translation>%1, geändert am %2</translation>
+    </message>
+    <message>
+        <source>Recover</source>
+        <translation>Wiederherstellen</translation>
+    </message>
+    <message>
+        <source>The program ended before these models were saved:</source>
+        <translation>Das Programm endete, bevor diese Modelle gespeichert waren:</translation>
+    </message>
+    <message>
+        <source>&amp;Recover</source>
+        <translation>&amp;Wiederherstellen</translation>
+    </message>
+    <message>
+        <source>&amp;Discard</source>
+        <translation>&amp;Verwerfen</translation>
+    </message>
+    <message>
+        <source>&amp;Later</source>
+        <translation>&amp;Später</translation>
+    </message>
+</context>
+<context>
     <name>vfViewer::ScenePanel</name>
     <message>
         <source>Search</source>

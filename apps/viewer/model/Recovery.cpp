@@ -1,0 +1,224 @@
+// SPDX-License-Identifier: MIT
+#include "model/Recovery.h"
+
+#include "model/ModelDocument.h"
+
+#include <velaforge/base/StandardPaths.h>
+
+#include <osg/Timer>
+#include <osgDB/Registry>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace vfViewer {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+const char* const lockEnding = ".lock";
+const char* const copyEnding = ".osgb";
+const char* const originalEnding = ".path";
+
+double now()
+{
+    return osg::Timer::instance()->time_s();
+}
+
+std::string withoutEnding(const std::string& path)
+{
+    return fs::path(path).replace_extension().string();
+}
+
+/// @return a copy that nobody else changes: the commands put others in the place of arrays, they do not write to them
+osg::ref_ptr<osg::Node> copyOf(const ModelDocument& document)
+{
+    const osg::CopyOp copy(osg::CopyOp::DEEP_COPY_NODES | osg::CopyOp::DEEP_COPY_DRAWABLES |
+                           osg::CopyOp::DEEP_COPY_STATESETS | osg::CopyOp::DEEP_COPY_STATEATTRIBUTES);
+    osg::Group& root = document.scene();
+    if (root.getNumChildren() == 1)
+        return osg::clone(root.getChild(0), copy);
+    return osg::clone(static_cast<osg::Node*>(&root), copy);
+}
+
+bool writeText(const std::string& path, const std::string& text)
+{
+    std::ofstream file(path, std::ios::binary);
+    file << text;
+    return file.flush().good();
+}
+
+/// @return whether the program of that lock is gone
+bool isGone(const std::string& lock)
+{
+    const int file = open(lock.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW);
+    const bool isFree = file >= 0 && flock(file, LOCK_EX | LOCK_NB) == 0;
+    if (file >= 0)
+        close(file);
+    return isFree;
+}
+
+} // namespace
+
+std::string Recovery::standardDirectory()
+{
+    using vfBase::StandardPaths;
+    return std::string(StandardPaths::standardLocation(StandardPaths::LocalData)) + "/recovery";
+}
+
+Recovery::Recovery(std::string directory) : m_directory(std::move(directory)) {}
+
+Recovery::~Recovery()
+{
+    finishWriting();
+    while (!m_entries.empty())
+        drop(m_entries.begin()->first);
+    if (m_lock < 0)
+        return;
+    unlink((m_session + lockEnding).c_str());
+    close(m_lock);
+}
+
+bool Recovery::begin()
+{
+    if (m_lock >= 0)
+        return true;
+    std::error_code problem;
+    fs::create_directories(m_directory, problem);
+    chmod(m_directory.c_str(), S_IRWXU); // models are nobody else's business
+    std::string name = m_directory + "/session-XXXXXX" + lockEnding;
+    m_lock = mkostemps(name.data(), 5, O_CLOEXEC);
+    if (m_lock < 0)
+        return false;
+    flock(m_lock, LOCK_EX | LOCK_NB);
+    m_session = withoutEnding(name);
+    return true;
+}
+
+void Recovery::finishWriting()
+{
+    if (m_writer.joinable())
+        m_writer.join();
+}
+
+bool Recovery::keep(const ModelDocument& document)
+{
+    const unsigned long long changes = document.getModelScene().getChangeCount();
+    const auto known = m_entries.find(&document);
+    if (known != m_entries.end() && known->second.changes == changes)
+        return true;
+    if (m_isWriting || now() < m_nextTime || !begin())
+        return false;
+    finishWriting();
+    Entry& entry = m_entries[&document];
+    if (entry.copy.empty())
+        entry.copy = m_session + "-" + std::to_string(++m_count) + copyEnding;
+    entry.changes = changes;
+    m_isWriting = true;
+    m_nextTime = now() + 10 * m_secondsTaken; // a large model is not written all the time
+    m_writer = std::thread([this, scene = copyOf(document), copy = entry.copy,
+                            original = document.getFilename().str()] { write(scene, copy, original); });
+    return true;
+}
+
+bool Recovery::keepNow(const ModelDocument& document)
+{
+    finishWriting();
+    m_nextTime = 0;
+    const bool isBegun = keep(document);
+    finishWriting();
+    return isBegun && fs::exists(m_entries[&document].copy);
+}
+
+void Recovery::write(const osg::ref_ptr<osg::Node>& scene, const std::string& copy,
+                     const std::string& original)
+{
+    const double start = now();
+    const std::string draft = copy + ".part";
+    osgDB::ReaderWriter* writer = osgDB::Registry::instance()->getReaderWriterForExtension("osgb");
+    bool isWritten = writer && writeText(withoutEnding(copy) + originalEnding, original);
+    if (isWritten) {
+        std::ofstream file(draft, std::ios::binary);
+        const osg::ref_ptr<osgDB::Options> options = new osgDB::Options("WriteImageHint=IncludeData");
+        isWritten = writer->writeNode(*scene, file, options).success() && file.flush().good();
+    }
+    // The one before is there until this one is whole.
+    if (!isWritten || rename(draft.c_str(), copy.c_str()) != 0)
+        unlink(draft.c_str());
+    m_secondsTaken = now() - start;
+    m_isWriting = false;
+}
+
+void Recovery::drop(const ModelDocument* document)
+{
+    const auto found = m_entries.find(document);
+    if (found == m_entries.end())
+        return;
+    finishWriting();
+    discard({found->second.copy, "", 0});
+    m_entries.erase(found);
+}
+
+std::vector<const ModelDocument*> Recovery::getKept() const
+{
+    std::vector<const ModelDocument*> kept;
+    for (const auto& [document, entry] : m_entries)
+        kept.push_back(document);
+    return kept;
+}
+
+std::vector<Recovery::Found> Recovery::findLeftBehind() const
+{
+    std::vector<Found> found;
+    std::error_code problem;
+    std::vector<std::string> sessions;
+    for (fs::directory_iterator entry(m_directory, problem), end; !problem && entry != end;
+         entry.increment(problem))
+    {
+        const std::string path = entry->path().string();
+        if (entry->path().extension() == lockEnding && withoutEnding(path) != m_session && isGone(path))
+            sessions.push_back(withoutEnding(path));
+    }
+    for (const std::string& session : sessions) {
+        bool isEmpty = true;
+        for (fs::directory_iterator entry(m_directory, problem), end; !problem && entry != end;
+             entry.increment(problem))
+        {
+            const std::string path = entry->path().string();
+            struct stat status;
+            const bool isCopy = path.compare(0, session.size() + 1, session + "-") == 0 &&
+                                entry->path().extension() == copyEnding &&
+                                lstat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+            if (!isCopy)
+                continue;
+            std::ifstream file(withoutEnding(path) + originalEnding, std::ios::binary);
+            std::string original;
+            std::getline(file, original, '\0');
+            found.push_back({path, original, status.st_mtime});
+            isEmpty = false;
+        }
+        if (isEmpty)
+            unlink((session + lockEnding).c_str());
+    }
+    std::sort(found.begin(), found.end(), [](const Found& a, const Found& b) {
+        return a.time < b.time || (a.time == b.time && a.copy < b.copy);
+    });
+    return found;
+}
+
+void Recovery::discard(const Found& found)
+{
+    unlink(found.copy.c_str());
+    unlink((found.copy + ".part").c_str());
+    unlink((withoutEnding(found.copy) + originalEnding).c_str());
+}
+
+} // namespace vfViewer

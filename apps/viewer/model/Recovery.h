@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <osg/Node>
+#include <osg/ref_ptr>
+
+#include <atomic>
+#include <ctime>
+#include <map>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace vfViewer {
+
+class ModelDocument;
+
+/// Keeps copies of what is not saved, for the case that the program does not live to save it. The files of the documents
+/// are never touched.
+///
+/// The copies lie in a directory of the user, and go when the document is saved or closed. Those of a program that is gone
+/// are found by the next one: each program holds a lock that ends with it. Belongs on one thread; the copies are written
+/// on another.
+class Recovery
+{
+public:
+    /// A copy that a program has left behind.
+    struct Found
+    {
+        std::string copy;     ///< to be opened like any model
+        std::string original; ///< the file that the document was of
+        std::time_t time = 0; ///< when it was written
+    };
+
+    /// @return the directory of this program's copies
+    static std::string standardDirectory();
+
+    /// @param directory  made when there is something to keep
+    explicit Recovery(std::string directory);
+
+    /// Takes the copies of this program away: it has come to its end.
+    ~Recovery();
+
+    Recovery(const Recovery&) = delete;
+    Recovery& operator=(const Recovery&) = delete;
+
+    /// Begins to write a copy of a document that has changes, if they are not kept yet. When another one is still being
+    /// written, or has taken long a moment ago, it waits for the next call.
+    /// @return whether it is kept, or about to be
+    bool keep(const ModelDocument& document);
+
+    /// Writes a copy at once. @return whether it is there
+    bool keepNow(const ModelDocument& document);
+
+    /// Takes the copy of a document away. The document need not be there any more.
+    void drop(const ModelDocument* document);
+
+    /// @return the documents that there are copies of
+    std::vector<const ModelDocument*> getKept() const;
+
+    /// @return what programs have left behind that are gone, the oldest first
+    std::vector<Found> findLeftBehind() const;
+
+    /// Takes such a copy away.
+    static void discard(const Found& found);
+
+    /// Waits until nothing is being written.
+    void finishWriting();
+
+private:
+    struct Entry
+    {
+        std::string copy;
+        unsigned long long changes = 0; ///< of the scene when it was copied
+    };
+
+    bool begin();
+    void write(const osg::ref_ptr<osg::Node>& scene, const std::string& copy, const std::string& original);
+
+    std::string m_directory;
+    std::string m_session; ///< what the names of this program's files begin with
+    int m_lock = -1;
+    int m_count = 0;
+    std::map<const ModelDocument*, Entry> m_entries;
+    std::thread m_writer;
+    std::atomic<bool> m_isWriting{false};
+    std::atomic<double> m_secondsTaken{0};
+    double m_nextTime = 0;
+};
+
+} // namespace vfViewer

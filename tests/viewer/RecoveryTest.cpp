@@ -1,0 +1,202 @@
+// SPDX-License-Identifier: MIT
+#include "model/Recovery.h"
+
+#include "Reading.h"
+
+#include "model/ModelDocument.h"
+#include "model/SceneCommands.h"
+#include "support/Models.h"
+
+#include <osg/Geode>
+
+#include <gmock/gmock.h>
+
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+using vfViewer::ModelDocument;
+using vfViewer::Recovery;
+
+namespace {
+
+class Recoveries : public vfTest::Reading
+{
+protected:
+    std::string place() const { return directory.file("recovery"); }
+
+    /// Opens nothing and shows nothing, but is a document.
+    static void fill(ModelDocument& document, const std::string& name)
+    {
+        const osg::ref_ptr<osg::Group> model = new osg::Group;
+        model->setName(name);
+        model->addChild(read(vfTest::signpost("obj")).scene);
+        document.getModelScene().setModel(model);
+        document.setFilename("/somewhere/" + name + ".obj", false);
+        document.getModelScene().changed();
+    }
+
+    std::size_t countFiles() const
+    {
+        std::error_code problem;
+        return static_cast<std::size_t>(
+            std::distance(fs::directory_iterator(place(), problem), fs::directory_iterator()));
+    }
+
+    /// Another program keeps two models and is ended from one moment to the other.
+    void crash()
+    {
+        const pid_t child = fork();
+        if (child == 0) {
+            Recovery recovery(place());
+            ModelDocument one;
+            ModelDocument other;
+            fill(one, "one");
+            fill(other, "other");
+            while (!recovery.keep(one))
+                usleep(1000);
+            while (!recovery.keep(other))
+                usleep(1000);
+            recovery.finishWriting();
+            kill(getpid(), SIGKILL);
+        }
+        int status = 0;
+        waitpid(child, &status, 0);
+        ASSERT_TRUE(WIFSIGNALED(status));
+    }
+};
+
+} // namespace
+
+TEST_F(Recoveries, WhatAProgramLeftBehindIsFoundByTheNext)
+{
+    crash();
+    Recovery next(place());
+    const auto found = next.findLeftBehind();
+    ASSERT_EQ(2u, found.size());
+    EXPECT_EQ("/somewhere/one.obj", found[0].original);
+    EXPECT_EQ("/somewhere/other.obj", found[1].original);
+    EXPECT_NEAR(static_cast<double>(time(nullptr)), static_cast<double>(found[0].time), 60);
+    const auto outcome = read(found[0].copy);
+    ASSERT_TRUE(outcome.scene) << outcome.reason;
+    EXPECT_EQ("one", outcome.scene->getName());
+    Recovery::discard(found[0]);
+    ASSERT_EQ(1u, next.findLeftBehind().size());
+    Recovery::discard(found[1]);
+    EXPECT_TRUE(next.findLeftBehind().empty());
+    EXPECT_EQ(0u, countFiles());
+}
+
+TEST_F(Recoveries, WhatARunningProgramKeepsIsItsOwn)
+{
+    Recovery recovery(place());
+    ModelDocument document;
+    fill(document, "model");
+    EXPECT_TRUE(recovery.keep(document));
+    recovery.finishWriting();
+    EXPECT_EQ(std::vector<const ModelDocument*>{&document}, recovery.getKept());
+    EXPECT_TRUE(recovery.findLeftBehind().empty());
+    EXPECT_TRUE(Recovery(place()).findLeftBehind().empty());
+    EXPECT_EQ(3u, countFiles()); // the lock, the copy, and what it is of
+    struct stat status;
+    ASSERT_EQ(0, stat(place().c_str(), &status));
+    EXPECT_EQ(0700u, status.st_mode & 0777u);
+    recovery.drop(&document);
+    EXPECT_EQ(1u, countFiles());
+    EXPECT_TRUE(recovery.getKept().empty());
+    recovery.drop(&document);
+}
+
+TEST_F(Recoveries, AProgramThatEndsLeavesNothingBehind)
+{
+    {
+        Recovery recovery(place());
+        ModelDocument document;
+        fill(document, "model");
+        EXPECT_TRUE(recovery.keep(document));
+    }
+    EXPECT_EQ(0u, countFiles());
+    const Recovery idle(directory.file("never"));
+    EXPECT_TRUE(idle.findLeftBehind().empty());
+    EXPECT_FALSE(fs::exists(directory.file("never")));
+}
+
+TEST_F(Recoveries, OnlyWhatChangedIsWrittenAgain)
+{
+    Recovery recovery(place());
+    ModelDocument document;
+    fill(document, "model");
+    ASSERT_TRUE(recovery.keep(document));
+    recovery.finishWriting();
+    std::string copy;
+    for (const auto& entry : fs::directory_iterator(place()))
+        copy = entry.path().extension() == ".osgb" ? entry.path().string() : copy;
+    ASSERT_NE("", copy);
+    const auto inode = [&copy] {
+        struct stat status;
+        return stat(copy.c_str(), &status) == 0 ? status.st_ino : 0;
+    };
+    // Held open, so that its number is not given to another.
+    const std::ifstream held(copy);
+    const auto before = inode();
+    EXPECT_TRUE(recovery.keep(document));
+    recovery.finishWriting();
+    EXPECT_EQ(before, inode());
+    document.scene().getChild(0)->setName("changed");
+    document.getModelScene().changed();
+    for (int i = 0; i < 1000 && !recovery.keep(document); ++i)
+        usleep(10000);
+    recovery.finishWriting();
+    EXPECT_NE(before, inode());
+    EXPECT_EQ("changed", read(copy).scene->getName());
+}
+
+TEST_F(Recoveries, WhatCannotBeWrittenLeavesTheCopyBefore)
+{
+    directory.write("file", "");
+    Recovery blocked(directory.file("file/recovery"));
+    ModelDocument document;
+    fill(document, "model");
+    EXPECT_FALSE(blocked.keep(document));
+    EXPECT_TRUE(blocked.getKept().empty());
+
+    Recovery recovery(place());
+    ASSERT_TRUE(recovery.keep(document));
+    recovery.finishWriting();
+    std::string copy;
+    for (const auto& entry : fs::directory_iterator(place()))
+        copy = entry.path().extension() == ".osgb" ? entry.path().string() : copy;
+    const std::string contents = vfTest::readFile(copy);
+    fs::create_directory(copy + ".part"); // so that the draft cannot be made
+    document.getModelScene().changed();
+    for (int i = 0; i < 1000 && !recovery.keep(document); ++i)
+        usleep(10000);
+    recovery.finishWriting();
+    EXPECT_EQ(contents, vfTest::readFile(copy));
+    fs::remove(copy + ".part");
+}
+
+TEST_F(Recoveries, TheDocumentMayChangeWhileItIsWritten)
+{
+    Recovery recovery(place());
+    ModelDocument document;
+    fill(document, "model");
+    for (int i = 0; i < 20; ++i) {
+        document.getModelScene().changed();
+        recovery.keep(document);
+        osg::ref_ptr<vfViewer::SceneCommand> flip =
+            new vfViewer::FlipNormalsCommand(document.getModelScene(), *document.scene().getChild(0));
+        EXPECT_TRUE(flip->Do(vfBase::VfVariant()));
+        osg::ref_ptr<vfViewer::SceneCommand> hide =
+            new vfViewer::ShowCommand(document.getModelScene(), *document.scene().getChild(0), i % 2 == 0);
+        EXPECT_TRUE(hide->Do(vfBase::VfVariant()));
+        usleep(2000);
+    }
+    recovery.finishWriting();
+    EXPECT_TRUE(recovery.findLeftBehind().empty());
+}
