@@ -2,7 +2,9 @@
 // The viewer's window, with a hand on mouse and keyboard.
 #include "Viewer.h"
 
+#include "model/ModelView.h"
 #include "model/Recovery.h"
+#include "model/Session.h"
 #include "model/ViewerSettings.h"
 #include "support/ModelDigest.h"
 #include "support/Models.h"
@@ -14,6 +16,7 @@
 #include <velaforge/dockwindows/DockWindowManager.h>
 #include <velaforge/documents/DocManager.h>
 #include <velaforge/documents/Document.h>
+#include <velaforge/qt/QtDocManager.h>
 #include <velaforge/qt/QtDockWindow.h>
 #include <velaforge/qt/internal/MainWindow.h>
 #include <velaforge/toolkit/CommandNames.h>
@@ -236,8 +239,15 @@ TEST_F(ViewerWindow, ADockWindowThatWasDraggedIsFoundAgainAfterARestart)
                     Viewer::onScreen(dock, QPoint(30, 10)),
                     Viewer::onScreen(window, QPoint(window.width() - 6, window.height() / 2)));
             });
-            viewer.hand.drag(from, to);
-            EXPECT_TRUE(viewer.waitFor([&] { return tree(viewer)->getArea() == DockWindow::RightDockArea; }));
+            // A busy machine may see the drag begin when it is over.
+            const auto isThere = [&] {
+                return viewer.ui([&] { return tree(viewer)->getArea() == DockWindow::RightDockArea; });
+            };
+            for (int tries = 0; tries < 3 && !isThere(); ++tries) {
+                viewer.hand.drag(from, to);
+                Program::pause(500);
+            }
+            EXPECT_TRUE(isThere());
             Program::pause(300);
             viewer.hand.key("Ctrl+Q");
         });
@@ -446,6 +456,52 @@ TEST_F(ViewerWindow, AfterACrashWhatWasNotSavedIsOfferedAgain)
         Program::pause(500);
         EXPECT_FALSE(viewer.ui([] { return Program::dialog() != nullptr; }));
     });
+}
+
+TEST_F(ViewerWindow, WhatWasOpenComesBackAsItWasLookedAtWhenThatIsWanted)
+{
+    const auto view = [](const Viewer& viewer) {
+        return dynamic_cast<vfViewer::ModelView*>(
+            const_cast<Viewer&>(viewer).program().application().getDocManager().getCurrentView());
+    };
+    const osg::Vec3d eye(7, -8, 9);
+    for (const bool isWanted : {true, false}) {
+        inAnotherProcess([&] {
+            Viewer viewer({vfTest::signpost("stl"), sailboat});
+            viewer.run([&] {
+                viewer.ui([&] {
+                    vfViewer::Session::instance().setRestored(isWanted);
+                    vfViewer::ViewStyle style = view(viewer)->getStyle();
+                    style.showsGrid = true;
+                    style.projection = vfViewer::Projection::Orthographic;
+                    view(viewer)->setStyle(style);
+                    view(viewer)->setCamera({eye, {0, 0, 1}, {0, 0, 1}});
+                    viewer.program().window().close();
+                });
+            });
+        });
+        inAnotherProcess([&] {
+            Viewer viewer;
+            viewer.run([&] {
+                if (!isWanted) {
+                    Program::pause(500);
+                    EXPECT_EQ(nullptr, viewer.ui([&] { return viewer.model(); }));
+                    return;
+                }
+                EXPECT_TRUE(
+                    viewer.waitFor([&] { return viewer.program().manager().getDocumentList().size() == 2; }));
+                EXPECT_TRUE(viewer.waitFor([&] {
+                    return viewer.model() && viewer.model()->getFilename() == sailboat &&
+                           view(viewer)->getStyle().showsGrid;
+                }));
+                viewer.ui([&] {
+                    EXPECT_EQ(vfViewer::Projection::Orthographic, view(viewer)->getStyle().projection);
+                    EXPECT_NEAR(0, (view(viewer)->getCamera().eye - eye).length(), 1e-6);
+                    EXPECT_TRUE(viewer.viewport()->isOrthographic());
+                });
+            });
+        });
+    }
 }
 
 TEST_F(ViewerWindow, AFileThatIsDroppedIsOpened)

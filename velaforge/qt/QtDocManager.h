@@ -66,7 +66,7 @@ public:
     bool closeWithQuestion(Document& document);
 
     /// The same for all, the active one first. @return false at the first that stays
-    bool closeAllWithQuestions();
+    virtual bool closeAllWithQuestions();
 
     /// Reads the file again without a question; the user has been asked already. @return false when that failed
     virtual bool reload(Document& document);

@@ -107,21 +107,20 @@ std::vector<osg::Vec2> strokesOf(int axis)
     }
 }
 
-/// A letter that faces the eye, whichever way what it hangs in is turned.
+/// Has a letter face the eye, whichever way what it hangs in is turned. For the group above the letter: what stands above
+/// that is known when it is asked.
 class Upright : public osg::NodeCallback
 {
 public:
     void operator()(osg::Node* node, osg::NodeVisitor* visitor) override
     {
-        osgUtil::CullVisitor* cull = visitor->asCullVisitor();
-        auto* transform = static_cast<osg::MatrixTransform*>(node);
-        if (cull) {
+        if (osgUtil::CullVisitor* cull = visitor->asCullVisitor()) {
+            auto* letter = static_cast<osg::MatrixTransform*>(node->asGroup()->getChild(0));
             osg::Matrixd back = osg::Matrixd::inverse(*cull->getModelViewMatrix());
             const double scale = 1 / osg::Vec3d(back(0, 0), back(0, 1), back(0, 2)).length();
             back.preMultScale(osg::Vec3d(scale, scale, scale));
-            const osg::Vec3d place = transform->getMatrix().getTrans();
-            back.setTrans(place);
-            transform->setMatrix(back);
+            back.setTrans(letter->getMatrix().getTrans());
+            letter->setMatrix(back);
         }
         traverse(node, visitor);
     }
@@ -222,8 +221,10 @@ osg::ref_ptr<osg::Node> makeAxes()
             new osg::MatrixTransform(osg::Matrixd::translate(directions[axis] * 1.3));
         letter->addChild(makeGeometry(strokes, oneColor(colors[axis]),
                                       new osg::DrawArrays(GL_LINES, 0, static_cast<int>(strokes->size()))));
-        letter->addCullCallback(new Upright);
-        turned->addChild(letter);
+        const osg::ref_ptr<osg::Group> holder = new osg::Group;
+        holder->addChild(letter);
+        holder->addCullCallback(new Upright);
+        turned->addChild(holder);
     }
     turned->setCullingActive(false);
 

@@ -10,6 +10,7 @@
 #include <velaforge/shell/OptionsPageManager.h>
 #include <velaforge/shell/Registry.h>
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QFormLayout>
 #include <QSpinBox>
@@ -53,7 +54,12 @@ QWidget* QtRecentFilesPage::createWidget(QWidget& parent)
     m_count->setObjectName(QStringLiteral("maxFiles"));
     m_count->setRange(1, 99);
     m_count->setValue(int(maxFiles));
-    (new QFormLayout(page))->addRow(tr("Recent files to keep:"), m_count);
+    m_session = new QCheckBox(tr("Open at the start what was open at the end"), page);
+    m_session->setObjectName(QStringLiteral("restoreSession"));
+    m_session->setChecked(restoresSession);
+    auto* form = new QFormLayout(page);
+    form->addRow(tr("Recent files to keep:"), m_count);
+    form->addRow(m_session);
     return page;
 }
 
@@ -61,6 +67,8 @@ void QtRecentFilesPage::applyOptions()
 {
     if (m_count)
         maxFiles = static_cast<unsigned int>(m_count->value());
+    if (m_session)
+        restoresSession = m_session->isChecked();
     RecentFilesPage::applyOptions();
 }
 

@@ -8,6 +8,7 @@
 #include <QCoreApplication>
 #include <QPointer>
 
+class QCheckBox;
 class QComboBox;
 class QSpinBox;
 
@@ -30,6 +31,7 @@ public:
 
 private:
     QPointer<QSpinBox> m_count;
+    QPointer<QCheckBox> m_session;
 };
 
 /// The page of pictures, to be seen.

@@ -2,13 +2,16 @@
 #include "qt/QtViewerDocManager.h"
 
 #include "model/FormatLosses.h"
+#include "model/ModelView.h"
 #include "model/ModelWriter.h"
 #include "model/NamedCommands.h"
+#include "model/Session.h"
 #include "qt/LoadDialog.h"
 #include "qt/QtModelView.h"
 #include "reading/ReadJob.h"
 
 #include <velaforge/application/Application.h>
+#include <velaforge/documents/View.h>
 #include <velaforge/qt/QtApplication.h>
 
 #include <osgDB/FileNameUtils>
@@ -41,6 +44,7 @@ QtViewerDocManager::QtViewerDocManager() : m_timer(std::make_unique<QTimer>())
             m_recovery = std::make_unique<Recovery>(Recovery::standardDirectory());
             m_timer->start(keepingInterval);
             offerLeftBehind();
+            openSession();
         },
         Qt::QueuedConnection);
 }
@@ -64,6 +68,35 @@ void QtViewerDocManager::keepUnsaved()
         const auto* model = dynamic_cast<const ModelDocument*>(document);
         if (model && model->isModified())
             m_recovery->keep(*model);
+    }
+}
+
+bool QtViewerDocManager::closeAllWithQuestions()
+{
+    std::vector<Session::Entry> entries;
+    for (const vfApplication::Document* document : getDocumentList()) {
+        const auto* view = dynamic_cast<const ModelView*>(document->getFirstView());
+        if (view && document->alreadySaved())
+            entries.push_back({document->getFilename().str(), view->getCamera(), view->getStyle()});
+    }
+    if (!QtDocManager::closeAllWithQuestions())
+        return false;
+    Session::instance().setEntries(entries);
+    return true;
+}
+
+void QtViewerDocManager::openSession()
+{
+    if (!Session::instance().isRestored() || !getDocumentList().isEmpty())
+        return;
+    for (const Session::Entry& entry : std::vector<Session::Entry>(Session::instance().getEntries())) {
+        const vfApplication::Document* document =
+            vfApplication::Application::instance(false)->openDocument(entry.path.c_str(), vfBase::Options());
+        auto* view = document ? dynamic_cast<ModelView*>(document->getFirstView()) : nullptr;
+        if (!view)
+            continue;
+        view->setStyle(entry.style);
+        view->setCamera(entry.camera);
     }
 }
 

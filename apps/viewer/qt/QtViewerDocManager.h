@@ -27,6 +27,9 @@ public:
     vfApplication::Document* createDocument(const vfBase::VfString& path,
                                             const vfBase::Options& options) override;
 
+    /// Remembers what is open, for whoever wants it back at the next start.
+    bool closeAllWithQuestions() override;
+
     /// What is hidden and what is selected stays so.
     bool reload(vfApplication::Document& document) override;
 
@@ -42,6 +45,7 @@ public:
 
 private:
     void keepUnsaved();
+    void openSession();
     void offerLeftBehind();
     void recover(const Recovery::Found& found);
     static bool isWantedIn(const vfBase::VfString& path);

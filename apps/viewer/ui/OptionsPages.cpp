@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/OptionsPages.h"
 
+#include "model/Session.h"
 #include "model/ViewerSettings.h"
 
 #include <velaforge/base/ClassInfo.h>
@@ -39,11 +40,13 @@ const vfBase::ClassInfo* RecentFilesPage::getClassInfo() const
 void RecentFilesPage::loadOptions()
 {
     maxFiles = vfApplication::FileHistorySettings::instance(false)->getMaxFiles();
+    restoresSession = Session::instance().isRestored();
 }
 
 void RecentFilesPage::applyOptions()
 {
     vfApplication::FileHistorySettings::instance(false)->setMaxFiles(std::max(maxFiles, 1u));
+    Session::instance().setRestored(restoresSession);
 }
 
 const vfBase::ClassInfo* PicturePage::getClassInfo() const

@@ -11,7 +11,7 @@ class ClassInfo;
 
 namespace vfViewer {
 
-/// How many recent files are kept.
+/// How many recent files are kept, and whether what was open comes back.
 class RecentFilesPage : public vfApplication::UiOptionsPage
 {
 public:
@@ -23,6 +23,7 @@ public:
 
     /// What the page shows, at least 1.
     unsigned int maxFiles = 1;
+    bool restoresSession = false;
 };
 
 /// From where models are looked at first, and what is behind them.

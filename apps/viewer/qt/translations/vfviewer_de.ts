@@ -130,6 +130,10 @@
         <source>Recent files to keep:</source>
         <translation>So viele Dateien merken:</translation>
     </message>
+    <message>
+        <source>Open at the start what was open at the end</source>
+        <translation>Beim Start öffnen, was am Ende offen war</translation>
+    </message>
 </context>
 <context>
     <name>vfViewer::QtViewerDocManager</name>
