@@ -485,7 +485,8 @@ osg::BoundingBox placeOf(const Workshop& shop, osg::Node& node)
     EXPECT_EQ(1u, paths.size());
     for (std::size_t i = 0; i + 1 < paths[0].size(); ++i)
         visitor.pushOntoNodePath(paths[0][i]);
-    visitor.pushMatrix(osg::Matrix(osg::computeLocalToWorld({paths[0].begin(), paths[0].end() - 1})));
+    osg::Matrix place = osg::computeLocalToWorld({paths[0].begin(), paths[0].end() - 1});
+    visitor.pushMatrix(place);
     node.accept(visitor);
     return visitor.getBoundingBox();
 }
