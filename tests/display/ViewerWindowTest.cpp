@@ -380,6 +380,31 @@ TEST_F(ViewerWindow, AChangedTextureIsAskedAboutOnceAndWhatIsLookedAtStays)
     });
 }
 
+TEST_F(ViewerWindow, AClosedModelIsNoLongerWatchedNorAreItsMaterials)
+{
+    const TemporaryDirectory directory;
+    const std::string path = copyOfSailboat(directory);
+    // The system tells how many places are watched.
+    const auto watched = [] {
+        std::size_t count = 0;
+        for (const auto& entry : fs::directory_iterator("/proc/self/fdinfo")) {
+            std::ifstream file(entry.path());
+            for (std::string line; std::getline(file, line);)
+                count += line.rfind("inotify wd", 0) == 0 ? 1 : 0;
+        }
+        return count;
+    };
+    Viewer viewer;
+    viewer.run([&] {
+        viewer.ui([&] { viewer.program().application().openDocument(path.c_str(), vfBase::Options()); });
+        Program::pause(200);
+        const std::size_t open = watched();
+        EXPECT_LT(3u, open); // the model, its materials, its texture, and their directory
+        viewer.ui([&] { viewer.program().invoke("vfViewer::Close"); });
+        EXPECT_TRUE(viewer.waitFor([&] { return watched() + 4 <= open; })) << watched() << " of " << open;
+    });
+}
+
 TEST_F(ViewerWindow, WhatAFormatDoesNotKeepIsAskedAboutBeforeItIsWritten)
 {
     const TemporaryDirectory directory;

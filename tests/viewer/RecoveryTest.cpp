@@ -14,6 +14,7 @@
 #include <csignal>
 #include <filesystem>
 #include <fstream>
+#include <new>
 
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -46,6 +47,16 @@ protected:
         std::error_code problem;
         return static_cast<std::size_t>(
             std::distance(fs::directory_iterator(place(), problem), fs::directory_iterator()));
+    }
+
+    /// @return the copy that is kept, empty without one
+    std::string copyThere() const
+    {
+        for (const auto& entry : fs::directory_iterator(place())) {
+            if (entry.path().extension() == ".osgb")
+                return entry.path().string();
+        }
+        return {};
     }
 
     /// Another program keeps two models and is ended from one moment to the other.
@@ -133,9 +144,7 @@ TEST_F(Recoveries, OnlyWhatChangedIsWrittenAgain)
     fill(document, "model");
     ASSERT_TRUE(recovery.keep(document));
     recovery.finishWriting();
-    std::string copy;
-    for (const auto& entry : fs::directory_iterator(place()))
-        copy = entry.path().extension() == ".osgb" ? entry.path().string() : copy;
+    const std::string copy = copyThere();
     ASSERT_NE("", copy);
     const auto inode = [&copy] {
         struct stat status;
@@ -156,6 +165,26 @@ TEST_F(Recoveries, OnlyWhatChangedIsWrittenAgain)
     EXPECT_EQ("changed", read(copy).scene->getName());
 }
 
+TEST_F(Recoveries, ADocumentInThePlaceOfAnotherIsNotTakenForIt)
+{
+    Recovery recovery(place());
+    alignas(ModelDocument) unsigned char room[sizeof(ModelDocument)];
+    auto* first = new (room) ModelDocument;
+    fill(*first, "first");
+    ASSERT_TRUE(recovery.keep(*first));
+    recovery.finishWriting();
+    EXPECT_FALSE(recovery.isWriting());
+    first->~ModelDocument();
+    auto* second = new (room) ModelDocument;
+    fill(*second, "second");
+    for (int i = 0; i < 1000 && !recovery.keep(*second); ++i)
+        usleep(10000);
+    recovery.finishWriting();
+    EXPECT_EQ("second", read(copyThere()).scene->getName());
+    recovery.drop(second);
+    second->~ModelDocument();
+}
+
 TEST_F(Recoveries, WhatCannotBeWrittenLeavesTheCopyBefore)
 {
     directory.write("file", "");
@@ -168,9 +197,7 @@ TEST_F(Recoveries, WhatCannotBeWrittenLeavesTheCopyBefore)
     Recovery recovery(place());
     ASSERT_TRUE(recovery.keep(document));
     recovery.finishWriting();
-    std::string copy;
-    for (const auto& entry : fs::directory_iterator(place()))
-        copy = entry.path().extension() == ".osgb" ? entry.path().string() : copy;
+    const std::string copy = copyThere();
     const std::string contents = vfTest::readFile(copy);
     fs::create_directory(copy + ".part"); // so that the draft cannot be made
     document.getModelScene().changed();

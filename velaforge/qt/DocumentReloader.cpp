@@ -61,14 +61,21 @@ void DocumentReloader::remove(const vfBase::VfString& path)
     if (users > 1)
         return;
     // It is about to close; nobody else has it.
-    for (auto it = m_paths.begin(); it != m_paths.end(); ++it) {
-        if (it->second == path.str())
-            m_others.erase(it->first);
+    std::set<std::string> others;
+    for (auto it = m_paths.begin(); it != m_paths.end();) {
+        if (it->second != path.str()) {
+            ++it;
+            continue;
+        }
+        others.merge(m_others[it->first]);
+        m_others.erase(it->first);
+        it = m_paths.erase(it);
     }
-    stopWatching(path.str());
     m_marked.erase(path.str());
-    for (auto it = m_paths.begin(); it != m_paths.end();)
-        it = it->second == path.str() ? m_paths.erase(it) : std::next(it);
+    if (!isOther(path.str()))
+        m_watcher.remove(path.str());
+    for (const std::string& other : others)
+        stopWatching(other);
 }
 
 void DocumentReloader::setOtherFiles(const Document& document, const std::vector<vfBase::VfString>& paths)
@@ -104,12 +111,17 @@ void DocumentReloader::forgetClosed()
     }
 }
 
+/// @return whether a document is read from that file beside its own
+bool DocumentReloader::isOther(const std::string& path) const
+{
+    return std::any_of(m_others.begin(), m_others.end(),
+                       [&path](const auto& entry) { return entry.second.count(path) > 0; });
+}
+
 /// Stops watching a file that no document is read from.
 void DocumentReloader::stopWatching(const std::string& path)
 {
-    const bool isOther = std::any_of(m_others.begin(), m_others.end(),
-                                     [&path](const auto& entry) { return entry.second.count(path) > 0; });
-    if (!isOther && !findDocument(QByteArray::fromStdString(path)))
+    if (!isOther(path) && !findDocument(QByteArray::fromStdString(path)))
         m_watcher.remove(path);
 }
 
@@ -121,7 +133,8 @@ void DocumentReloader::onNameChanged(Document& document)
     std::string& before = m_paths[&document];
     if (before != path) {
         if (!before.empty()) {
-            m_watcher.remove(before);
+            if (!isOther(before))
+                m_watcher.remove(before);
             m_marked.erase(before);
         }
         before = path;

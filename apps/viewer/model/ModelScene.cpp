@@ -9,6 +9,7 @@
 #include <osg/NodeVisitor>
 
 #include <algorithm>
+#include <atomic>
 #include <functional>
 #include <set>
 #include <utility>
@@ -42,6 +43,12 @@ private:
     std::function<bool(osg::Node&)> m_isWanted;
 };
 
+unsigned long long nextState()
+{
+    static std::atomic<unsigned long long> last{0};
+    return ++last;
+}
+
 bool isPart(osg::Node& node)
 {
     if (node.asGeode())
@@ -51,6 +58,12 @@ bool isPart(osg::Node& node)
 }
 
 } // namespace
+
+ModelScene::ModelScene(ModelDocument& document)
+    : m_root(new osg::Group), m_document(&document), m_state(nextState())
+{
+    m_root->setName("model");
+}
 
 void ModelScene::setModel(osg::Node* model)
 {
@@ -156,7 +169,7 @@ void ModelScene::boundHistory()
 
 void ModelScene::changed()
 {
-    ++m_changes;
+    m_state = nextState();
     if (!m_document)
         return;
     m_document->modify(true);

@@ -18,10 +18,7 @@ class SceneCommand;
 class ModelScene : public osg::Referenced
 {
 public:
-    explicit ModelScene(ModelDocument& document) : m_root(new osg::Group), m_document(&document)
-    {
-        m_root->setName("model");
-    }
+    explicit ModelScene(ModelDocument& document);
 
     /// @return the group below which everything of the model hangs
     osg::Group& root() const { return *m_root; }
@@ -63,8 +60,8 @@ public:
     /// Has the document count as modified and its views drawn anew.
     void changed();
 
-    /// @return how often that was
-    unsigned long long getChangeCount() const { return m_changes; }
+    /// @return a number that is another after each change, and never that of another scene
+    unsigned long long getState() const { return m_state; }
 
     /// The document goes; changes tell nobody from here on.
     void detach() { m_document = nullptr; }
@@ -80,7 +77,7 @@ private:
 
     osg::ref_ptr<osg::Group> m_root;
     ModelDocument* m_document;
-    unsigned long long m_changes = 0;
+    unsigned long long m_state;
     std::list<SceneCommand*> m_commands; ///< in the order in which they were done
     std::size_t m_historyLimit = std::size_t(512) * 1000 * 1000;
 };

@@ -111,9 +111,9 @@ void Recovery::finishWriting()
 
 bool Recovery::keep(const ModelDocument& document)
 {
-    const unsigned long long changes = document.getModelScene().getChangeCount();
+    const unsigned long long state = document.getModelScene().getState();
     const auto known = m_entries.find(&document);
-    if (known != m_entries.end() && known->second.changes == changes)
+    if (known != m_entries.end() && known->second.state == state)
         return true;
     if (m_isWriting || now() < m_nextTime || !begin())
         return false;
@@ -121,7 +121,7 @@ bool Recovery::keep(const ModelDocument& document)
     Entry& entry = m_entries[&document];
     if (entry.copy.empty())
         entry.copy = m_session + "-" + std::to_string(++m_count) + copyEnding;
-    entry.changes = changes;
+    entry.state = state;
     m_isWriting = true;
     m_nextTime = now() + 10 * m_secondsTaken; // a large model is not written all the time
     m_writer = std::thread([this, scene = copyOf(document), copy = entry.copy,

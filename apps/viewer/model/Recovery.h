@@ -64,6 +64,9 @@ public:
     /// Takes such a copy away.
     static void discard(const Found& found);
 
+    /// @return whether a copy is being written; drop() waits for its end then
+    bool isWriting() const { return m_isWriting; }
+
     /// Waits until nothing is being written.
     void finishWriting();
 
@@ -71,7 +74,7 @@ private:
     struct Entry
     {
         std::string copy;
-        unsigned long long changes = 0; ///< of the scene when it was copied
+        unsigned long long state = 0; ///< of the scene when it was copied
     };
 
     bool begin();

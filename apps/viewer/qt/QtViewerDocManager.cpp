@@ -59,6 +59,8 @@ void QtViewerDocManager::addFileToHistory(const vfBase::VfString& path)
 
 void QtViewerDocManager::keepUnsaved()
 {
+    if (m_recovery->isWriting())
+        return; // the window waits for no disk
     const auto& documents = getDocumentList();
     for (const ModelDocument* kept : m_recovery->getKept()) {
         if (std::find(documents.begin(), documents.end(), kept) == documents.end() || !kept->isModified())

@@ -48,6 +48,7 @@ private:
     void onOtherChanged(const Document* changed);
     void offer(const QByteArray& path, const QString& what);
     void forgetClosed();
+    bool isOther(const std::string& path) const;
     void stopWatching(const std::string& path);
     bool ask(const Document& document, const QString& what);
 
