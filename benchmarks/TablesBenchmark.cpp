@@ -22,6 +22,7 @@ constexpr int windowCount = 60;
 std::vector<std::string> ids(const std::string& kind, int count)
 {
     std::vector<std::string> all;
+    all.reserve(std::size_t(count));
     for (int i = 0; i < count; ++i)
         all.push_back("solar::" + kind + std::to_string(i * 7919 % 1000));
     return all;
@@ -103,7 +104,8 @@ void windowsPeer(benchmark::State& state)
     }
     for (auto _ : state) {
         for (const std::string& name : names) {
-            const auto found = table.find(name.c_str());
+            const char* key = name.c_str(); // as callers have it
+            const auto found = table.find(key);
             benchmark::DoNotOptimize(found == table.end() ? nullptr : found->second);
         }
     }

@@ -63,7 +63,8 @@ struct Ui : MinimalUiSetup
             menu.setCommand(("Menu " + std::to_string(i)).c_str(), nullptr);
             for (int j = 0; j < itemCount; ++j) {
                 CommandItem item(&menu);
-                item.setCommand(commands().names[std::size_t(i * itemCount + j)].c_str(), nullptr);
+                item.setCommand(commands().names[std::size_t(i) * itemCount + std::size_t(j)].c_str(),
+                                nullptr);
                 item.setProperty("toolTip", vfBase::VfVariant("What it does"), nullptr);
             }
         }

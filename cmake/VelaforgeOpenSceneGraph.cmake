@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
 # OpenSceneGraph as imported targets (osg::osg, osg::osgDB, ...): CMake's own find module knows variables only.
 
-find_package(OpenSceneGraph 3.6 QUIET REQUIRED COMPONENTS osgDB osgUtil osgGA osgText osgViewer)
+find_package(OpenSceneGraph 3.6 QUIET REQUIRED COMPONENTS osgDB osgUtil osgGA osgText osgViewer osgAnimation)
 
 function(_velaforge_osg_target name library)
     if(NOT TARGET osg::${name})
@@ -18,3 +18,4 @@ _velaforge_osg_target(osgUtil "${OSGUTIL_LIBRARY}" osg::osg)
 _velaforge_osg_target(osgText "${OSGTEXT_LIBRARY}" osg::osgDB)
 _velaforge_osg_target(osgGA "${OSGGA_LIBRARY}" osg::osgUtil osg::osgDB)
 _velaforge_osg_target(osgViewer "${OSGVIEWER_LIBRARY}" osg::osgGA osg::osgText)
+_velaforge_osg_target(osgAnimation "${OSGANIMATION_LIBRARY}" osg::osgUtil osg::osgDB)

@@ -31,6 +31,15 @@ if(VELAFORGE_SANITIZE)
     target_link_options(velaforge_build_flags INTERFACE "-fsanitize=${VELAFORGE_SANITIZE}")
 endif()
 
+# velaforge_precompile(<target> <header>...)
+# Builds with sanitizers are made beside another one: there headers that all sources read are read once. The other build
+# tells what a source forgot to include.
+function(velaforge_precompile name)
+    if(VELAFORGE_SANITIZE)
+        target_precompile_headers(${name} PRIVATE ${ARGN})
+    endif()
+endfunction()
+
 # velaforge_library(<name> [EXPORT <set>] [COMPONENT <component>] SOURCES <file>...
 #                   [PUBLIC <target>...] [PRIVATE <target>...])
 # A shared library with hidden visibility, which is installed; velaforge::<name> names it.
@@ -73,6 +82,7 @@ function(velaforge_test name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINK;PROPERTIES" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE ${ARG_LINK} velaforge_test_support velaforge_build_flags)
+    velaforge_precompile(${name} <gmock/gmock.h>)
     gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
                          PROPERTIES TIMEOUT 300 ${ARG_PROPERTIES})
 endfunction()

@@ -9,6 +9,8 @@ A model is a list of parts; each part has a name, a colour and triangles. Inside
 faces -y; each writer turns that into the habit of its format. osgt, osgb and ive are converted by OpenSceneGraph's
 osgconv from the OBJ file.
 """
+import base64
+import json
 import math
 import pathlib
 import struct
@@ -244,6 +246,28 @@ def king():
             box("arms", (0.92, 0.86, 0.74), (-0.14, -0.045, 2.22), (0.14, 0.045, 2.31))]
 
 
+def windmill():
+    """@return the parts that stand, the sails about the middle of their axle, and the cloth of the flag from its pole"""
+    stone, wood, red = (0.93, 0.92, 0.88), (0.45, 0.30, 0.18), (0.80, 0.14, 0.12)
+    tower = [lathe("tower", stone, [(0.0, 0.0), (1.1, 0.0), (0.95, 1.2), (0.75, 2.6), (0.7, 3.0), (0.0, 3.0)]),
+             lathe("cap", (0.25, 0.30, 0.38), [(0.8, 3.0), (0.72, 3.3), (0.45, 3.6), (0.0, 3.75)]),
+             rod("pole", wood, (0, 0, 3.6), (0, 0, 5.0), 0.03),
+             box("door", wood, (-0.22, -1.12, 0.0), (0.22, -0.9, 0.7))]
+    sails = [rod("axle", wood, (0, -0.15, 0), (0, 0.5, 0), 0.08)]
+    for i in range(4):
+        turn = i * math.pi / 2
+        along, across = (math.cos(turn), math.sin(turn)), (-math.sin(turn), math.cos(turn))
+
+        def at(far, side, depth=-0.1):
+            return (far * along[0] + side * across[0], depth, far * along[1] + side * across[1])
+
+        sails.append(rod(f"arm {i + 1}", wood, at(0, 0), at(2.3, 0), 0.05))
+        cloth = [at(0.5, 0.05), at(2.3, 0.05), at(2.3, 0.55), at(0.5, 0.55)]
+        sails.append(Part(f"sail {i + 1}", (0.97, 0.95, 0.88), cloth, [(0, 1, 2), (0, 2, 3)]))
+    flag = grid("flag", red, 16, 4, lambda u, v: (1.6 * u, 0.0, 0.8 * v))
+    return tower, sails, flag
+
+
 def signpost():
     """Broad at the bottom, narrow at the top, with an arm to its right: a picture tells how it stands."""
     return [lathe("cone", (0.85, 0.35, 0.15), [(0.0, 0.0), (0.9, 0.0), (0.5, 0.9), (0.1, 1.8), (0.0, 1.8)], 24),
@@ -463,6 +487,105 @@ def write_dae(path, parts):
     path.write_text("\n".join(out))
 
 
+class Gltf:
+    """Writes glTF, everything in one file."""
+
+    def __init__(self):
+        self.data = b""
+        self.tree = {"asset": {"version": "2.0"}, "scene": 0, "nodes": [], "meshes": [], "materials": [],
+                     "accessors": [], "bufferViews": [], "skins": [], "animations": []}
+
+    def add(self, kind, value):
+        self.tree[kind].append(value)
+        return len(self.tree[kind]) - 1
+
+    def array(self, rows, kind, code="f"):
+        """@return the number of an accessor to numbers: floats, or bytes where the code is B, or shorts where it is H"""
+        flat = [value for row in rows for value in (row if isinstance(row, (tuple, list)) else (row,))]
+        packed = struct.pack(f"<{len(flat)}{code}", *flat)
+        view = self.add("bufferViews", {"buffer": 0, "byteOffset": len(self.data), "byteLength": len(packed)})
+        self.data += packed + b"\0" * (-len(packed) % 4)
+        accessor = {"bufferView": view, "componentType": {"f": 5126, "B": 5121, "H": 5123}[code], "count": len(rows),
+                    "type": kind}
+        if kind in ("VEC3", "SCALAR") and code == "f":
+            columns = list(zip(*(row if isinstance(row, (tuple, list)) else (row,) for row in rows)))
+            single = struct.Struct("<f")
+            exact = lambda value: single.unpack(single.pack(value))[0]
+            accessor["min"] = [exact(min(column)) for column in columns]
+            accessor["max"] = [exact(max(column)) for column in columns]
+        return self.add("accessors", accessor)
+
+    def mesh(self, name, parts, extra=None):
+        primitives = []
+        for part in parts:
+            material = self.add("materials", {"name": part.name, "doubleSided": True, "pbrMetallicRoughness": {
+                "baseColorFactor": [*part.color, 1], "metallicFactor": 0, "roughnessFactor": 0.8}})
+            attributes = {"POSITION": self.array([y_up(p) for p in part.points], "VEC3")}
+            attributes.update(extra(part) if extra else {})
+            indices = self.array([i for triangle in part.triangles for i in triangle], "SCALAR", "H")
+            primitives.append({"attributes": attributes, "indices": indices, "material": material})
+        return self.add("meshes", {"name": name, "primitives": primitives})
+
+    def write(self, path, roots):
+        self.tree["scenes"] = [{"nodes": roots}]
+        self.tree["buffers"] = [{"byteLength": len(self.data), "uri": "data:application/octet-stream;base64," +
+                                 base64.b64encode(self.data).decode()}]
+        path.write_text(json.dumps({key: value for key, value in self.tree.items() if value != []}) + "\n")
+
+
+def write_windmill(path):
+    """The sails turn, and the flag is carried by bones; there are two winds."""
+    tower, sails, flag = windmill()
+    file = Gltf()
+    joints = 5
+    length = 1.6 / joints
+
+    def carried(part):
+        # Between two joints a point goes with both.
+        numbers, weights = [], []
+        for x, _, _ in part.points:
+            at = min(max(x / length - 0.5, 0.0), joints - 1.0)
+            first = min(int(at), joints - 2)
+            numbers.append((first, first + 1, 0, 0))
+            weights.append((1 - (at - first), at - first, 0.0, 0.0))
+        return {"JOINTS_0": file.array(numbers, "VEC4", "B"), "WEIGHTS_0": file.array(weights, "VEC4")}
+
+    file.add("nodes", {"name": "tower", "mesh": file.mesh("tower", tower)})
+    file.add("nodes", {"name": "sails", "mesh": file.mesh("sails", sails), "translation": y_up((0, -0.95, 3.0))})
+    file.add("nodes", {"name": "flag", "mesh": file.mesh("flag", [flag], carried), "skin": 0})
+    first = len(file.tree["nodes"])
+    top = (0.0, 0.0, 4.15)
+    for i in range(joints):
+        place = top if i == 0 else (length, 0.0, 0.0)
+        joint = {"name": f"flag {i + 1}", "translation": y_up(place)}
+        if i + 1 < joints:
+            joint["children"] = [first + i + 1]
+        file.add("nodes", joint)
+    # The cloth lies at the origin when no joint moves.
+    binds = [(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, -i * length, 0, 0, 1) for i in range(joints)]
+    file.add("skins", {"joints": list(range(first, first + joints)), "inverseBindMatrices": file.array(binds, "MAT4")})
+
+    for name, seconds, turns, swing in (("breeze", 4.0, 1, 0.16), ("gale", 2.0, 3, 0.32)):
+        steps = 24
+        times = file.array([seconds * i / steps for i in range(steps + 1)], "SCALAR")
+        animation = {"name": name, "channels": [], "samplers": []}
+
+        def rotate(node, turn):
+            keys = file.array([turn(i / steps) for i in range(steps + 1)], "VEC4")
+            animation["samplers"].append({"input": times, "output": keys})
+            animation["channels"].append({"sampler": len(animation["samplers"]) - 1,
+                                          "target": {"node": node, "path": "rotation"}})
+
+        rotate(1, lambda t: (0, 0, math.sin(math.pi * turns * t), math.cos(math.pi * turns * t)))
+        for i in range(joints):
+            def wave(t, i=i):
+                angle = swing * math.sin(2 * math.pi * (2 * t - i / joints))
+                return (0, math.sin(angle / 2), 0, math.cos(angle / 2))
+            rotate(first + i, wave)
+        file.add("animations", animation)
+    file.write(path, [0, 1, 2, first])
+
+
 def png(width, height, at):
     rows = b"".join(b"\0" + bytes(c for x in range(width) for c in at(x, y)) for y in range(height))
 
@@ -520,6 +643,7 @@ def main():
     (models / "sail.png").write_bytes(png(256, 256, sail_pixel))
     write_ply(models / "lighthouse.ply", lighthouse())
     write_dae(models / "rocket.dae", rocket())
+    write_windmill(models / "windmill.gltf")
     (models / "king.stl").write_bytes(stl_binary(king()))
 
     fixtures = ROOT / "tests" / "fixtures" / "formats"

@@ -154,7 +154,10 @@ bool wantsFormats(int argc, char** argv)
 /// @return false when it is there and its display does not answer, which is told
 bool findWindow(int argc, char** argv, const vfViewer::WindowSide*& window)
 {
-    const auto isSet = [](const char* name) { return std::getenv(name) && *std::getenv(name); };
+    const auto isSet = [](const char* name) {
+        const char* value = std::getenv(name);
+        return value && *value;
+    };
     const bool hasDisplay = isSet("DISPLAY") || isSet("WAYLAND_DISPLAY") || isSet("QT_QPA_PLATFORM");
     if (!hasDisplay || wantsNoWindow(argc, argv))
         return true;

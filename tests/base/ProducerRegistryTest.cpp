@@ -52,7 +52,11 @@ struct TestRegistry : vfBase::Registry<TestRegistry<Key>, Producer, Key>
         return current;
     }
     TestRegistry() { current = this; }
-    ~TestRegistry() override { calls().push_back("~derived"); }
+    ~TestRegistry() override
+    {
+        calls().push_back("~derived");
+        current = nullptr;
+    }
     void registryHook() override {}
 
     static TestRegistry* current;

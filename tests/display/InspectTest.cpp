@@ -247,6 +247,7 @@ TEST_F(Inspect, ClicksMeasureBetweenCorners)
         }
         EXPECT_TRUE(viewer.waitFor([&] { return viewer.model()->getMeasurements().size() == 2; }));
         EXPECT_EQ("", viewer.ui([&] { return selection(viewer); })); // the clicks were for that
+        viewer.keepPicture("viewer-measuring.png");
         viewer.hand.key("Escape");
         Program::pause(200);
         selectByClick(viewer, "hull");

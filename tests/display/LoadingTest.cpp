@@ -17,7 +17,6 @@
 
 #include <chrono>
 
-using testing::HasSubstr;
 using vfTest::Program;
 using vfTest::TemporaryDirectory;
 using vfTest::Viewer;

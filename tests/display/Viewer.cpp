@@ -20,6 +20,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
+#include <QFileDialog>
 #include <QScreen>
 #include <QWindow>
 
@@ -92,9 +94,44 @@ int Viewer::run(const std::function<void()>& script)
 
 void Viewer::focus()
 {
-    ui([&] { m_program.window().activateWindow(); });
-    EXPECT_TRUE(waitFor([&] { return m_program.window().isActiveWindow(); }));
+    // Asked for until it holds: what is open at the moment takes the keyboard along when it goes, such as the progress of
+    // files that are opened at the start.
+    EXPECT_TRUE(waitFor([&] {
+        if (m_program.window().isActiveWindow())
+            return true;
+        if (!QApplication::activeModalWidget())
+            m_program.window().activateWindow();
+        return false;
+    }));
     Program::pause(100);
+}
+
+void Viewer::keepPicture(const char* name)
+{
+    const char* keep = std::getenv("VELAFORGE_KEEP_PICTURES");
+    if (!keep)
+        return;
+    Program::pause(300);
+    ui([&] {
+        const QString path = QString::fromUtf8(keep) + QLatin1Char('/') + QLatin1String(name);
+        EXPECT_TRUE(m_program.window().grab().save(path)) << path.toStdString();
+    });
+}
+
+void Viewer::typeFileName(const std::string& path)
+{
+    ASSERT_TRUE(waitFor([] {
+        const auto* dialog = qobject_cast<QFileDialog*>(Program::dialog());
+        return dialog && dialog->isActiveWindow() && dialog->focusWidget();
+    }));
+    Program::pause(100);
+    hand.key("Ctrl+A");
+    hand.type(path);
+    // The list of proposals takes the first Return where it is open.
+    Program::pause(100);
+    if (ui([] { return QApplication::activePopupWidget() != nullptr; }))
+        hand.key("Escape");
+    hand.key("Return");
 }
 
 vfViewer::ModelDocument* Viewer::model() const

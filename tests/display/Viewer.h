@@ -57,6 +57,12 @@ public:
     /// Gives the window the keyboard, as a window manager does when a dialog goes; there is none on the tests' display.
     void focus();
 
+    /// Keeps a picture of the window for the guide, where VELAFORGE_KEEP_PICTURES names a directory.
+    void keepPicture(const char* name);
+
+    /// Answers the dialog that asks for a file.
+    void typeFileName(const std::string& path);
+
     Program& program() { return m_program; }
 
     /// The same as those of the program.

@@ -72,23 +72,6 @@ std::string copyOfSailboat(const TemporaryDirectory& directory)
     return directory.file("sailboat.obj");
 }
 
-/// Types into the dialog for files that is open, and accepts.
-void typeFileName(Viewer& viewer, const std::string& path)
-{
-    ASSERT_TRUE(viewer.waitFor([] {
-        const auto* dialog = qobject_cast<QFileDialog*>(Program::dialog());
-        return dialog && dialog->isActiveWindow() && dialog->focusWidget();
-    }));
-    Program::pause(100);
-    viewer.hand.key("Ctrl+A");
-    viewer.hand.type(path);
-    // The list of proposals takes the first Return where it is open.
-    Program::pause(100);
-    if (viewer.ui([] { return QApplication::activePopupWidget() != nullptr; }))
-        viewer.hand.key("Escape");
-    viewer.hand.key("Return");
-}
-
 void clickButton(Viewer& viewer, const char* dialog, const char* button)
 {
     ASSERT_TRUE(viewer.program().waitForDialog(dialog));
@@ -166,7 +149,7 @@ TEST_F(ViewerWindow, OpensThroughTheDialogChangesUndoesAndSavesUnderAnotherName)
     Viewer viewer;
     viewer.run([&] {
         viewer.hand.key("Ctrl+O");
-        typeFileName(viewer, sailboat);
+        viewer.typeFileName(sailboat);
         ASSERT_TRUE(viewer.waitFor([&] { return viewer.model() != nullptr; }));
         ASSERT_TRUE(viewer.waitFor([&] { return viewer.viewport()->getFrameCount() > 0; }));
         Program::pause(200);
@@ -189,7 +172,7 @@ TEST_F(ViewerWindow, OpensThroughTheDialogChangesUndoesAndSavesUnderAnotherName)
         EXPECT_TRUE(viewer.waitFor([&] { return viewer.part("flag")->getNodeMask() == 0; }));
 
         viewer.hand.key("Ctrl+Shift+S");
-        typeFileName(viewer, copy);
+        viewer.typeFileName(copy);
         EXPECT_TRUE(viewer.waitFor([&] { return viewer.model()->getFilename() == copy; }));
         EXPECT_FALSE(viewer.ui([&] { return viewer.model()->isModified(); }));
     });
@@ -414,7 +397,7 @@ TEST_F(ViewerWindow, WhatAFormatDoesNotKeepIsAskedAboutBeforeItIsWritten)
         for (const bool isWanted : {false, true}) {
             viewer.focus();
             viewer.hand.key("Ctrl+Shift+S");
-            typeFileName(viewer, copy);
+            viewer.typeFileName(copy);
             ASSERT_TRUE(viewer.program().waitForDialog("lossQuestion"));
             viewer.ui([] {
                 const auto* box = qobject_cast<QMessageBox*>(Program::dialog());
@@ -457,13 +440,15 @@ TEST_F(ViewerWindow, AfterACrashWhatWasNotSavedIsOfferedAgain)
     });
     for (const char* answer : {"Later", "Recover"}) {
         inAnotherProcess([&] {
-            Viewer viewer;
+            const bool isNamed = std::string(answer) == "Recover";
+            Viewer viewer(isNamed ? std::vector<std::string>{path} : std::vector<std::string>());
             viewer.program().run([&] { // the question takes the keyboard
                 clickButton(viewer, "recoverQuestion", answer);
                 if (std::string(answer) == "Later")
                     return;
                 EXPECT_TRUE(viewer.waitFor([&] { return viewer.model() && viewer.model()->isModified(); }));
                 viewer.ui([&] {
+                    EXPECT_EQ(1u, viewer.program().application().getNumDocuments()) << "not the file as well";
                     EXPECT_EQ(nullptr, viewer.part("flag"));
                     EXPECT_NE(nullptr, viewer.part("hull"));
                     EXPECT_EQ(path, viewer.model()->getFilename().str());

@@ -97,8 +97,7 @@ TEST_F(Viewport, LooksAsItDidWhenItWasLookedAt)
         viewer.ui([&] { viewer.program().window().resize(1200, 800); });
         settle(viewer);
         const QImage shown = viewer.ui([&] { return viewer.program().window().grab().toImage(); });
-        if (const char* keep = std::getenv("VELAFORGE_KEEP_PICTURES"))
-            shown.save(QString::fromUtf8(keep) + QStringLiteral("/window.png"));
+        viewer.keepPicture("window.png");
         const QImage reference(QStringLiteral(VELAFORGE_SOURCE_DIR "/tests/display/pictures/window.png"));
         ASSERT_FALSE(reference.isNull());
         EXPECT_LT(difference(reference, shown), 3.0);
@@ -142,13 +141,14 @@ TEST_F(Viewport, ASceneThatMovesByItselfIsDrawnOnAndOn)
         osg::ref_ptr<osg::MatrixTransform> turning = new osg::MatrixTransform;
         const unsigned int before = viewer.ui([&] {
             turning->setUpdateCallback(new Turn);
-            viewer.model()->scene().addChild(turning);
-            viewer.viewport()->update();
+            viewer.viewport()->getScene()->asGroup()->addChild(turning);
+            viewer.viewport()->setContinuous(true);
             return viewer.viewport()->getFrameCount();
         });
         EXPECT_TRUE(viewer.waitFor([&] { return viewer.viewport()->getFrameCount() > before + 10; }));
-        viewer.ui([&] { viewer.model()->scene().removeChild(turning); });
+        viewer.ui([&] { viewer.viewport()->setContinuous(false); });
         settle(viewer);
+        EXPECT_FALSE(viewer.ui([&] { return viewer.viewport()->isContinuous(); }));
     });
 }
 

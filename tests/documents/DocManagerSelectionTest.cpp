@@ -4,12 +4,10 @@
 #include <gmock/gmock.h>
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 using vfApplication::DocManager;
 using vfApplication::DocTemplate;
 using vfBase::Options;
 using vfBase::VfString;
-using vfTest::recorder;
 
 namespace {
 

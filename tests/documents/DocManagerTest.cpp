@@ -13,7 +13,6 @@
 #include <gmock/gmock.h>
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 using vfApplication::DocManager;
 using vfApplication::DocTemplate;
 using vfApplication::Document;
@@ -24,7 +23,6 @@ using vfTest::record;
 using vfTest::recorder;
 using vfTest::RecordingApplication;
 using vfTest::RecordingDocument;
-using vfTest::RecordingView;
 using vfTest::slotOf;
 
 namespace {

@@ -11,7 +11,6 @@
 #include <stdexcept>
 
 using testing::ElementsAre;
-using testing::HasSubstr;
 using vfApplication::DocManager;
 using vfApplication::DocTemplate;
 using vfApplication::Document;

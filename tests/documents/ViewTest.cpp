@@ -7,7 +7,6 @@
 #include <gmock/gmock.h>
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 using vfApplication::View;
 using vfTest::recorder;
 using vfTest::RecordingApplication;

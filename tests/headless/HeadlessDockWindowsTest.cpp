@@ -12,7 +12,6 @@
 #include <gmock/gmock.h>
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 using vfApplication::Application;
 using vfApplication::DockWindow;
 using vfApplication::DockWindowManagerSettings;

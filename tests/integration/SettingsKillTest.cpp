@@ -62,7 +62,7 @@ Outcome killAt(const Call& call, const std::string& task, const std::string& fil
 /// A file with the value "before", and a generation before that.
 std::string prepare(const TemporaryDirectory& place)
 {
-    const std::string file = place.file("store.json");
+    std::string file = place.file("store.json");
     runProgram({writer, "save", file, "long before"});
     runProgram({writer, "save", file, "before"});
     return file;

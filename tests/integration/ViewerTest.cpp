@@ -346,12 +346,14 @@ TEST(Viewer, ListsItsMenusToolbarsDockWindowsAndOptionsPages)
     EXPECT_THAT(outcome.out, HasSubstr("dock windows\n  vfViewer::SceneTree \"Scene\", left\n  "
                                        "vfViewer::Properties \"Properties\", right, hidden\n"
                                        "  vfViewer::Sections \"Sections\", right, hidden\n"
+                                       "  vfViewer::Animation \"Animation\", right, hidden\n"
                                        "  vfViewer::Measurements \"Measurements\", right, hidden\n"
                                        "  vfViewer::Messages \"Messages\", right, hidden\n"
                                        "  vfViewer::Statistics \"Statistics\", right, hidden\n"));
     EXPECT_THAT(outcome.out, testing::EndsWith("options pages\n"
                                                "  General\n    vfViewer::RecentFilesPage\n"
-                                               "  Pictures\n    vfViewer::PicturePage\n"));
+                                               "  Pictures\n    vfViewer::PicturePage\n"
+                                               "  Models\n    vfViewer::ModelPage\n"));
 }
 
 TEST(Viewer, InvokesCommandsInOrderAndThenTakesThePicture)
@@ -544,7 +546,7 @@ TEST(Viewer, AScriptThatCannotBeReadIsOneLine)
     {
         const Outcome outcome = view({"--script", path});
         EXPECT_EQ(4, outcome.status);
-        EXPECT_EQ("vfviewer: " + path + ": " + reason + "\n", outcome.err);
+        EXPECT_EQ(std::string("vfviewer: ").append(path).append(": ").append(reason) + "\n", outcome.err);
     }
     EXPECT_EQ(0, view({signpost("obj"), "--script", directory.write("empty", "")}).status);
     EXPECT_EQ(2, view({"--script"}).status);
@@ -617,7 +619,8 @@ TEST(Viewer, ASnapshotThatCannotBeWrittenIsStatus4)
     for (const auto& [path, reason] : cases) {
         const Outcome outcome = view({signpost("obj"), "--size", "20x20", "--snapshot", path});
         EXPECT_EQ(4, outcome.status) << path;
-        EXPECT_THAT(outcome.err, HasSubstr(path + ": snapshot not written: " + reason + "\n"));
+        EXPECT_THAT(outcome.err,
+                    HasSubstr(std::string(path).append(": snapshot not written: ") + reason + "\n"));
     }
     EXPECT_EQ("before", vfTest::readFile(readOnly));
     const Outcome nothing = view({"--snapshot", directory.file("out.png")});

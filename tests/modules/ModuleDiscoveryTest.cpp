@@ -24,7 +24,6 @@
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;
-using testing::UnorderedElementsAre;
 using vfApplication::ModuleRegistry;
 using vfApplication::ModuleRegistryPrivate;
 using vfApplication::ModuleSettings;

@@ -40,8 +40,6 @@
 using testing::ElementsAre;
 using testing::HasSubstr;
 using vfApplication::CommandPalette;
-using vfApplication::OptionsDialog;
-using vfApplication::QtApplication;
 using vfApplication::ShortcutEditor;
 using vfApplication::WindowSettings;
 using vfTest::Program;

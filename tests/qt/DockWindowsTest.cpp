@@ -29,14 +29,9 @@
 #include <map>
 #include <set>
 
-using testing::ElementsAre;
-using vfApplication::Docks;
 using vfApplication::DockWindow;
-using vfApplication::DockWindowManager;
-using vfApplication::DockWindowManagerSettings;
 using vfApplication::QtDockWindow;
 using vfApplication::QtDockWindowContents;
-using vfApplication::WindowSettings;
 using vfTest::Program;
 
 namespace {

@@ -37,7 +37,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using vfApplication::QtApplication;
 using vfApplication::UiSetup;
-using vfApplication::ViewFrame;
 using vfTest::Program;
 using vfTest::readFile;
 using vfTest::Sheet;

@@ -30,7 +30,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using vfApplication::FileExistence;
 using vfApplication::RecentFilesMenu;
-using vfTest::overwriteFile;
 using vfTest::Program;
 using vfTest::readFile;
 using vfTest::replaceFile;

@@ -116,7 +116,8 @@ using Standing = std::map<std::string, std::string>;
 /// What one process hands to the next, past the settings.
 std::string notePath()
 {
-    return std::string(std::getenv("HOME")) + "/standing";
+    const char* home = std::getenv("HOME");
+    return std::string(home ? home : ".") + "/standing";
 }
 
 void keep(const Standing& lines)

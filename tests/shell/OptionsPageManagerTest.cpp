@@ -16,7 +16,6 @@
 #include <vector>
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 using vfApplication::OptionsPageManager;
 using vfApplication::Registry;
 using vfApplication::UiOptionsPage;

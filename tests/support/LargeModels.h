@@ -24,22 +24,43 @@ inline void writeHills(const std::string& path, std::uint32_t triangles)
         float values[12] = {};
         for (std::uint32_t corner = 0; corner < 3; ++corner) {
             const std::uint32_t dx = i % 2 ? (corner != 0) : (corner == 1);
-            const std::uint32_t dy = i % 2 ? (corner == 2) : (corner == 2);
+            const std::uint32_t dy = corner == 2;
             const float x = static_cast<float>(column + dx) * 10 / static_cast<float>(side);
             const float y = static_cast<float>(row + dy) * 10 / static_cast<float>(side);
-            float* point = values + 3 + 3 * corner;
+            float* point = values + 3 + std::size_t(3) * corner;
             point[0] = x;
             point[1] = y;
             point[2] = std::sin(x) * std::cos(y);
         }
         block.append(reinterpret_cast<const char*>(values), sizeof(values));
         block.append(2, '\0');
-        if (block.size() > 1024 * 1024) {
+        if (block.size() > std::size_t(1024) * 1024) {
             file.write(block.data(), static_cast<std::streamsize>(block.size()));
             block.clear();
         }
     }
     file.write(block.data(), static_cast<std::streamsize>(block.size()));
+}
+
+/// Writes a hilly ground of about that many triangles, with its points shared, in the format "obj".
+inline void writeHillsAsObj(const std::string& path, std::uint32_t triangles)
+{
+    std::ofstream file(path);
+    const auto side = static_cast<std::uint32_t>(std::sqrt(triangles / 2.0)) + 1;
+    for (std::uint32_t row = 0; row < side; ++row) {
+        for (std::uint32_t column = 0; column < side; ++column) {
+            const double x = 10.0 * column / side;
+            const double y = 10.0 * row / side;
+            file << "v " << x << ' ' << y << ' ' << std::sin(x) * std::cos(y) << '\n';
+        }
+    }
+    for (std::uint32_t row = 0; row + 1 < side; ++row) {
+        for (std::uint32_t column = 0; column + 1 < side; ++column) {
+            const std::uint32_t at = row * side + column + 1;
+            file << "f " << at << ' ' << at + 1 << ' ' << at + side + 1 << "\nf " << at << ' '
+                 << at + side + 1 << ' ' << at + side << '\n';
+        }
+    }
 }
 
 /// @return a model in the format "obj" that keeps its reader busy for a minute: curled polygons, which are hard to cut

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Formats that Assimp reads.
 #include "Reading.h"
+#include "model/ModelDocument.h"
 #include "reading/AssimpLibrary.h"
 
-#include <osg/AnimationPath>
 #include <osg/Geode>
 #include <osg/Geometry>
 #include <osg/Material>
@@ -162,13 +162,15 @@ TEST_F(AssimpReader, WhatMovesInTheFileMovesInTheScene)
     const Found found(*outcome.scene);
     ASSERT_TRUE(found.moving);
     EXPECT_EQ("lift", found.moving->getName());
-    auto* callback = dynamic_cast<osg::AnimationPathCallback*>(found.moving->getUpdateCallback());
-    ASSERT_TRUE(callback);
-    osg::AnimationPath& path = *callback->getAnimationPath();
-    EXPECT_DOUBLE_EQ(1, path.getPeriod());
-    osg::Matrix half;
-    ASSERT_TRUE(path.getMatrix(0.5, half));
-    EXPECT_NEAR(1, half.getTrans().y(), 1e-5);
+    vfViewer::ModelDocument document;
+    document.getModelScene().setModel(outcome.scene);
+    vfViewer::ModelAnimation& animation = document.getAnimation();
+    animation.reset();
+    EXPECT_THAT(animation.getNames(), testing::ElementsAre("1"));
+    EXPECT_DOUBLE_EQ(1, animation.getDuration());
+    EXPECT_EQ(osg::Vec3d(), found.moving->getMatrix().getTrans());
+    animation.setTime(0.5);
+    EXPECT_NEAR(1, found.moving->getMatrix().getTrans().y(), 1e-5);
 }
 
 TEST_F(AssimpReader, NodesAndMeshesKeepTheirNames)

@@ -30,7 +30,7 @@ constexpr int mutants = 1000;
 #endif
 
 constexpr unsigned int secondsAllowed = 1;
-constexpr std::uint64_t memoryAllowed = 512 * 1024 * 1024;
+constexpr std::uint64_t memoryAllowed = std::uint64_t(512) * 1024 * 1024;
 
 /// Spoils a file in one of the ways in which files are spoilt, several times at most.
 class Spoiler
@@ -47,7 +47,8 @@ public:
                 break;
             case 1:
                 for (std::size_t bytes = 1 + below(8); bytes > 0; --bytes)
-                    m_bytes[below(m_bytes.size())] ^= static_cast<char>(1u << below(8));
+                    m_bytes[below(m_bytes.size())] ^=
+                        static_cast<char>(1u << below(8)); // NOLINT(bugprone-narrowing-conversions)
                 break;
             case 2:
                 m_bytes.insert(below(m_bytes.size()), m_bytes.substr(below(m_bytes.size()), 1 + below(200)));

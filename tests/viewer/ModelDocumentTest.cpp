@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "model/ModelDocument.h"
 
+#include "model/ModelStatistics.h"
+#include "model/ModelWriter.h"
 #include "model/ViewerDocuments.h"
 #include "reading/FileGate.h"
 #include "support/Models.h"
@@ -112,6 +114,24 @@ TEST_F(ModelDocuments, OpenEveryFormat)
         EXPECT_FALSE(document->isModified());
     }
     EXPECT_EQ(0u, manager().failures().size());
+}
+
+TEST_F(ModelDocuments, AModelWithoutMaterialsIsSavedInEveryFormat)
+{
+    const ModelDocument* document = open(VELAFORGE_SOURCE_DIR "/models/lighthouse.ply");
+    ASSERT_TRUE(document);
+    std::istringstream formats(vfViewer::writableFormats());
+    for (std::string format; std::getline(formats, format, ',');) {
+        const std::string path = directory.file("lighthouse." + format);
+        vfBase::VfString reason;
+        EXPECT_TRUE(vfViewer::writeModel(document->scene(), path, reason)) << format << ": " << reason;
+        const ModelDocument* again = open(path);
+        ASSERT_TRUE(again) << format << said;
+        const unsigned long long triangles = vfViewer::countModel(again->scene()).triangles;
+        // Some leave out what has no size, at the tips; others know squares only, which are two triangles.
+        EXPECT_LE(1780u, triangles) << format;
+        EXPECT_GE(2 * 1848u, triangles) << format;
+    }
 }
 
 TEST_F(ModelDocuments, AFileThatCannotBeOpenedGetsOneLineAndTheNextIsOpened)

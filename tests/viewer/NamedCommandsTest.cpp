@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "model/CameraPlaces.h"
 #include "model/ModelDocument.h"
 #include "model/ModelScene.h"
 #include "model/ModelStatistics.h"
@@ -21,12 +22,16 @@
 #include <velaforge/documents/View.h>
 #include <velaforge/toolkit/CommandNames.h>
 
+#include <osg/AnimationPath>
 #include <osg/ComputeBoundsVisitor>
+#include <osg/Geode>
 #include <osg/Geometry>
+#include <osg/MatrixTransform>
 #include <osg/Notify>
 #include <osg/Transform>
 #include <osg/TriangleFunctor>
 #include <osg/observer_ptr>
+#include <osgDB/WriteFile>
 
 #include <gmock/gmock.h>
 
@@ -72,6 +77,7 @@ struct TurningView : vfApplication::View, vfViewer::ModelView
         return s_hasHand;
     }
     vfViewer::Tool getTool() const override { return s_tool; }
+    void follow() override {}
     static vfViewer::Tool s_tool;
     static bool s_hasHand;
     static vfViewer::LookAt s_camera;
@@ -331,6 +337,89 @@ TEST(NamedCommands, TheCameraIsPlacedAndPrinted)
     for (const char* wrong : {"", "1,2,3", "1,2,3,1,2,3,0,0,1", "0,0,5,0,0,0,0,0,1", "a,b,c,d,e,f,g,h,i"})
         EXPECT_THAT(shop.invoke("vfViewer::Camera", wrong), HasSubstr("to place the camera")) << wrong;
     EXPECT_EQ(osg::Vec3d(1, 2, 3), TurningView::s_camera.eye);
+}
+
+TEST(NamedCommands, CameraPlacesAreKeptAndGoneBackTo)
+{
+    const Workshop shop;
+    EXPECT_THAT(shop.invoke("vfViewer::GoToPlace", "1"), HasSubstr("no camera place is kept"));
+    EXPECT_FALSE(Command::getCommandByName("vfViewer::GoToPlace")
+                     .getProperties()
+                     .value("enabled", VfVariant())
+                     .toBool());
+    shop.invoke("vfViewer::Camera", "1,2,3,4,5,6,0,0,1");
+    EXPECT_EQ("", shop.invoke("vfViewer::KeepPlace", "bow"));
+    shop.invoke("vfViewer::Camera", "9,9,9,0,0,0,0,0,1");
+    shop.invoke("vfViewer::Orthographic");
+    EXPECT_EQ("", shop.invoke("vfViewer::KeepPlace"));
+    EXPECT_TRUE(Command::getCommandByName("vfViewer::GoToPlace")
+                    .getProperties()
+                    .value("enabled", VfVariant())
+                    .toBool());
+    testing::internal::CaptureStdout();
+    shop.invoke("vfViewer::PrintPlaces");
+    EXPECT_EQ("bow\n2\n", testing::internal::GetCapturedStdout());
+    EXPECT_EQ("", shop.invoke("vfViewer::GoToPlace", "bow"));
+    EXPECT_EQ(osg::Vec3d(1, 2, 3), TurningView::s_camera.eye);
+    EXPECT_EQ(vfViewer::Projection::Perspective, TurningView::s_style.projection);
+    EXPECT_EQ("", shop.invoke("vfViewer::GoToPlace", "2"));
+    EXPECT_EQ(osg::Vec3d(9, 9, 9), TurningView::s_camera.eye);
+    EXPECT_EQ(vfViewer::Projection::Orthographic, TurningView::s_style.projection);
+    EXPECT_EQ("", shop.invoke("vfViewer::GoToPlace", "1")); // by its number
+    EXPECT_EQ(osg::Vec3d(1, 2, 3), TurningView::s_camera.eye);
+    for (const char* wrong : {"", "0", "3", "aft"})
+        EXPECT_THAT(shop.invoke("vfViewer::GoToPlace", wrong), HasSubstr("no camera place of that name"))
+            << wrong;
+    EXPECT_EQ("", shop.invoke("vfViewer::ForgetPlace", "bow"));
+    EXPECT_THAT(shop.invoke("vfViewer::GoToPlace", "bow"), HasSubstr("no camera place of that name"));
+    EXPECT_FALSE(shop.document->isModified());
+}
+
+TEST(NamedCommands, CameraPlacesGoWithAFileThatIsSavedUnderAnotherName)
+{
+    const vfTest::TemporaryDirectory directory;
+    const Workshop shop;
+    shop.invoke("vfViewer::KeepPlace", "bow");
+    EXPECT_EQ("", shop.invoke("vfViewer::SaveAs", directory.file("other.osgb")));
+    EXPECT_EQ("", shop.invoke("vfViewer::GoToPlace", "bow"));
+    EXPECT_EQ(1u, vfViewer::CameraPlaces::instance().of(signpost("obj")).size());
+}
+
+TEST(NamedCommands, WhatMovesIsPutToATime)
+{
+    const vfTest::TemporaryDirectory directory;
+    const osg::ref_ptr<osg::AnimationPath> path = new osg::AnimationPath;
+    path->insert(0, osg::AnimationPath::ControlPoint({0, 0, 0}));
+    path->insert(4, osg::AnimationPath::ControlPoint({8, 0, 0}));
+    const osg::ref_ptr<osg::MatrixTransform> moving = new osg::MatrixTransform;
+    moving->setUpdateCallback(new osg::AnimationPathCallback(path));
+    const osg::ref_ptr<osg::Geode> geode = new osg::Geode;
+    geode->addDrawable(osg::createTexturedQuadGeometry({0, 0, 0}, {1, 0, 0}, {0, 0, 1}));
+    moving->addChild(geode);
+    ASSERT_TRUE(osgDB::writeNodeFile(*moving, directory.file("moving.osgt")));
+    const Workshop shop(directory.file("moving.osgt"));
+    ASSERT_TRUE(shop.document);
+    EXPECT_EQ("", shop.invoke("vfViewer::AnimationTime", "1.5"));
+    osg::ComputeBoundsVisitor visitor;
+    shop.document->scene().accept(visitor);
+    EXPECT_NEAR(3, visitor.getBoundingBox().xMin(), 1e-5);
+    for (const char* wrong : {"", "-1", "x", "1,2", "nan"})
+        EXPECT_THAT(shop.invoke("vfViewer::AnimationTime", wrong), HasSubstr("a time from 0")) << wrong;
+    EXPECT_DOUBLE_EQ(1.5, shop.document->getAnimation().getTime());
+    EXPECT_THAT(shop.invoke("vfViewer::PlayAnimation"), HasSubstr("there is no clock without a window"));
+    EXPECT_THAT(shop.invoke("vfViewer::PlayAnimation", "loud"), HasSubstr("\"on\" or \"off\""));
+    EXPECT_THAT(shop.invoke("vfViewer::Animation", "2"), HasSubstr("but one animation"));
+    EXPECT_FALSE(shop.document->isModified());
+}
+
+TEST(NamedCommands, WhereNothingMovesNoAnimationIsPlayed)
+{
+    const Workshop shop;
+    for (const char* name : {"vfViewer::PlayAnimation", "vfViewer::AnimationTime", "vfViewer::Animation"}) {
+        EXPECT_THAT(shop.invoke(name, "1"), HasSubstr("nothing of this model moves")) << name;
+        EXPECT_FALSE(Command::getCommandByName(name).getProperties().value("enabled", VfVariant()).toBool())
+            << name;
+    }
 }
 
 TEST(NamedCommands, EachWayOfLookingIsSwitchedOnAndOff)

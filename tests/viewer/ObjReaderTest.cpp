@@ -89,7 +89,7 @@ protected:
             pixel[1] = pixel[2] = 0;
             pixel[3] = alpha;
         }
-        const std::string path = directory.file(name);
+        std::string path = directory.file(name);
         EXPECT_TRUE(osgDB::writeImageFile(*image, path));
         return path;
     }

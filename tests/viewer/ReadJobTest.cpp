@@ -17,12 +17,18 @@
 #include <chrono>
 #include <cmath>
 #include <csignal>
+#include <cstddef>
 #include <filesystem>
 #include <fstream>
 #include <set>
 #include <thread>
 
+#include <linux/filter.h>
+#include <linux/seccomp.h>
 #include <sys/mman.h>
+#include <sys/prctl.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace fs = std::filesystem;
@@ -356,6 +362,130 @@ TEST_F(ReadJobs, AFileIsFoundFromTheDirectoryOfTheProgram)
     fs::current_path("/");
 }
 
+/// From here on this thread, and all that it starts, may not look into other processes.
+void forbidLooking()
+{
+    sock_filter program[] = {
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_process_vm_readv, 0, 1),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | EPERM),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+    };
+    const sock_fprog filter = {std::size(program), program};
+    ASSERT_EQ(0, prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0));
+    ASSERT_EQ(0, prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter));
+}
+
+TEST_F(ReadJobs, ALargeModelComesWholeAlsoWhereProcessesMayNotBeLookedInto)
+{
+    const std::string path = directory.file("hills.stl");
+    vfTest::writeHills(path, 20000);
+    const ReadOutcome looked = read(path);
+    ASSERT_TRUE(looked.scene) << looked.reason;
+    ASSERT_TRUE(vfViewer::canLookInto(getpid()));
+    forbidLooking();
+    ASSERT_FALSE(vfViewer::canLookInto(getpid()));
+    const ReadOutcome written = read(path);
+    ASSERT_TRUE(written.scene) << written.reason;
+    const ReadOutcome inPlace = vfViewer::readModel(path);
+    EXPECT_EQ(Contents(*inPlace.scene).text, Contents(*looked.scene).text);
+    EXPECT_EQ(Contents(*inPlace.scene).text, Contents(*written.scene).text);
+}
+
+/// A process that has handed a large model on, and waits.
+class HandingOn
+{
+public:
+    explicit HandingOn(const std::string& model) : file(memfd_create("scene", MFD_CLOEXEC))
+    {
+        int ends[2];
+        EXPECT_EQ(0, pipe(ends));
+        process = fork();
+        if (process == 0) {
+            ReadOutcome outcome = vfViewer::readModel(model);
+            vfViewer::HandOver handOver(file);
+            const long long written = handOver.put(outcome);
+            if (::write(ends[1], &written, sizeof(written)) != sizeof(written))
+                _exit(1);
+            while (true)
+                pause();
+        }
+        EXPECT_EQ(static_cast<ssize_t>(sizeof(size)), ::read(ends[0], &size, sizeof(size)));
+        close(ends[0]);
+        close(ends[1]);
+    }
+    ~HandingOn()
+    {
+        end();
+        close(file);
+    }
+    HandingOn(const HandingOn&) = delete;
+    HandingOn& operator=(const HandingOn&) = delete;
+
+    void end()
+    {
+        if (process <= 0)
+            return;
+        kill(process, SIGKILL);
+        waitpid(process, nullptr, 0);
+        process = 0;
+    }
+
+    ReadOutcome take(int from) const
+    {
+        const std::atomic<bool> stop{false};
+        return vfViewer::receiveOutcome(file, size, from, stop);
+    }
+
+    int file;
+    pid_t process = 0;
+    long long size = 0;
+};
+
+TEST_F(ReadJobs, AReaderThatEndsBeforeItsArraysAreTakenIsAReason)
+{
+    const std::string path = directory.file("hills.stl");
+    vfTest::writeHills(path, 20000);
+    HandingOn reader(path);
+    EXPECT_TRUE(reader.take(reader.process).scene);
+    const int process = reader.process;
+    reader.end();
+    const ReadOutcome outcome = reader.take(process);
+    EXPECT_FALSE(outcome.scene);
+    EXPECT_THAT(outcome.reason, HasSubstr("did not hand it on whole"));
+}
+
+TEST_F(ReadJobs, AReaderThatTellsNonsenseOfItsArraysHarmsNobody)
+{
+    const std::string path = directory.file("hills.stl");
+    vfTest::writeHills(path, 20000);
+    const HandingOn reader(path);
+    // Behind a word of its own and two numbers there is told where each of the two arrays is.
+    std::string end(4096, ' ');
+    const long long endAt = reader.size - static_cast<long long>(end.size());
+    ASSERT_EQ(static_cast<ssize_t>(end.size()), pread(reader.file, end.data(), end.size(), endAt));
+    const std::size_t told = end.find("1enecSfv");
+    ASSERT_NE(std::string::npos, told);
+    const long long arraysAt = endAt + static_cast<long long>(told) + 24;
+    std::size_t refused = 0;
+    for (long long at = arraysAt; at < arraysAt + 64; at += 8) {
+        std::uint64_t right = 0;
+        ASSERT_EQ(8, pread(reader.file, &right, 8, at));
+        for (const std::uint64_t wrong :
+             {std::uint64_t(0), right + 4, right + 12, right + (std::uint64_t(1) << 40), ~std::uint64_t(0),
+              std::uint64_t(4096)})
+        {
+            ASSERT_EQ(8, pwrite(reader.file, &wrong, 8, at));
+            const ReadOutcome outcome = reader.take(reader.process);
+            refused += !outcome.scene;
+            EXPECT_LE(outcome.scene ? Contents(*outcome.scene).text.size() : 0, 4u * 1024 * 1024);
+        }
+        ASSERT_EQ(8, pwrite(reader.file, &right, 8, at));
+    }
+    EXPECT_GT(refused, 10u);
+    EXPECT_TRUE(reader.take(reader.process).scene);
+}
+
 TEST_F(ReadJobs, WhatIsNotHandedOnWholeIsAReason)
 {
     const std::atomic<bool> stop{false};
@@ -366,7 +496,7 @@ TEST_F(ReadJobs, WhatIsNotHandedOnWholeIsAReason)
             ASSERT_EQ(static_cast<ssize_t>(size), write(file, bytes.data(), size));
             for (const long long told :
                  {0LL, static_cast<long long>(size), static_cast<long long>(size) + 1000000}) {
-                const ReadOutcome outcome = vfViewer::receiveOutcome(file, told, stop);
+                const ReadOutcome outcome = vfViewer::receiveOutcome(file, told, 0, stop);
                 EXPECT_FALSE(outcome.scene);
                 EXPECT_THAT(outcome.reason, HasSubstr("did not hand it on whole"));
             }

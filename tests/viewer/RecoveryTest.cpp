@@ -5,6 +5,7 @@
 
 #include "model/ModelDocument.h"
 #include "model/SceneCommands.h"
+#include "reading/AssimpLibrary.h"
 #include "support/Models.h"
 
 #include <osg/Geode>
@@ -226,4 +227,32 @@ TEST_F(Recoveries, TheDocumentMayChangeWhileItIsWritten)
     }
     recovery.finishWriting();
     EXPECT_TRUE(recovery.findLeftBehind().empty());
+}
+
+TEST_F(Recoveries, TheModelMayMoveWhileItIsWritten)
+{
+    if (!vfViewer::hasAssimp())
+        GTEST_SKIP() << "built without Assimp";
+    ModelDocument document;
+    document.getModelScene().setModel(read(VELAFORGE_SOURCE_DIR "/models/windmill.gltf").scene);
+    document.setFilename("/somewhere/windmill.gltf", false);
+    document.getModelScene().changed();
+    vfViewer::ModelAnimation& animation = document.getAnimation();
+    animation.reset();
+    Recovery recovery(place());
+    ASSERT_TRUE(recovery.keep(document));
+    for (int i = 0; recovery.isWriting() || i < 10; ++i)
+        animation.setTime(0.01 * i);
+    recovery.finishWriting();
+    const auto outcome = read(copyThere());
+    ASSERT_TRUE(outcome.scene) << outcome.reason;
+    ModelDocument recovered;
+    recovered.getModelScene().setModel(outcome.scene);
+    recovered.getAnimation().reset();
+    EXPECT_EQ(animation.getNames(), recovered.getAnimation().getNames());
+    EXPECT_DOUBLE_EQ(animation.getDuration(), recovered.getAnimation().getDuration());
+    recovered.getAnimation().setTime(0.3);
+    animation.setTime(0.3);
+    EXPECT_LT(0, recovered.scene().getBound().radius());
+    EXPECT_NEAR(document.scene().getBound().radius(), recovered.scene().getBound().radius(), 1e-4);
 }

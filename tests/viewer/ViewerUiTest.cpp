@@ -14,11 +14,14 @@
 #include <velaforge/documents/FileHistorySettings.h>
 #include <velaforge/shell/OptionsPageManager.h>
 #include <velaforge/shell/Registry.h>
+#include <velaforge/toolkit/CommandNames.h>
 
 #include <gmock/gmock.h>
 
 #include <fstream>
 #include <memory>
+#include <set>
+#include <string>
 
 using testing::ElementsAre;
 using vfApplication::CommandItem;
@@ -37,6 +40,48 @@ void expectCommands(const CommandItem& item)
     }
     for (const CommandItem& child : item.getList())
         expectCommands(child);
+}
+
+/// @return the texts that menus or toolbars show, which somebody has to translate
+std::set<std::string> textsOf(const CommandItem& item)
+{
+    std::set<std::string> texts;
+    for (const CommandItem& child : item.getList()) {
+        const std::string shown = child.getProperty("text").toString().str();
+        const std::string name = child.getCommand();
+        if (!shown.empty())
+            texts.insert(shown);
+        else if (!child.isEmpty())
+            texts.insert(name);
+        texts.merge(textsOf(child));
+    }
+    return texts;
+}
+
+/// @return the texts with a translation, of a context
+std::set<std::string> translatedIn(const std::string& context)
+{
+    const std::string all =
+        vfTest::readFile(VELAFORGE_SOURCE_DIR "/apps/viewer/qt/translations/declared_de.ts");
+    const std::size_t begin = all.find("<name>" + context + "</name>");
+    const std::size_t end = all.find("</context>", begin);
+    std::set<std::string> texts;
+    const std::string open = "<source>";
+    for (std::size_t at = all.find(open, begin); at < end; at = all.find(open, at)) {
+        at += open.size();
+        std::string text = all.substr(at, all.find("</source>", at) - at);
+        for (std::size_t mark = text.find("&amp;"); mark != std::string::npos; mark = text.find("&amp;"))
+            text.replace(mark, 5, "&");
+        texts.insert(text);
+    }
+    return texts;
+}
+
+std::set<std::string> operator-(std::set<std::string> all, const std::set<std::string>& known)
+{
+    for (const std::string& one : known)
+        all.erase(one);
+    return all;
 }
 
 template <class Page>
@@ -71,6 +116,28 @@ TEST(ViewerUi, ToolbarsNameCommandsThatAreThere)
     vfViewer::SceneUiSetup().setupToolbars(&root);
     EXPECT_THAT(childNames(root), ElementsAre("Standard", "Views", "Scene"));
     expectCommands(root);
+}
+
+TEST(ViewerUi, EveryDeclaredTextIsTranslated)
+{
+    CommandItem root;
+    vfViewer::ViewerUiSetup().setupMenus(&root);
+    vfViewer::SceneUiSetup().setupMenus(&root);
+    vfViewer::ViewerUiSetup().setupToolbars(&root);
+    vfViewer::SceneUiSetup().setupToolbars(&root);
+    const std::set<std::string> texts = textsOf(root);
+    EXPECT_LT(70u, texts.size());
+    EXPECT_THAT(texts - translatedIn("vfViewer"), testing::IsEmpty());
+    std::set<std::string> prompts;
+    for (const vfBase::VfString& name : vfApplication::commandNames()) {
+        const auto command = vfApplication::Command::getCommandByName(name.str());
+        const std::string prompt =
+            command.getProperties().value("prompt", vfBase::VfVariant()).toString().str();
+        if (!prompt.empty())
+            prompts.insert(prompt);
+    }
+    EXPECT_LT(10u, prompts.size());
+    EXPECT_THAT(prompts - translatedIn("Command"), testing::IsEmpty());
 }
 
 TEST(ViewerUi, OffersBothKindsOfDocument)
@@ -109,7 +176,7 @@ TEST(OptionsPages, AreAnnouncedInOrder)
         groups.emplace_back(page->getGroupName());
         delete page;
     }
-    EXPECT_THAT(groups, ElementsAre("General", "Pictures"));
+    EXPECT_THAT(groups, ElementsAre("General", "Pictures", "Models"));
 }
 
 TEST(OptionsPages, WhatIsNotAppliedChangesNothing)
@@ -147,6 +214,50 @@ TEST(OptionsPages, WhatIsAppliedIsSetAndNonsenseIsNot)
     picture->applyOptions();
     EXPECT_EQ(1u, FileHistorySettings::instance(false)->getMaxFiles());
     EXPECT_EQ(2, ViewerSettings::instance().getFirstView());
+}
+
+TEST(OptionsPages, UnitsHistoryAndTheFirstStyleAreSet)
+{
+    const auto picture = makePage<vfViewer::PicturePage>("vfViewer::PicturePage");
+    const auto model = makePage<vfViewer::ModelPage>("vfViewer::ModelPage");
+    picture->loadOptions();
+    model->loadOptions();
+    EXPECT_EQ(512, model->historyMegabytes);
+    EXPECT_EQ(vfViewer::LengthUnit::None, model->units.ofModel);
+    picture->firstStyle.showsGrid = true;
+    picture->firstStyle.projection = vfViewer::Projection::Orthographic;
+    model->units = {vfViewer::LengthUnit::Millimetre, vfViewer::LengthUnit::Inch};
+    model->historyMegabytes = 64;
+    EXPECT_FALSE(ViewerSettings::instance().getFirstStyle().showsGrid);
+    picture->applyOptions();
+    model->applyOptions();
+    EXPECT_TRUE(ViewerSettings::instance().getFirstStyle().showsGrid);
+    EXPECT_EQ(vfViewer::Projection::Orthographic, ViewerSettings::instance().getFirstStyle().projection);
+    EXPECT_EQ(vfViewer::LengthUnit::Millimetre, ViewerSettings::instance().getUnits().ofModel);
+    EXPECT_EQ(vfViewer::LengthUnit::Inch, ViewerSettings::instance().getUnits().shown);
+    EXPECT_EQ(64, ViewerSettings::instance().getHistoryMegabytes());
+    model->historyMegabytes = 0;
+    model->applyOptions();
+    EXPECT_EQ(64, ViewerSettings::instance().getHistoryMegabytes());
+}
+
+TEST(ViewerSettings, KeepTheFirstStyleWithoutItsBackgroundAndItsSections)
+{
+    ViewerSettings& settings = ViewerSettings::instance();
+    vfViewer::ViewStyle style;
+    style.showsAxes = true;
+    style.isAntialiased = false;
+    style.background = vfViewer::Background();
+    style.sections[1].isOn = true;
+    settings.setFirstStyle(style);
+    EXPECT_FALSE(settings.getFirstStyle().background);
+    EXPECT_FALSE(settings.getFirstStyle().sections[1].isOn);
+    ASSERT_TRUE(vfBase::Settings::global().save(nullptr));
+    settings.setFirstStyle(vfViewer::ViewStyle());
+    vfBase::Settings::loadGlobal();
+    EXPECT_TRUE(settings.getFirstStyle().showsAxes);
+    EXPECT_FALSE(settings.getFirstStyle().isAntialiased);
+    EXPECT_FALSE(settings.getFirstStyle().showsGrid);
 }
 
 TEST(ViewerSettings, ComeBackFromTheStore)

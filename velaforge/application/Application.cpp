@@ -67,7 +67,7 @@ Application::Application(int& argc, char** argv, const ApplicationSetup& setup) 
     auto module = std::make_unique<vfAppModule>(setup.getUiSetup());
     setup.onRegisterDocumentType();
     ModuleRegistry::instance(false)->addModule(module.release());
-    body.release();
+    static_cast<void>(body.release());
 }
 
 Application::~Application()

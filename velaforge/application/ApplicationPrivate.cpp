@@ -23,7 +23,7 @@ ApplicationPrivate::ApplicationPrivate(int& argc, char** argv)
     applicationPath = osgDB::getFilePath(applicationFilePath);
     argumentParser = std::make_unique<vfBase::ArgumentParser>(&argc, argv);
     dockWindowManager.reset(new DockWindowManager);
-    documents.release(); // nothing throws any more
+    static_cast<void>(documents.release()); // nothing throws any more
 }
 
 ApplicationPrivate::ApplicationPrivate(ApplicationPrivate& other)

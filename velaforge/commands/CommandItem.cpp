@@ -102,7 +102,8 @@ CommandItem CommandItem::find(const char* name) const
 void CommandItem::remove(const CommandItem& item)
 {
     assert(d);
-    const CommandItem removed(item); // may be the list's own entry
+    // May be the list's own entry.
+    const CommandItem removed(item); // NOLINT(performance-unnecessary-copy-initialization)
     if (removed.isValid())
         d->items.removeOne(removed);
 }

@@ -17,6 +17,7 @@
 #include <EGL/eglext.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <cstring>
 #include <map>
@@ -122,7 +123,8 @@ osg::ref_ptr<osg::Image> halved(const osg::Image& large)
 void divideByAlpha(osg::Image& image)
 {
     unsigned char* pixel = image.data();
-    for (std::size_t i = 0; i < image.getTotalSizeInBytes(); i += 4, pixel += 4) {
+    const std::size_t size = image.getTotalSizeInBytes();
+    for (std::size_t i = 0; i < size; i += 4, pixel += 4) {
         const int alpha = pixel[3];
         for (int channel = 0; alpha > 0 && alpha < 255 && channel < 3; ++channel)
             pixel[channel] =
@@ -133,8 +135,10 @@ void divideByAlpha(osg::Image& image)
 /// What can be seen through leaves its alpha behind, although there was something behind it.
 void makeOpaque(osg::Image& image)
 {
-    for (std::size_t i = 3; i < image.getTotalSizeInBytes(); i += 4)
-        image.data()[i] = 255;
+    unsigned char* data = image.data();
+    const std::size_t size = image.getTotalSizeInBytes();
+    for (std::size_t i = 3; i < size; i += 4)
+        data[i] = 255;
 }
 
 /// Has lines and points of a scene drawn in other widths, and restores them at its end.
@@ -185,19 +189,23 @@ osg::ref_ptr<osg::Group> withWidthsFor(osg::Node& scene, float width)
     return group;
 }
 
-/// What an image holds before it is drawn into: no driver leaves it so.
+/// What each pixel of an image holds before it is drawn into: no driver leaves it so.
+constexpr std::array<unsigned char, 4> mark = {17, 34, 51, 0};
+
 void fillWithMark(osg::Image& image)
 {
     unsigned char* data = image.data();
-    for (std::size_t i = 0; i < image.getTotalSizeInBytes(); ++i)
-        data[i] = static_cast<unsigned char>(i % 4 == 3 ? 0 : 17 * (i % 4 + 1));
+    const std::size_t size = image.getTotalSizeInBytes();
+    for (std::size_t i = 0; i < size; i += mark.size())
+        std::memcpy(data + i, mark.data(), mark.size());
 }
 
 bool isMarked(const osg::Image& image)
 {
     const unsigned char* data = image.data();
-    for (std::size_t i = 0; i < image.getTotalSizeInBytes(); ++i) {
-        if (data[i] != (i % 4 == 3 ? 0 : 17 * (i % 4 + 1)))
+    const std::size_t size = image.getTotalSizeInBytes();
+    for (std::size_t i = 0; i < size; i += mark.size()) {
+        if (std::memcmp(data + i, mark.data(), mark.size()) != 0)
             return false;
     }
     return true;
@@ -206,7 +214,8 @@ bool isMarked(const osg::Image& image)
 bool isBlank(const osg::Image& image)
 {
     const unsigned char* data = image.data();
-    for (std::size_t i = 3; i < image.getTotalSizeInBytes(); i += 4) {
+    const std::size_t size = image.getTotalSizeInBytes();
+    for (std::size_t i = 3; i < size; i += 4) {
         if (data[i] != 0)
             return false;
     }

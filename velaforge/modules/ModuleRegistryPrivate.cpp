@@ -88,7 +88,7 @@ void ModuleRegistryPrivate::discoverModules(const std::string& directory)
         if (osgDB::getFileExtensionIncludingDot(entry) != moduleExtension)
             continue;
         const std::string name = osgDB::getNameLessExtension(entry).substr(found + mark.size());
-        const std::string path = directory + "/" + entry;
+        const std::string path = std::string(directory).append("/").append(entry);
         moduleInfoMap[name] = path;
         // What cannot be opened stays listed, and nothing is said.
         if (settings.isValidModule(name)) {

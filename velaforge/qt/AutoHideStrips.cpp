@@ -164,10 +164,11 @@ bool AutoHideStrips::eventFilter(QObject* object, QEvent* event)
         return false;
     if (event->type() == QEvent::Resize && object == &m_window)
         place();
-    if (event->type() == QEvent::MouseButtonPress && object->isWidgetType() &&
-        !isInside(static_cast<QWidget*>(object)))
-        close();
-    else if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape)
+    const bool isElsewhere = event->type() == QEvent::MouseButtonPress && object->isWidgetType() &&
+                             !isInside(static_cast<QWidget*>(object));
+    const bool isGivenUp =
+        event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape;
+    if (isElsewhere || isGivenUp)
         close();
     return false;
 }

@@ -25,7 +25,7 @@ std::vector<Place>& places()
 QString languageOfSystem(const QStringList& available)
 {
     for (const QString& wanted : QLocale::system().uiLanguages()) {
-        const QString language = wanted.left(wanted.indexOf(QLatin1Char('-')));
+        QString language = wanted.left(wanted.indexOf(QLatin1Char('-')));
         if (available.contains(language))
             return language;
     }

@@ -2,6 +2,7 @@
 #include <velaforge/qt/internal/Prompts.h>
 
 #include <velaforge/base/StringList.h>
+#include <velaforge/qt/QtApplication.h>
 #include <velaforge/qt/internal/ActionTable.h>
 #include <velaforge/qt/internal/Text.h>
 
@@ -10,6 +11,9 @@
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QStringList>
+
+#include <map>
+#include <string>
 
 namespace vfApplication {
 
@@ -43,7 +47,7 @@ QString fileFilter(const QString& formats)
     QStringList patterns;
     for (const QString& format : formats.split(QLatin1Char(','), Qt::SkipEmptyParts))
         patterns << QStringLiteral("*.") + format;
-    const QString all = QCoreApplication::translate("Prompts", "All files (*)");
+    QString all = QCoreApplication::translate("Prompts", "All files (*)");
     if (patterns.isEmpty())
         return all;
     return QCoreApplication::translate("Prompts", "Suitable files") + QStringLiteral(" (") +
@@ -63,7 +67,29 @@ bool askForFiles(QWidget& window, const QString& question, const QString& format
     return !chosen.isEmpty();
 }
 
+bool askForChoice(QWidget& window, const QString& title, const QString& question,
+                  const vfBase::StringList& choices, QString& answer)
+{
+    QStringList items;
+    for (unsigned int i = 0; i < choices.size(); ++i)
+        items << toQt(choices.get(i));
+    bool isGiven = false;
+    answer = QInputDialog::getItem(&window, title, question, items, 0, false, &isGiven);
+    return isGiven;
+}
+
+std::map<std::string, QtApplication::Prompt>& ownPrompts()
+{
+    static std::map<std::string, QtApplication::Prompt> prompts;
+    return prompts;
+}
+
 } // namespace
+
+void QtApplication::setPrompt(const char* kind, const Prompt& prompt)
+{
+    ownPrompts()[kind] = prompt;
+}
 
 bool askForArgument(QWidget& window, const Command::Properties& properties, vfBase::VfVariant& argument)
 {
@@ -73,12 +99,18 @@ bool askForArgument(QWidget& window, const Command::Properties& properties, vfBa
     if (text("prompt").isEmpty())
         return true;
     const QString question = QCoreApplication::translate("Command", text("prompt").toUtf8());
+    const auto own = ownPrompts().find(fromQt(text("promptKind")).str());
+    if (own != ownPrompts().end())
+        return own->second(window, properties, argument);
     if (text("promptKind") == QLatin1String("files"))
         return askForFiles(window, question, text("promptFilter"), argument);
     QString answer;
     bool isGiven = false;
     if (text("promptKind") == QLatin1String("color"))
         isGiven = askForColor(window, question, text("promptValue"), answer);
+    else if (text("promptKind") == QLatin1String("choice"))
+        isGiven = askForChoice(window, ActionTable::plainText(text("text")), question,
+                               properties.value("promptChoices", vfBase::VfVariant()).toStringList(), answer);
     else
         answer = QInputDialog::getText(&window, ActionTable::plainText(text("text")), question,
                                        QLineEdit::Normal, text("promptValue"), &isGiven);

@@ -4,6 +4,7 @@
 #include <velaforge/application/ApplicationInterface.h>
 #include <velaforge/base/VfString.h>
 #include <velaforge/base/VfVariant.h>
+#include <velaforge/commands/Command.h>
 #include <velaforge/qt/Export.h>
 
 #include <functional>
@@ -12,6 +13,7 @@
 
 class QMainWindow;
 class QObject;
+class QWidget;
 
 namespace vfApplication {
 
@@ -105,6 +107,13 @@ public:
 
     /// Has translations "<name>_<language>.qm" of the program looked for in that directory. Before the shell is made.
     static void addTranslations(const char* directory, const char* name);
+
+    /// Asks the user for the argument of a command. @return false when the user gave up
+    using Prompt = std::function<bool(QWidget& window, const Command::Properties& properties,
+                                      vfBase::VfVariant& argument)>;
+
+    /// Has commands with that "promptKind" asked for in a way of the program's own.
+    static void setPrompt(const char* kind, const Prompt& prompt);
 
     /// @return the languages that there are translations for, such as "de", and "en"
     std::vector<vfBase::VfString> getLanguages() const;

@@ -52,6 +52,7 @@ struct QtViewportPrivate
     QMetaObject::Connection contextGoes;
     double fieldOfView = 30;
     bool isOrthographic = false;
+    bool isContinuous = true;
     int width = 1; // in pixels
     int height = 1;
     unsigned int frames = 0;
@@ -181,6 +182,17 @@ double QtViewport::getAspect() const
     return width() > 0 && height() > 0 ? double(width()) / height() : 1.0;
 }
 
+void QtViewport::setContinuous(bool isContinuous)
+{
+    d->isContinuous = isContinuous;
+    update();
+}
+
+bool QtViewport::isContinuous() const
+{
+    return d->isContinuous;
+}
+
 unsigned int QtViewport::getFrameCount() const
 {
     return d->frames;
@@ -260,7 +272,7 @@ void QtViewport::paintGL()
     d->viewer->frame();
     ++d->frames;
     // A scene that moves by itself goes on.
-    if (d->viewer->checkNeedToDoFrame())
+    if (d->isContinuous && d->viewer->checkNeedToDoFrame())
         update();
 }
 

@@ -30,7 +30,7 @@ struct QtViewportPrivate;
 ///
 /// The left button turns, the middle one (or the left with Shift) moves, the right one (or the left with Control) and the
 /// wheel, turned away from the user, bring nearer. It draws when something has changed: after update(), when the user
-/// moves the camera, and as long as the scene moves by itself. Positions are those of the widget, in Qt's own units; the
+/// moves the camera, and, where that is wanted, as long as the scene moves by itself. Positions are those of the widget, in Qt's own units; the
 /// picture has as many pixels as the screen has.
 class VFAPPLICATIONQT_EXPORT QtViewport : public QOpenGLWidget
 {
@@ -84,6 +84,10 @@ public:
 
     /// The line of sight through a position. @param direction  of length 1
     void getRay(const QPointF& position, osg::Vec3d& origin, osg::Vec3d& direction) const;
+
+    /// Whether pictures follow one another for as long as something in the scene moves by itself; true unless set.
+    void setContinuous(bool isContinuous);
+    bool isContinuous() const;
 
     /// @return how many pictures were drawn
     unsigned int getFrameCount() const;

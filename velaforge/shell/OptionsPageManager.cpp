@@ -36,7 +36,7 @@ UiOptionsPage* OptionsPageManager::createOptionsPage(const char* id) const
     std::unique_ptr<vfBase::VfObject> object(vfBase::Registry_::instance().createType(id));
     auto* page = dynamic_cast<UiOptionsPage*>(object.get());
     if (page)
-        object.release();
+        static_cast<void>(object.release());
     return page;
 }
 

@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "assimp/AssimpAnimations.h"
 
+#include <osgAnimation/Animation>
+#include <osgAnimation/StackedQuaternionElement>
+#include <osgAnimation/StackedScaleElement>
+#include <osgAnimation/StackedTranslateElement>
+
 #include <assimp/anim.h>
 #include <assimp/scene.h>
 
 #include <algorithm>
 #include <cmath>
-#include <set>
 
 namespace vfViewer {
 
@@ -15,87 +19,97 @@ namespace {
 /// Some files say nothing of how fast their clock goes.
 constexpr double usualTicksPerSecond = 25;
 
-/// @return the value at a time, between that of the key before it and that of the one after it
-template <class Key, class Mix>
-auto valueAt(const Key* keys, unsigned int count, double time, Mix mix)
+// What of a node moves; channels and the parts of a callback find one another by these.
+constexpr const char* placeName = "place";
+constexpr const char* turnName = "turn";
+constexpr const char* sizeName = "size";
+
+osg::Vec3 toOsg(const aiVector3D& value)
 {
-    const Key* after = std::upper_bound(keys, keys + count, time,
-                                        [](double wanted, const Key& key) { return wanted < key.mTime; });
-    if (after == keys)
-        return keys[0].mValue;
-    if (after == keys + count)
-        return keys[count - 1].mValue;
-    const Key* before = after - 1;
-    const double length = after->mTime - before->mTime;
-    return mix(before->mValue, after->mValue,
-               static_cast<float>(length > 0 ? (time - before->mTime) / length : 0));
+    return {value.x, value.y, value.z};
 }
 
-aiVector3D mixVectors(const aiVector3D& a, const aiVector3D& b, float part)
+osg::Quat toOsg(const aiQuaternion& value)
 {
-    return a + (b - a) * part;
+    return {value.x, value.y, value.z, value.w};
 }
 
-aiQuaternion mixRotations(const aiQuaternion& a, const aiQuaternion& b, float part)
+/// Adds what moves one thing of a node. @return whether there is anything
+template <class Channel, class Key>
+bool addChannel(osgAnimation::Animation& animation, const aiNodeAnim& moved, const char* name,
+                const Key* keys, unsigned int count, double ticksPerSecond)
 {
-    aiQuaternion mixed;
-    aiQuaternion::Interpolate(mixed, a, b, part);
-    return mixed;
+    const osg::ref_ptr<Channel> channel = new Channel;
+    auto& frames = *channel->getOrCreateSampler()->getOrCreateKeyframeContainer();
+    using Frame = typename std::decay_t<decltype(frames)>::value_type;
+    for (unsigned int i = 0; i < count; ++i) {
+        if (std::isfinite(keys[i].mTime))
+            frames.push_back(Frame(keys[i].mTime / ticksPerSecond, toOsg(keys[i].mValue)));
+    }
+    if (frames.empty())
+        return false;
+    std::stable_sort(frames.begin(), frames.end(),
+                     [](const Frame& a, const Frame& b) { return a.getTime() < b.getTime(); });
+    channel->setName(name);
+    channel->setTargetName(moved.mNodeName.C_Str());
+    animation.addChannel(channel);
+    return true;
 }
 
-osg::AnimationPath::ControlPoint placeAt(const aiNodeAnim& channel, double time)
+bool addChannels(osgAnimation::Animation& animation, const aiNodeAnim& moved, double ticksPerSecond)
 {
-    aiVector3D position(0, 0, 0);
-    aiVector3D scale(1, 1, 1);
-    aiQuaternion rotation;
-    if (channel.mNumPositionKeys > 0)
-        position = valueAt(channel.mPositionKeys, channel.mNumPositionKeys, time, mixVectors);
-    if (channel.mNumScalingKeys > 0)
-        scale = valueAt(channel.mScalingKeys, channel.mNumScalingKeys, time, mixVectors);
-    if (channel.mNumRotationKeys > 0)
-        rotation = valueAt(channel.mRotationKeys, channel.mNumRotationKeys, time, mixRotations);
-    return {osg::Vec3d(position.x, position.y, position.z),
-            osg::Quat(rotation.x, rotation.y, rotation.z, rotation.w), osg::Vec3d(scale.x, scale.y, scale.z)};
-}
-
-osg::ref_ptr<osg::AnimationPath> makePath(const aiNodeAnim& channel, double ticksPerSecond)
-{
-    std::set<double> times;
-    const auto collect = [&times](const auto* keys, unsigned int count) {
-        for (unsigned int i = 0; i < count; ++i) {
-            if (std::isfinite(keys[i].mTime))
-                times.insert(keys[i].mTime);
-        }
-    };
-    collect(channel.mPositionKeys, channel.mNumPositionKeys);
-    collect(channel.mRotationKeys, channel.mNumRotationKeys);
-    collect(channel.mScalingKeys, channel.mNumScalingKeys);
-    osg::ref_ptr<osg::AnimationPath> path = new osg::AnimationPath;
-    path->setLoopMode(osg::AnimationPath::LOOP);
-    for (const double time : times)
-        path->insert(time / ticksPerSecond, placeAt(channel, time));
-    return times.size() > 1 ? path : nullptr;
+    using osgAnimation::QuatSphericalLinearChannel;
+    using osgAnimation::Vec3LinearChannel;
+    const bool places = addChannel<Vec3LinearChannel>(animation, moved, placeName, moved.mPositionKeys,
+                                                      moved.mNumPositionKeys, ticksPerSecond);
+    const bool turns = addChannel<QuatSphericalLinearChannel>(animation, moved, turnName, moved.mRotationKeys,
+                                                              moved.mNumRotationKeys, ticksPerSecond);
+    const bool sizes = addChannel<Vec3LinearChannel>(animation, moved, sizeName, moved.mScalingKeys,
+                                                     moved.mNumScalingKeys, ticksPerSecond);
+    return places || turns || sizes;
 }
 
 } // namespace
 
-AssimpAnimations::AssimpAnimations(const aiScene& scene)
+osg::Matrixd toOsg(const aiMatrix4x4& matrix)
 {
-    if (scene.mNumAnimations == 0)
-        return;
-    const aiAnimation& animation = *scene.mAnimations[0];
-    const double speed = animation.mTicksPerSecond > 0 ? animation.mTicksPerSecond : usualTicksPerSecond;
-    for (unsigned int i = 0; i < animation.mNumChannels; ++i) {
-        const aiNodeAnim& channel = *animation.mChannels[i];
-        if (const osg::ref_ptr<osg::AnimationPath> path = makePath(channel, speed))
-            m_paths[channel.mNodeName.C_Str()] = new osg::AnimationPathCallback(path);
-    }
+    return {matrix.a1, matrix.b1, matrix.c1, matrix.d1, matrix.a2, matrix.b2, matrix.c2, matrix.d2,
+            matrix.a3, matrix.b3, matrix.c3, matrix.d3, matrix.a4, matrix.b4, matrix.c4, matrix.d4};
 }
 
-osg::AnimationPathCallback* AssimpAnimations::find(const std::string& node) const
+AssimpAnimations::AssimpAnimations(const aiScene& scene)
 {
-    const auto found = m_paths.find(node);
-    return found == m_paths.end() ? nullptr : found->second.get();
+    for (unsigned int i = 0; i < scene.mNumAnimations; ++i) {
+        const aiAnimation& source = *scene.mAnimations[i];
+        const double speed = source.mTicksPerSecond > 0 ? source.mTicksPerSecond : usualTicksPerSecond;
+        const osg::ref_ptr<osgAnimation::Animation> animation = new osgAnimation::Animation;
+        for (unsigned int k = 0; k < source.mNumChannels; ++k) {
+            const aiNodeAnim& moved = *source.mChannels[k];
+            if (addChannels(*animation, moved, speed))
+                m_moved.insert(moved.mNodeName.C_Str());
+        }
+        animation->computeDuration();
+        if (animation->getChannels().empty() || !(animation->getDuration() > 0))
+            continue;
+        animation->setName(source.mName.C_Str());
+        if (!m_manager)
+            m_manager = new osgAnimation::BasicAnimationManager;
+        m_manager->registerAnimation(animation);
+    }
+    if (!m_manager)
+        m_moved.clear(); // what is told for one moment only does not move
+}
+
+void AssimpAnimations::follow(osgAnimation::UpdateMatrixTransform& callback, const aiMatrix4x4& matrix)
+{
+    aiVector3D size(1, 1, 1);
+    aiQuaternion turn;
+    aiVector3D place;
+    matrix.Decompose(size, turn, place);
+    osgAnimation::StackedTransform& parts = callback.getStackedTransforms();
+    parts.push_back(new osgAnimation::StackedTranslateElement(placeName, toOsg(place)));
+    parts.push_back(new osgAnimation::StackedQuaternionElement(turnName, toOsg(turn)));
+    parts.push_back(new osgAnimation::StackedScaleElement(sizeName, toOsg(size)));
 }
 
 } // namespace vfViewer

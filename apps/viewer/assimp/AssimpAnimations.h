@@ -1,28 +1,41 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <osg/AnimationPath>
+#include <osg/Matrixd>
 #include <osg/ref_ptr>
+#include <osgAnimation/BasicAnimationManager>
+#include <osgAnimation/UpdateMatrixTransform>
 
-#include <map>
+#include <assimp/matrix4x4.h>
+
+#include <set>
 #include <string>
 
-struct aiNodeAnim;
 struct aiScene;
 
 namespace vfViewer {
 
-/// How the nodes of a scene move, in the first of its animations.
+/// @return the same matrix: the one multiplies columns from the left, the other rows from the right
+osg::Matrixd toOsg(const aiMatrix4x4& matrix);
+
+/// What the animations of a file move, and how.
 class AssimpAnimations
 {
 public:
     explicit AssimpAnimations(const aiScene& scene);
 
-    /// @return what moves the node of that name; null when it stands still
-    osg::AnimationPathCallback* find(const std::string& node) const;
+    /// @return whether one of them moves the nodes of that name
+    bool moves(const std::string& node) const { return m_moved.count(node) > 0; }
+
+    /// @return what plays them, to be called at the root of the scene; null when nothing moves
+    osgAnimation::BasicAnimationManager* getManager() const { return m_manager; }
+
+    /// Makes a callback take its node where the animations say, and where they say nothing leave it as it is.
+    static void follow(osgAnimation::UpdateMatrixTransform& callback, const aiMatrix4x4& matrix);
 
 private:
-    std::map<std::string, osg::ref_ptr<osg::AnimationPathCallback>> m_paths;
+    osg::ref_ptr<osgAnimation::BasicAnimationManager> m_manager;
+    std::set<std::string> m_moved;
 };
 
 } // namespace vfViewer

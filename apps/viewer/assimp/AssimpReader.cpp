@@ -4,12 +4,15 @@
 #include "assimp/AssimpAnimations.h"
 #include "assimp/AssimpGeometry.h"
 #include "assimp/AssimpMaterials.h"
+#include "assimp/AssimpSkeleton.h"
 #include "reading/FileGate.h"
 #include "reading/ReadProgress.h"
 
 #include <osg/Geode>
 #include <osg/MatrixTransform>
+#include <osgAnimation/UpdateMatrixTransform>
 #include <osgDB/FileNameUtils>
+#include <osgUtil/UpdateVisitor>
 
 #include <assimp/DefaultIOSystem.h>
 #include <assimp/Importer.hpp>
@@ -20,6 +23,8 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
+#include <vector>
 
 namespace vfViewer {
 
@@ -52,60 +57,110 @@ public:
     }
 };
 
-osg::Matrixd toOsg(const aiMatrix4x4& matrix)
-{
-    // The one multiplies columns from the left, the other rows from the right.
-    return {matrix.a1, matrix.b1, matrix.c1, matrix.d1, matrix.a2, matrix.b2, matrix.c2, matrix.d2,
-            matrix.a3, matrix.b3, matrix.c3, matrix.d3, matrix.a4, matrix.b4, matrix.c4, matrix.d4};
-}
-
 class Builder
 {
 public:
     Builder(const aiScene& scene, const std::string& path)
-        : m_scene(scene), m_materials(scene, osgDB::getFilePath(path)), m_animations(scene)
+        : m_scene(scene), m_materials(scene, osgDB::getFilePath(path)), m_animations(scene), m_skeleton(scene)
     {}
 
-    osg::ref_ptr<osg::Node> build() { return makeNode(*m_scene.mRootNode, 0); }
+    osg::ref_ptr<osg::Node> build()
+    {
+        osg::ref_ptr<osg::Node> scene = makeNode(*m_scene.mRootNode, 0);
+        if (!m_skeleton.isEmpty())
+            scene = layOnBones(*scene);
+        if (scene && m_animations.getManager())
+            scene = played(*scene);
+        return scene;
+    }
 
 private:
     osg::ref_ptr<osg::Node> makeNode(const aiNode& node, int depth)
     {
-        const osg::Matrixd matrix = toOsg(node.mTransformation);
-        const osg::ref_ptr<osg::AnimationPathCallback> animation = m_animations.find(node.mName.C_Str());
-        osg::ref_ptr<osg::Group> group;
-        if (animation || !matrix.isIdentity()) {
-            const osg::ref_ptr<osg::MatrixTransform> transform = new osg::MatrixTransform(matrix);
-            transform->setUpdateCallback(animation);
-            if (animation)
-                transform->setDataVariance(osg::Object::DYNAMIC);
-            group = transform;
-        } else {
-            group = new osg::Group;
-        }
+        const osg::ref_ptr<osg::Group> group = makeGroup(node);
         group->setName(node.mName.C_Str());
         addMeshes(node, *group);
         for (unsigned int i = 0; i < node.mNumChildren && depth < deepestNode; ++i) {
             if (const osg::ref_ptr<osg::Node> child = makeNode(*node.mChildren[i], depth + 1))
                 group->addChild(child);
         }
-        // What leads to nothing that is drawn is a camera, a lamp or a bone.
-        return group->getNumChildren() > 0 ? group : nullptr;
+        // What leads to nothing that is drawn is a camera or a lamp.
+        return group->getNumChildren() > 0 || m_skeleton.isBone(node) ? group : nullptr;
+    }
+
+    osg::ref_ptr<osg::Group> makeGroup(const aiNode& node)
+    {
+        if (m_skeleton.isBone(node))
+            return m_skeleton.makeBone(node);
+        const std::string name = node.mName.C_Str();
+        const osg::Matrixd matrix = toOsg(node.mTransformation);
+        if (m_animations.moves(name)) {
+            osg::ref_ptr<osg::MatrixTransform> transform = new osg::MatrixTransform(matrix);
+            const osg::ref_ptr<osgAnimation::UpdateMatrixTransform> callback =
+                new osgAnimation::UpdateMatrixTransform(name);
+            AssimpAnimations::follow(*callback, node.mTransformation);
+            transform->setUpdateCallback(callback);
+            transform->setDataVariance(osg::Object::DYNAMIC);
+            return transform;
+        }
+        return matrix.isIdentity() ? new osg::Group : new osg::MatrixTransform(matrix);
     }
 
     void addMeshes(const aiNode& node, osg::Group& group)
     {
         const osg::ref_ptr<osg::Geode> geode = new osg::Geode;
         for (unsigned int i = 0; i < node.mNumMeshes; ++i) {
-            if (node.mMeshes[i] >= m_scene.mNumMeshes)
+            const unsigned int number = node.mMeshes[i];
+            if (number >= m_scene.mNumMeshes)
                 continue;
-            if (const osg::ref_ptr<osg::Geometry> geometry = geometryOf(node.mMeshes[i]))
+            if (!m_skeleton.isEmpty() && m_scene.mMeshes[number]->HasBones())
+                m_skins.emplace(number, &node);
+            else if (const osg::ref_ptr<osg::Geometry> geometry = geometryOf(number))
                 geode->addDrawable(geometry);
         }
         if (geode->getNumDrawables() == 0)
             return;
         geode->setName(node.mName.C_Str());
         group.addChild(geode);
+    }
+
+    /// Adds the skins to what has been made, in which all bones are.
+    osg::ref_ptr<osg::Node> layOnBones(osg::Node& bones)
+    {
+        osgAnimation::Skeleton& root = m_skeleton.getRoot();
+        root.addChild(&bones);
+        std::vector<osg::ref_ptr<osg::Geode>>
+            geodes; // which come after all bones: these are to be in place first
+        for (const auto& [number, node] : m_skins) {
+            const osg::ref_ptr<osg::Geometry> geometry = geometryOf(number);
+            if (!geometry)
+                continue;
+            geodes.emplace_back(new osg::Geode);
+            geodes.back()->setName(node->mName.C_Str());
+            const osg::ref_ptr<osg::Geometry> skin =
+                m_skeleton.makeSkin(*m_scene.mMeshes[number], *geometry, *node);
+            skin->setStateSet(geometry->getStateSet());
+            geodes.back()->addDrawable(skin);
+        }
+        for (const osg::ref_ptr<osg::Geode>& geode : geodes)
+            root.addChild(geode);
+        osgUtil::UpdateVisitor bend;
+        const osg::ref_ptr<osg::FrameStamp> now = new osg::FrameStamp;
+        bend.setFrameStamp(now);
+        root.accept(bend);
+        return &root;
+    }
+
+    /// Has the animations move the scene.
+    osg::ref_ptr<osg::Node> played(osg::Node& scene)
+    {
+        osg::ref_ptr<osg::Group> root = scene.asGroup();
+        if (!root || root->getUpdateCallback()) { // which moves by itself
+            root = new osg::Group;
+            root->addChild(&scene);
+        }
+        root->setUpdateCallback(m_animations.getManager());
+        return root;
     }
 
     osg::ref_ptr<osg::Geometry> geometryOf(unsigned int number)
@@ -124,6 +179,9 @@ private:
     const aiScene& m_scene;
     AssimpMaterials m_materials;
     AssimpAnimations m_animations;
+    AssimpSkeleton m_skeleton;
+    std::map<unsigned int, const aiNode*>
+        m_skins; ///< the meshes that bones carry, and the first place of each
     std::vector<osg::ref_ptr<osg::Geometry>> m_geometries; ///< of the meshes, as far as they are wanted
 };
 

@@ -3,9 +3,15 @@
 
 #include "model/FirstView.h"
 #include "model/ModelDocument.h"
+#include "model/ViewerSettings.h"
 #include "picture/Picture.h"
 
 #include <velaforge/base/ClassInfo.h>
+
+#include <osg/Geometry>
+#include <osg/NodeVisitor>
+
+#include <vector>
 
 namespace vfViewer {
 
@@ -15,6 +21,32 @@ vfBase::VfObject* createView()
 {
     return new HeadlessModelView;
 }
+
+/// Has the points of a scene drawn from where they are, for as long as this lives: a copy that the driver keeps is worth it
+/// only when there is another picture.
+class DrawnOnce : public osg::NodeVisitor
+{
+public:
+    explicit DrawnOnce(osg::Node& scene) : NodeVisitor(TRAVERSE_ALL_CHILDREN) { scene.accept(*this); }
+    ~DrawnOnce() override
+    {
+        for (const osg::ref_ptr<osg::Geometry>& geometry : m_geometries)
+            geometry->setUseVertexBufferObjects(true);
+    }
+    DrawnOnce(const DrawnOnce&) = delete;
+    DrawnOnce& operator=(const DrawnOnce&) = delete;
+
+    void apply(osg::Geometry& geometry) override
+    {
+        if (!geometry.getUseVertexBufferObjects() || geometry.getUseDisplayList())
+            return;
+        geometry.setUseVertexBufferObjects(false);
+        m_geometries.emplace_back(&geometry);
+    }
+
+private:
+    std::vector<osg::ref_ptr<osg::Geometry>> m_geometries;
+};
 
 } // namespace
 
@@ -32,6 +64,7 @@ bool HeadlessModelView::onCreate(vfApplication::Document* document, const vfBase
     if (!dynamic_cast<ModelDocument*>(document))
         return false;
     m_view = firstViewFor(*document);
+    m_style = ViewerSettings::instance().getFirstStyle();
     return true;
 }
 
@@ -49,6 +82,7 @@ osg::ref_ptr<osg::Image> HeadlessModelView::takeSnapshot(const vfApplication::Sn
 osg::ref_ptr<osg::Image> HeadlessModelView::takePicture(const vfApplication::SnapshotFormat& format,
                                                         vfBase::VfString& reason)
 {
+    const DrawnOnce once(model().scene());
     ShownScene scene(model().getModelScene());
     scene.setStyle(m_style);
     scene.setMeasurements(model().getMeasurements());

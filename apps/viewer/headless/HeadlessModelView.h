@@ -33,6 +33,7 @@ public:
     void setCamera(const LookAt& camera) override;
     ViewStyle getStyle() const override { return m_style; }
     void setStyle(const ViewStyle& style) override { m_style = style; }
+    void follow() override {}
     bool setTool(Tool) override { return false; }
     Tool getTool() const override { return Tool::Select; }
     osg::ref_ptr<osg::Image> takePicture(const vfApplication::SnapshotFormat& format,

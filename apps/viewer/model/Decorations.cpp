@@ -189,10 +189,12 @@ osg::ref_ptr<osg::Node> makeGrid(const osg::BoundingBox& box)
         points->push_back(osg::Vec3(osg::Vec3d(x2 * spacing, y2 * spacing, floor)));
         colors->insert(colors->end(), 2, osg::Vec4(0.25f, 0.27f, 0.30f, isStrong ? 0.7f : 0.3f));
     };
-    for (double x = left; x <= right; ++x)
-        addLine(x, x, front, x, back);
-    for (double y = front; y <= back; ++y)
-        addLine(y, left, y, right, y);
+    const int columns = static_cast<int>(right - left);
+    const int rows = static_cast<int>(back - front);
+    for (int i = 0; i <= columns; ++i)
+        addLine(left + i, left + i, front, left + i, back);
+    for (int i = 0; i <= rows; ++i)
+        addLine(front + i, left, front + i, right, front + i);
     osg::ref_ptr<osg::Geometry> grid =
         makeGeometry(points, colors, new osg::DrawArrays(GL_LINES, 0, static_cast<int>(points->size())));
     grid->setName("grid");

@@ -56,6 +56,9 @@ struct Units
 /// @return "mm", "cm", "m", "in", "ft", and an empty text for None
 const char* symbolOf(LengthUnit unit);
 
+/// Number of units, None among them.
+constexpr int unitCount = 6;
+
 /// @return nothing for a text that is no symbol; "none" and an empty text are None
 std::optional<LengthUnit> unitOf(const std::string& symbol);
 

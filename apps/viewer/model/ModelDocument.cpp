@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "model/ModelDocument.h"
 
+#include "model/CameraPlaces.h"
 #include "model/FormatLosses.h"
+#include "model/ModelView.h"
 #include "model/ModelWriter.h"
 #include "model/SceneCommands.h"
 #include "model/ViewerSettings.h"
@@ -12,6 +14,7 @@
 #include <velaforge/commands/Command.h>
 #include <velaforge/commands/CommandProcessor.h>
 #include <velaforge/documents/DocManager.h>
+#include <velaforge/documents/View.h>
 
 #include <osgDB/FileNameUtils>
 
@@ -39,16 +42,21 @@ const vfBase::ClassInfo ImageDocument::s_classInfo("vfViewer", "ImageDocument", 
                                                    &ModelDocument::s_classInfo, nullptr,
                                                    sizeof(ImageDocument), createImageDocument);
 
-ModelDocument::ModelDocument() : m_scene(new ModelScene(*this))
+ModelDocument::ModelDocument() : m_scene(new ModelScene(*this)), m_animation(*m_scene)
 {
-    constexpr std::size_t megabyte = 1000 * 1000;
-    m_scene->setHistoryLimit(megabyte *
-                             static_cast<std::size_t>(ViewerSettings::instance().getHistoryMegabytes()));
+    takeSettings();
 }
 
 ModelDocument::~ModelDocument()
 {
     m_scene->detach();
+}
+
+void ModelDocument::takeSettings()
+{
+    constexpr std::size_t megabyte = 1000000;
+    m_scene->setHistoryLimit(megabyte *
+                             static_cast<std::size_t>(ViewerSettings::instance().getHistoryMegabytes()));
 }
 
 const vfBase::ClassInfo* ModelDocument::getClassInfo() const
@@ -66,6 +74,7 @@ bool ModelDocument::deleteContents()
     m_selection = nullptr;
     m_measurements.clear();
     m_scene->setModel(nullptr);
+    m_animation.reset();
     return true;
 }
 
@@ -143,6 +152,26 @@ void ModelDocument::clearMeasurements()
     updateAllViews(nullptr);
 }
 
+bool ModelDocument::play(bool isWanted)
+{
+    auto* keeper = dynamic_cast<TimeKeeper*>(getDocumentManager());
+    if (!keeper || m_animation.isEmpty())
+        return false;
+    m_animation.setPlaying(isWanted);
+    if (isWanted)
+        keeper->keepTime();
+    return true;
+}
+
+void ModelDocument::setAnimationTime(double seconds)
+{
+    m_animation.setTime(seconds);
+    for (vfApplication::View* view : getViewList()) {
+        if (auto* shown = dynamic_cast<ModelView*>(view))
+            shown->follow();
+    }
+}
+
 Units ModelDocument::getUnits() const
 {
     return m_units.value_or(ViewerSettings::instance().getUnits());
@@ -208,6 +237,7 @@ bool ModelDocument::doOpenDocument(const vfBase::VfString& path, const vfBase::O
     const ReadOutcome outcome = read(kind(), path);
     if (outcome.scene) {
         m_scene->setModel(outcome.scene);
+        m_animation.reset();
         m_otherFiles = outcome.files;
     }
     return outcome.scene.valid();
@@ -297,9 +327,13 @@ ModelDocument::readModels(const std::vector<vfBase::VfString>& paths) const
 vfBase::WriteResult ModelDocument::doSaveDocument(const vfBase::VfString& path,
                                                   const vfBase::Options& options)
 {
+    const std::string before = getFilename().str();
     Document::doSaveDocument(path, options);
     vfBase::VfString reason;
     if (writeModel(scene(), path, reason)) {
+        for (const CameraPlace& place :
+             path == before ? std::vector<CameraPlace>() : CameraPlaces::instance().of(before))
+            CameraPlaces::instance().keep(path.str(), place);
         const std::string format = osgDB::getLowerCaseFileExtension(path);
         const std::string losses = describeLosses(scene(), format);
         if (FailureListener* told = losses.empty() ? nullptr : listener())

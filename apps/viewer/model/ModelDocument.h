@@ -2,6 +2,7 @@
 #pragma once
 
 #include "model/Measurement.h"
+#include "model/ModelAnimation.h"
 #include "model/ModelScene.h"
 #include "reading/ReaderHost.h"
 
@@ -43,6 +44,16 @@ public:
 
     /// Returns when the job is done, or was cancelled here.
     virtual void waitFor(ReadJob& job) = 0;
+};
+
+/// Who has a clock: the document manager, if it is one.
+class TimeKeeper
+{
+public:
+    virtual ~TimeKeeper() = default;
+
+    /// Something begins to move; it is to be told the time from here on.
+    virtual void keepTime() = 0;
 };
 
 /// A 3D model.
@@ -116,9 +127,21 @@ public:
     void addMeasurement(const Measurement& measurement);
     void clearMeasurements();
 
+    // How a model moves by itself is no change of it either.
+    ModelAnimation& getAnimation() const { return m_animation; }
+
+    /// Lets the animation go on with the time, or has it stand. @return false when nothing moves, or there is no clock
+    bool play(bool isWanted);
+
+    /// Has the animation stand where it is at that time, in seconds.
+    void setAnimationTime(double seconds);
+
     /// What the numbers of this model mean; as the options say unless set.
     Units getUnits() const;
     void setUnits(const Units& units);
+
+    /// Takes over what was set for all documents.
+    void takeSettings();
 
     /// @return the scene as the commands in the history share it
     ModelScene& getModelScene() const { return *m_scene; }
@@ -145,6 +168,7 @@ private:
     bool submit(vfApplication::CommandPrivate* body);
 
     osg::ref_ptr<ModelScene> m_scene;
+    mutable ModelAnimation m_animation; ///< which is nothing of the document that is saved
     osg::ref_ptr<osg::Node> m_selection;
     std::vector<Measurement> m_measurements;
     std::vector<std::string> m_otherFiles;

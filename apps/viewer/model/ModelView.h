@@ -45,6 +45,9 @@ public:
     virtual ViewStyle getStyle() const = 0;
     virtual void setStyle(const ViewStyle& style) = 0;
 
+    /// Shows parts of the model that have moved by themselves where they are now.
+    virtual void follow() = 0;
+
     /// What the hand on the mouse does. @return false for a view without one
     virtual bool setTool(Tool tool) = 0;
     virtual Tool getTool() const = 0;

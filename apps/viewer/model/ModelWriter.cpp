@@ -10,6 +10,7 @@
 #include <velaforge/base/ReplaceFile.h>
 
 #include <osg/Geometry>
+#include <osg/Material>
 #include <osg/Node>
 #include <osg/NodeVisitor>
 #include <osg/Transform>
@@ -23,7 +24,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
+#include <iterator>
 #include <vector>
 
 namespace vfViewer {
@@ -69,7 +70,42 @@ public:
     }
 };
 
-/// @return a copy in which transforms are worked into the points, for a writer that passes them over
+/// Gives each geometry the material in which it is shown, for a writer that looks nowhere else, and whose files cannot be
+/// read when there is none.
+class GiveMaterials : public osg::NodeVisitor
+{
+public:
+    GiveMaterials() : NodeVisitor(TRAVERSE_ALL_CHILDREN), m_shown(new osg::Material)
+    {
+        m_shown->setAmbient(osg::Material::FRONT_AND_BACK, {0.78f, 0.78f, 0.80f, 1});
+        m_shown->setDiffuse(osg::Material::FRONT_AND_BACK, {0.78f, 0.78f, 0.80f, 1});
+        setNodeMaskOverride(~0u);
+    }
+
+    void apply(osg::Node& node) override
+    {
+        const osg::ref_ptr<osg::Material> above = m_shown;
+        if (osg::Material* own = materialOf(node))
+            m_shown = own;
+        if (node.asGeometry())
+            node.getOrCreateStateSet()->setAttribute(m_shown);
+        traverse(node);
+        m_shown = above;
+    }
+
+private:
+    static osg::Material* materialOf(osg::Node& node)
+    {
+        osg::StateSet* state = node.getStateSet();
+        osg::StateAttribute* found = state ? state->getAttribute(osg::StateAttribute::MATERIAL) : nullptr;
+        return dynamic_cast<osg::Material*>(found);
+    }
+
+    osg::ref_ptr<osg::Material> m_shown;
+};
+
+/// @return a copy in which transforms are worked into the points, and materials hang at what they colour, for a writer that
+/// passes them over elsewhere
 osg::ref_ptr<osg::Node> flattened(osg::Node& scene)
 {
     const osg::ref_ptr<osg::Group> copy = new osg::Group;
@@ -79,6 +115,8 @@ osg::ref_ptr<osg::Node> flattened(osg::Node& scene)
     osgUtil::Optimizer optimizer;
     optimizer.optimize(copy, osgUtil::Optimizer::FLATTEN_STATIC_TRANSFORMS_DUPLICATING_SHARED_SUBGRAPHS |
                                  osgUtil::Optimizer::FLATTEN_STATIC_TRANSFORMS);
+    GiveMaterials give;
+    copy->accept(give);
     return copy;
 }
 
@@ -217,13 +255,13 @@ bool isWhole(osg::Node& scene, const fs::path& file)
            (before.box._max - after.box._max).length() <= allowed;
 }
 
+/// Files beside the model may be empty, such as that of the materials of a model without any.
 bool readWhole(const fs::path& path, std::string& contents)
 {
     std::ifstream file(path, std::ios::binary);
-    std::ostringstream text;
-    text << file.rdbuf();
-    contents = text.str();
-    return file.good() && !contents.empty();
+    contents.assign(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+    std::error_code problem;
+    return file.is_open() && !file.bad() && contents.size() == fs::file_size(path, problem) && !problem;
 }
 
 } // namespace

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "model/Outline.h"
 
+#include "reading/SideBySide.h"
+
 #include <osg/BoundingBox>
 #include <osg/observer_ptr>
 
@@ -14,6 +16,9 @@ namespace {
 
 /// Of so many points all are kept.
 constexpr std::size_t fewPoints = 4096;
+
+/// So many are worth a thread of their own.
+constexpr std::size_t pointsWorthAThread = 500000;
 
 /// Into so many parts the box is cut along each of two axes.
 constexpr int cells = 256;
@@ -31,34 +36,85 @@ bool isFinite(const osg::Vec3& point)
     return std::isfinite(point.x() + point.y() + point.z());
 }
 
-Outline reduced(const osg::Vec3Array& points)
+using Point = osg::Vec3Array::const_iterator;
+using Columns = std::vector<Column>;
+
+/// Does the work on both halves of the points, side by side where that is worth it. @return both results
+template <class Work>
+auto onHalves(const osg::Vec3Array& points, Work work)
+{
+    const Point middle = points.begin() + static_cast<std::ptrdiff_t>(points.size() / 2);
+    const auto policy = points.size() < pointsWorthAThread ? std::launch::deferred : sideBySide;
+    auto second = std::async(policy, work, middle, points.end());
+    auto first = work(points.begin(), middle);
+    return std::pair(std::move(first), second.get());
+}
+
+osg::BoundingBox boundsOf(Point begin, Point end)
 {
     osg::BoundingBox box;
-    for (const osg::Vec3& point : points) {
-        if (isFinite(point))
-            box.expandBy(point);
+    for (; begin != end; ++begin) {
+        if (isFinite(*begin))
+            box.expandBy(*begin);
     }
-    if (!box.valid())
-        return {};
-    const auto scale = [](float low, float high) { return high > low ? (cells - 1) / (high - low) : 0.0f; };
-    const float scaleX = scale(box.xMin(), box.xMax());
-    const float scaleY = scale(box.yMin(), box.yMax());
-    std::vector<Column> columns(static_cast<std::size_t>(cells) * cells);
-    for (const osg::Vec3& point : points) {
-        if (!isFinite(point))
-            continue;
-        const auto x = static_cast<std::size_t>((point.x() - box.xMin()) * scaleX);
-        const auto y = static_cast<std::size_t>((point.y() - box.yMin()) * scaleY);
-        Column& column =
-            columns[std::min<std::size_t>(y, cells - 1) * cells + std::min<std::size_t>(x, cells - 1)];
-        if (column.isEmpty || point.z() < column.lowest.z())
-            column.lowest = point;
-        if (column.isEmpty || point.z() > column.highest.z())
-            column.highest = point;
+    return box;
+}
+
+/// Which points stand over which cell of the ground.
+class Ground
+{
+public:
+    explicit Ground(const osg::BoundingBox& box)
+        : m_low(box._min), m_scaleX(scale(box.xMin(), box.xMax())), m_scaleY(scale(box.yMin(), box.yMax()))
+    {}
+
+    Columns columnsOf(Point begin, Point end) const
+    {
+        Columns columns(static_cast<std::size_t>(cells) * cells);
+        for (; begin != end; ++begin) {
+            const osg::Vec3& point = *begin;
+            if (!isFinite(point))
+                continue;
+            const auto x = static_cast<std::size_t>((point.x() - m_low.x()) * m_scaleX);
+            const auto y = static_cast<std::size_t>((point.y() - m_low.y()) * m_scaleY);
+            add(columns[std::min<std::size_t>(y, cells - 1) * cells + std::min<std::size_t>(x, cells - 1)],
+                point, point);
+        }
+        return columns;
+    }
+
+    /// Makes a column as high as both.
+    static void add(Column& column, const osg::Vec3& lowest, const osg::Vec3& highest)
+    {
+        if (column.isEmpty || lowest.z() < column.lowest.z())
+            column.lowest = lowest;
+        if (column.isEmpty || highest.z() > column.highest.z())
+            column.highest = highest;
         column.isEmpty = false;
     }
+
+private:
+    static float scale(float low, float high) { return high > low ? (cells - 1) / (high - low) : 0.0f; }
+
+    osg::Vec3 m_low;
+    float m_scaleX;
+    float m_scaleY;
+};
+
+Outline reduced(const osg::Vec3Array& points)
+{
+    auto [box, others] = onHalves(points, boundsOf);
+    box.expandBy(others);
+    if (!box.valid())
+        return {};
+    const Ground ground(box);
+    auto [columns, more] =
+        onHalves(points, [&ground](Point begin, Point end) { return ground.columnsOf(begin, end); });
     Outline kept;
-    for (const Column& column : columns) {
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        Column& column = columns[i];
+        if (!more[i].isEmpty)
+            Ground::add(column, more[i].lowest, more[i].highest);
         if (column.isEmpty)
             continue;
         kept.push_back(column.lowest);

@@ -38,11 +38,16 @@ std::string withoutEnding(const std::string& path)
     return fs::path(path).replace_extension().string();
 }
 
-/// @return a copy that nobody else changes: the commands put others in the place of arrays, they do not write to them
+/// @return a copy that nobody else changes: the commands put others in the place of arrays, they do not write to them. What
+/// moves by itself does, so then all is copied.
 osg::ref_ptr<osg::Node> copyOf(const ModelDocument& document)
 {
-    const osg::CopyOp copy(osg::CopyOp::DEEP_COPY_NODES | osg::CopyOp::DEEP_COPY_DRAWABLES |
-                           osg::CopyOp::DEEP_COPY_STATESETS | osg::CopyOp::DEEP_COPY_STATEATTRIBUTES);
+    osg::CopyOp::CopyFlags flags = osg::CopyOp::DEEP_COPY_NODES | osg::CopyOp::DEEP_COPY_DRAWABLES |
+                                   osg::CopyOp::DEEP_COPY_STATESETS | osg::CopyOp::DEEP_COPY_STATEATTRIBUTES;
+    if (!document.getAnimation().isEmpty())
+        flags |= osg::CopyOp::DEEP_COPY_ARRAYS | osg::CopyOp::DEEP_COPY_PRIMITIVES |
+                 osg::CopyOp::DEEP_COPY_CALLBACKS;
+    const osg::CopyOp copy(flags);
     osg::Group& root = document.scene();
     if (root.getNumChildren() == 1)
         return osg::clone(root.getChild(0), copy);
@@ -107,10 +112,13 @@ void Recovery::finishWriting()
 {
     if (m_writer.joinable())
         m_writer.join();
+    m_written = nullptr;
 }
 
 bool Recovery::keep(const ModelDocument& document)
 {
+    if (!m_isWriting)
+        finishWriting(); // lets go of what was written
     const unsigned long long state = document.getModelScene().getState();
     const auto known = m_entries.find(&document);
     if (known != m_entries.end() && known->second.state == state)
@@ -124,7 +132,9 @@ bool Recovery::keep(const ModelDocument& document)
     entry.state = state;
     m_isWriting = true;
     m_nextTime = now() + 10 * m_secondsTaken; // a large model is not written all the time
-    m_writer = std::thread([this, scene = copyOf(document), copy = entry.copy,
+    // The copy shares what is large with the model: the last to let go of that is to be this thread.
+    m_written = copyOf(document);
+    m_writer = std::thread([this, scene = m_written, copy = entry.copy,
                             original = document.getFilename().str()] { write(scene, copy, original); });
     return true;
 }

@@ -86,6 +86,7 @@ private:
     int m_count = 0;
     std::map<const ModelDocument*, Entry> m_entries;
     std::thread m_writer;
+    osg::ref_ptr<osg::Node> m_written; ///< which is written, or was
     std::atomic<bool> m_isWriting{false};
     std::atomic<double> m_secondsTaken{0};
     double m_nextTime = 0;

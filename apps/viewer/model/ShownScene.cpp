@@ -105,6 +105,13 @@ osg::ref_ptr<osg::LightSource> makeLamp(int number, const osg::Vec3& towards, fl
     return source;
 }
 
+/// Keeps those who draw from moving what moves by itself: that goes by the clock of the document.
+class StandStill : public osg::NodeCallback
+{
+public:
+    void operator()(osg::Node*, osg::NodeVisitor*) override {}
+};
+
 osg::BoundingBox boundsOf(osg::Node& node)
 {
     osg::ComputeBoundsVisitor visitor;
@@ -128,6 +135,7 @@ ShownScene::ShownScene(ModelScene& model)
     m_root->addChild(m_decorations);
     m_root->addChild(m_measurements);
     m_content->setName("content");
+    m_content->setUpdateCallback(new StandStill);
     m_decorations->setName("decorations");
     m_measurements->setName("measurements");
 
@@ -164,6 +172,14 @@ void ShownScene::update()
     updateModel();
     updateSections();
     updateDecorations();
+}
+
+void ShownScene::follow()
+{
+    if (!m_style.showsVertexColors)
+        updateModel();
+    if (m_style.showsBoxes)
+        updateDecorations();
 }
 
 void ShownScene::setSelection(osg::Node* node)
@@ -214,8 +230,11 @@ void ShownScene::updateState()
     }
     if (m_style.isFlat)
         state->setAttributeAndModes(new osg::ShadeModel(osg::ShadeModel::FLAT), overriding);
+    // Files disagree about which way a triangle faces, so what they say of leaving out back faces is not followed.
     if (m_style.cullsBackFaces)
         state->setAttributeAndModes(new osg::CullFace(osg::CullFace::BACK), overriding);
+    else
+        state->setMode(GL_CULL_FACE, osg::StateAttribute::OFF | osg::StateAttribute::OVERRIDE);
     if (!m_style.showsTextures) {
         for (unsigned int unit = 0; unit < 8; ++unit) {
             for (const GLenum kind : {GL_TEXTURE_1D, GL_TEXTURE_2D, GL_TEXTURE_3D, GL_TEXTURE_CUBE_MAP})

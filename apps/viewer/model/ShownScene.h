@@ -39,6 +39,9 @@ public:
     /// Follows the model, which has changed.
     void update();
 
+    /// Follows parts of the model that have moved by themselves. That alone moves none: drawing goes on no time.
+    void follow();
+
     /// @return the node of the model that is drawn by @p node of this scene; null for what belongs to no model
     osg::Node* modelNode(osg::Node& node) const;
 

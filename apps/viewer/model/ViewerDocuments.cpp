@@ -47,7 +47,7 @@ void addViewerKinds(vfApplication::DocManager& manager, const vfBase::ClassInfo&
 std::string whyNotTried(vfApplication::DocManager& manager, const vfBase::VfString& path)
 {
     // Whether the file is there comes before what its name says.
-    const std::string reason = path.empty() ? "this is no file name" : FileGate::whyUnreadable(path);
+    std::string reason = path.empty() ? "this is no file name" : FileGate::whyUnreadable(path);
     if (!reason.empty())
         return reason;
     return manager.findTemplateForPath(path.c_str()) ? "" : "not a format that can be read";

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "model/ViewerSettings.h"
 
+#include "model/StoredForms.h"
+
 #include <velaforge/base/RegisterSettingsObjectProxy.h>
 #include <velaforge/base/Settings.h>
 #include <velaforge/base/SettingsObject.h>
@@ -17,19 +19,12 @@ namespace {
 using vfBase::SettingsProperties;
 using vfBase::SettingsValue;
 
-SettingsValue colorValue(const osg::Vec3f& color)
-{
-    return SettingsValue::List{static_cast<double>(color.x()), static_cast<double>(color.y()),
-                               static_cast<double>(color.z())};
-}
-
 bool readColor(const SettingsValue& value, osg::Vec3f& color)
 {
-    const SettingsValue::List* parts = value.list();
-    if (!parts || parts->size() != 3)
+    if (!readStored(value, color))
         return false;
     for (int i = 0; i < 3; ++i) {
-        if (!(*parts)[static_cast<std::size_t>(i)].read(color[i]) || color[i] < 0 || color[i] > 1)
+        if (color[i] < 0 || color[i] > 1)
             return false;
     }
     return true;
@@ -91,6 +86,15 @@ bool takeShownUnit(ViewerSettings& settings, const SettingsValue& value)
     return isUnit;
 }
 
+bool takeFirstStyle(ViewerSettings& settings, const SettingsValue& value)
+{
+    ViewStyle style;
+    if (!readStored(value, style))
+        return false;
+    settings.setFirstStyle(style);
+    return true;
+}
+
 bool takeHistoryMegabytes(ViewerSettings& settings, const SettingsValue& value)
 {
     int megabytes = 0;
@@ -105,12 +109,14 @@ const SettingsProperties properties(
     {SettingsProperties::property<ViewerSettings>(
          "firstView", [](const ViewerSettings& settings) { return settings.getFirstView(); }, takeFirstView),
      SettingsProperties::property<ViewerSettings>(
-         "backgroundTop",
-         [](const ViewerSettings& settings) { return colorValue(settings.getBackgroundTop()); }, takeTop),
+         "backgroundTop", [](const ViewerSettings& settings) { return stored(settings.getBackgroundTop()); },
+         takeTop),
      SettingsProperties::property<ViewerSettings>(
          "backgroundBottom",
-         [](const ViewerSettings& settings) { return colorValue(settings.getBackgroundBottom()); },
-         takeBottom),
+         [](const ViewerSettings& settings) { return stored(settings.getBackgroundBottom()); }, takeBottom),
+     SettingsProperties::property<ViewerSettings>(
+         "firstStyle", [](const ViewerSettings& settings) { return stored(settings.getFirstStyle()); },
+         takeFirstStyle),
      SettingsProperties::property<ViewerSettings>(
          "modelUnit", [](const ViewerSettings& settings) { return nameOf(settings.getUnits().ofModel); },
          takeModelUnit),
@@ -129,6 +135,7 @@ const vfBase::RegisterSettingsObjectProxy registered(vfBase::SettingsObject(&Vie
 ViewerSettings::ViewerSettings(const ViewerSettings& other, const osg::CopyOp& copyop)
     : SettingsObjectPrivate(other, copyop),
       m_firstView(other.m_firstView),
+      m_firstStyle(other.m_firstStyle),
       m_units(other.m_units),
       m_historyMegabytes(other.m_historyMegabytes),
       m_backgroundTop(other.m_backgroundTop),
@@ -145,6 +152,13 @@ void ViewerSettings::setFirstView(int view)
 {
     if (view >= 0 && view < standardViewCount)
         m_firstView = view;
+}
+
+void ViewerSettings::setFirstStyle(const ViewStyle& style)
+{
+    m_firstStyle = style;
+    m_firstStyle.background.reset();
+    m_firstStyle.sections = {};
 }
 
 void ViewerSettings::setHistoryMegabytes(int megabytes)

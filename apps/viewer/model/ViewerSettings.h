@@ -3,6 +3,7 @@
 
 #include "model/Measurement.h"
 #include "model/StandardView.h"
+#include "model/ViewStyle.h"
 
 #include <velaforge/base/SettingsObjectPrivate.h>
 
@@ -33,6 +34,10 @@ public:
     const osg::Vec3f& getBackgroundBottom() const { return m_backgroundBottom; }
     void setBackground(const osg::Vec3f& top, const osg::Vec3f& bottom);
 
+    /// How a new view shows its model. Its background and its sections are not kept.
+    const ViewStyle& getFirstStyle() const { return m_firstStyle; }
+    void setFirstStyle(const ViewStyle& style);
+
     /// What the numbers of models mean, and how lengths are shown; None and None unless set.
     Units getUnits() const { return m_units; }
     void setUnits(const Units& units) { m_units = units; }
@@ -48,6 +53,7 @@ protected:
 
 private:
     int m_firstView = static_cast<int>(StandardView::FrontRight);
+    ViewStyle m_firstStyle;
     Units m_units;
     int m_historyMegabytes = 512;
     osg::Vec3f m_backgroundTop{0.86f, 0.90f, 0.95f};

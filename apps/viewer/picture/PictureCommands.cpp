@@ -47,6 +47,11 @@ bool takeFormat(std::string& argument, SnapshotFormat& format)
 
 struct SavePicture : DirectCommand
 {
+    SavePicture()
+    {
+        getProperties()["prompt"] = VfVariant("Picture");
+        getProperties()["promptKind"] = VfVariant("picture");
+    }
     bool carryOut(ModelDocument& document, const VfVariant& argument) override
     {
         ModelView* view = currentModelView(document);

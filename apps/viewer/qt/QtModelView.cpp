@@ -11,6 +11,7 @@
 #include <velaforge/qt/QtApplication.h>
 #include <velaforge/qt/QtViewport.h>
 
+#include <QOpenGLContext>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -30,7 +31,7 @@ const vfBase::ClassInfo QtModelView::s_classInfo("vfViewer", "QtModelView", "vfV
                                                  &View::s_classInfo, nullptr, sizeof(QtModelView),
                                                  createView);
 
-QtModelView::QtModelView() = default;
+QtModelView::QtModelView() : m_style(ViewerSettings::instance().getFirstStyle()) {}
 
 QtModelView::~QtModelView() = default;
 
@@ -65,8 +66,10 @@ void QtModelView::makeViewport()
     m_place->setFocusProxy(m_viewport);
     m_scene = std::make_unique<ShownScene>(model().getModelScene());
     m_scene->setStyle(m_style);
+    m_viewport->setOrthographic(m_style.projection == Projection::Orthographic);
     m_viewport->setScene(&m_scene->root());
     m_viewport->setFieldOfView(heightAngle);
+    m_viewport->setContinuous(false); // what moves goes by the clock of the document
     QObject::connect(m_viewport, &vfApplication::QtViewport::cameraMoved, m_viewport,
                      [this] { m_isStandard = false; });
     QObject::connect(m_viewport, &vfApplication::QtViewport::aspectChanged, m_viewport, [this] {
@@ -173,11 +176,22 @@ osg::ref_ptr<osg::Image> QtModelView::takePicture(const vfApplication::SnapshotF
         reason = "there is nothing to see";
         return nullptr;
     }
+    // A thread has one context in use, and that of the window may be it still.
+    if (QOpenGLContext* current = QOpenGLContext::currentContext())
+        current->doneCurrent();
     const double aspect = double(format.width) / format.height;
     ShownScene scene(model().getModelScene());
     scene.setStyle(m_style);
     scene.setMeasurements(model().getMeasurements());
     return drawPicture(scene, placementOf(getCamera(), aspect, m_style.projection), format, reason);
+}
+
+void QtModelView::follow()
+{
+    if (!m_scene)
+        return;
+    m_scene->follow();
+    redraw();
 }
 
 bool QtModelView::setTool(Tool tool)

@@ -36,6 +36,7 @@ public:
     void setCamera(const LookAt& camera) override;
     ViewStyle getStyle() const override { return m_style; }
     void setStyle(const ViewStyle& style) override;
+    void follow() override;
     bool setTool(Tool tool) override;
     Tool getTool() const override;
     osg::ref_ptr<osg::Image> takePicture(const vfApplication::SnapshotFormat& format,

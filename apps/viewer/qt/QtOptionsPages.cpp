@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "qt/QtOptionsPages.h"
 
+#include "model/ModelDocument.h"
 #include "qt/ColorButton.h"
 
 #include <velaforge/application/Application.h>
@@ -25,6 +26,13 @@ vfBase::VfObject* createPage()
     return new Page;
 }
 
+void updateOpenModels()
+{
+    for (vfApplication::Document* document :
+         vfApplication::Application::instance(false)->getDocManager().getDocumentList())
+        document->updateAllViews(nullptr);
+}
+
 } // namespace
 
 const vfBase::ClassInfo QtRecentFilesPage::s_classInfo("vfViewer", "QtRecentFilesPage",
@@ -36,6 +44,10 @@ const vfBase::ClassInfo QtRecentFilesPage::s_classInfo("vfViewer", "QtRecentFile
 const vfBase::ClassInfo QtPicturePage::s_classInfo("vfViewer", "QtPicturePage", "vfViewer::QtPicturePage",
                                                    &PicturePage::s_classInfo, nullptr, sizeof(QtPicturePage),
                                                    createPage<QtPicturePage>);
+
+const vfBase::ClassInfo QtModelPage::s_classInfo("vfViewer", "QtModelPage", "vfViewer::QtModelPage",
+                                                 &ModelPage::s_classInfo, nullptr, sizeof(QtModelPage),
+                                                 createPage<QtModelPage>);
 
 const vfBase::ClassInfo* QtRecentFilesPage::getClassInfo() const
 {
@@ -97,6 +109,21 @@ QWidget* QtPicturePage::createWidget(QWidget& parent)
     form->addRow(tr("Look at models first from:"), m_view);
     form->addRow(tr("Background at the top:"), m_top);
     form->addRow(tr("Background at the bottom:"), m_bottom);
+    const auto addCheck = [&](const char* name, const QString& text, bool isOn) {
+        auto* box = new QCheckBox(text, page);
+        box->setObjectName(QLatin1String(name));
+        box->setChecked(isOn);
+        form->addRow(box);
+        return box;
+    };
+    m_projection = new QComboBox(page);
+    m_projection->setObjectName(QStringLiteral("firstProjection"));
+    m_projection->addItems({tr("Perspective"), tr("Orthographic")});
+    m_projection->setCurrentIndex(int(firstStyle.projection));
+    form->addRow(tr("New views:"), m_projection);
+    m_grid = addCheck("firstGrid", tr("Show the grid"), firstStyle.showsGrid);
+    m_axes = addCheck("firstAxes", tr("Show the axes"), firstStyle.showsAxes);
+    m_smooth = addCheck("firstSmooth", tr("Smooth edges"), firstStyle.isAntialiased);
     return page;
 }
 
@@ -106,11 +133,65 @@ void QtPicturePage::applyOptions()
         firstView = m_view->currentIndex();
         backgroundTop = m_top->color();
         backgroundBottom = m_bottom->color();
+        firstStyle.projection = Projection(m_projection->currentIndex());
+        firstStyle.showsGrid = m_grid->isChecked();
+        firstStyle.showsAxes = m_axes->isChecked();
+        firstStyle.isAntialiased = m_smooth->isChecked();
     }
     PicturePage::applyOptions();
+    updateOpenModels();
+}
+
+const vfBase::ClassInfo* QtModelPage::getClassInfo() const
+{
+    return &s_classInfo;
+}
+
+QString QtModelPage::getTitle()
+{
+    return tr("Models");
+}
+
+QWidget* QtModelPage::createWidget(QWidget& parent)
+{
+    auto* page = new QWidget(&parent);
+    const auto makeChoice = [page](const char* name, LengthUnit unit) {
+        auto* choice = new QComboBox(page);
+        choice->setObjectName(QLatin1String(name));
+        choice->addItem(tr("None"));
+        for (int number = 1; number < unitCount; ++number)
+            choice->addItem(QString::fromUtf8(symbolOf(LengthUnit(number))));
+        choice->setCurrentIndex(int(unit));
+        return choice;
+    };
+    m_unit = makeChoice("modelUnit", units.ofModel);
+    m_shown = makeChoice("shownUnit", units.shown);
+    m_history = new QSpinBox(page);
+    m_history->setObjectName(QStringLiteral("historyMegabytes"));
+    m_history->setRange(1, 1000000);
+    m_history->setSuffix(tr(" MB"));
+    m_history->setValue(historyMegabytes);
+    auto* form = new QFormLayout(page);
+    form->addRow(tr("Unit of models:"), m_unit);
+    form->addRow(tr("Unit that is shown:"), m_shown);
+    form->addRow(tr("What can be undone holds at most:"), m_history);
+    return page;
+}
+
+void QtModelPage::applyOptions()
+{
+    if (m_unit) {
+        units = {LengthUnit(m_unit->currentIndex()), LengthUnit(m_shown->currentIndex())};
+        historyMegabytes = m_history->value();
+    }
+    ModelPage::applyOptions();
     for (vfApplication::Document* document :
          vfApplication::Application::instance(false)->getDocManager().getDocumentList())
-        document->updateAllViews(nullptr);
+    {
+        if (auto* model = dynamic_cast<ModelDocument*>(document))
+            model->takeSettings();
+    }
+    updateOpenModels();
 }
 
 void announceQtOptionsPages()
@@ -118,6 +199,7 @@ void announceQtOptionsPages()
     auto& pages = vfApplication::Registry::instance().getOptionsPageManager();
     pages.addOptionsPageId(QtRecentFilesPage::s_classInfo.getClassId());
     pages.addOptionsPageId(QtPicturePage::s_classInfo.getClassId());
+    pages.addOptionsPageId(QtModelPage::s_classInfo.getClassId());
 }
 
 } // namespace vfViewer

@@ -53,6 +53,31 @@ private:
     QPointer<QComboBox> m_view;
     QPointer<ColorButton> m_top;
     QPointer<ColorButton> m_bottom;
+    QPointer<QComboBox> m_projection;
+    QPointer<QCheckBox> m_grid;
+    QPointer<QCheckBox> m_axes;
+    QPointer<QCheckBox> m_smooth;
+};
+
+/// The page of models, to be seen.
+class QtModelPage : public ModelPage, public vfApplication::QtOptionsContents
+{
+    Q_DECLARE_TR_FUNCTIONS(vfViewer::QtModelPage)
+
+public:
+    static const vfBase::ClassInfo s_classInfo;
+
+    const vfBase::ClassInfo* getClassInfo() const override;
+    QString getTitle() override;
+    QWidget* createWidget(QWidget& parent) override;
+
+    /// The open models take them over.
+    void applyOptions() override;
+
+private:
+    QPointer<QComboBox> m_unit;
+    QPointer<QComboBox> m_shown;
+    QPointer<QSpinBox> m_history;
 };
 
 /// Announces the pages of the viewer with widgets.

@@ -24,32 +24,44 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <utility>
 
 namespace vfViewer {
 
 namespace {
 
 constexpr int keepingInterval = 2000; // milliseconds
+constexpr int clockInterval = 16;
+constexpr int beginningInterval = 50;
 
 } // namespace
 
-QtViewerDocManager::QtViewerDocManager() : m_timer(std::make_unique<QTimer>())
+QtViewerDocManager::QtViewerDocManager()
+    : m_timer(std::make_unique<QTimer>()), m_clock(std::make_unique<QTimer>())
 {
     addViewerKinds(*this, QtModelView::s_classInfo);
     QObject::connect(m_timer.get(), &QTimer::timeout, m_timer.get(), [this] { keepUnsaved(); });
+    QObject::connect(m_clock.get(), &QTimer::timeout, m_clock.get(), [this] { passTime(); });
+    m_clock->setTimerType(Qt::PreciseTimer);
     // The manager is there before the window is, and before there are timers.
     QMetaObject::invokeMethod(
-        m_timer.get(),
-        [this] {
-            m_recovery = std::make_unique<Recovery>(Recovery::standardDirectory());
-            m_timer->start(keepingInterval);
-            offerLeftBehind();
-            openSession();
-        },
-        Qt::QueuedConnection);
+        m_timer.get(), [this] { begin(); }, Qt::QueuedConnection);
 }
 
 QtViewerDocManager::~QtViewerDocManager() = default;
+
+void QtViewerDocManager::begin()
+{
+    // The files that were named come first; while they are read there is no window yet that could ask.
+    if (m_isReading) {
+        QTimer::singleShot(beginningInterval, m_timer.get(), [this] { begin(); });
+        return;
+    }
+    m_recovery = std::make_unique<Recovery>(Recovery::standardDirectory());
+    m_timer->start(keepingInterval);
+    offerLeftBehind();
+    openSession();
+}
 
 void QtViewerDocManager::addFileToHistory(const vfBase::VfString& path)
 {
@@ -139,6 +151,10 @@ void QtViewerDocManager::recover(const Recovery::Found& found)
     auto* shell = vfApplication::QtApplication::instance();
     if (!model || !shell)
         return;
+    // Who named the file at the start wants what became of it, not both.
+    vfApplication::Document* before = findDocumentByPath(found.original.c_str());
+    if (before && !before->isModified())
+        closeDocument(before, false);
     // It is that of the file again, with changes; the file itself is as it was.
     shell->removeFileFromFileSystemWatcher(found.copy);
     model->setTitle(osgDB::getSimpleFileName(found.original));
@@ -225,9 +241,35 @@ void QtViewerDocManager::waitFor(ReadJob& job)
 {
     if (!vfApplication::QtApplication::instance())
         return;
+    const bool wasReading = std::exchange(m_isReading, true);
     LoadDialog::waitFor(job, &vfApplication::QtApplication::instance()->getMainWindow());
+    m_isReading = wasReading;
     if (job.isCancelled())
         noteCancelled();
+}
+
+void QtViewerDocManager::keepTime()
+{
+    if (m_clock->isActive())
+        return;
+    m_sinceTick.start();
+    m_clock->start(clockInterval);
+}
+
+void QtViewerDocManager::passTime()
+{
+    const double passed = double(m_sinceTick.nsecsElapsed()) * 1e-9;
+    m_sinceTick.start();
+    bool isPlaying = false;
+    for (vfApplication::Document* document : getDocumentList()) {
+        auto* model = dynamic_cast<ModelDocument*>(document);
+        if (!model || !model->getAnimation().isPlaying())
+            continue;
+        isPlaying = true;
+        model->setAnimationTime(model->getAnimation().getTime() + passed);
+    }
+    if (!isPlaying)
+        m_clock->stop();
 }
 
 void QtViewerDocManager::onFailure(const vfBase::VfString& path, const vfBase::VfString& reason)

@@ -6,6 +6,8 @@
 
 #include <velaforge/qt/QtDocManager.h>
 
+#include <QElapsedTimer>
+
 #include <memory>
 
 class QTimer;
@@ -13,7 +15,10 @@ class QTimer;
 namespace vfViewer {
 
 /// The viewer's document manager with a window: what goes wrong stands on standard error and in the window.
-class QtViewerDocManager : public vfApplication::QtDocManager, public FailureLog, public ReadWaiter
+class QtViewerDocManager : public vfApplication::QtDocManager,
+                           public FailureLog,
+                           public ReadWaiter,
+                           public TimeKeeper
 {
     Q_DECLARE_TR_FUNCTIONS(vfViewer::QtViewerDocManager)
 
@@ -40,11 +45,16 @@ public:
     /// Goes on with the work of the window, in which a dialog shows how far it has come and takes "Cancel".
     void waitFor(ReadJob& job) override;
 
+    /// As long as a document plays its animation.
+    void keepTime() override;
+
     void onFailure(const vfBase::VfString& path, const vfBase::VfString& reason) override;
     void reportFailure(const vfBase::VfString& path, const vfBase::VfString& reason) override;
 
 private:
+    void begin();
     void keepUnsaved();
+    void passTime();
     void openSession();
     void offerLeftBehind();
     void recover(const Recovery::Found& found);
@@ -53,6 +63,9 @@ private:
 
     std::unique_ptr<Recovery> m_recovery;
     std::unique_ptr<QTimer> m_timer;
+    std::unique_ptr<QTimer> m_clock;
+    QElapsedTimer m_sinceTick;
+    bool m_isReading = false;
 };
 
 } // namespace vfViewer

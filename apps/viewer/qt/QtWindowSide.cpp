@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "qt/QtWindowSide.h"
 
+#include "qt/AnimationPanel.h"
 #include "qt/ListPanels.h"
+#include "qt/PicturePrompt.h"
 #include "qt/QtOptionsPages.h"
 #include "qt/QtViewerDocManager.h"
 #include "qt/ScenePanel.h"
@@ -12,6 +14,8 @@
 #include <velaforge/qt/QtApplication.h>
 #include <velaforge/qt/QtApplicationProducer.h>
 #include <velaforge/qt/QtDockWindowContents.h>
+
+#include <QGuiApplication>
 
 namespace {
 
@@ -25,13 +29,17 @@ void install()
     using vfApplication::QtDockWindowContents;
     vfBase::ApplicationInfo::instance().setApplicationIconName("vfviewer");
     vfApplication::QtApplicationProducer::install();
+    QGuiApplication::setDesktopFileName(QStringLiteral("vfviewer")); // by which desktops find its icon
     vfApplication::QtApplication::addTranslations(":/translations", "vfviewer");
+    vfApplication::QtApplication::setPrompt("picture", vfViewer::askForPicture);
     QtDockWindowContents::setContents("vfViewer::SceneTree",
                                       [](QWidget& parent) { return new vfViewer::ScenePanel(parent); });
     QtDockWindowContents::setContents("vfViewer::Properties",
                                       [](QWidget& parent) { return new vfViewer::PropertiesPanel(parent); });
     QtDockWindowContents::setContents("vfViewer::Sections",
                                       [](QWidget& parent) { return new vfViewer::SectionsPanel(parent); });
+    QtDockWindowContents::setContents("vfViewer::Animation",
+                                      [](QWidget& parent) { return new vfViewer::AnimationPanel(parent); });
     QtDockWindowContents::setContents(
         "vfViewer::Measurements", [](QWidget& parent) { return new vfViewer::MeasurementsPanel(parent); });
     QtDockWindowContents::setContents("vfViewer::Messages",

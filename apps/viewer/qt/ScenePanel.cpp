@@ -170,8 +170,11 @@ void ScenePanel::rebuild()
     } else if (document) {
         for (unsigned int i = 0; i < document->scene().getNumChildren(); ++i) {
             QTreeWidgetItem* item = addItem(*m_tree->invisibleRootItem(), *document->scene().getChild(i));
-            item->setExpanded(true);
-            unfold(*item);
+            // Down to where there is something to choose from.
+            for (QTreeWidgetItem* one = item; one; one = one->childCount() == 1 ? one->child(0) : nullptr) {
+                unfold(*one);
+                one->setExpanded(one->childCount() > 0);
+            }
         }
     }
     m_isFilling = wasFilling;

@@ -21,7 +21,10 @@ namespace vfViewer {
 namespace {
 
 constexpr int sliderSteps = 1000;
-const char* const axisNames[] = {"x", "y", "z"};
+QString nameOf(std::size_t axis)
+{
+    return QStringLiteral("xyz").mid(qsizetype(axis), 1);
+}
 
 /// @return the view that is looked at, null while there is no model
 ModelView* currentView()
@@ -37,7 +40,7 @@ SectionsPanel::SectionsPanel(QWidget& parent) : QWidget(&parent)
     auto* grid = new QGridLayout(this);
     for (std::size_t axis = 0; axis < m_rows.size(); ++axis) {
         Row& row = m_rows[axis];
-        const QString name = QLatin1String(axisNames[axis]);
+        const QString name = nameOf(axis);
         row.isOn = new QCheckBox(this);
         row.isOn->setObjectName(QStringLiteral("section_") + name);
         row.position = new QSlider(Qt::Horizontal, this);
@@ -64,7 +67,7 @@ SectionsPanel::SectionsPanel(QWidget& parent) : QWidget(&parent)
 void SectionsPanel::retranslate()
 {
     for (std::size_t axis = 0; axis < m_rows.size(); ++axis) {
-        m_rows[axis].isOn->setText(tr("Across %1").arg(QLatin1String(axisNames[axis])));
+        m_rows[axis].isOn->setText(tr("Across %1").arg(nameOf(axis)));
         m_rows[axis].isFlipped->setText(tr("Other side"));
     }
 }

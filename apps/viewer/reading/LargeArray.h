@@ -2,7 +2,7 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
+#include <memory>
 
 #include <sys/mman.h>
 
@@ -13,13 +13,12 @@ namespace vfViewer {
 template <class Vector>
 void reserveLarge(Vector& vector, std::size_t count)
 {
-    constexpr std::uintptr_t largePage = 2 * 1024 * 1024;
+    constexpr std::size_t largePage = std::size_t(2) * 1024 * 1024;
     vector.reserve(count);
-    const auto begin = reinterpret_cast<std::uintptr_t>(vector.data());
-    const std::uintptr_t end = begin + count * sizeof(typename Vector::value_type);
-    const std::uintptr_t first = (begin + largePage - 1) / largePage * largePage;
-    if (first < end && end - first >= largePage)
-        madvise(reinterpret_cast<void*>(first), end - first, MADV_HUGEPAGE);
+    std::size_t room = count * sizeof(typename Vector::value_type);
+    void* first = vector.data();
+    if (std::align(largePage, largePage, first, room))
+        madvise(first, room, MADV_HUGEPAGE);
 }
 
 } // namespace vfViewer

@@ -8,6 +8,7 @@
 #include "reading/ObjReader.h"
 #include "reading/Quiet.h"
 #include "reading/ReadProgress.h"
+#include "reading/SoundAnimation.h"
 #include "reading/SoundGeometry.h"
 #include "reading/StlReader.h"
 #include "reading/UpAxis.h"
@@ -21,6 +22,7 @@
 #include <osg/MatrixTransform>
 #include <osg/Texture2D>
 #include <osg/TriangleIndexFunctor>
+#include <osgAnimation/RigGeometry>
 #include <osgDB/FileNameUtils>
 #include <osgDB/ReadFile>
 
@@ -76,6 +78,10 @@ public:
             geometry.getOrCreateStateSet()->setMode(GL_LIGHTING, osg::StateAttribute::OFF);
         else if (!geometry.getNormalArray() || !putNormalsRight(geometry))
             withoutNormals.push_back(&geometry);
+        // A skin takes its normals from what it is when it is not bent.
+        auto* skin = dynamic_cast<osgAnimation::RigGeometry*>(&geometry);
+        if (skin && skin->getSourceGeometry() && skin->getSourceGeometry()->getNormalArray())
+            putNormalsRight(*skin->getSourceGeometry());
     }
 
     std::vector<osg::Geometry*> withoutNormals;
@@ -132,7 +138,16 @@ std::size_t makeAllSound(osg::Node& scene)
     struct MakeSound : osg::NodeVisitor
     {
         MakeSound() : NodeVisitor(TRAVERSE_ALL_CHILDREN) { setNodeMaskOverride(~0u); }
-        void apply(osg::Geometry& geometry) override { count += makeSound(geometry); }
+        void apply(osg::Node& node) override
+        {
+            makeAnimationSound(node);
+            traverse(node);
+        }
+        void apply(osg::Geometry& geometry) override
+        {
+            makeAnimationSound(geometry);
+            count += makeSound(geometry);
+        }
         std::size_t count = 0;
     } visitor;
     scene.accept(visitor);
@@ -251,7 +266,8 @@ ReadOutcome readModel(const std::string& path)
         outcome.scene = nullptr;
         return outcome;
     }
-    prepareLighting(*outcome.scene);
+    if (own != readStl) // which works all normals out itself
+        prepareLighting(*outcome.scene);
     if (isReadWithYUp(path))
         outcome.scene = withZUp(*outcome.scene);
     outcome.files = otherFiles(path);

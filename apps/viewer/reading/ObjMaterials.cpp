@@ -123,9 +123,7 @@ void takeLine(TextScanner& scanner, std::string_view word, Description& material
         float transparency = 0;
         scanner.number(transparency);
         material.opacity = 1 - transparency;
-    } else if (word == "map_Kd") {
-        material.image = takeMap(scanner);
-    } else if (word == "map_Ka" && material.image.file.empty()) {
+    } else if (word == "map_Kd" || (word == "map_Ka" && material.image.file.empty())) {
         material.image = takeMap(scanner);
     } else if (word == "map_d") {
         material.opacityImage = takeMap(scanner);

@@ -3,6 +3,7 @@
 
 #include "reading/ReadProgress.h"
 #include "reading/SceneTransfer.h"
+#include "reading/SideBySide.h"
 
 #include <osg/Geometry>
 #include <osg/NodeVisitor>
@@ -32,7 +33,7 @@ namespace {
 
 constexpr int pollMilliseconds = 50;
 constexpr unsigned int shortestLimit = 30; // seconds
-constexpr std::uint64_t bytesPerSecond = 512 * 1024;
+constexpr std::uint64_t bytesPerSecond = std::uint64_t(512) * 1024;
 
 std::uint64_t sizeOf(const std::string& path)
 {
@@ -252,26 +253,27 @@ public:
     void apply(osg::Geometry& geometry) override
     {
         apply(static_cast<osg::Drawable&>(geometry));
-        const auto* points = dynamic_cast<const osg::Vec3Array*>(geometry.getVertexArray());
-        if (points && m_seen.insert(points).second)
-            outlines.emplace_back(points, workOutOutline(*points)); // which the first look at it needs
+        if (auto* found = dynamic_cast<osg::Vec3Array*>(geometry.getVertexArray()))
+            points.insert(found);
     }
 
-    decltype(ReadOutcome::outlines) outlines;
-
-private:
-    std::set<const osg::Vec3Array*> m_seen;
+    std::set<osg::ref_ptr<osg::Vec3Array>> points;
 };
 
-ReadOutcome readWith(std::atomic<bool>& isCancelled, const Reader& reader, long long size)
+/// @param process  the one that has the arrays, 0 when they are in the reader's memory
+ReadOutcome readWith(std::atomic<bool>& isCancelled, Reader& reader, long long size, int process)
 {
-    ReadOutcome outcome = receiveOutcome(reader.memory, size, isCancelled);
+    ReadOutcome outcome = receiveOutcome(reader.memory, size, process, isCancelled);
+    reader.letGo();
     if (outcome.scene) {
         // What can be done before it is shown is done here, and not on the thread that shows it.
         PrepareDrawables prepare;
         outcome.scene->accept(prepare);
-        outcome.outlines = std::move(prepare.outlines);
-        outcome.scene->getBound();
+        const auto bounds = std::async(sideBySide, [&outcome] { outcome.scene->getBound(); });
+        for (const osg::ref_ptr<osg::Vec3Array>& points : prepare.points)
+            outcome.outlines.emplace_back(points,
+                                          workOutOutline(*points)); // which the first look at it needs
+        bounds.wait();
     }
     return outcome;
 }
@@ -288,9 +290,14 @@ void ReadJob::work(const std::shared_ptr<Shared>& shared, ReadKind kind, const s
         const unsigned int seconds =
             limits.seconds > 0 ? limits.seconds
                                : shortestLimit + static_cast<unsigned int>(sizeOf(file) / bytesPerSecond);
-        const long long size = await(*shared, reader, file, seconds, outcome.reason);
+        long long size = await(*shared, reader, file, seconds, outcome.reason);
+        const int process = canLookInto(reader.process) ? reader.process : 0;
+        if (size > 0 && process == 0) {
+            outcome.reason = notHandedOn;
+            size = reader.askForArrays() ? await(*shared, reader, file, seconds, outcome.reason) : 0;
+        }
         if (size > 0)
-            outcome = readWith(shared->isCancelled, reader, size);
+            outcome = readWith(shared->isCancelled, reader, size, process);
     } else {
         outcome.reason = "the process to read it could not be started";
     }

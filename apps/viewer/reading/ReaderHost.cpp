@@ -141,16 +141,24 @@ ReadOutcome readFile(const Request& request)
     ReadProgress::share(memory);
     ReadOutcome outcome = readFile(request);
     ReadProgress::tell(ReadProgress::Sending);
+    HandOver handOver(memory);
     try {
-        message.size = sendOutcome(memory, outcome);
+        message.size = handOver.put(outcome);
     } catch (const std::bad_alloc&) {
     }
     if (message.size == 0) {
         outcome = ReadOutcome();
         outcome.reason = "it needs more memory than there is";
-        message.size = sendOutcome(memory, outcome);
+        message.size = handOver.put(outcome);
     }
+    // Whoever asked looks into this process until it closes the socket, or may not and says so.
     sendWith(socket, &message, sizeof(message), {});
+    char said = 0;
+    std::vector<int> files;
+    if (receiveWith(socket, &said, sizeof(said), files)) {
+        message.size = handOver.putArrays() ? message.size : 0;
+        sendWith(socket, &message, sizeof(message), {});
+    }
     _exit(0);
 }
 
@@ -306,6 +314,17 @@ bool ReaderHost::ask(const Request& request, Reader& reader)
     reader.m_handle = files[0];
     reader.process = message.process;
     return true;
+}
+
+void Reader::letGo()
+{
+    closeFile(socket);
+}
+
+bool Reader::askForArrays() const
+{
+    const char request = 1;
+    return sendWith(socket, &request, sizeof(request), {});
 }
 
 long long Reader::takeSize() const

@@ -37,7 +37,7 @@ public:
     /// The memory into which it puts what came of it, see receiveOutcome(); -1 for none.
     int memory = -1;
 
-    /// Becomes readable when it is done or gone.
+    /// Becomes readable when it is done or gone. While it is open the process stays, to be looked into.
     int socket = -1;
 
     /// Its number, which is that of a process for as long as `handle` says so.
@@ -48,6 +48,13 @@ public:
 
     /// Waits until it is done or gone. @return the size of what stands in the memory; 0 when it is gone
     long long takeSize() const;
+
+    /// Has it put everything into the memory, where nobody may look into it; takeSize() then waits for that.
+    /// @return false when it is gone
+    bool askForArrays() const;
+
+    /// Lets it end: nobody looks into it any more.
+    void letGo();
 
 private:
     friend class ReaderHost;

@@ -3,11 +3,16 @@
 
 #include "reading/FileGate.h"
 #include "reading/LargeArray.h"
+#include "reading/SideBySide.h"
 
 #include <osg/Geometry>
 #include <osg/NodeVisitor>
+#include <osgAnimation/RigGeometry>
 #include <osgDB/Registry>
 
+#include <algorithm>
+#include <array>
+#include <cstdio>
 #include <cstring>
 #include <istream>
 #include <new>
@@ -17,14 +22,46 @@
 
 #include <sys/mman.h>
 #include <sys/stat.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
 namespace vfViewer {
 
+/// Where an array stands.
+struct HandOver::Block
+{
+    std::uint32_t index; ///< in the order of FindBlocks
+    std::uint32_t count;
+    std::uint64_t offset;  ///< in the file
+    std::uint64_t size;    ///< in bytes
+    std::uint64_t address; ///< in the process that read it; 0 for one that is in the file from the start
+};
+
+/// The elements of an array that was emptied.
+struct HandOver::Kept
+{
+    Block block;
+    std::shared_ptr<const void> elements;
+};
+
 namespace {
+
+using Block = HandOver::Block;
 
 /// Arrays smaller than this are left where they are.
 constexpr std::size_t smallestBlock = 256;
+
+/// Arrays smaller than this are not worth looking into another process.
+constexpr std::size_t smallestKept = std::size_t(64) * 1024;
+
+/// So much is taken from another process at once: it is still in the cache when it is put where it belongs.
+constexpr std::size_t takenAtOnce = std::size_t(128) * 1024;
+
+/// Bytes that are worth a thread of their own to copy.
+constexpr std::uint64_t worthAThread = std::uint64_t(8) * 1024 * 1024;
+
+/// At the same place in every process that was split off this one.
+const std::uint64_t lookedFor = 0x76664c6f6f6b6564;
 
 /// Finds arrays and indices in the order of the scene, each once: the same order in the copy of a scene as in the scene.
 class FindBlocks : public osg::NodeVisitor
@@ -42,9 +79,12 @@ public:
             if (auto* indices = dynamic_cast<osg::DrawElements*>(geometry.getPrimitiveSet(i)))
                 add(*indices);
         }
+        if (auto* skin = dynamic_cast<osgAnimation::RigGeometry*>(&geometry))
+            skins.push_back(skin);
     }
 
     std::vector<osg::BufferData*> found;
+    std::vector<osgAnimation::RigGeometry*> skins;
 
 private:
     void add(osg::BufferData& data)
@@ -71,6 +111,36 @@ unsigned int countOf(const osg::BufferData& data)
     return dynamic_cast<const osg::DrawElements&>(data).getNumIndices();
 }
 
+/// Calls the work with an array as what it is, where it is of a kind of which large models have many.
+/// @return what the work returns; false for another kind
+template <class Work>
+bool withLargeKind(osg::BufferData& data, Work work)
+{
+    if (auto* points = dynamic_cast<osg::Vec3Array*>(&data))
+        return work(*points);
+    if (auto* places = dynamic_cast<osg::Vec2Array*>(&data))
+        return work(*places);
+    if (auto* colors = dynamic_cast<osg::Vec4Array*>(&data))
+        return work(*colors);
+    if (auto* indices = dynamic_cast<osg::DrawElementsUInt*>(&data))
+        return work(*indices);
+    return false;
+}
+
+/// Takes the elements out of an array and keeps them where they are.
+/// @return null when it is of no such kind
+std::shared_ptr<const void> takeElements(osg::BufferData& data)
+{
+    std::shared_ptr<const void> taken;
+    withLargeKind(data, [&taken](auto& array) {
+        const auto elements = std::make_shared<std::decay_t<decltype(array.asVector())>>();
+        elements->swap(array.asVector());
+        taken = elements;
+        return true;
+    });
+    return taken;
+}
+
 /// Lets go of the memory, too.
 void empty(osg::BufferData& data)
 {
@@ -78,15 +148,6 @@ void empty(osg::BufferData& data)
     if (auto* array = dynamic_cast<osg::Array*>(&data))
         array->trim();
 }
-
-/// Where an array stands in the file.
-struct Block
-{
-    std::uint32_t index; ///< in the order of FindBlocks
-    std::uint32_t count;
-    std::uint64_t offset;
-    std::uint64_t size;
-};
 
 /// What stands at the end of the file.
 struct Trailer
@@ -96,6 +157,35 @@ struct Trailer
     std::uint64_t sceneSize = 0; ///< 0 for none
 };
 
+bool writeAt(int file, const void* data, std::size_t size, long long offset)
+{
+    const char* bytes = static_cast<const char*>(data);
+    while (size > 0) {
+        const ssize_t written = pwrite(file, bytes, size, offset);
+        if (written <= 0)
+            return false;
+        bytes += written;
+        size -= static_cast<std::size_t>(written);
+        offset += written;
+    }
+    return true;
+}
+
+/// Works on even and odd numbers side by side where there are enough bytes for it: as a rule there are two large arrays, the
+/// points and their normals. @return whether both succeeded
+template <class Work>
+bool inTwoThreads(const std::vector<Block>& blocks, Work work)
+{
+    std::uint64_t size = 0;
+    for (const Block& block : blocks)
+        size += std::min(block.size, worthAThread);
+    if (size < worthAThread)
+        return work(0) && work(1);
+    auto odd = std::async(sideBySide, work, 1);
+    const bool isDone = work(0);
+    return odd.get() && isDone;
+}
+
 class Sink
 {
 public:
@@ -103,17 +193,8 @@ public:
 
     void put(const void* data, std::size_t size)
     {
-        const char* bytes = static_cast<const char*>(data);
-        while (m_isGood && size > 0) {
-            const ssize_t written = pwrite(m_file, bytes, size, m_offset);
-            if (written <= 0) {
-                m_isGood = false;
-                return;
-            }
-            bytes += written;
-            size -= static_cast<std::size_t>(written);
-            m_offset += written;
-        }
+        m_isGood = m_isGood && writeAt(m_file, data, size, m_offset);
+        m_offset += static_cast<long long>(size);
     }
 
     void put(const std::string& text)
@@ -130,6 +211,9 @@ public:
         for (const std::string& text : texts)
             put(text);
     }
+
+    /// Leaves room for what somebody else writes.
+    void skip(std::size_t size) { m_offset += static_cast<long long>(size); }
 
     /// What follows may be taken for numbers of any kind where it lies.
     void align() { m_offset = (m_offset + 15) / 16 * 16; }
@@ -152,8 +236,7 @@ public:
         // Whatever the other process says: beyond the end there is no memory.
         struct stat status;
         if (size > 0 && fstat(file, &status) == 0 && status.st_size >= size)
-            m_map =
-                mmap(nullptr, static_cast<std::size_t>(size), PROT_READ, MAP_SHARED | MAP_POPULATE, file, 0);
+            m_map = mmap(nullptr, static_cast<std::size_t>(size), PROT_READ, MAP_SHARED, file, 0);
     }
     ~Source()
     {
@@ -264,9 +347,14 @@ std::string writeRest(const osg::Node& scene)
 
 } // namespace
 
-long long sendOutcome(int file, ReadOutcome& outcome)
+HandOver::HandOver(int file) : m_file(file) {}
+
+HandOver::~HandOver() = default;
+
+long long HandOver::put(ReadOutcome& outcome)
 {
-    Sink sink(file);
+    m_kept.clear();
+    Sink sink(m_file);
     std::vector<Block> blocks;
     std::string rest;
     if (outcome.scene) {
@@ -275,13 +363,22 @@ long long sendOutcome(int file, ReadOutcome& outcome)
         for (std::size_t i = 0; i < finder.found.size(); ++i) {
             osg::BufferData& data = *finder.found[i];
             const std::size_t size = data.getTotalDataSize();
-            if (size < smallestBlock || !data.getDataPointer())
+            const void* elements = data.getDataPointer();
+            if (size < smallestBlock || !elements)
                 continue;
             sink.align();
-            blocks.push_back({static_cast<std::uint32_t>(i), countOf(data),
-                              static_cast<std::uint64_t>(sink.offset()), size});
-            sink.put(data.getDataPointer(), size);
-            empty(data);
+            Block block = {static_cast<std::uint32_t>(i), countOf(data),
+                           static_cast<std::uint64_t>(sink.offset()), size, 0};
+            const std::shared_ptr<const void> taken = size < smallestKept ? nullptr : takeElements(data);
+            if (taken) {
+                block.address = reinterpret_cast<std::uintptr_t>(elements);
+                m_kept.push_back({block, taken});
+                sink.skip(size);
+            } else {
+                sink.put(elements, size);
+                empty(data);
+            }
+            blocks.push_back(block);
         }
         rest = writeRest(*outcome.scene);
         if (rest.empty())
@@ -302,34 +399,135 @@ long long sendOutcome(int file, ReadOutcome& outcome)
     return sink.isGood() ? sink.offset() : 0;
 }
 
+bool HandOver::putArrays() const
+{
+    return std::all_of(m_kept.begin(), m_kept.end(), [this](const Kept& kept) {
+        const Block& block = kept.block;
+        return writeAt(m_file, reinterpret_cast<const void*>(block.address), block.size,
+                       static_cast<long long>(block.offset));
+    });
+}
+
 namespace {
 
-template <class Array>
-bool fillAs(osg::BufferData& data, const char* bytes, const Block& block)
+/// Looks into the memory of another process. @return whether all of it was there
+bool look(int process, std::uint64_t address, void* target, std::size_t size)
 {
-    using Element = typename Array::value_type;
-    auto* array = dynamic_cast<Array*>(&data);
-    if (!array || block.size % sizeof(Element) != 0)
-        return false;
-    const auto* elements = reinterpret_cast<const Element*>(bytes);
-    reserveLarge(array->asVector(), block.size / sizeof(Element));
-    array->assign(elements, elements + block.size / sizeof(Element));
+    auto* bytes = static_cast<char*>(target);
+    while (size > 0) {
+        const iovec here = {bytes, size};
+        const iovec there = {reinterpret_cast<void*>(address), size}; // NOLINT(performance-no-int-to-ptr)
+        const ssize_t taken = process_vm_readv(process, &here, 1, &there, 1, 0);
+        if (taken <= 0)
+            return false;
+        bytes += taken;
+        address += static_cast<std::uint64_t>(taken);
+        size -= static_cast<std::size_t>(taken);
+    }
     return true;
 }
 
-/// The arrays that are large take their elements in one go; the others are made as large first.
-void fill(osg::BufferData& data, const char* bytes, const Block& block)
+/// @return how many bytes of addresses a process has in use
+std::uint64_t addressesOf(int process)
 {
-    if (fillAs<osg::Vec3Array>(data, bytes, block) || fillAs<osg::Vec2Array>(data, bytes, block) ||
-        fillAs<osg::Vec4Array>(data, bytes, block) || fillAs<osg::DrawElementsUInt>(data, bytes, block))
-        return;
-    resize(data, block.count);
-    if (data.getTotalDataSize() == block.size)
-        std::memcpy(const_cast<void*>(data.getDataPointer()), bytes, block.size);
+    FILE* file = std::fopen(("/proc/" + std::to_string(process) + "/statm").c_str(), "re");
+    unsigned long pages = 0;
+    if (file) {
+        if (std::fscanf(file, "%lu", &pages) != 1)
+            pages = 0;
+        std::fclose(file);
+    }
+    return std::uint64_t(pages) * static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE));
 }
 
+/// What was handed on, and how its arrays come out of it.
+class Arrival
+{
+public:
+    /// @param process  whose memory has the arrays that are not in the file, 0 when all are there
+    Arrival(const Source& source, int process, const std::atomic<bool>& stop)
+        : m_source(source), m_process(process), m_stop(stop)
+    {}
+
+    /// @return whether the arrays of the blocks have what they are to have
+    bool fillAll(const std::vector<Block>& blocks, const std::vector<osg::BufferData*>& arrays) const
+    {
+        std::set<std::uint32_t> filled;
+        std::uint64_t inProcess = 0;
+        for (const Block& block : blocks) {
+            if (block.index >= arrays.size() || !filled.insert(block.index).second)
+                return false; // nobody sends one twice
+            if (!isThere(block))
+                return false;
+            inProcess += isInProcess(block) ? block.size : 0;
+        }
+        if (inProcess > 0 && inProcess > addressesOf(m_process))
+            return false; // nobody has more than that
+        return inTwoThreads(blocks, [&](std::size_t first) {
+            for (std::size_t i = first; i < blocks.size(); i += 2) {
+                osg::BufferData& data = *arrays[blocks[i].index];
+                if (m_stop || !fill(data, blocks[i]) || data.getTotalDataSize() != blocks[i].size)
+                    return false;
+                data.dirty();
+            }
+            return true;
+        });
+    }
+
+private:
+    bool isInProcess(const Block& block) const { return m_process != 0 && block.address != 0; }
+
+    bool isThere(const Block& block) const
+    {
+        return isInProcess(block) || m_source.at(block.offset, block.size) != nullptr;
+    }
+
+    /// Large arrays are written once, and not filled with zeros before; the others are made as large first.
+    bool fill(osg::BufferData& data, const Block& block) const
+    {
+        const bool isLarge = withLargeKind(data, [&](auto& array) { return append(array, block); });
+        if (isLarge || isInProcess(block))
+            return isLarge;
+        resize(data, block.count);
+        if (data.getTotalDataSize() != block.size)
+            return false;
+        std::memcpy(const_cast<void*>(data.getDataPointer()), m_source.at(block.offset, block.size),
+                    block.size);
+        return true;
+    }
+
+    template <class Array>
+    bool append(Array& array, const Block& block) const
+    {
+        using Element = typename Array::value_type;
+        if (block.size % sizeof(Element) != 0)
+            return false;
+        const std::size_t count = block.size / sizeof(Element);
+        array.clear();
+        reserveLarge(array.asVector(), count);
+        if (!isInProcess(block)) {
+            const auto* elements = reinterpret_cast<const Element*>(m_source.at(block.offset, block.size));
+            array.insert(array.end(), elements, elements + count);
+            return true;
+        }
+        std::vector<Element> some(std::min(takenAtOnce / sizeof(Element), count));
+        for (std::size_t done = 0; done < count && !m_stop; done += some.size()) {
+            some.resize(std::min(some.size(), count - done));
+            if (!look(m_process, block.address + done * sizeof(Element), some.data(),
+                      some.size() * sizeof(Element)))
+                return false;
+            array.insert(array.end(), some.begin(), some.end());
+        }
+        return !m_stop;
+    }
+
+    const Source& m_source;
+    int m_process;
+    const std::atomic<bool>& m_stop;
+};
+
 osg::ref_ptr<osg::Node> receiveScene(const Source& source, std::uint64_t offset, const Trailer& trailer,
-                                     const std::atomic<bool>& stop)
+                                     const Arrival& arrival)
 {
     std::vector<Block> blocks(trailer.blockCount);
     if (!source.take(offset, blocks.data(), blocks.size() * sizeof(Block)))
@@ -346,26 +544,22 @@ osg::ref_ptr<osg::Node> receiveScene(const Source& source, std::uint64_t offset,
         return nullptr;
     FindBlocks finder;
     scene->accept(finder);
-    for (const Block& block : blocks) {
-        if (stop)
-            return nullptr;
-        const char* bytes = source.at(block.offset, block.size);
-        if (!bytes || block.index >= finder.found.size())
-            return nullptr;
-        osg::BufferData& data = *finder.found[block.index];
-        fill(data, bytes, block);
-        if (data.getTotalDataSize() != block.size)
-            return nullptr;
-        data.dirty();
-    }
-    return scene;
+    for (osgAnimation::RigGeometry* skin : finder.skins)
+        skin->setComputeBoundingBoxCallback(nullptr); // which nobody hands on
+    return arrival.fillAll(blocks, finder.found) ? scene : nullptr;
 }
 
 } // namespace
 
-ReadOutcome receiveOutcome(int file, long long size, const std::atomic<bool>& stop)
+bool canLookInto(int process)
 {
-    constexpr const char* lost = "the process that read it did not hand it on whole";
+    std::uint64_t seen = 0;
+    return look(process, reinterpret_cast<std::uintptr_t>(&lookedFor), &seen, sizeof(seen)) &&
+           seen == lookedFor;
+}
+
+ReadOutcome receiveOutcome(int file, long long size, int process, const std::atomic<bool>& stop)
+{
     ReadOutcome outcome;
     const Source source(file, size);
     std::uint64_t offset = static_cast<std::uint64_t>(size) - sizeof(std::uint64_t);
@@ -376,15 +570,15 @@ ReadOutcome receiveOutcome(int file, long long size, const std::atomic<bool>& st
         !source.take(start, outcome.files) || !source.take(start, &trailer, sizeof(trailer)) ||
         trailer.magic != Trailer().magic || !source.at(start, trailer.blockCount * sizeof(Block)))
     {
-        outcome.reason = lost;
+        outcome.reason = notHandedOn;
         return outcome;
     }
     if (trailer.sceneSize == 0)
         return outcome;
     try {
-        outcome.scene = receiveScene(source, start, trailer, stop);
+        outcome.scene = receiveScene(source, start, trailer, Arrival(source, process, stop));
         if (!outcome.scene)
-            outcome.reason = lost;
+            outcome.reason = notHandedOn;
     } catch (const std::bad_alloc&) {
         outcome.reason = "not enough memory";
     }

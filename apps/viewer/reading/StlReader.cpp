@@ -4,11 +4,13 @@
 #include "reading/LargeArray.h"
 #include "reading/MappedFile.h"
 #include "reading/ReadProgress.h"
+#include "reading/SideBySide.h"
 #include "reading/TextScanner.h"
 
 #include <osg/Geode>
 #include <osg/Geometry>
 
+#include <array>
 #include <cstdint>
 #include <cstring>
 
@@ -19,7 +21,9 @@ namespace {
 constexpr std::size_t headerSize = 84; // 80 letters, and the number of triangles
 constexpr std::size_t triangleSize = 50;
 constexpr std::size_t trianglesBetweenReports = 65536;
-constexpr std::size_t bytesBetweenReports = 1024 * 1024;
+constexpr std::size_t trianglesAtOnce = 512;
+constexpr std::size_t trianglesWorthAThread = 100000;
+constexpr std::size_t bytesBetweenReports = std::size_t(1024) * 1024;
 
 /// One solid.
 struct Solid
@@ -75,7 +79,8 @@ public:
             return;
         m_isNamed = true;
         for (unsigned int i = 0; i < 4; ++i)
-            m_whole[static_cast<int>(i)] = static_cast<unsigned char>(header[place + 6 + i]) / 255.0f;
+            m_whole[static_cast<int>(i)] =
+                static_cast<float>(static_cast<unsigned char>(header[place + 6 + i])) / 255.0f;
     }
 
     bool hasColor(std::uint16_t bits) const { return m_isNamed || (bits & 0x8000) != 0; }
@@ -95,36 +100,70 @@ private:
     osg::Vec4 m_whole{0.8f, 0.8f, 0.8f, 1};
 };
 
+/// Adds three elements for each triangle to an array, a few triangles at a time: the array is written once, and not filled
+/// with zeros before.
+/// @param make  makes the three of the triangle of that number, whose bytes are given
+template <class Make>
+void append(osg::Vec3Array& array, std::string_view text, std::size_t count, Make make)
+{
+    reserveLarge(array.asVector(), count * 3);
+    std::array<osg::Vec3, 3 * trianglesAtOnce> some;
+    std::size_t filled = 0;
+    const auto flush = [&] {
+        array.insert(array.end(), some.begin(), some.begin() + static_cast<std::ptrdiff_t>(filled));
+        filled = 0;
+    };
+    const char* at = text.data() + headerSize;
+    for (std::size_t i = 0; i < count; ++i, at += triangleSize, filled += 3) {
+        if (filled == some.size())
+            flush();
+        make(i, at, some.data() + filled);
+    }
+    flush();
+}
+
+/// Gives the triangles the colours that they bring. One with a colour gives one to all.
+void takeColors(Solid& solid, std::string_view text, std::size_t count, const SpareBytes& spare)
+{
+    solid.colors->resize(count * 3, osg::Vec4(0.8f, 0.8f, 0.8f, 1));
+    const char* at = text.data() + headerSize + 48;
+    for (std::size_t i = 0; i < count; ++i, at += triangleSize) {
+        const auto bits = valueAt<std::uint16_t>(at);
+        if (!spare.hasColor(bits))
+            continue;
+        std::fill_n(solid.colors->begin() + static_cast<std::ptrdiff_t>(3 * i), 3, spare.color(bits));
+    }
+}
+
 Solid parseNumbers(std::string_view text)
 {
     Solid solid;
     const std::size_t count = (text.size() - headerSize) / triangleSize;
-    const char* at = text.data() + headerSize;
-    reserveLarge(solid.points->asVector(), count * 3);
-    reserveLarge(solid.normals->asVector(), count * 3);
-    solid.points->resize(count * 3);
-    solid.normals->resize(count * 3);
+    const auto makeNormals = [&solid, text, count] {
+        append(*solid.normals, text, count, [](std::size_t, const char* at, osg::Vec3* normals) {
+            std::array<osg::Vec3, 4> values;
+            std::memcpy(values.data(), at, sizeof(values));
+            normals[0] = normals[1] = normals[2] = normalOf(values[0], values[1], values[2], values[3]);
+        });
+    };
+    // Points and normals are worked out side by side where that is worth it.
+    std::future<void> others;
+    if (count >= trianglesWorthAThread)
+        others = std::async(sideBySide, makeNormals);
     const SpareBytes spare(text.substr(0, 80));
-    osg::Vec3* point = solid.points->empty() ? nullptr : &solid.points->front();
-    osg::Vec3* normal = solid.normals->empty() ? nullptr : &solid.normals->front();
-    for (std::size_t i = 0; i < count; ++i, at += triangleSize, point += 3, normal += 3) {
+    bool hasColors = false;
+    append(*solid.points, text, count, [&](std::size_t i, const char* at, osg::Vec3* points) {
         if (i % trianglesBetweenReports == 0)
             ReadProgress::tell(i, count);
-        float values[12];
-        std::memcpy(values, at, sizeof(values));
-        for (int corner = 0; corner < 3; ++corner)
-            point[corner].set(values[3 + 3 * corner], values[4 + 3 * corner], values[5 + 3 * corner]);
-        normal[0] = normal[1] = normal[2] =
-            normalOf({values[0], values[1], values[2]}, point[0], point[1], point[2]);
-        const auto bits = valueAt<std::uint16_t>(at + 48);
-        if (solid.colors->empty() && !spare.hasColor(bits))
-            continue;
-        // The first triangle with a colour gives one to all.
-        if (solid.colors->empty())
-            solid.colors->resize(count * 3, osg::Vec4(0.8f, 0.8f, 0.8f, 1));
-        if (spare.hasColor(bits))
-            std::fill_n(solid.colors->begin() + static_cast<std::ptrdiff_t>(3 * i), 3, spare.color(bits));
-    }
+        std::memcpy(points, at + sizeof(osg::Vec3), 3 * sizeof(osg::Vec3));
+        hasColors |= spare.hasColor(valueAt<std::uint16_t>(at + 48));
+    });
+    if (others.valid())
+        others.get();
+    else
+        makeNormals();
+    if (hasColors)
+        takeColors(solid, text, count, spare);
     return solid;
 }
 

@@ -32,6 +32,10 @@ const vfBase::ClassInfo PicturePage::s_classInfo("vfViewer", "PicturePage", "vfV
                                                  &UiOptionsPage::s_classInfo, nullptr, sizeof(PicturePage),
                                                  createPage<PicturePage>);
 
+const vfBase::ClassInfo ModelPage::s_classInfo("vfViewer", "ModelPage", "vfViewer::ModelPage",
+                                               &UiOptionsPage::s_classInfo, nullptr, sizeof(ModelPage),
+                                               createPage<ModelPage>);
+
 const vfBase::ClassInfo* RecentFilesPage::getClassInfo() const
 {
     return &s_classInfo;
@@ -75,12 +79,46 @@ void PicturePage::loadOptions()
     firstView = settings.getFirstView();
     backgroundTop = settings.getBackgroundTop();
     backgroundBottom = settings.getBackgroundBottom();
+    firstStyle = settings.getFirstStyle();
 }
 
 void PicturePage::applyOptions()
 {
     ViewerSettings::instance().setFirstView(firstView);
     ViewerSettings::instance().setBackground(backgroundTop, backgroundBottom);
+    ViewerSettings::instance().setFirstStyle(firstStyle);
+}
+
+const vfBase::ClassInfo* ModelPage::getClassInfo() const
+{
+    return &s_classInfo;
+}
+
+const char* ModelPage::getGroupName()
+{
+    return "Models";
+}
+
+const char* ModelPage::getGroupIconName()
+{
+    return "OptionsModels";
+}
+
+int ModelPage::getGroupOrder()
+{
+    return 2;
+}
+
+void ModelPage::loadOptions()
+{
+    units = ViewerSettings::instance().getUnits();
+    historyMegabytes = ViewerSettings::instance().getHistoryMegabytes();
+}
+
+void ModelPage::applyOptions()
+{
+    ViewerSettings::instance().setUnits(units);
+    ViewerSettings::instance().setHistoryMegabytes(historyMegabytes);
 }
 
 void announceOptionsPages()
@@ -88,6 +126,7 @@ void announceOptionsPages()
     auto& pages = vfApplication::Registry::instance().getOptionsPageManager();
     pages.addOptionsPageId(RecentFilesPage::s_classInfo.getClassId());
     pages.addOptionsPageId(PicturePage::s_classInfo.getClassId());
+    pages.addOptionsPageId(ModelPage::s_classInfo.getClassId());
 }
 
 } // namespace vfViewer

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "model/Measurement.h"
+#include "model/ViewStyle.h"
+
 #include <velaforge/shell/UiOptionsPage.h>
 
 #include <osg/Vec3f>
@@ -26,7 +29,7 @@ public:
     bool restoresSession = false;
 };
 
-/// From where models are looked at first, and what is behind them.
+/// From where and how models are looked at first, and what is behind them.
 class PicturePage : public vfApplication::UiOptionsPage
 {
 public:
@@ -43,6 +46,25 @@ public:
     int firstView = 0;
     osg::Vec3f backgroundTop;
     osg::Vec3f backgroundBottom;
+    ViewStyle firstStyle;
+};
+
+/// What the numbers of models mean, and how much the history of a document may hold.
+class ModelPage : public vfApplication::UiOptionsPage
+{
+public:
+    static const vfBase::ClassInfo s_classInfo;
+
+    const vfBase::ClassInfo* getClassInfo() const override;
+    const char* getGroupName() override;
+    const char* getGroupIconName() override;
+    int getGroupOrder() override;
+    void loadOptions() override;
+    void applyOptions() override;
+
+    // What the page shows, see ViewerSettings.
+    Units units;
+    int historyMegabytes = 1;
 };
 
 /// Announces the pages of the viewer.

@@ -28,6 +28,7 @@ struct Window
 constexpr Window windows[] = {{"vfViewer::SceneTree", "Scene", DockWindow::LeftDockArea, true},
                               {"vfViewer::Properties", "Properties", DockWindow::RightDockArea, false},
                               {"vfViewer::Sections", "Sections", DockWindow::RightDockArea, false},
+                              {"vfViewer::Animation", "Animation", DockWindow::RightDockArea, false},
                               {"vfViewer::Measurements", "Measurements", DockWindow::RightDockArea, false},
                               {"vfViewer::Messages", "Messages", DockWindow::RightDockArea, false}};
 
@@ -56,6 +57,7 @@ const DockWindowRegistryPrivate::Proxy properties(new Producer<1>);
 const DockWindowRegistryPrivate::Proxy sections(new Producer<2>);
 const DockWindowRegistryPrivate::Proxy measurements(new Producer<3>);
 const DockWindowRegistryPrivate::Proxy messages(new Producer<4>);
+const DockWindowRegistryPrivate::Proxy animation(new Producer<5>);
 
 } // namespace
 

@@ -27,7 +27,9 @@ void ViewerUiSetup::setupMenus(CommandItem* root)
          << "vfApplicationQt::ActionSave"
          << "vfApplicationQt::ActionSaveAs"
          << "vfApplicationQt::ActionRevert"
-         << ""
+         << "";
+    addItem(file, "vfViewer::SavePicture", "Save &picture…", "Ctrl+P", nullptr);
+    file << ""
          << "vfApplicationQt::ActionClose"
          << "vfApplicationQt::ActionCloseAll"
          << ""
@@ -52,6 +54,10 @@ void ViewerUiSetup::setupMenus(CommandItem* root)
     addItem(from, "vfViewer::ViewFrontRight", "Front right co&rner", "0", "view-front-right");
     addItem(from, "vfViewer::ViewBackRight", "Back right corn&er", nullptr, "view-back-right");
     addItem(from, "vfViewer::ViewBackLeft", "B&ack left corner", nullptr, "view-back-left");
+    CommandItem places = addMenu(&view, "Camera p&laces");
+    addItem(places, "vfViewer::KeepPlace", "&Keep this place…", "Ctrl+K", nullptr);
+    addItem(places, "vfViewer::GoToPlace", "&Go to a place…", "Ctrl+G", nullptr);
+    addItem(places, "vfViewer::ForgetPlace", "&Forget a place…", nullptr, nullptr);
     addItem(view, "vfViewer::Perspective", "&Perspective", "P", nullptr);
     addItem(view, "vfViewer::Orthographic", "&Orthographic", "O", nullptr);
     view << "";
@@ -74,6 +80,10 @@ void ViewerUiSetup::setupMenus(CommandItem* root)
     addItem(sections, "vfViewer::SectionX", "Across &x", "Shift+X", nullptr);
     addItem(sections, "vfViewer::SectionY", "Across &y", "Shift+Y", nullptr);
     addItem(sections, "vfViewer::SectionZ", "Across &z", "Shift+Z", nullptr);
+    view << "";
+    addItem(view, "vfViewer::PlayAnimation", "Pla&y animation", "Space", "media-playback-start");
+    addItem(view, "vfViewer::AnimationTime", "Animation ti&me…", nullptr, nullptr);
+    addItem(view, "vfViewer::Animation", "Choose a&nimation…", nullptr, nullptr);
     view << ""
          << "vfApplicationQt::ActionFullScreen"
          << "vfApplicationQt::ActionToolbars"

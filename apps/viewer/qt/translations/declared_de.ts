@@ -127,81 +127,6 @@
         <source>&amp;Remove</source>
         <translation>&amp;Entfernen</translation>
     </message>
-</context>
-<context>
-    <name>Command</name>
-    <message>
-        <source>Print statistics</source>
-        <translation>Statistik ausgeben</translation>
-    </message>
-    <message>
-        <source>Hide</source>
-        <translation>Verstecken</translation>
-    </message>
-    <message>
-        <source>Show</source>
-        <translation>Zeigen</translation>
-    </message>
-    <message>
-        <source>Show all</source>
-        <translation>Alles zeigen</translation>
-    </message>
-    <message>
-        <source>Remove</source>
-        <translation>Entfernen</translation>
-    </message>
-    <message>
-        <source>Move</source>
-        <translation>Verschieben</translation>
-    </message>
-    <message>
-        <source>Set colour</source>
-        <translation>Färben</translation>
-    </message>
-    <message>
-        <source>By how much along x, y and z:</source>
-        <translation>Um wie viel entlang x, y und z:</translation>
-    </message>
-    <message>
-        <source>Colour</source>
-        <translation>Farbe</translation>
-    </message>
-    <message>
-        <source>Save</source>
-        <translation>Speichern</translation>
-    </message>
-    <message>
-        <source>Save as</source>
-        <translation>Speichern unter</translation>
-    </message>
-    <message>
-        <source>Revert</source>
-        <translation>Zurücksetzen</translation>
-    </message>
-    <message>
-        <source>Close</source>
-        <translation>Schließen</translation>
-    </message>
-    <message>
-        <source>Undo</source>
-        <translation>Rückgängig</translation>
-    </message>
-    <message>
-        <source>Redo</source>
-        <translation>Wiederholen</translation>
-    </message>
-    <message>
-        <source>Select next</source>
-        <translation>Nächstes wählen</translation>
-    </message>
-    <message>
-        <source>Select previous</source>
-        <translation>Voriges wählen</translation>
-    </message>
-    <message>
-        <source>Select nothing</source>
-        <translation>Nichts wählen</translation>
-    </message>
     <message>
         <source>Fit</source>
         <translation>Einpassen</translation>
@@ -275,10 +200,6 @@
         <translation>&amp;Hintergrund …</translation>
     </message>
     <message>
-        <source>Background</source>
-        <translation>Hintergrund</translation>
-    </message>
-    <message>
         <source>Se&amp;ctions</source>
         <translation>S&amp;chnitte</translation>
     </message>
@@ -327,58 +248,6 @@
         <translation>Offene Modelle zusammen&amp;führen</translation>
     </message>
     <message>
-        <source>About which axis (x, y and z), and by how many degrees:</source>
-        <translation>Um welche Achse (x, y und z), und um wie viel Grad:</translation>
-    </message>
-    <message>
-        <source>By which factor, or which factors along x, y and z:</source>
-        <translation>Um welchen Faktor, oder um welche Faktoren längs x, y und z:</translation>
-    </message>
-    <message>
-        <source>Name:</source>
-        <translation>Name:</translation>
-    </message>
-    <message>
-        <source>Edges where surfaces meet at more than how many degrees:</source>
-        <translation>Kanten, wo Flächen sich unter mehr als wie viel Grad treffen:</translation>
-    </message>
-    <message>
-        <source>Add files</source>
-        <translation>Dateien hinzufügen</translation>
-    </message>
-    <message>
-        <source>Add file</source>
-        <translation>Datei hinzufügen</translation>
-    </message>
-    <message>
-        <source>Isolate</source>
-        <translation>Freistellen</translation>
-    </message>
-    <message>
-        <source>Rename</source>
-        <translation>Umbenennen</translation>
-    </message>
-    <message>
-        <source>Rotate</source>
-        <translation>Drehen</translation>
-    </message>
-    <message>
-        <source>Scale</source>
-        <translation>Skalieren</translation>
-    </message>
-    <message>
-        <source>Flip normals</source>
-        <translation>Normalen umkehren</translation>
-    </message>
-    <message>
-        <source>Recompute normals</source>
-        <translation>Normalen neu berechnen</translation>
-    </message>
-    <message>
-        <source>Merge</source>
-        <translation>Zusammenführen</translation>
-    </message>
-    <message>
         <source>&amp;Drag with the mouse</source>
         <translation>Mit der &amp;Maus ziehen</translation>
     </message>
@@ -417,10 +286,6 @@
     <message>
         <source>&amp;Units…</source>
         <translation>&amp;Einheiten …</translation>
-    </message>
-    <message>
-        <source>Unit of the model, and unit that is shown (mm, cm, m, in, ft, none):</source>
-        <translation>Einheit des Modells, und Einheit der Anzeige (mm, cm, m, in, ft, none):</translation>
     </message>
     <message>
         <source>Properties</source>
@@ -529,6 +394,205 @@
     <message>
         <source>animations</source>
         <translation>Animationen</translation>
+    </message>
+    <message>
+        <source>Animation</source>
+        <translation>Animation</translation>
+    </message>
+    <message>
+        <source>Pla&amp;y animation</source>
+        <translation>Animation ab&amp;spielen</translation>
+    </message>
+    <message>
+        <source>Animation ti&amp;me…</source>
+        <translation>Zeit der Ani&amp;mation …</translation>
+    </message>
+    <message>
+        <source>Choose a&amp;nimation…</source>
+        <translation>A&amp;nimation wählen …</translation>
+    </message>
+    <message>
+        <source>Camera p&amp;laces</source>
+        <translation>Kameraposi&amp;tionen</translation>
+    </message>
+    <message>
+        <source>&amp;Keep this place…</source>
+        <translation>Diese Position &amp;merken …</translation>
+    </message>
+    <message>
+        <source>&amp;Go to a place…</source>
+        <translation>Zu einer Position &amp;gehen …</translation>
+    </message>
+    <message>
+        <source>&amp;Forget a place…</source>
+        <translation>Eine Position &amp;vergessen …</translation>
+    </message>
+    <message>
+        <source>Save &amp;picture…</source>
+        <translation>Bild s&amp;peichern …</translation>
+    </message>
+    <message>
+        <source>Models</source>
+        <translation>Modelle</translation>
+    </message>
+</context>
+<context>
+    <name>Command</name>
+    <message>
+        <source>Print statistics</source>
+        <translation>Statistik ausgeben</translation>
+    </message>
+    <message>
+        <source>Hide</source>
+        <translation>Verstecken</translation>
+    </message>
+    <message>
+        <source>Show</source>
+        <translation>Zeigen</translation>
+    </message>
+    <message>
+        <source>Show all</source>
+        <translation>Alles zeigen</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
+    </message>
+    <message>
+        <source>Move</source>
+        <translation>Verschieben</translation>
+    </message>
+    <message>
+        <source>Set colour</source>
+        <translation>Färben</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Speichern</translation>
+    </message>
+    <message>
+        <source>Save as</source>
+        <translation>Speichern unter</translation>
+    </message>
+    <message>
+        <source>Revert</source>
+        <translation>Zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>Rückgängig</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>Wiederholen</translation>
+    </message>
+    <message>
+        <source>Select next</source>
+        <translation>Nächstes wählen</translation>
+    </message>
+    <message>
+        <source>Select previous</source>
+        <translation>Voriges wählen</translation>
+    </message>
+    <message>
+        <source>Select nothing</source>
+        <translation>Nichts wählen</translation>
+    </message>
+    <message>
+        <source>Add file</source>
+        <translation>Datei hinzufügen</translation>
+    </message>
+    <message>
+        <source>Isolate</source>
+        <translation>Freistellen</translation>
+    </message>
+    <message>
+        <source>Rename</source>
+        <translation>Umbenennen</translation>
+    </message>
+    <message>
+        <source>Rotate</source>
+        <translation>Drehen</translation>
+    </message>
+    <message>
+        <source>Scale</source>
+        <translation>Skalieren</translation>
+    </message>
+    <message>
+        <source>Flip normals</source>
+        <translation>Normalen umkehren</translation>
+    </message>
+    <message>
+        <source>Recompute normals</source>
+        <translation>Normalen neu berechnen</translation>
+    </message>
+    <message>
+        <source>Merge</source>
+        <translation>Zusammenführen</translation>
+    </message>
+    <message>
+        <source>By how much along x, y and z:</source>
+        <translation>Um wie viel entlang x, y und z:</translation>
+    </message>
+    <message>
+        <source>Colour</source>
+        <translation>Farbe</translation>
+    </message>
+    <message>
+        <source>Background</source>
+        <translation>Hintergrund</translation>
+    </message>
+    <message>
+        <source>About which axis (x, y and z), and by how many degrees:</source>
+        <translation>Um welche Achse (x, y und z), und um wie viel Grad:</translation>
+    </message>
+    <message>
+        <source>By which factor, or which factors along x, y and z:</source>
+        <translation>Um welchen Faktor, oder um welche Faktoren längs x, y und z:</translation>
+    </message>
+    <message>
+        <source>Name:</source>
+        <translation>Name:</translation>
+    </message>
+    <message>
+        <source>Edges where surfaces meet at more than how many degrees:</source>
+        <translation>Kanten, wo Flächen sich unter mehr als wie viel Grad treffen:</translation>
+    </message>
+    <message>
+        <source>Add files</source>
+        <translation>Dateien hinzufügen</translation>
+    </message>
+    <message>
+        <source>Unit of the model, and unit that is shown (mm, cm, m, in, ft, none):</source>
+        <translation>Einheit des Modells, und Einheit der Anzeige (mm, cm, m, in, ft, none):</translation>
+    </message>
+    <message>
+        <source>Time in seconds:</source>
+        <translation>Zeit in Sekunden:</translation>
+    </message>
+    <message>
+        <source>Animation:</source>
+        <translation>Animation:</translation>
+    </message>
+    <message>
+        <source>Camera place:</source>
+        <translation>Kameraposition:</translation>
+    </message>
+    <message>
+        <source>Name of the camera place:</source>
+        <translation>Name der Kameraposition:</translation>
+    </message>
+    <message>
+        <source>Picture</source>
+        <translation>Bild</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
     </message>
 </context>
 </TS>

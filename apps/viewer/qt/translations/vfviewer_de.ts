@@ -2,6 +2,29 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de_DE">
 <context>
+    <name>vfViewer::AnimationPanel</name>
+    <message>
+        <source>Play</source>
+        <translation>Abspielen</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>Zeit</translation>
+    </message>
+    <message>
+        <source>Animation</source>
+        <translation>Animation</translation>
+    </message>
+    <message>
+        <source>%1 of %2 s</source>
+        <translation>%1 von %2 s</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 s</translation>
+    </message>
+</context>
+<context>
     <name>vfViewer::LoadDialog</name>
     <message>
         <source>Opening %1</source>
@@ -62,6 +85,64 @@
     </message>
 </context>
 <context>
+    <name>vfViewer::PictureDialog</name>
+    <message>
+        <source>Save picture</source>
+        <translation>Bild speichern</translation>
+    </message>
+    <message>
+        <source>As wide for its height as the view</source>
+        <translation>Seitenverhältnis der Ansicht</translation>
+    </message>
+    <message>
+        <source>Nothing behind the model</source>
+        <translation>Nichts hinter dem Modell</translation>
+    </message>
+    <message>
+        <source>Width:</source>
+        <translation>Breite:</translation>
+    </message>
+    <message>
+        <source>Height:</source>
+        <translation>Höhe:</translation>
+    </message>
+    <message>
+        <source> pixels</source>
+        <translation> Pixel</translation>
+    </message>
+    <message>
+        <source>Pictures</source>
+        <translation>Bilder</translation>
+    </message>
+</context>
+<context>
+    <name>vfViewer::QtModelPage</name>
+    <message>
+        <source>Models</source>
+        <translation>Modelle</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>Keine</translation>
+    </message>
+    <message>
+        <source> MB</source>
+        <translation> MB</translation>
+    </message>
+    <message>
+        <source>Unit of models:</source>
+        <translation>Einheit der Modelle:</translation>
+    </message>
+    <message>
+        <source>Unit that is shown:</source>
+        <translation>Angezeigte Einheit:</translation>
+    </message>
+    <message>
+        <source>What can be undone holds at most:</source>
+        <translation>Speicher für rückgängig zu Machendes höchstens:</translation>
+    </message>
+</context>
+<context>
     <name>vfViewer::QtPicturePage</name>
     <message>
         <source>Pictures</source>
@@ -118,6 +199,30 @@
     <message>
         <source>Background at the bottom:</source>
         <translation>Hintergrund unten:</translation>
+    </message>
+    <message>
+        <source>Perspective</source>
+        <translation>Perspektive</translation>
+    </message>
+    <message>
+        <source>Orthographic</source>
+        <translation>Orthografisch</translation>
+    </message>
+    <message>
+        <source>New views:</source>
+        <translation>Neue Ansichten:</translation>
+    </message>
+    <message>
+        <source>Show the grid</source>
+        <translation>Gitter zeigen</translation>
+    </message>
+    <message>
+        <source>Show the axes</source>
+        <translation>Achsen zeigen</translation>
+    </message>
+    <message>
+        <source>Smooth edges</source>
+        <translation>Kanten glätten</translation>
     </message>
 </context>
 <context>

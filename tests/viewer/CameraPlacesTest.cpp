@@ -1,0 +1,132 @@
+// SPDX-License-Identifier: MIT
+#include "model/CameraPlaces.h"
+
+#include "support/TemporaryDirectory.h"
+
+#include <velaforge/base/Settings.h>
+#include <velaforge/base/SettingsObject.h>
+
+#include <gtest/gtest.h>
+
+using vfViewer::CameraPlace;
+using vfViewer::CameraPlaces;
+using vfViewer::Projection;
+
+namespace {
+
+CameraPlace place(const std::string& name, double height)
+{
+    return {name, {{1, 2, height}, {4, 5.5, 6}, {0, 0, 1}}, Projection::Perspective};
+}
+
+std::vector<std::string> namesOf(const std::string& path)
+{
+    std::vector<std::string> names;
+    for (const CameraPlace& one : CameraPlaces::instance().of(path))
+        names.push_back(one.name);
+    return names;
+}
+
+vfBase::Settings storeIn(const std::string& path)
+{
+    vfBase::Settings store(path);
+    store.add(vfBase::SettingsObject(&CameraPlaces::instance()));
+    return store;
+}
+
+using Names = std::vector<std::string>;
+
+} // namespace
+
+TEST(CameraPlaces, EachFileHasItsOwnInTheOrderInWhichTheyWereKept)
+{
+    CameraPlaces& places = CameraPlaces::instance();
+    EXPECT_TRUE(places.of("/a.obj").empty());
+    EXPECT_TRUE(places.keep("/a.obj", place("bow", 1)));
+    EXPECT_TRUE(places.keep("/b.obj", place("tip", 2)));
+    EXPECT_TRUE(places.keep("/a.obj", place("aft", 3)));
+    EXPECT_EQ((Names{"bow", "aft"}), namesOf("/a.obj"));
+    EXPECT_EQ((Names{"tip"}), namesOf("/b.obj"));
+    EXPECT_EQ(3, places.of("/a.obj")[1].camera.eye.z());
+}
+
+TEST(CameraPlaces, OneOfTheSameNameTakesThePlaceOfTheOther)
+{
+    CameraPlaces& places = CameraPlaces::instance();
+    places.keep("/a.obj", place("bow", 1));
+    places.keep("/a.obj", place("aft", 2));
+    EXPECT_TRUE(places.keep("/a.obj", place("bow", 9)));
+    EXPECT_EQ((Names{"bow", "aft"}), namesOf("/a.obj"));
+    EXPECT_EQ(9, places.of("/a.obj")[0].camera.eye.z());
+}
+
+TEST(CameraPlaces, WhatIsForgottenIsGone)
+{
+    CameraPlaces& places = CameraPlaces::instance();
+    places.keep("/a.obj", place("bow", 1));
+    EXPECT_FALSE(places.forget("/a.obj", "aft"));
+    EXPECT_FALSE(places.forget("/b.obj", "bow"));
+    EXPECT_TRUE(places.forget("/a.obj", "bow"));
+    EXPECT_TRUE(places.of("/a.obj").empty());
+    EXPECT_TRUE(places.getEntries().empty()) << "a file without places is not remembered";
+}
+
+TEST(CameraPlaces, AreNotMoreThanThereIsRoomFor)
+{
+    CameraPlaces& places = CameraPlaces::instance();
+    for (std::size_t i = 0; i < CameraPlaces::mostPlaces; ++i)
+        EXPECT_TRUE(places.keep("/a.obj", place(std::to_string(i), 1)));
+    EXPECT_FALSE(places.keep("/a.obj", place("one more", 1)));
+    EXPECT_TRUE(places.keep("/a.obj", place("7", 2))) << "instead of another";
+    EXPECT_EQ(CameraPlaces::mostPlaces, places.of("/a.obj").size());
+    for (std::size_t i = 1; i < CameraPlaces::mostFiles; ++i)
+        places.keep("/" + std::to_string(i), place("bow", 1));
+    places.keep("/a.obj", place("8", 3)); // so that another is the oldest
+    places.keep("/new.obj", place("bow", 1));
+    EXPECT_EQ(CameraPlaces::mostFiles, places.getEntries().size());
+    EXPECT_TRUE(places.of("/1").empty());
+    EXPECT_FALSE(places.of("/a.obj").empty());
+}
+
+TEST(CameraPlaces, ComeBackFromTheStore)
+{
+    const vfTest::TemporaryDirectory directory;
+    const std::string path = directory.file("settings.json");
+    CameraPlaces& places = CameraPlaces::instance();
+    CameraPlace flat = place("flat, \"as drawn\"", 4);
+    flat.projection = Projection::Orthographic;
+    places.keep("/a b.obj", place("bow", 1));
+    places.keep("/a b.obj", flat);
+    ASSERT_TRUE(storeIn(path).save(nullptr));
+    places.setEntries({});
+    ASSERT_TRUE(storeIn(path).load());
+    ASSERT_EQ((Names{"bow", "flat, \"as drawn\""}), namesOf("/a b.obj"));
+    const CameraPlace read = places.of("/a b.obj")[1];
+    EXPECT_EQ(Projection::Orthographic, read.projection);
+    EXPECT_EQ(flat.camera.eye, read.camera.eye);
+    EXPECT_EQ(flat.camera.centre, read.camera.centre);
+    EXPECT_EQ(flat.camera.up, read.camera.up);
+}
+
+TEST(CameraPlaces, WhatMakesNoSenseInTheStoreIsLeftOut)
+{
+    const vfTest::TemporaryDirectory directory;
+    const std::string path = directory.file("settings.json");
+    CameraPlaces::instance().keep("/a.obj", place("good", 1));
+    CameraPlaces::instance().keep("/a.obj", place("bad", 1));
+    CameraPlaces::instance().keep("/b.obj", place("alone", 1));
+    ASSERT_TRUE(storeIn(path).save(nullptr));
+    std::string text = vfTest::readFile(path);
+    const auto replace = [&text](const std::string& from, const std::string& to) {
+        const std::size_t at = text.find(from);
+        ASSERT_NE(std::string::npos, at) << from;
+        text.replace(at, from.size(), to);
+    };
+    replace("\"bad\"", "17");
+    replace("\"alone\"", "\"\"");
+    directory.write("settings.json", text);
+    CameraPlaces::instance().setEntries({});
+    ASSERT_TRUE(storeIn(path).load());
+    EXPECT_EQ((Names{"good"}), namesOf("/a.obj"));
+    EXPECT_TRUE(CameraPlaces::instance().of("/b.obj").empty());
+}
