@@ -7,6 +7,8 @@
 #include "support/LargeModels.h"
 #include "support/Programs.h"
 
+#include <osgDB/ReadFile>
+
 #include <benchmark/benchmark.h>
 
 #include <string>
@@ -40,6 +42,19 @@ void here(benchmark::State& state, const std::string& path)
     }
 }
 
+/// As programs do that trust their files, without the strips of triangles that take far longer than all the rest.
+void plainly(benchmark::State& state, const std::string& path)
+{
+    const osg::ref_ptr<osgDB::Options> options = new osgDB::Options("noTriStripPolygons");
+    for (auto _ : state) {
+        const osg::ref_ptr<osg::Node> scene = osgDB::readRefNodeFile(path, options);
+        if (!scene)
+            state.SkipWithError("the model was not read");
+        else
+            scene->getBound();
+    }
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -62,6 +77,9 @@ int main(int argc, char** argv)
             ->Unit(benchmark::kMillisecond)
             ->UseRealTime();
     }
+    benchmark::RegisterBenchmark("stl/readRefNodeFile", plainly, stl)
+        ->Unit(benchmark::kMillisecond)
+        ->UseRealTime();
     benchmark::RunSpecifiedBenchmarks();
     return 0;
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "headless/HeadlessDocManager.h"
+#include "headless/LargePages.h"
 #include "model/FirstView.h"
 #include "model/FormatList.h"
 #include "model/ViewerDocuments.h"
@@ -198,6 +199,8 @@ int run(int argc, char** argv)
     const vfViewer::WindowSide* window = nullptr;
     if (!findWindow(argc, argv, window))
         return EXIT_FAILURE;
+    if (!window)
+        vfViewer::useLargePages();
     vfBase::NotifyHandler::instance().install();
     if (!std::getenv("OSG_NOTIFY_LEVEL"))
         osg::setNotifyLevel(osg::WARN);

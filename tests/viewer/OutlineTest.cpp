@@ -59,6 +59,26 @@ TEST(Outline, ReachesAsFarAsAllPointsOnEverySide)
     }
 }
 
+TEST(Outline, ReachesToAnyPoint)
+{
+    // However many there are, and wherever the farthest stands among them.
+    for (int count = 5000; count < 5013; ++count) {
+        const auto points = cloud(count);
+        for (const int far :
+             {0, 1, 2, 3, 2499, 2500, 2501, count / 2, count - 4, count - 3, count - 2, count - 1}) {
+            const osg::Vec3 kept = (*points)[static_cast<std::size_t>(far)];
+            for (int axis = 0; axis < 3; ++axis) {
+                osg::Vec3d direction;
+                direction[axis] = far % 2 ? 1 : -1;
+                (*points)[static_cast<std::size_t>(far)] = osg::Vec3(direction * 700);
+                points->dirty();
+                EXPECT_NEAR(700, reach(*outlineOf(*points), direction), 1e-3) << count << " " << far;
+            }
+            (*points)[static_cast<std::size_t>(far)] = kept;
+        }
+    }
+}
+
 TEST(Outline, IsRememberedUntilThePointsChange)
 {
     const auto points = cloud(10000);
@@ -77,8 +97,13 @@ TEST(Outline, PointsThatAreNoneAreLeftOut)
     const auto points = cloud(10000);
     (*points)[5].set(NAN, 0, 0);
     (*points)[6].set(INFINITY, 0, 0);
+    (*points)[7].set(3e38f, 3e38f, 0);
     for (const osg::Vec3& point : *outlineOf(*points))
         EXPECT_TRUE(std::isfinite(point.length2()));
+    (*points)[7].set(3e38f, 0, 0);
+    (*points)[8].set(-3e38f, 0, 0); // between them there is more than a number can tell
+    points->dirty();
+    EXPECT_FALSE(outlineOf(*points)->empty());
     const osg::ref_ptr<osg::Vec3Array> same = new osg::Vec3Array(10000);
     EXPECT_EQ(1u, outlineOf(*same)->size());
 }

@@ -7,7 +7,9 @@
 #include <osg/observer_ptr>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <limits>
 #include <map>
 
 namespace vfViewer {
@@ -50,7 +52,7 @@ auto onHalves(const osg::Vec3Array& points, Work work)
     return std::pair(std::move(first), second.get());
 }
 
-osg::BoundingBox boundsOf(Point begin, Point end)
+osg::BoundingBox boundsOfFinite(Point begin, Point end)
 {
     osg::BoundingBox box;
     for (; begin != end; ++begin) {
@@ -58,6 +60,39 @@ osg::BoundingBox boundsOf(Point begin, Point end)
             box.expandBy(*begin);
     }
     return box;
+}
+
+/// Four points at a time are looked at as the twelve numbers that they are, which processors do at once. Points that are
+/// nowhere leave their mark in a sum; then all are looked at one by one.
+osg::BoundingBox boundsOf(Point begin, Point end)
+{
+    constexpr std::size_t lanes = 12;
+    const std::size_t count = static_cast<std::size_t>(end - begin) * 3;
+    const std::size_t whole = count / lanes * lanes;
+    const float* numbers = count > 0 ? begin->ptr() : nullptr;
+    std::array<float, lanes> low;
+    std::array<float, lanes> high;
+    std::array<float, lanes> strange = {};
+    low.fill(std::numeric_limits<float>::max());
+    high.fill(std::numeric_limits<float>::lowest());
+    for (std::size_t i = 0; i < whole; i += lanes) {
+        for (std::size_t lane = 0; lane < lanes; ++lane) {
+            const float number = numbers[i + lane];
+            low[lane] = number < low[lane] ? number : low[lane];
+            high[lane] = number > high[lane] ? number : high[lane];
+            strange[lane] += number - number; // 0, and not a number for what is not finite
+        }
+    }
+    osg::BoundingBox box =
+        boundsOfFinite(begin + static_cast<std::ptrdiff_t>(whole / 3), end); // the rest of them
+    for (std::size_t lane = 0; lane < lanes && whole > 0; ++lane) {
+        if (strange[lane] != 0)
+            return boundsOfFinite(begin, end);
+        const auto axis = static_cast<int>(lane % 3);
+        box._min[axis] = std::min(box._min[axis], low[lane]);
+        box._max[axis] = std::max(box._max[axis], high[lane]);
+    }
+    return isFinite(box._min) && isFinite(box._max) ? box : boundsOfFinite(begin, end);
 }
 
 /// Which points stand over which cell of the ground.
@@ -75,10 +110,9 @@ public:
             const osg::Vec3& point = *begin;
             if (!isFinite(point))
                 continue;
-            const auto x = static_cast<std::size_t>((point.x() - m_low.x()) * m_scaleX);
-            const auto y = static_cast<std::size_t>((point.y() - m_low.y()) * m_scaleY);
-            add(columns[std::min<std::size_t>(y, cells - 1) * cells + std::min<std::size_t>(x, cells - 1)],
-                point, point);
+            const std::size_t x = place(point.x() - m_low.x(), m_scaleX);
+            const std::size_t y = place(point.y() - m_low.y(), m_scaleY);
+            add(columns[y * cells + x], point, point);
         }
         return columns;
     }
@@ -94,6 +128,12 @@ public:
     }
 
 private:
+    /// What is no number, since the box is too large for one, is in the last cell.
+    static std::size_t place(float distance, float scale)
+    {
+        return static_cast<std::size_t>(std::min(static_cast<float>(cells - 1), distance * scale));
+    }
+
     static float scale(float low, float high) { return high > low ? (cells - 1) / (high - low) : 0.0f; }
 
     osg::Vec3 m_low;

@@ -290,6 +290,7 @@ void ReadJob::work(const std::shared_ptr<Shared>& shared, ReadKind kind, const s
         const unsigned int seconds =
             limits.seconds > 0 ? limits.seconds
                                : shortestLimit + static_cast<unsigned int>(sizeOf(file) / bytesPerSecond);
+        loadSceneFormat(); // while there is nothing to do but wait
         long long size = await(*shared, reader, file, seconds, outcome.reason);
         const int process = canLookInto(reader.process) ? reader.process : 0;
         if (size > 0 && process == 0) {

@@ -179,6 +179,7 @@ void loadReader(const std::string& path)
     const int nothing = open("/dev/null", O_RDWR | O_CLOEXEC);
     dup2(nothing, STDIN_FILENO);
     FileGate::install();
+    loadSceneFormat();
     Request request;
     std::vector<int> files;
     while (receiveWith(socket, &request, sizeof(request), files)) {

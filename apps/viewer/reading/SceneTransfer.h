@@ -14,6 +14,9 @@ constexpr long long transferHeaderSize = 4096;
 /// The reason when something was lost on the way.
 constexpr const char* notHandedOn = "the process that read it did not hand it on whole";
 
+/// Loads what scenes are written and read with, which takes some milliseconds; whoever needs it first does it otherwise.
+void loadSceneFormat();
+
 /// Hands what came of reading on to another process, through a file in memory.
 ///
 /// Points, normals and the like travel as they lie in memory; only what is left of the scene is written out by
