@@ -75,13 +75,17 @@ function(velaforge_program name)
     target_link_libraries(${name} PRIVATE ${ARG_LINK} velaforge_build_flags)
 endfunction()
 
-# velaforge_test(<name> SOURCES <file>... [LINK <target>...] [PROPERTIES <ctest property> <value>...])
-# One program of many test cases. ctest runs each case in a process of its own, because
+# velaforge_test(<name> [OPTIMIZED] SOURCES <file>... [LINK <target>...] [PROPERTIES <ctest property> <value>...])
+# One program of many test cases. What is tested is optimised, in libraries; the tests themselves take longer to optimise than
+# to run, unless what they test stands in headers. ctest runs each case in a process of its own, because
 # singletons are never rebuilt; tests/support gives each process its own home directory.
 function(velaforge_test name)
-    cmake_parse_arguments(ARG "" "" "SOURCES;LINK;PROPERTIES" ${ARGN})
+    cmake_parse_arguments(ARG "OPTIMIZED" "" "SOURCES;LINK;PROPERTIES" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE ${ARG_LINK} velaforge_test_support velaforge_build_flags)
+    if(NOT ARG_OPTIMIZED)
+        target_compile_options(${name} PRIVATE -O0)
+    endif()
     velaforge_precompile(${name} <gmock/gmock.h>)
     gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
                          PROPERTIES TIMEOUT 300 ${ARG_PROPERTIES})

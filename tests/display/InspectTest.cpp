@@ -16,9 +16,11 @@
 #include <osg/ComputeBoundsVisitor>
 #include <osg/Transform>
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
 #include <QPushButton>
 #include <QSlider>
 #include <QTableWidget>
@@ -142,6 +144,15 @@ TEST_F(Inspect, ADragMovesTheSelectionInOneStep)
             EXPECT_TRUE(viewer.model()->isModified());
             EXPECT_STREQ("Move", viewer.model()->getCommandProcessor()->getCurrentCommand().getName());
         });
+        viewer.hand.key("Alt+E");
+        EXPECT_TRUE(viewer.waitFor([] {
+            const auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            return menu && !menu->actions().empty() &&
+                   menu->actions().first()->text() == QLatin1String("&Undo: Move");
+        }));
+        viewer.keepPicture("viewer-changing.png");
+        viewer.hand.key("Escape");
+        EXPECT_TRUE(viewer.waitFor([] { return !QApplication::activePopupWidget(); }));
         viewer.hand.key("Ctrl+Z");
         EXPECT_TRUE(
             viewer.waitFor([&] { return vfTest::digestOf(viewer.model()->getModelScene()) == digest; }));

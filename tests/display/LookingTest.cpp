@@ -237,6 +237,7 @@ TEST_F(Looking, APictureOfAnySizeIsSavedThroughTheDialog)
             inDialog<QSpinBox>("pictureHeight").setValue(700);
             inDialog<QCheckBox>("pictureTransparent").setChecked(true);
         });
+        viewer.keepPicture("viewer-picture.png");
         viewer.hand.click(viewer.ui([] {
             for (auto* button : Program::dialog()->findChildren<QPushButton*>()) {
                 if (button->text().contains(QLatin1String("Save")))

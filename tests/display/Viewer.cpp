@@ -114,7 +114,12 @@ void Viewer::keepPicture(const char* name)
     Program::pause(300);
     ui([&] {
         const QString path = QString::fromUtf8(keep) + QLatin1Char('/') + QLatin1String(name);
-        EXPECT_TRUE(m_program.window().grab().save(path)) << path.toStdString();
+        // What stands above the window is to be seen as well.
+        const QWidget& window = m_program.window();
+        const QRect place(window.mapToGlobal(QPoint()), window.size());
+        EXPECT_TRUE(
+            window.screen()->grabWindow(0, place.x(), place.y(), place.width(), place.height()).save(path))
+            << path.toStdString();
     });
 }
 

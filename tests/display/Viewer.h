@@ -57,7 +57,7 @@ public:
     /// Gives the window the keyboard, as a window manager does when a dialog goes; there is none on the tests' display.
     void focus();
 
-    /// Keeps a picture of the window for the guide, where VELAFORGE_KEEP_PICTURES names a directory.
+    /// Keeps a picture of the window, and what stands above it, for the guide where VELAFORGE_KEEP_PICTURES names a directory.
     void keepPicture(const char* name);
 
     /// Answers the dialog that asks for a file.

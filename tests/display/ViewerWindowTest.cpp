@@ -340,6 +340,7 @@ TEST_F(ViewerWindow, AChangedTextureIsAskedAboutOnceAndWhatIsLookedAtStays)
         change();
         ASSERT_TRUE(viewer.program().waitForDialog("reloadQuestion"));
         Program::pause(600); // all three changes are known by then
+        viewer.keepPicture("viewer-reload.png");
         viewer.hand.key("Return");
         EXPECT_TRUE(viewer.waitFor([&] { return !node.valid() && viewer.part("hull"); }));
         viewer.ui([&] {
@@ -404,6 +405,8 @@ TEST_F(ViewerWindow, WhatAFormatDoesNotKeepIsAskedAboutBeforeItIsWritten)
                 EXPECT_TRUE(box->text().contains(QLatin1String("textures"))) << box->text().toStdString();
                 EXPECT_FALSE(box->text().contains(QLatin1String("names")));
             });
+            if (isWanted)
+                viewer.keepPicture("viewer-losses.png");
             Program::pause(100);
             viewer.hand.key(isWanted ? "Return" : "Escape");
             EXPECT_TRUE(viewer.program().waitForNoDialog());
