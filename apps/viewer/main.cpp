@@ -5,6 +5,7 @@
 #include "model/FormatList.h"
 #include "model/ViewerDocuments.h"
 #include "reading/FileGate.h"
+#include "reading/ReadJob.h"
 #include "reading/ReaderHost.h"
 #include "ui/ModulePlugin.h"
 #include "ui/OptionsPages.h"
@@ -229,13 +230,15 @@ int run(int argc, char** argv)
 
 int main(int argc, char** argv)
 {
+    int status = EXIT_FAILURE;
     try {
         vfViewer::ReaderHost::start(); // before there are threads
-        return run(argc, argv);
+        status = run(argc, argv);
     } catch (const std::exception& problem) {
         std::cerr << "vfviewer: " << problem.what() << std::endl;
     } catch (...) {
         std::cerr << "vfviewer: something went wrong that has no name" << std::endl;
     }
-    return EXIT_FAILURE;
+    vfViewer::ReadJob::waitForThreads();
+    return status;
 }

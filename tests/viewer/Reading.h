@@ -20,6 +20,7 @@ protected:
         vfBase::NotifyHandler::instance().install();
         vfViewer::FileGate::install();
     }
+    ~Reading() override { vfViewer::ReadJob::waitForThreads(); } // as the program does
 
     /// Waits for what comes of a file.
     static vfViewer::ReadOutcome read(const std::string& path, const vfViewer::ReadLimits& limits = {},

@@ -126,7 +126,8 @@ public:
         static Workers workers;
         return workers;
     }
-    ~Workers()
+    ~Workers() { wait(); }
+    void wait()
     {
         std::unique_lock<std::mutex> lock(m_mutex);
         m_condition.wait(lock, [this] { return m_count == 0; });
@@ -326,6 +327,11 @@ ReadJob::~ReadJob()
         m_shared->function = nullptr;
     }
     cancel();
+}
+
+void ReadJob::waitForThreads()
+{
+    Workers::instance().wait();
 }
 
 void ReadJob::whenDone(std::function<void()> function)

@@ -49,6 +49,10 @@ public:
     ///         when it is done
     ReadOutcome take();
 
+    /// Waits for the threads of all jobs, cancelled ones as well, which takes some milliseconds. To be called at the end of
+    /// main(): what they load while they work goes before anything that was there at the start.
+    static void waitForThreads();
+
     const std::string& path() const { return m_path; }
 
 private:

@@ -111,13 +111,22 @@ void limitMemory(std::uint64_t memory)
 #endif
 }
 
+constexpr const char* lackOfMemory = "it needs more memory than there is";
+
+long long handOverLackOfMemory(int memory)
+{
+    ReadOutcome outcome;
+    outcome.reason = lackOfMemory;
+    return HandOver(memory).put(outcome);
+}
+
 ReadOutcome readFile(const Request& request)
 {
     ReadOutcome outcome;
     try {
         return request.kind == ReadKind::Model ? readModel(request.path) : readImageOnQuad(request.path);
     } catch (const std::bad_alloc&) {
-        outcome.reason = "it needs more memory than there is";
+        outcome.reason = lackOfMemory;
     } catch (const std::exception& problem) {
         outcome.reason = problem.what();
     }
@@ -146,17 +155,15 @@ ReadOutcome readFile(const Request& request)
         message.size = handOver.put(outcome);
     } catch (const std::bad_alloc&) {
     }
-    if (message.size == 0) {
-        outcome = ReadOutcome();
-        outcome.reason = "it needs more memory than there is";
-        message.size = handOver.put(outcome);
-    }
+    if (message.size == 0)
+        message.size = handOverLackOfMemory(memory);
     // Whoever asked looks into this process until it closes the socket, or may not and says so.
     sendWith(socket, &message, sizeof(message), {});
     char said = 0;
     std::vector<int> files;
     if (receiveWith(socket, &said, sizeof(said), files)) {
-        message.size = handOver.putArrays() ? message.size : 0;
+        if (!handOver.putArrays())
+            message.size = handOverLackOfMemory(memory);
         sendWith(socket, &message, sizeof(message), {});
     }
     _exit(0);
