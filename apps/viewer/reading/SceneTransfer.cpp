@@ -135,7 +135,7 @@ std::shared_ptr<const void> takeElements(osg::BufferData& data)
     withLargeKind(data, [&taken](auto& array) {
         const auto elements = std::make_shared<std::decay_t<decltype(array.asVector())>>();
         elements->swap(array.asVector());
-        taken = elements;
+        taken = std::shared_ptr<const void>(elements, elements->data());
         return true;
     });
     return taken;
@@ -377,7 +377,7 @@ long long HandOver::put(ReadOutcome& outcome)
                            static_cast<std::uint64_t>(sink.offset()), size, 0};
             const std::shared_ptr<const void> taken = size < smallestKept ? nullptr : takeElements(data);
             if (taken) {
-                block.address = reinterpret_cast<std::uintptr_t>(elements);
+                block.address = reinterpret_cast<std::uintptr_t>(taken.get());
                 m_kept.push_back({block, taken});
                 sink.skip(size);
             } else {
@@ -409,8 +409,7 @@ bool HandOver::putArrays() const
 {
     return std::all_of(m_kept.begin(), m_kept.end(), [this](const Kept& kept) {
         const Block& block = kept.block;
-        return writeAt(m_file, reinterpret_cast<const void*>(block.address), block.size,
-                       static_cast<long long>(block.offset));
+        return writeAt(m_file, kept.elements.get(), block.size, static_cast<long long>(block.offset));
     });
 }
 
@@ -422,7 +421,8 @@ bool look(int process, std::uint64_t address, void* target, std::size_t size)
     auto* bytes = static_cast<char*>(target);
     while (size > 0) {
         const iovec here = {bytes, size};
-        const iovec there = {reinterpret_cast<void*>(address), size}; // NOLINT(performance-no-int-to-ptr)
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): it is none in this process
+        const iovec there = {reinterpret_cast<void*>(address), size};
         const ssize_t taken = process_vm_readv(process, &here, 1, &there, 1, 0);
         if (taken <= 0)
             return false;
