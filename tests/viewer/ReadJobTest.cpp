@@ -473,7 +473,7 @@ TEST_F(ReadJobs, AReaderThatTellsNonsenseOfItsArraysHarmsNobody)
         ASSERT_EQ(8, pread(reader.file, &right, 8, at));
         for (const std::uint64_t wrong :
              {std::uint64_t(0), right + 4, right + 12, right + (std::uint64_t(1) << 40), ~std::uint64_t(0),
-              std::uint64_t(4096)})
+              ~std::uint64_t(3), std::uint64_t(4096)})
         {
             ASSERT_EQ(8, pwrite(reader.file, &wrong, 8, at));
             const ReadOutcome outcome = reader.take(reader.process);

@@ -11,7 +11,6 @@
 #include <osgDB/Registry>
 
 #include <algorithm>
-#include <array>
 #include <cstdio>
 #include <cstring>
 #include <istream>
@@ -459,16 +458,14 @@ public:
     bool fillAll(const std::vector<Block>& blocks, const std::vector<osg::BufferData*>& arrays) const
     {
         std::set<std::uint32_t> filled;
-        std::uint64_t inProcess = 0;
+        std::uint64_t left = m_process != 0 ? addressesOf(m_process) : 0; // nobody has more than that
         for (const Block& block : blocks) {
             if (block.index >= arrays.size() || !filled.insert(block.index).second)
                 return false; // nobody sends one twice
-            if (!isThere(block))
+            if (!isThere(block) || (isInProcess(block) && block.size > left))
                 return false;
-            inProcess += isInProcess(block) ? block.size : 0;
+            left -= isInProcess(block) ? block.size : 0;
         }
-        if (inProcess > 0 && inProcess > addressesOf(m_process))
-            return false; // nobody has more than that
         return inTwoThreads(blocks, [&](std::size_t first) {
             for (std::size_t i = first; i < blocks.size(); i += 2) {
                 osg::BufferData& data = *arrays[blocks[i].index];
