@@ -7,7 +7,9 @@
 #include <velaforge/application/ApplicationSetup.h>
 #include <velaforge/base/ApplicationInfo.h>
 #include <velaforge/base/ArgumentParser.h>
+#include <velaforge/base/LifeWatch.h>
 #include <velaforge/base/NotifyHandler.h>
+#include <velaforge/base/Require.h>
 #include <velaforge/base/Settings.h>
 #include <velaforge/base/Version.h>
 #include <velaforge/documents/DocManager.h>
@@ -23,6 +25,8 @@
 namespace vfApplication {
 
 namespace {
+
+const vfBase::Call running{"Application::run"};
 
 bool isBlank(const char* text)
 {
@@ -59,8 +63,9 @@ void saveSettings()
 
 Application::Application(int& argc, char** argv, const ApplicationSetup& setup) : d(nullptr)
 {
-    auto body =
-        std::make_unique<ApplicationPrivate>(argc, argv); // goes, and with it the rest, if anything throws
+    vfBase::adoptApplicationThread();
+    // Destroyed, and with it all that follows, if anything below throws.
+    auto body = std::make_unique<ApplicationPrivate>(argc, argv);
     d = body.get();
     ApplicationPrivate::_s_Application = this;
     FileHistorySettings::instance(false);
@@ -72,6 +77,9 @@ Application::Application(int& argc, char** argv, const ApplicationSetup& setup) 
 
 Application::~Application()
 {
+    VF_REQUIRE(!vfBase::RunningCall<Application>::isRunning(this, running), "Application::~Application",
+               "called before run() has returned");
+    vfBase::LifeWatch<Application>::end(this);
     delete d;
 }
 
@@ -84,6 +92,8 @@ Application* Application::instance(bool erase)
 
 int Application::run()
 {
+    vfBase::adoptApplicationThread();
+    const vfBase::RunningCall<Application> isRunning(this, running);
     vfBase::ArgumentParser& parser = *d->argumentParser;
 
     vfBase::Settings::loadGlobal();
@@ -168,7 +178,7 @@ const DockWindowManager& Application::getDockWindowManager() const
 
 DocManager& Application::getDocManager() const
 {
-    return *d->docManager;
+    return d->getDocManager();
 }
 
 void Application::setDocManager(DocManager* manager)

@@ -5,21 +5,21 @@
 #include <velaforge/application/ApplicationPrivate.h>
 #include <velaforge/base/ApplicationInfo.h>
 #include <velaforge/base/ArgumentParser.h>
-#include <velaforge/base/Iterator.h>
+#include <velaforge/base/Require.h>
 #include <velaforge/commands/Command.h>
 #include <velaforge/commands/CommandPrivate.h>
 #include <velaforge/commands/CommandProcessor.h>
 #include <velaforge/documents/DocManager.h>
 #include <velaforge/documents/Document.h>
 
-#include <cassert>
 #include <iostream>
 
 namespace vfApplication {
 
 void Application::openDocuments(vfBase::ArgumentParser* parser)
 {
-    const bool log = parser->readOptionParameter("--log"); // first: taken off also when no file is named
+    // First, so that the option is consumed also when no file is named.
+    const bool log = parser->readOptionParameter("--log");
     if (parser->getArgumentCount() < 2)
         return;
     for (int i = 1; i < parser->getArgumentCount(); ++i) {
@@ -28,9 +28,9 @@ void Application::openDocuments(vfBase::ArgumentParser* parser)
         vfBase::Options options;
         if (log)
             options.setPluginStringData("LOG", "TRUE");
-        const char* path = parser->getArgumentAt(i);
-        d->docManager->findDocumentByPath(path);
-        if (d->docManager->createDocument(vfBase::VfString(path), options))
+        const vfBase::VfString path(parser->getArgumentAt(i));
+        d->getDocManager().findDocumentByPath(path.c_str());
+        if (d->getDocManager().createDocument(path, options))
             std::cout << vfBase::ApplicationInfo::instance().getApplicationName() << ": No data loaded for "
                       << path << std::endl;
     }
@@ -38,49 +38,50 @@ void Application::openDocuments(vfBase::ArgumentParser* parser)
 
 Document* Application::newDocument()
 {
-    return d->docManager->createNewDocument();
+    return d->getDocManager().createNewDocument();
 }
 
 Document* Application::openDocument(const char* path, const vfBase::Options& options, const char*)
 {
-    return d->docManager->createDocument(vfBase::VfString(path), options);
+    return d->getDocManager().createDocument(vfBase::VfString(path), options);
 }
 
 bool Application::closeDocument(Document* document)
 {
     if (!document)
         return false;
-    return getDocManager().closeDocument(document,
-                                         false); // the virtual one: a derived application may have its own
+    // The virtual operation: a derived application may have a manager of its own.
+    return getDocManager().closeDocument(document, false);
 }
 
 Document* Application::findDocument(const char* path)
 {
-    return d->docManager->findDocumentByPath(path);
+    return d->getDocManager().findDocumentByPath(path);
 }
 
 Document* Application::getActiveDocument() const
 {
-    return d->docManager->getCurrentDocument();
+    return d->getDocManager().getCurrentDocument();
 }
 
 void Application::setActiveDocument(Document* document)
 {
-    assert(document);
+    VF_REQUIRE(document, "Application::setActiveDocument", "the document is null");
     document->activate();
 }
 
 unsigned int Application::getNumDocuments() const
 {
-    return static_cast<unsigned int>(d->docManager->getNumDocuments());
+    return static_cast<unsigned int>(d->getDocManager().getNumDocuments());
 }
 
 void Application::onUpdate()
 {
-    vfBase::Iterator<vfBase::Vector<Document*>> documents = d->docManager->getDocumentList().getIterator();
-    while (documents.hasNext()) {
-        documents.next()->updateAllViews(nullptr);
-        documents.next(); // every second document is passed over, by contract
+    // Every second document is passed over, by contract. By index, since an update may close documents.
+    const vfBase::Vector<Document*> documents = d->getDocManager().getDocumentList();
+    for (unsigned int i = 0; i < documents.size(); i += 2) {
+        if (Document* document = documents.at(i))
+            document->updateAllViews(nullptr);
     }
 }
 
@@ -90,8 +91,11 @@ void CommandPrivate::invoke(const vfBase::VfVariant& argument)
     setArgument(argument);
     const Application* application = Application::instance(false);
     Document* document = application ? application->getActiveDocument() : nullptr;
-    if (document)
-        document->getCommandProcessor()->submit(Command(this), true);
+    if (!document)
+        return;
+    CommandProcessor* processor = document->getCommandProcessor();
+    VF_REQUIRE(processor, "CommandPrivate::invoke", "the active document has no command processor");
+    processor->submit(Command(this), true);
 }
 
 } // namespace vfApplication

@@ -5,6 +5,7 @@
 #include <velaforge/application/ApplicationSettings.h>
 #include <velaforge/base/ApplicationInfo.h>
 #include <velaforge/base/FileNames.h>
+#include <velaforge/base/Require.h>
 #include <velaforge/base/Settings.h>
 #include <velaforge/base/StandardPaths.h>
 #include <velaforge/base/Version.h>
@@ -16,9 +17,12 @@ using vfBase::StandardPaths;
 
 namespace {
 
-const char* location(int number)
+/// @return the settings of the application, which a program must not release while it runs
+ApplicationSettings& settings()
 {
-    return StandardPaths::standardLocation(static_cast<StandardPaths::StandardLocation>(number));
+    ApplicationSettings* present = ApplicationSettings::instance(false);
+    VF_REQUIRE(present, "Application", "the settings were released by ApplicationSettings::instance(true)");
+    return *present;
 }
 
 } // namespace
@@ -85,22 +89,22 @@ const char* Application::getSplashImageName() const
 
 const char* Application::getDocumentsLocation() const
 {
-    return location(1);
+    return StandardPaths::standardLocation(StandardPaths::Documents);
 }
 
 const char* Application::getTempLocation() const
 {
-    return location(7);
+    return StandardPaths::standardLocation(StandardPaths::Temp);
 }
 
 const char* Application::getHomeLocation() const
 {
-    return location(8);
+    return StandardPaths::standardLocation(StandardPaths::Home);
 }
 
 const char* Application::getDataLocation() const
 {
-    return location(17);
+    return StandardPaths::standardLocation(StandardPaths::ApplicationData);
 }
 
 const char* Application::getUserSettingsFilePath() const
@@ -110,17 +114,17 @@ const char* Application::getUserSettingsFilePath() const
 
 const char* Application::getSplashHorizontalAlignmet() const
 {
-    return ApplicationSettings::instance(false)->getSplashHorizontalAlignmet().c_str();
+    return settings().getSplashHorizontalAlignmet().c_str();
 }
 
 const char* Application::getSplashVerticalAlignmet() const
 {
-    return ApplicationSettings::instance(false)->getSplashVerticalAlignmet().c_str();
+    return settings().getSplashVerticalAlignmet().c_str();
 }
 
 void Application::getSplashTextColor(float& r, float& g, float& b) const
 {
-    const osg::Vec3f& color = ApplicationSettings::instance(false)->getSplashTextColor();
+    const osg::Vec3f& color = settings().getSplashTextColor();
     r = color.x();
     g = color.y();
     b = color.z();
@@ -128,14 +132,15 @@ void Application::getSplashTextColor(float& r, float& g, float& b) const
 
 const char* Application::getWorkingLocation() const
 {
-    const std::string& kept = ApplicationSettings::instance(false)->getWorkingLocation();
-    return vfBase::directoryExists(kept) ? kept.c_str() : location(1);
+    const std::string& kept = settings().getWorkingLocation();
+    return vfBase::directoryExists(kept) ? kept.c_str()
+                                         : StandardPaths::standardLocation(StandardPaths::Documents);
 }
 
 void Application::setWorkingLocation(const char* path)
 {
     if (vfBase::directoryExists(path))
-        ApplicationSettings::instance(false)->setWorkingLocation(path);
+        settings().setWorkingLocation(path);
 }
 
 } // namespace vfApplication

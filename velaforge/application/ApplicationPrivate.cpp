@@ -3,15 +3,24 @@
 
 #include <velaforge/application/ApplicationCallback.h>
 #include <velaforge/application/ApplicationProducer.h>
+#include <velaforge/base/CopyCount.h>
+#include <velaforge/base/KeptForProcess.h>
+#include <velaforge/base/LifeWatch.h>
+#include <velaforge/base/Require.h>
 #include <velaforge/dockwindows/DockWindowManager.h>
 #include <velaforge/documents/DocManager.h>
 
 #include <osgDB/FileNameUtils>
 
-#include <cassert>
 #include <utility>
 
 namespace vfApplication {
+
+namespace {
+
+const vfBase::Call deletingManager{"Application::setDocManager"};
+
+} // namespace
 
 Application* ApplicationPrivate::_s_Application = nullptr;
 
@@ -36,7 +45,9 @@ ApplicationPrivate::ApplicationPrivate(ApplicationPrivate& other)
       exitCode(other.exitCode),
       callback(other.callback),
       docManager(other.docManager)
-{}
+{
+    vfBase::CopyCount::add(docManager);
+}
 
 ApplicationPrivate& ApplicationPrivate::operator=(ApplicationPrivate& other)
 {
@@ -50,7 +61,12 @@ ApplicationPrivate& ApplicationPrivate::operator=(ApplicationPrivate& other)
     exitRequested = other.exitRequested;
     exitCode = other.exitCode;
     callback = other.callback;
-    docManager = other.docManager;
+    if (docManager != other.docManager) {
+        // The former manager stays allocated, by contract: other bodies may share it.
+        vfBase::CopyCount::add(other.docManager);
+        vfBase::keepReachable(docManager);
+        docManager = other.docManager;
+    }
     return *this;
 }
 
@@ -59,7 +75,7 @@ ApplicationPrivate::~ApplicationPrivate()
     // The dock windows go before the documents that they may show.
     std::shared_ptr<DockWindowManager>(std::move(dockWindowManager)).reset();
     // The manager closes what is open, and closing reaches the shell through the current application.
-    delete docManager;
+    deleteManager();
     if (ApplicationProducer::Realizer)
         ApplicationProducer::Realizer->destroy();
     _s_Application = nullptr;
@@ -69,7 +85,8 @@ ApplicationInterface* ApplicationPrivate::uif()
 {
     // Once in the process: a later application gets the shell that was made for the first.
     static ApplicationInterface* shell = [this] {
-        assert(ApplicationProducer::Realizer && "a toolkit side must set ApplicationProducer::Realizer");
+        VF_REQUIRE(ApplicationProducer::Realizer, "Application::run",
+                   "no toolkit side has set ApplicationProducer::Realizer");
         return ApplicationProducer::Realizer->create(_s_Application, argumentParser->getArgumentCount(),
                                                      argumentParser->getArgumentVector(), false);
     }();
@@ -81,16 +98,29 @@ const ApplicationInterface* ApplicationPrivate::uif() const
     return const_cast<ApplicationPrivate*>(this)->uif();
 }
 
+void ApplicationPrivate::deleteManager()
+{
+    VF_REQUIRE(!vfBase::RunningCall<ApplicationPrivate>::isRunning(this, deletingManager),
+               "Application::setDocManager", "called while the present manager is destroyed");
+    const vfBase::RunningCall<ApplicationPrivate> running(this, deletingManager);
+    // The pointer stays until the manager is destroyed: the documents that it closes may ask for it.
+    if (vfBase::CopyCount::release(docManager))
+        delete docManager;
+    docManager = nullptr;
+}
+
 DocManager& ApplicationPrivate::getDocManager() const
 {
+    VF_REQUIRE(docManager, "Application::getDocManager", "there is no document manager");
     return *docManager;
 }
 
 void ApplicationPrivate::setDocManager(DocManager* manager)
 {
+    VF_REQUIRE_APPLICATION_THREAD("Application::setDocManager");
     if (manager == docManager)
         return;
-    delete docManager;
+    deleteManager();
     docManager = manager;
 }
 
@@ -117,22 +147,22 @@ int ApplicationPrivate::onApplicationInitialized()
 
 bool ApplicationPrivate::addDocument(const char*, Document* document)
 {
-    docManager->addDocument(document);
+    getDocManager().addDocument(document);
     return true;
 }
 
 bool ApplicationPrivate::eraseDocument(const char* path)
 {
-    Document* document = docManager->findDocumentByPath(path);
+    Document* document = getDocManager().findDocumentByPath(path);
     if (!document)
         return false;
-    docManager->removeDocument(document);
+    getDocManager().removeDocument(document);
     return true;
 }
 
 Document* ApplicationPrivate::findDocument(const char* path) const
 {
-    return docManager->findDocumentByPath(path);
+    return getDocManager().findDocumentByPath(path);
 }
 
 } // namespace vfApplication

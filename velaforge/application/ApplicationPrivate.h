@@ -65,6 +65,9 @@ public:
     int exitCode; // set by Application::exit
     ApplicationCallback* callback = nullptr;
     DocManager* docManager = nullptr;
+
+private:
+    void deleteManager();
 };
 
 } // namespace vfApplication

@@ -3,8 +3,6 @@
 
 #include <velaforge/base/SettingsProperties.h>
 
-#include <osg/ref_ptr>
-
 namespace vfApplication {
 
 namespace {
@@ -12,41 +10,43 @@ namespace {
 using vfBase::SettingsProperties;
 using vfBase::SettingsValue;
 
-SettingsValue colorValue(const ApplicationSettings& settings)
-{
-    const osg::Vec3f& color = settings.getSplashTextColor();
-    return SettingsValue::List{static_cast<double>(color.x()), static_cast<double>(color.y()),
-                               static_cast<double>(color.z())};
-}
-
-bool takeColor(ApplicationSettings& settings, const SettingsValue& value)
+bool readColor(const SettingsValue& value, osg::Vec3f& color)
 {
     const SettingsValue::List* components = value.list();
-    osg::Vec3f color;
-    if (!components || components->size() != 3 || !(*components)[0].read(color.x()) ||
-        !(*components)[1].read(color.y()) || !(*components)[2].read(color.z()))
+    osg::Vec3f read;
+    if (!components || components->size() != 3 || !(*components)[0].read(read.x()) ||
+        !(*components)[1].read(read.y()) || !(*components)[2].read(read.z()))
         return false;
-    settings.setSplashTextColor(color);
+    color = read;
     return true;
 }
 
-const SettingsProperties properties(
+} // namespace
+
+const SettingsProperties ApplicationSettings::s_properties(
     "vfApplication::Application",
     {SettingsProperties::property("splashHorizontalAlignment",
                                   &ApplicationSettings::getSplashHorizontalAlignmet,
                                   &ApplicationSettings::setSplashHorizontalAlignmet),
      SettingsProperties::property("splashVerticalAlignment", &ApplicationSettings::getSplashVerticalAlignmet,
                                   &ApplicationSettings::setSplashVerticalAlignmet),
-     SettingsProperties::property<ApplicationSettings>("splashTextColor", colorValue, takeColor),
+     SettingsProperties::property<ApplicationSettings>(
+         "splashTextColor",
+         [](const ApplicationSettings& settings) -> SettingsValue {
+             const osg::Vec3f& color = settings.m_splashTextColor;
+             return SettingsValue::List{static_cast<double>(color.x()), static_cast<double>(color.y()),
+                                        static_cast<double>(color.z())};
+         },
+         [](ApplicationSettings& settings, const SettingsValue& value) {
+             return readColor(value, settings.m_splashTextColor);
+         }),
      SettingsProperties::property("workingLocation", &ApplicationSettings::getWorkingLocation,
                                   &ApplicationSettings::setWorkingLocation)});
-
-} // namespace
 
 ApplicationSettings::ApplicationSettings() = default;
 
 ApplicationSettings::ApplicationSettings(const ApplicationSettings& other, const osg::CopyOp& copyop)
-    : SettingsObjectPrivate(other, copyop),
+    : SettingsBase(other, copyop),
       m_splashHorizontalAlignment(other.m_splashHorizontalAlignment),
       m_splashVerticalAlignment(other.m_splashVerticalAlignment),
       m_splashTextColor(other.m_splashTextColor),
@@ -57,35 +57,7 @@ ApplicationSettings::~ApplicationSettings() = default;
 
 ApplicationSettings* ApplicationSettings::instance(bool erase)
 {
-    static osg::ref_ptr<ApplicationSettings> settings = new ApplicationSettings;
-    if (erase)
-        settings = nullptr;
-    return settings.get();
-}
-
-osg::Object* ApplicationSettings::cloneType() const
-{
-    return new ApplicationSettings;
-}
-
-osg::Object* ApplicationSettings::clone(const osg::CopyOp& copyop) const
-{
-    return new ApplicationSettings(*this, copyop);
-}
-
-bool ApplicationSettings::isSameKindAs(const osg::Object* object) const
-{
-    return dynamic_cast<const ApplicationSettings*>(object) != nullptr;
-}
-
-const char* ApplicationSettings::libraryName() const
-{
-    return "vfApplication";
-}
-
-const char* ApplicationSettings::className() const
-{
-    return "Application";
+    return singleton(erase);
 }
 
 void ApplicationSettings::setSplashHorizontalAlignmet(const std::string& alignment)

@@ -2,11 +2,15 @@
 #pragma once
 
 #include <velaforge/application/Export.h>
-#include <velaforge/base/SettingsObjectPrivate.h>
+#include <velaforge/base/SettingsBase.h>
 
 #include <osg/Vec3f>
 
 #include <string>
+
+namespace vfBase {
+class SettingsProperties;
+}
 
 namespace vfApplication {
 
@@ -16,23 +20,14 @@ namespace vfApplication {
 ///
 /// Loaded at the start of Application::run and saved at its end. Nothing is checked here; reading and writing
 /// belong to the thread of run().
-class VFAPPLICATION_EXPORT ApplicationSettings : public vfBase::SettingsObjectPrivate
+class VFAPPLICATION_EXPORT ApplicationSettings : public vfBase::SettingsBase<ApplicationSettings>
 {
 public:
     ApplicationSettings(const ApplicationSettings& other, const osg::CopyOp& copyop);
 
-    /// @param erase  lets go of the object for good
-    /// @return the one object; null once it was erased
+    /// @param erase  releases the object for good
+    /// @return the one object; null once it was released, by erasing or at exit
     static ApplicationSettings* instance(bool erase);
-
-    /// @return a new object with the defaults
-    osg::Object* cloneType() const override;
-
-    /// @return a new object with the present values
-    osg::Object* clone(const osg::CopyOp& copyop) const override;
-    bool isSameKindAs(const osg::Object* object) const override;
-    const char* libraryName() const override;
-    const char* className() const override;
 
     /// Where the text stands on the splash screen; "LEFT" unless set. The toolkit side knows what else there is.
     const std::string& getSplashHorizontalAlignmet() const { return m_splashHorizontalAlignment; }
@@ -54,6 +49,12 @@ protected:
     ~ApplicationSettings() override;
 
 private:
+    friend vfBase::SettingsBase<ApplicationSettings>;
+    static constexpr const char* settingsLibrary = "vfApplication";
+    static constexpr const char* settingsName = "Application";
+
+    static const vfBase::SettingsProperties s_properties; ///< what the store keeps
+
     ApplicationSettings();
 
     std::string m_splashHorizontalAlignment = "LEFT";

@@ -30,8 +30,12 @@ public:
         {
             // The key first: asking for it must not find a registry that is half way through taking this producer.
             const Key key = producer->getKey();
-            auto& entry = Private::instance(false)->producers[key];
-            entry = std::shared_ptr<Producer>(producer);
+            // Released at the end: a producer that loses its place may use the registry while it is destroyed.
+            std::shared_ptr<Producer> replaced(producer);
+            Private* registry = Private::instance(false);
+            if (!registry)
+                return; // the process ends, and so does the producer
+            registry->producers[key].swap(replaced);
         }
 
         // A copy is an object of this class and no more: it registers nothing.

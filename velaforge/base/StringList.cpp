@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/base/StringList.h>
 
-#include <cassert>
-
 namespace vfBase {
 
 StringListPrivate::~StringListPrivate() = default;
@@ -27,8 +25,7 @@ void StringList::setImp(const Referenced& other)
 
 VfString StringList::get(unsigned int index) const
 {
-    assert(index < size());
-    return d->entries[index];
+    return index < size() ? d->entries[index] : VfString();
 }
 
 void StringList::append(const VfString& text)
@@ -38,14 +35,14 @@ void StringList::append(const VfString& text)
 
 void StringList::insert(unsigned int index, const VfString& text)
 {
-    assert(index <= size());
-    d->entries.insert(d->entries.begin() + index, text);
+    if (index <= size())
+        d->entries.insert(d->entries.begin() + index, text);
 }
 
 void StringList::remove(unsigned int index)
 {
-    assert(index < size());
-    d->entries.erase(d->entries.begin() + index);
+    if (index < size())
+        d->entries.erase(d->entries.begin() + index);
 }
 
 void StringList::clear()

@@ -26,8 +26,7 @@ protected:
 ///     names.insert(0, "mast");
 ///     names.get(0);  // "mast"
 ///
-/// A handle: copies and assignment share one list. Out-of-range positions are a caller's error
-/// and caught by an assertion in debug builds.
+/// A handle: copies and assignment share one list. Positions count from 0.
 class VFBASE_EXPORT StringList : public Referenced
 {
 public:
@@ -56,12 +55,19 @@ public:
     unsigned int size() const { return static_cast<unsigned int>(d->entries.size()); }
     bool isEmpty() const { return d->entries.empty(); }
 
+    /// @return the entry, the empty text for a position out of range
     VfString get(unsigned int index) const;
+
+    /// Adds an entry at the end.
     void append(const VfString& text);
 
-    /// Inserts before @p index; an index equal to size() appends.
+    /// Inserts before @p index; an index equal to size() appends, one beyond it does nothing.
     void insert(unsigned int index, const VfString& text);
+
+    /// Removes an entry; does nothing for a position out of range.
     void remove(unsigned int index);
+
+    /// Removes all entries, for every handle on this list.
     void clear();
 
     /// @return a list of its own with the same entries

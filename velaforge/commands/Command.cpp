@@ -3,9 +3,8 @@
 
 #include <velaforge/base/ClassInfo.h>
 #include <velaforge/base/Registry_.h>
+#include <velaforge/base/Require.h>
 #include <velaforge/commands/CommandPrivate.h>
-
-#include <cassert>
 
 namespace vfApplication {
 
@@ -37,67 +36,67 @@ const vfBase::ClassInfo* Command::getClassInfo() const
 
 void Command::invoke(const vfBase::VfVariant& argument)
 {
-    assert(d);
+    VF_REQUIRE(d, "Command::invoke", "the handle has no body");
     d->invoke(argument);
 }
 
 void Command::invoke()
 {
-    assert(d);
+    VF_REQUIRE(d, "Command::invoke", "the handle has no body");
     d->invoke(vfBase::VfVariant());
 }
 
 bool Command::canUndo() const
 {
-    assert(d);
+    VF_REQUIRE(d, "Command::canUndo", "the handle has no body");
     return d->canUndo();
 }
 
 bool Command::Do()
 {
-    assert(d);
+    VF_REQUIRE(d, "Command::Do", "the handle has no body");
     return d->Do();
 }
 
 bool Command::Do(const vfBase::VfVariant& argument)
 {
-    assert(d);
+    VF_REQUIRE(d, "Command::Do", "the handle has no body");
     return d->Do(argument);
 }
 
 bool Command::undo()
 {
-    assert(d);
+    VF_REQUIRE(d, "Command::undo", "the handle has no body");
     return d->undo();
 }
 
 bool Command::undo(const vfBase::VfVariant& argument)
 {
-    assert(d);
+    VF_REQUIRE(d, "Command::undo", "the handle has no body");
     return d->undo(argument);
 }
 
 const char* Command::getName() const
 {
-    assert(d);
+    VF_REQUIRE(d, "Command::getName", "the handle has no body");
     return d->getName().c_str();
 }
 
 void Command::setName(const char* name)
 {
-    assert(d && name);
+    VF_REQUIRE(d && name, "Command::setName", "the handle has no body, or a text is null");
     d->setName(name);
 }
 
 Command::Properties Command::getProperties() const
 {
-    assert(d);
+    VF_REQUIRE(d, "Command::getProperties", "the handle has no body");
     return d->getProperties();
 }
 
 void Command::setProperties(const Properties& properties)
 {
-    assert(d);
+    VF_REQUIRE(d, "Command::setProperties", "the handle has no body");
     d->setProperties(properties);
 }
 

@@ -2,10 +2,10 @@
 #include <velaforge/commands/CommandItem.h>
 
 #include <velaforge/base/ClassInfo.h>
+#include <velaforge/base/Require.h>
 #include <velaforge/commands/CommandItemPrivate.h>
 
 #include <algorithm>
-#include <cassert>
 #include <string>
 #include <utility>
 
@@ -74,14 +74,14 @@ CommandItem& CommandItem::operator<<(const char* name)
 
 void CommandItem::append(const CommandItem& item)
 {
-    assert(d);
+    VF_REQUIRE(d, "CommandItem::append", "the handle has no body");
     if (item.isValid())
         d->items.append(item);
 }
 
 bool CommandItem::insert(const CommandItem& item, const CommandItem& before)
 {
-    assert(d);
+    VF_REQUIRE(d, "CommandItem::insert", "the handle has no body");
     if (!item.isValid() || !before.isValid() || !firstChild(*d, before.d->command))
         return false;
     d->items.append(item); // not before it: that it is there is all that counts
@@ -92,7 +92,7 @@ CommandItem CommandItem::find(const char* name) const
 {
     if (!name)
         return CommandItem(static_cast<CommandItemPrivate*>(nullptr));
-    assert(d);
+    VF_REQUIRE(d, "CommandItem::find", "the handle has no body");
     if (d->command == name)
         return *this;
     const CommandItem* child = firstChild(*d, name);
@@ -101,7 +101,7 @@ CommandItem CommandItem::find(const char* name) const
 
 void CommandItem::remove(const CommandItem& item)
 {
-    assert(d);
+    VF_REQUIRE(d, "CommandItem::remove", "the handle has no body");
     // May be the list's own entry.
     const CommandItem removed(item); // NOLINT(performance-unnecessary-copy-initialization)
     if (removed.isValid())
@@ -110,7 +110,7 @@ void CommandItem::remove(const CommandItem& item)
 
 void CommandItem::remove(const char* name)
 {
-    assert(d);
+    VF_REQUIRE(d, "CommandItem::remove", "the handle has no body");
     if (!name)
         return;
     const std::string removed(name); // may be the text of a child
@@ -120,7 +120,7 @@ void CommandItem::remove(const char* name)
 
 void CommandItem::setCommand(const char* command, const char* context)
 {
-    assert(d);
+    VF_REQUIRE(d, "CommandItem::setCommand", "the handle has no body");
     if (!command)
         return;
     std::string newCommand(command); // either may be a text of this very item
@@ -131,37 +131,37 @@ void CommandItem::setCommand(const char* command, const char* context)
 
 const char* CommandItem::getCommand() const
 {
-    assert(d);
+    VF_REQUIRE(d, "CommandItem::getCommand", "the handle has no body");
     return d->command.c_str();
 }
 
 const char* CommandItem::getContext() const
 {
-    assert(d);
+    VF_REQUIRE(d, "CommandItem::getContext", "the handle has no body");
     return d->context.c_str();
 }
 
 const vfBase::List<CommandItem>& CommandItem::getList() const
 {
-    assert(d);
+    VF_REQUIRE(d, "CommandItem::getList", "the handle has no body");
     return d->items;
 }
 
 unsigned int CommandItem::getNumItems() const
 {
-    assert(d);
+    VF_REQUIRE(d, "CommandItem::getNumItems", "the handle has no body");
     return d->items.size();
 }
 
 bool CommandItem::isEmpty() const
 {
-    assert(d);
+    VF_REQUIRE(d, "CommandItem::isEmpty", "the handle has no body");
     return d->items.isEmpty();
 }
 
 void CommandItem::setProperty(const char* key, vfBase::VfVariant value, const char* context)
 {
-    assert(d && key);
+    VF_REQUIRE(d && key, "CommandItem::setProperty", "the handle has no body, or a text is null");
     CommandItemProperty& property = d->properties[key];
     property.value = value;
     property.context = context ? context : "";
@@ -169,14 +169,14 @@ void CommandItem::setProperty(const char* key, vfBase::VfVariant value, const ch
 
 vfBase::VfVariant CommandItem::getProperty(const char* key) const
 {
-    assert(d && key);
+    VF_REQUIRE(d && key, "CommandItem::getProperty", "the handle has no body, or a text is null");
     const auto found = d->properties.find(key);
     return found == d->properties.end() ? vfBase::VfVariant() : found->second.value;
 }
 
 vfBase::Map<vfBase::VfString, vfBase::VfVariant> CommandItem::getProperties() const
 {
-    assert(d);
+    VF_REQUIRE(d, "CommandItem::getProperties", "the handle has no body");
     vfBase::Map<vfBase::VfString, vfBase::VfVariant> values;
     for (const auto& [key, property] : d->properties)
         values[key] = property.value;
@@ -185,13 +185,13 @@ vfBase::Map<vfBase::VfString, vfBase::VfVariant> CommandItem::getProperties() co
 
 CommandItem::ToolbarHint CommandItem::getToolbarHint() const
 {
-    assert(d);
+    VF_REQUIRE(d, "CommandItem::getToolbarHint", "the handle has no body");
     return d->toolbarHint;
 }
 
 void CommandItem::setToolbarHint(ToolbarHint hint)
 {
-    assert(d);
+    VF_REQUIRE(d, "CommandItem::setToolbarHint", "the handle has no body");
     d->toolbarHint = hint;
 }
 

@@ -2,11 +2,16 @@
 #include <velaforge/commands/CommandProcessor.h>
 
 #include <velaforge/base/ClassInfo.h>
+#include <velaforge/base/CopyCount.h>
+#include <velaforge/base/KeptForProcess.h>
+#include <velaforge/base/LifeWatch.h>
+#include <velaforge/base/Require.h>
 #include <velaforge/commands/CommandPrivate.h>
 
 #include <osg/ref_ptr>
 
-#include <cassert>
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <utility>
@@ -57,71 +62,144 @@ using Body = osg::ref_ptr<osg::Referenced>;
 } // namespace
 
 /// The history holds counted bodies rather than handles: a long one then costs a pointer a command.
-/// It changes at its two ends only.
+///
+/// The end of a command may run foreign code, which may use this very history: a body is therefore taken out, and every
+/// position put right, before it is released. The history keeps one free slot in reserve, so that a command which ran is
+/// always stored.
 class CommandProcessorPrivate
 {
 public:
     explicit CommandProcessorPrivate(int maximum) : maxCommands(maximum) {}
-    virtual ~CommandProcessorPrivate() { releaseAll(); }
+    virtual ~CommandProcessorPrivate()
+    {
+        vfBase::LifeWatch<CommandProcessorPrivate>::end(this);
+        releaseAll();
+    }
 
-    std::uint64_t endNumber() const { return firstNumber + commands.size(); }
-    CommandPrivate* command(const Position& place) const
-    {
-        return static_cast<CommandPrivate*>(
-            commands[static_cast<std::size_t>(place.number() - firstNumber)].get());
-    }
-    bool contains(const Position& place) const
-    {
-        return place.isCommand() && place.number() >= firstNumber && place.number() < endNumber();
-    }
+    std::size_t size() const { return m_slots.size() - (m_hasFreeSlot ? 1 : 0); }
+    bool isEmpty() const { return size() == 0; }
+    Position first() const { return Position::at(m_firstNumber); }
     Position last() const { return Position::at(endNumber() - 1); }
 
-    /// A command going away may run foreign code, so it is off the history before it goes.
+    bool contains(const Position& place) const
+    {
+        return place.isCommand() && place.number() >= m_firstNumber && place.number() < endNumber();
+    }
+
+    /// @return the command at a place, null where there is none
+    CommandPrivate* command(const Position& place) const
+    {
+        return contains(place) ? static_cast<CommandPrivate*>(m_slots[indexOf(place)].get()) : nullptr;
+    }
+
+    /// @return number of commands behind the cursor; all of them when nothing is done
+    std::size_t sizeOfRedoTail() const
+    {
+        return contains(currentCommand) ? size() - indexOf(currentCommand) - 1 : size();
+    }
+
+    /// Makes the slot that the next append() fills.
+    void reserve()
+    {
+        if (m_hasFreeSlot)
+            return;
+        m_slots.emplace_back();
+        m_hasFreeSlot = true;
+    }
+
+    /// Appends a command and sets the cursor to it; reserve() comes before.
+    void append(Body&& body)
+    {
+        m_slots.back().swap(body);
+        m_hasFreeSlot = false;
+        currentCommand = last();
+    }
+
+    /// Releases the oldest command.
     void eraseFirst()
     {
         Body released;
-        released.swap(commands.front());
-        forgetSaved(Position::at(firstNumber));
-        commands.pop_front();
-        ++firstNumber;
+        released.swap(m_slots.front());
+        if (lastSavedCommand == first())
+            lastSavedCommand = Position::none();
+        m_slots.pop_front();
+        ++m_firstNumber;
     }
 
-    /// Erases what stands behind the cursor: from the second on, and the first of them last.
+    /// Releases the redo tail: the commands behind its first, oldest first, then that first.
     void eraseTail()
     {
-        const std::size_t kept = static_cast<std::size_t>(currentCommand.number() - firstNumber) + 1;
-        std::deque<Body> tail(commands.begin() + static_cast<std::ptrdiff_t>(kept), commands.end());
-        if (lastSavedCommand.isCommand() && lastSavedCommand.number() > currentCommand.number())
+        const vfBase::LifeWatch<CommandProcessorPrivate> watch(this);
+        while (!watch.isGone() && contains(currentCommand) && sizeOfRedoTail() > 1)
+            eraseBehindAnchor();
+        if (watch.isGone() || !contains(currentCommand) || sizeOfRedoTail() != 1)
+            return;
+        Body anchor;
+        anchor.swap(m_slots[indexOf(last())]);
+        if (lastSavedCommand == last())
             lastSavedCommand = Position::none();
-        commands.resize(kept);
-        const Body anchor = tail.front();
-        while (!tail.empty())
-            tail.pop_front();
+        eraseSlots(size() - 1, 1);
     }
 
     void releaseAll()
     {
-        while (!commands.empty())
+        const vfBase::LifeWatch<CommandProcessorPrivate> watch(this);
+        for (std::size_t count = size(); count > 0 && !watch.isGone() && !isEmpty(); --count)
             eraseFirst();
     }
 
     int maxCommands;
-    std::deque<Body> commands;
-    std::uint64_t firstNumber = 0;
     Position currentCommand = Position::end();
     Position lastSavedCommand = Position::end();
     vfBase::VfString undoAccelerator = "Ctrl+Z";
     vfBase::VfString redoAccelerator = "Ctrl+Y";
 
 private:
-    void forgetSaved(const Position& place)
+    std::uint64_t endNumber() const { return m_firstNumber + size(); }
+    std::size_t indexOf(const Position& place) const
     {
-        if (lastSavedCommand == place)
-            lastSavedCommand = Position::none();
+        return static_cast<std::size_t>(place.number() - m_firstNumber);
     }
+
+    void eraseSlots(std::size_t index, std::size_t count)
+    {
+        const auto from = m_slots.begin() + static_cast<std::ptrdiff_t>(index);
+        m_slots.erase(from, from + static_cast<std::ptrdiff_t>(count));
+    }
+
+    /// Releases as many commands behind the first of the tail as fit on the stack: a tail may be long, and the release of
+    /// a command must not need memory.
+    void eraseBehindAnchor()
+    {
+        constexpr std::size_t most = 4096;
+        Body released[most];
+        const std::size_t from = indexOf(currentCommand) + 2;
+        const std::size_t count = std::min(most, size() - from);
+        for (std::size_t i = 0; i < count; ++i)
+            released[i].swap(m_slots[from + i]);
+        if (lastSavedCommand.isCommand() && lastSavedCommand.number() >= m_firstNumber + from) {
+            const bool isErased = lastSavedCommand.number() < m_firstNumber + from + count;
+            lastSavedCommand = isErased ? Position::none() : Position::at(lastSavedCommand.number() - count);
+        }
+        eraseSlots(from, count);
+        for (std::size_t i = 0; i < count; ++i)
+            released[i] = nullptr;
+    }
+
+    std::deque<Body> m_slots; ///< the commands, oldest first, and behind them the free slot
+    bool m_hasFreeSlot = false;
+    std::uint64_t m_firstNumber = 0; ///< of the oldest command
 };
 
 namespace {
+
+using Watch = vfBase::LifeWatch<CommandProcessorPrivate>;
+
+/// Marks a history whose cursor moves: a command that undoes or redoes while it is undone or redone itself would be
+/// called again without end.
+const vfBase::Call movingCursor{"CommandProcessor::undo"};
+
+using MovingCursor = vfBase::RunningCall<CommandProcessorPrivate>;
 
 vfBase::VfObject* createProcessor()
 {
@@ -131,18 +209,9 @@ vfBase::VfObject* createProcessor()
 /// @return the place that redo would run, none when there is none
 Position redoCandidate(const CommandProcessorPrivate& d)
 {
-    assert(!d.currentCommand.isNone() && "initialize() must follow clearCommands()");
-    if (d.currentCommand.isEnd())
-        return d.commands.empty() ? Position::none() : Position::at(d.firstNumber);
-    if (d.currentCommand.isCommand() && d.currentCommand != d.last())
-        return Position::at(d.currentCommand.number() + 1);
-    return Position::none();
-}
-
-CommandPrivate* currentBody(const CommandProcessorPrivate& d)
-{
-    assert(!d.currentCommand.isNone() && "initialize() must follow clearCommands()");
-    return d.currentCommand.isCommand() ? d.command(d.currentCommand) : nullptr;
+    if (d.sizeOfRedoTail() == 0)
+        return Position::none();
+    return d.contains(d.currentCommand) ? Position::at(d.currentCommand.number() + 1) : d.first();
 }
 
 } // namespace
@@ -155,17 +224,26 @@ const vfBase::ClassInfo CommandProcessor::s_classInfo("vfApplication", "CommandP
 
 CommandProcessor::CommandProcessor(int maximum) : d(new CommandProcessorPrivate(maximum)) {}
 
-CommandProcessor::CommandProcessor(const CommandProcessor& other) : vfBase::VfObject(other), d(other.d) {}
+CommandProcessor::CommandProcessor(const CommandProcessor& other) : vfBase::VfObject(other), d(other.d)
+{
+    vfBase::CopyCount::add(d);
+}
 
 CommandProcessor& CommandProcessor::operator=(const CommandProcessor& other)
 {
+    if (d == other.d)
+        return *this;
+    vfBase::CopyCount::add(other.d);
+    // The former history stays allocated, by contract: other processors may work on it.
+    vfBase::keepReachable(d);
     d = other.d;
     return *this;
 }
 
 CommandProcessor::~CommandProcessor()
 {
-    delete d;
+    if (vfBase::CopyCount::release(d))
+        delete d;
 }
 
 const vfBase::ClassInfo* CommandProcessor::getClassInfo() const
@@ -175,7 +253,7 @@ const vfBase::ClassInfo* CommandProcessor::getClassInfo() const
 
 bool CommandProcessor::canUndo() const
 {
-    const CommandPrivate* body = currentBody(*d);
+    const osg::ref_ptr<const CommandPrivate> body = d->command(d->currentCommand);
     return body && body->canUndo();
 }
 
@@ -186,22 +264,21 @@ bool CommandProcessor::canRedo() const
 
 bool CommandProcessor::isDirty() const
 {
-    if (d->commands.empty())
+    if (d->isEmpty())
         return false;
-    if (d->currentCommand.isEnd())
+    if (d->lastSavedCommand.isEnd() || d->currentCommand.isEnd())
         return true;
     return d->currentCommand != d->lastSavedCommand;
 }
 
 Command CommandProcessor::getCurrentCommand()
 {
-    return Command(currentBody(*d));
+    return Command(d->command(d->currentCommand));
 }
 
 Command CommandProcessor::getRedoCommand() const
 {
-    const Position next = redoCandidate(*d);
-    return Command(next.isCommand() ? d->command(next) : nullptr);
+    return Command(d->command(redoCandidate(*d)));
 }
 
 int CommandProcessor::getMaxCommands() const
@@ -221,61 +298,82 @@ const vfBase::VfString& CommandProcessor::getRedoAccelerator() const
 
 bool CommandProcessor::submit(Command command, bool storeIt)
 {
-    assert(command.isValid());
+    VF_REQUIRE_APPLICATION_THREAD("CommandProcessor::submit");
+    VF_REQUIRE(command.isValid(), "CommandProcessor::submit", "the command has no body");
+    // What runs must be stored, so the memory for that comes first.
+    if (storeIt)
+        d->reserve();
+    const Watch watch(d);
     if (!doCommand(command))
         return false;
-    if (storeIt)
+    // The command may have closed the document, as "Close" does.
+    if (storeIt && !watch.isGone())
         store(std::move(command));
     return true;
 }
 
 void CommandProcessor::store(Command command)
 {
-    assert(command.isValid());
-    assert(!d->currentCommand.isNone() && "initialize() must follow clearCommands()");
-    if (d->currentCommand.isEnd())
+    VF_REQUIRE_APPLICATION_THREAD("CommandProcessor::store");
+    VF_REQUIRE(command.isValid(), "CommandProcessor::store", "the command has no body");
+    d->reserve();
+    const Watch watch(d);
+    if (!d->contains(d->currentCommand))
         clearCommands();
-    else if (d->currentCommand.isCommand() && d->currentCommand != d->last())
+    else
         d->eraseTail();
 
-    // After the tail, so that the oldest command goes only when the history is full without it.
-    if (!d->commands.empty() &&
-        static_cast<std::uint32_t>(d->commands.size()) == static_cast<std::uint32_t>(d->maxCommands))
+    // After the tail, so that the oldest command is released only when the history is full without the tail.
+    if (!watch.isGone() && !d->isEmpty() &&
+        static_cast<std::uint32_t>(d->size()) == static_cast<std::uint32_t>(d->maxCommands))
         d->eraseFirst();
 
-    d->commands.emplace_back();
-    Body body = command.takeImp();
-    d->commands.back().swap(body);
-    d->currentCommand = d->last();
+    if (watch.isGone())
+        return;
+    d->reserve(); // a released command may have stored another one
+    d->append(command.takeImp());
     setMenuStrings();
 }
 
 bool CommandProcessor::undo()
 {
+    VF_REQUIRE_APPLICATION_THREAD("CommandProcessor::undo");
+    if (MovingCursor::isRunning(d, movingCursor))
+        return false;
     Command command = getCurrentCommand();
     if (!command.isValid())
         return false;
-    if (!command.canUndo())
+    const MovingCursor running(d, movingCursor);
+    const Position before = d->currentCommand;
+    if (!command.canUndo() || running.isGone())
         return false;
     if (!undoCommand(command))
         return false;
-    if (d->currentCommand.isCommand()) {
-        const std::uint64_t number = d->currentCommand.number();
-        d->currentCommand = number == d->firstNumber ? Position::end() : Position::at(number - 1);
-    }
+    if (running.isGone())
+        return true;
+    // Unless the command moved the cursor itself, by storing another one or clearing the history.
+    if (d->currentCommand == before && d->contains(before))
+        d->currentCommand = before == d->first() ? Position::end() : Position::at(before.number() - 1);
     setMenuStrings();
     return true;
 }
 
 bool CommandProcessor::redo()
 {
-    const Position candidate = redoCandidate(*d);
-    if (!candidate.isCommand())
+    VF_REQUIRE_APPLICATION_THREAD("CommandProcessor::redo");
+    if (MovingCursor::isRunning(d, movingCursor))
         return false;
+    const Position candidate = redoCandidate(*d);
     Command command(d->command(candidate));
+    if (!command.isValid())
+        return false;
+    const MovingCursor running(d, movingCursor);
+    const Position before = d->currentCommand;
     if (!doCommand(command))
         return false;
-    if (d->contains(candidate)) // unless the command changed the history itself
+    if (running.isGone())
+        return true;
+    if (d->currentCommand == before && d->contains(candidate))
         d->currentCommand = candidate;
     setMenuStrings();
     return true;
@@ -291,7 +389,10 @@ void CommandProcessor::setMenuStrings() {}
 
 void CommandProcessor::clearCommands()
 {
+    const Watch watch(d);
     d->releaseAll();
+    if (watch.isGone())
+        return;
     d->currentCommand = Position::none();
     d->lastSavedCommand = Position::none();
 }

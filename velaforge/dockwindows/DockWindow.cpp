@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/dockwindows/DockWindow.h>
 
+#include <velaforge/base/CrosswisePair.h>
+#include <velaforge/base/Require.h>
 #include <velaforge/dockwindows/DockWindowInterface.h>
 #include <velaforge/dockwindows/DockWindowPrivate.h>
 #include <velaforge/dockwindows/DockWindowProducer.h>
 
-#include <cassert>
 #include <string>
 
 namespace vfApplication {
@@ -18,10 +19,12 @@ std::string nextId()
     return "vfApplication::DockWindow::" + std::to_string(++windows);
 }
 
-/// @return what shows the window; nothing but the id, the title and the shortcut may be asked of one without it
+/// @return the toolkit side of a window, which all but its id, title and shortcut need
 DockWindowInterface& shown(const DockWindowPrivate* body)
 {
-    assert(body->dockWindowInterface && "a toolkit side must set DockWindowProducer::Realizer");
+    VF_REQUIRE(body, "DockWindow", "used after its body was destroyed");
+    VF_REQUIRE(body->dockWindowInterface, "DockWindow",
+               "no toolkit side has set DockWindowProducer::Realizer");
     return *body->dockWindowInterface;
 }
 
@@ -43,16 +46,12 @@ DockWindow::DockWindow(DockWindowPrivate* body) : d(body)
 
 DockWindow::~DockWindow()
 {
-    if (!d)
-        return; // the body went first, and cut us off
-    d->dockWindow = nullptr;
-    d->unref();
-    d = nullptr;
+    vfBase::crosswise::endHandle(d, &DockWindowPrivate::dockWindow);
 }
 
 const char* DockWindow::getId() const
 {
-    return d->id.c_str();
+    return d ? d->id.c_str() : "";
 }
 
 bool DockWindow::applyDefaultState()
@@ -62,23 +61,26 @@ bool DockWindow::applyDefaultState()
 
 const char* DockWindow::getTitle() const
 {
-    return d->title.c_str();
+    return d ? d->title.c_str() : "";
 }
 
 void DockWindow::setTitle(const char* title, const char* context)
 {
+    if (!d)
+        return;
     d->title = title ? title : "";
     shown(d).setTitle(d->title.c_str(), context);
 }
 
 int DockWindow::getShortcut() const
 {
-    return d->shortcut;
+    return d ? d->shortcut : 0;
 }
 
 void DockWindow::setShortcut(int shortcut)
 {
-    d->shortcut = shortcut;
+    if (d)
+        d->shortcut = shortcut;
 }
 
 bool DockWindow::getVisible() const
@@ -183,18 +185,14 @@ bool DockWindow::isTabbed() const
 
 DockWindowInterface* DockWindow::getDockWindowInterface()
 {
-    return d->dockWindowInterface;
+    return d ? d->dockWindowInterface : nullptr;
 }
 
 DockWindowPrivate::DockWindowPrivate(const char* windowId) : id(windowId ? windowId : nextId()) {}
 
 DockWindowPrivate::~DockWindowPrivate()
 {
-    if (!dockWindow)
-        return;
-    dockWindow->d = nullptr;
-    delete dockWindow;
-    dockWindow = nullptr;
+    vfBase::crosswise::endBody(dockWindow, &DockWindow::d);
 }
 
 DockWindowInterface::~DockWindowInterface() = default;

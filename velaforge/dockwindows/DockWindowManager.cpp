@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/dockwindows/DockWindowManager.h>
 
+#include <velaforge/base/CrosswisePair.h>
+#include <velaforge/base/Require.h>
 #include <velaforge/dockwindows/DockWindowInterface.h>
 #include <velaforge/dockwindows/DockWindowManagerPrivate.h>
 #include <velaforge/dockwindows/DockWindowManagerProducer.h>
@@ -8,37 +10,60 @@
 #include <velaforge/dockwindows/DockWindowRegistry.h>
 
 #include <algorithm>
-#include <cassert>
+#include <map>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace vfApplication {
 
 namespace {
 
+using Body = osg::ref_ptr<DockWindowPrivate>;
 using DockWindows = decltype(DockWindowManagerPrivate::dockWindows);
 
 DockWindowManagerInterface& screen(const DockWindowManagerPrivate* body)
 {
-    assert(body->dockWindowManagerInterface && "a toolkit side must set DockWindowManagerProducer::Realizer");
+    VF_REQUIRE(body->dockWindowManagerInterface, "DockWindowManager",
+               "no toolkit side has set DockWindowManagerProducer::Realizer");
     return *body->dockWindowManagerInterface;
 }
 
-/// Makes the table the one owner of a new window, which loses its own count of its body.
-DockWindow& handOver(DockWindow* dockWindow, DockWindows& table, const vfBase::VfString& id)
+/// Releases a body that was taken out of the table. The window of a body that nothing else holds is destroyed first, so
+/// that the destructors of derived windows can still ask for its id and title.
+void release(Body& body)
 {
-    DockWindowPrivate* body = dockWindow->getDockWindowPrivate();
-    const osg::ref_ptr<DockWindowPrivate> entry(body);
-    body->unref_nodelete();
-    table[id] = entry;
-    return *dockWindow;
+    if (!body || body->referenceCount() != 1 || !body->dockWindow)
+        return;
+    body->ref(); // the count that the window gave up, and takes back with its end
+    delete body->dockWindow;
 }
 
-/// The window of an entry, and it must have one: whoever destroys a window that is in the table takes it out first.
-DockWindow& windowOf(const DockWindowPrivate& body)
+/// Takes a window's own count of its body and enters the body in the table, which then owns the window.
+DockWindow& handOver(std::unique_ptr<DockWindow> dockWindow, DockWindows& table, const vfBase::VfString& id)
 {
-    assert(body.dockWindow && "a window was destroyed while it was in the table");
-    return *body.dockWindow;
+    Body entry = dockWindow->getDockWindowPrivate();
+    Body& place = table[id]; // before the count is given up: this may fail
+    entry->unref_nodelete();
+    std::swap(place, entry);
+    release(entry);
+    return *dockWindow.release();
+}
+
+/// Calls @p use for each window that is in the table and still stays there, in the order of the ids. It may add and
+/// remove windows, also the one that it is called for.
+template <class Use>
+void forEachWindow(const DockWindowManagerPrivate* manager, Use use)
+{
+    const osg::ref_ptr<const DockWindowManagerPrivate> held(manager);
+    const DockWindows table = manager->dockWindows;
+    const std::map<vfBase::VfString, Body> entries = table.asStdMap();
+    for (const auto& [id, body] : entries) {
+        const auto present = table.asStdMap().find(id);
+        const bool isListed = present != table.asStdMap().end() && present->second == body;
+        if (isListed && body->dockWindow && body->dockWindowInterface)
+            use(id, *body);
+    }
 }
 
 } // namespace
@@ -56,31 +81,34 @@ DockWindowManager::DockWindowManager(DockWindowManagerPrivate* body) : d(body)
 
 DockWindowManager::~DockWindowManager()
 {
-    if (!d)
-        return; // the body went first, and cut us off
-    d->dockWindowManager = nullptr;
-    d->unref();
-    d = nullptr;
+    vfBase::crosswise::endHandle(d, &DockWindowManagerPrivate::dockWindowManager);
 }
 
 bool DockWindowManager::addDockWindow(DockWindow* dockWindow)
 {
-    if (!dockWindow || findDockWindow(dockWindow->getId()))
+    VF_REQUIRE_APPLICATION_THREAD("DockWindowManager::addDockWindow");
+    if (!dockWindow || !dockWindow->getDockWindowPrivate())
         return false;
-    d->dockWindows[dockWindow->getId()] = dockWindow->getDockWindowPrivate();
+    const vfBase::VfString id = dockWindow->getId();
+    if (findDockWindow(id.c_str()))
+        return false;
+    d->dockWindows[id] = dockWindow->getDockWindowPrivate();
     return true;
 }
 
 DockWindow& DockWindowManager::addNewDockWindow()
 {
-    auto* dockWindow = new DockWindow;
-    return handOver(dockWindow, d->dockWindows, dockWindow->getId());
+    VF_REQUIRE_APPLICATION_THREAD("DockWindowManager::addNewDockWindow");
+    auto dockWindow = std::make_unique<DockWindow>();
+    const vfBase::VfString id = dockWindow->getId();
+    return handOver(std::move(dockWindow), d->dockWindows, id);
 }
 
 DockWindow& DockWindowManager::addNewOrGetExistingDockWindow(const char* id, DockWindow::DockArea area,
                                                              bool visible, bool startHidden, int shortcut,
                                                              bool* existed)
 {
+    VF_REQUIRE_APPLICATION_THREAD("DockWindowManager::addNewOrGetExistingDockWindow");
     DockWindow* found = findDockWindow(id);
     if (existed)
         *existed = found != nullptr;
@@ -88,15 +116,16 @@ DockWindow& DockWindowManager::addNewOrGetExistingDockWindow(const char* id, Doc
         return *found;
     if (!id)
         return addNewDockWindow();
-    DockWindow* made = DockWindowRegistry::instance(false)->create(id);
+    const vfBase::VfString key(id);
+    DockWindowRegistry* registry = DockWindowRegistry::instance(false);
+    std::unique_ptr<DockWindow> made(registry ? registry->create(id) : nullptr);
     if (!made) {
-        auto plain = std::make_unique<DockWindow>(id);
-        plain->setVisible(!startHidden && visible);
-        plain->setShortcut(shortcut);
-        screen(d).dockDockWindowToArea(area, plain.get());
-        made = plain.release();
+        made = std::make_unique<DockWindow>(id);
+        made->setVisible(!startHidden && visible);
+        made->setShortcut(shortcut);
+        screen(d).dockDockWindowToArea(area, made.get());
     }
-    return handOver(made, d->dockWindows, id);
+    return handOver(std::move(made), d->dockWindows, key);
 }
 
 DockWindow* DockWindowManager::findDockWindow(const char* id) const
@@ -124,23 +153,30 @@ DockWindow::DockArea DockWindowManager::getDockedDockWindowArea(DockWindow* dock
 
 bool DockWindowManager::removeDockWindow(DockWindow* dockWindow)
 {
-    const DockWindowPrivate* body = dockWindow->getDockWindowPrivate();
+    VF_REQUIRE_APPLICATION_THREAD("DockWindowManager::removeDockWindow");
+    const DockWindowPrivate* body = dockWindow ? dockWindow->getDockWindowPrivate() : nullptr;
+    if (!body)
+        return false;
     const auto found = std::find_if(d->dockWindows.begin(), d->dockWindows.end(),
                                     [body](const auto& entry) { return entry.second == body; });
     if (found == d->dockWindows.end())
         return false;
     // Out of the table first, so that a window may ask the manager while it is destroyed.
-    const osg::ref_ptr<DockWindowPrivate> released = found->second;
+    Body released = found->second;
     d->dockWindows.asStdMap().erase(found);
+    release(released);
     return true;
 }
 
 bool DockWindowManager::removeDockWindow(const char* id)
 {
+    VF_REQUIRE_APPLICATION_THREAD("DockWindowManager::removeDockWindow");
     if (!id)
         return false;
-    const osg::ref_ptr<DockWindowPrivate> released = d->dockWindows.value(id);
-    return d->dockWindows.remove(id);
+    Body released = d->dockWindows.value(id);
+    const bool isRemoved = d->dockWindows.remove(id);
+    release(released);
+    return isRemoved;
 }
 
 bool DockWindowManager::hasNextDockWindow() const
@@ -155,23 +191,22 @@ bool DockWindowManager::hasPreviousDockWindow() const
 
 DockWindow* DockWindowManager::nextDockWindow()
 {
-    assert(hasNextDockWindow());
-    return d->dockWindows.getIterator().next().value->dockWindow;
+    return peekNextDockWindow();
 }
 
 DockWindow* DockWindowManager::previousDockWindow()
 {
-    return d->dockWindows.getIterator().previous().value->dockWindow;
+    return nullptr; // a new iterator has nothing before it
 }
 
 DockWindow* DockWindowManager::peekNextDockWindow() const
 {
-    return d->dockWindows.getIterator().peekNext().value->dockWindow;
+    return hasNextDockWindow() ? d->dockWindows.getIterator().peekNext().value->dockWindow : nullptr;
 }
 
 DockWindow* DockWindowManager::peekPreviousDockWindow() const
 {
-    return d->dockWindows.getIterator().peekPrevious().value->dockWindow;
+    return nullptr;
 }
 
 void DockWindowManager::toBackDockWindow()
@@ -186,20 +221,25 @@ void DockWindowManager::toFrontDockWindow()
 
 void DockWindowManager::onLanguageChange()
 {
-    for (const auto& [id, body] : d->dockWindows)
-        windowOf(*body).getDockWindowInterface()->onLanguageChange();
+    VF_REQUIRE_APPLICATION_THREAD("DockWindowManager::onLanguageChange");
+    forEachWindow(d, [](const vfBase::VfString&, const DockWindowPrivate& body) {
+        body.dockWindowInterface->onLanguageChange();
+    });
 }
 
 void DockWindowManager::saveDockWindowsState()
 {
-    for (const auto& [key, body] : d->dockWindows) {
-        const std::string id = key.str();
-        const DockWindow& dockWindow = windowOf(*body);
-        DockWindowManagerSettings& settings = *DockWindowManagerSettings::instance(false);
-        settings.setDockWindowVisibleState(id, dockWindow.getVisible());
-        settings.setDockWindowAutoHideState(id, dockWindow.getAutoHide());
-        settings.setDockWindowAreaState(id, dockWindow.getArea());
-    }
+    VF_REQUIRE_APPLICATION_THREAD("DockWindowManager::saveDockWindowsState");
+    const osg::ref_ptr<DockWindowManagerSettings> settings = DockWindowManagerSettings::instance(false);
+    if (!settings)
+        return;
+    forEachWindow(d, [&settings](const vfBase::VfString& id, const DockWindowPrivate& body) {
+        settings->setDockWindowVisibleState(id, body.dockWindowInterface->getVisible());
+        if (body.dockWindow)
+            settings->setDockWindowAutoHideState(id, body.dockWindowInterface->getAutoHide());
+        if (body.dockWindow)
+            settings->setDockWindowAreaState(id, body.dockWindowInterface->getArea());
+    });
 }
 
 DockWindowManagerInterface* DockWindowManager::getDockWindowManagerInterface()
@@ -209,11 +249,14 @@ DockWindowManagerInterface* DockWindowManager::getDockWindowManagerInterface()
 
 DockWindowManagerPrivate::~DockWindowManagerPrivate()
 {
-    if (!dockWindowManager)
-        return;
-    dockWindowManager->d = nullptr;
-    delete dockWindowManager;
-    dockWindowManager = nullptr;
+    vfBase::crosswise::endBody(dockWindowManager, &DockWindowManager::d);
+    dockWindowManagerInterface.reset();
+    // A window may use the table while it is destroyed, so each leaves the table first.
+    while (!dockWindows.isEmpty()) {
+        Body released = dockWindows.asStdMap().begin()->second;
+        dockWindows.asStdMap().erase(dockWindows.asStdMap().begin());
+        release(released);
+    }
 }
 
 DockWindowManagerInterface::~DockWindowManagerInterface() = default;

@@ -3,109 +3,70 @@
 
 #include <velaforge/base/SettingsProperties.h>
 
-#include <osg/ref_ptr>
-
 namespace vfApplication {
 
 using vfBase::SettingsProperties;
 using vfBase::SettingsValue;
 
-/// What the store reads and writes.
-struct DockWindowManagerSettingsProperties
-{
-    static SettingsValue windows(const DockWindowManagerSettings& settings)
-    {
-        SettingsValue::Map windows;
-        for (const auto& [id, state] : settings.m_dockWindowList)
-            windows.emplace(id, SettingsValue::Map{{"visible", state.visible},
-                                                   {"autoHide", state.autoHide},
-                                                   {"area", static_cast<int>(state.area)}});
-        return windows;
-    }
-
-    static bool takeWindows(DockWindowManagerSettings& settings, const SettingsValue& value)
-    {
-        const SettingsValue::Map* windows = value.map();
-        if (!windows)
-            return false;
-        std::map<std::string, DockWindowManagerSettings::DockWindowState> list;
-        for (const auto& [id, record] : *windows) {
-            if (!takeState(list[id], record))
-                return false;
-        }
-        settings.m_dockWindowList.swap(list);
-        return true;
-    }
-
-private:
-    static bool takeState(DockWindowManagerSettings::DockWindowState& state, const SettingsValue& record)
-    {
-        int area = 0;
-        if (!takeField(state.visible, record, "visible") || !takeField(state.autoHide, record, "autoHide") ||
-            !takeField(area, record, "area"))
-            return false;
-        state.area = static_cast<DockWindow::DockArea>(area);
-        return true;
-    }
-
-    template <class Field>
-    static bool takeField(Field& field, const SettingsValue& record, const char* name)
-    {
-        const SettingsValue::Map* fields = record.map();
-        const auto found = fields ? fields->find(name) : SettingsValue::Map::const_iterator();
-        return fields && found != fields->end() && found->second.read(field);
-    }
-};
-
 namespace {
 
-const SettingsProperties properties("vfApplication::DockWindows",
-                                    {SettingsProperties::property<DockWindowManagerSettings>(
-                                        "windows", DockWindowManagerSettingsProperties::windows,
-                                        DockWindowManagerSettingsProperties::takeWindows)});
+template <class Field>
+bool readField(const SettingsValue::Map& record, const char* name, Field& field)
+{
+    const auto found = record.find(name);
+    return found != record.end() && found->second.read(field);
+}
+
+bool readState(const SettingsValue& value, DockWindowManagerSettings::DockWindowState& state)
+{
+    const SettingsValue::Map* record = value.map();
+    int area = 0;
+    if (!record || !readField(*record, "visible", state.visible) ||
+        !readField(*record, "autoHide", state.autoHide) || !readField(*record, "area", area))
+        return false;
+    state.area = static_cast<DockWindow::DockArea>(area);
+    return true;
+}
 
 } // namespace
+
+const SettingsProperties DockWindowManagerSettings::s_properties(
+    "vfApplication::DockWindows",
+    {SettingsProperties::property<DockWindowManagerSettings>(
+        "windows",
+        [](const DockWindowManagerSettings& settings) -> SettingsValue {
+            SettingsValue::Map windows;
+            for (const auto& [id, state] : settings.m_dockWindowList)
+                windows.emplace(id, SettingsValue::Map{{"visible", state.visible},
+                                                       {"autoHide", state.autoHide},
+                                                       {"area", static_cast<int>(state.area)}});
+            return windows;
+        },
+        [](DockWindowManagerSettings& settings, const SettingsValue& value) {
+            const SettingsValue::Map* windows = value.map();
+            if (!windows)
+                return false;
+            std::map<std::string, DockWindowState> list;
+            for (const auto& [id, record] : *windows) {
+                if (!readState(record, list[id]))
+                    return false;
+            }
+            settings.m_dockWindowList.swap(list);
+            return true;
+        })});
 
 DockWindowManagerSettings::DockWindowManagerSettings() = default;
 
 DockWindowManagerSettings::DockWindowManagerSettings(const DockWindowManagerSettings& other,
                                                      const osg::CopyOp& copyop)
-    : SettingsObjectPrivate(other, copyop), m_dockWindowList(other.m_dockWindowList)
+    : SettingsBase(other, copyop), m_dockWindowList(other.m_dockWindowList)
 {}
 
 DockWindowManagerSettings::~DockWindowManagerSettings() = default;
 
 DockWindowManagerSettings* DockWindowManagerSettings::instance(bool erase)
 {
-    static osg::ref_ptr<DockWindowManagerSettings> settings = new DockWindowManagerSettings;
-    if (erase)
-        settings = nullptr;
-    return settings.get();
-}
-
-osg::Object* DockWindowManagerSettings::cloneType() const
-{
-    return new DockWindowManagerSettings;
-}
-
-osg::Object* DockWindowManagerSettings::clone(const osg::CopyOp& copyop) const
-{
-    return new DockWindowManagerSettings(*this, copyop);
-}
-
-bool DockWindowManagerSettings::isSameKindAs(const osg::Object* object) const
-{
-    return dynamic_cast<const DockWindowManagerSettings*>(object) != nullptr;
-}
-
-const char* DockWindowManagerSettings::libraryName() const
-{
-    return "vfApplication";
-}
-
-const char* DockWindowManagerSettings::className() const
-{
-    return "DockWindows";
+    return singleton(erase);
 }
 
 unsigned int DockWindowManagerSettings::getNumDockWindows() const

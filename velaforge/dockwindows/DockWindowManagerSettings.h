@@ -2,17 +2,21 @@
 #pragma once
 
 #include <velaforge/application/Export.h>
-#include <velaforge/base/SettingsObjectPrivate.h>
+#include <velaforge/base/SettingsBase.h>
 #include <velaforge/dockwindows/DockWindow.h>
 
 #include <map>
 #include <string>
 
+namespace vfBase {
+class SettingsProperties;
+}
+
 namespace vfApplication {
 
 /// How the dock windows stand, by id, kept between runs. DockWindowManager::saveDockWindowsState writes it, the toolkit
 /// side reads it when it lays out its windows.
-class VFAPPLICATION_EXPORT DockWindowManagerSettings : public vfBase::SettingsObjectPrivate
+class VFAPPLICATION_EXPORT DockWindowManagerSettings : public vfBase::SettingsBase<DockWindowManagerSettings>
 {
 public:
     /// What is kept of a window.
@@ -39,18 +43,9 @@ public:
 
     DockWindowManagerSettings(const DockWindowManagerSettings& other, const osg::CopyOp& copyop);
 
-    /// @param erase  lets go of the object for good
-    /// @return the one object; null once it was erased
+    /// @param erase  releases the object for good
+    /// @return the one object; null once it was released, by erasing or at exit
     static DockWindowManagerSettings* instance(bool erase);
-
-    /// @return a new object without any window
-    osg::Object* cloneType() const override;
-
-    /// @return a new object with the present records
-    osg::Object* clone(const osg::CopyOp& copyop) const override;
-    bool isSameKindAs(const osg::Object* object) const override;
-    const char* libraryName() const override;
-    const char* className() const override;
 
     const std::map<std::string, DockWindowState>& getDockWindowList() const { return m_dockWindowList; }
     unsigned int getNumDockWindows() const;
@@ -72,7 +67,11 @@ protected:
     ~DockWindowManagerSettings() override;
 
 private:
-    friend struct DockWindowManagerSettingsProperties;
+    friend vfBase::SettingsBase<DockWindowManagerSettings>;
+    static constexpr const char* settingsLibrary = "vfApplication";
+    static constexpr const char* settingsName = "DockWindows";
+
+    static const vfBase::SettingsProperties s_properties; ///< what the store keeps
 
     DockWindowManagerSettings();
     const DockWindowState* find(const std::string& id) const;

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/dockwindows/DockWindowRegistry.h>
 
+#include <velaforge/base/ProcessSingleton.h>
 #include <velaforge/dockwindows/DockWindow.h>
 #include <velaforge/dockwindows/DockWindowRegistryPrivate.h>
 
 #include <memory>
-#include <utility>
 
 namespace vfApplication {
 
@@ -18,16 +18,10 @@ DockWindowRegistry::~DockWindowRegistry()
 
 DockWindowRegistry* DockWindowRegistry::instance(bool erase)
 {
-    static struct Kept
-    {
-        ~Kept() { delete registry; }
-        DockWindowRegistry* registry = new DockWindowRegistry;
-    } kept;
-    if (erase) {
-        delete kept.registry;
-        kept.registry = nullptr;
-    }
-    return kept.registry;
+    return vfBase::processSingleton(erase, [] {
+        return std::shared_ptr<DockWindowRegistry>(new DockWindowRegistry,
+                                                   [](DockWindowRegistry* handle) { delete handle; });
+    });
 }
 
 DockWindow* DockWindowRegistry::create(const char* key)
@@ -47,12 +41,8 @@ DockWindowRegistryPrivate::Proxy::Proxy(Producer* producer) : Base::Proxy(produc
 
 DockWindowRegistryPrivate* DockWindowRegistryPrivate::instance(bool erase)
 {
-    static std::shared_ptr<DockWindowRegistryPrivate> registry(new DockWindowRegistryPrivate);
-    if (erase) {
-        const std::shared_ptr<DockWindowRegistryPrivate> released = std::move(registry);
-        return nullptr;
-    }
-    return registry.get();
+    return vfBase::processSingleton(
+        erase, [] { return std::shared_ptr<DockWindowRegistryPrivate>(new DockWindowRegistryPrivate); });
 }
 
 } // namespace vfApplication

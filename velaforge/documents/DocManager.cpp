@@ -1,16 +1,25 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/documents/DocManager.h>
 
+#include <velaforge/base/CopyCount.h>
 #include <velaforge/base/FileNames.h>
+#include <velaforge/base/LifeWatch.h>
+#include <velaforge/base/NotifyHandler.h>
+#include <velaforge/base/Require.h>
 #include <velaforge/base/StandardPaths.h>
 #include <velaforge/documents/DocTemplate.h>
 #include <velaforge/documents/Document.h>
 #include <velaforge/documents/FileHistory.h>
 #include <velaforge/documents/View.h>
 
+#include <osg/Notify>
 #include <osgDB/Registry>
 
+#include <algorithm>
+#include <exception>
+#include <new>
 #include <string>
+#include <vector>
 
 namespace vfApplication {
 
@@ -24,34 +33,90 @@ void eraseAll(vfBase::Vector<T>& list, T item)
         list.remove(i);
 }
 
+/// Says that a document could not be closed in order; the exception that is being handled tells why.
+void reportClosingFailure(const vfBase::VfString& filename)
+{
+    if (!vfBase::NotifyHandler::instance().isNotifyEnabled())
+        return;
+    try {
+        throw;
+    } catch (const std::exception& problem) {
+        osg::notify(osg::WARN) << "Closing " << filename << " failed: " << problem.what() << std::endl;
+    } catch (...) {
+        osg::notify(osg::WARN) << "Closing " << filename << " failed" << std::endl;
+    }
+}
+
 } // namespace
+
+const vfBase::Call DocManager::s_closingAll{"DocManager::closeDocuments"};
 
 DocManager::DocManager(bool) : m_fileHistory(new FileHistory(9)) {}
 
-DocManager::DocManager(const DocManager& other) = default;
+DocManager::DocManager(const DocManager& other)
+    : m_currentView(other.m_currentView),
+      m_reservedName(other.m_reservedName),
+      m_lastDirectory(other.m_lastDirectory),
+      m_newDocumentCounter(other.m_newDocumentCounter),
+      m_maxDocsOpen(other.m_maxDocsOpen),
+      m_templates(other.m_templates),
+      m_documents(other.m_documents),
+      m_fileHistory(other.m_fileHistory)
+{
+    vfBase::CopyCount::add(m_fileHistory);
+}
 
-DocManager& DocManager::operator=(const DocManager& other) = default;
+DocManager& DocManager::operator=(const DocManager& other)
+{
+    if (m_fileHistory != other.m_fileHistory) {
+        vfBase::CopyCount::add(other.m_fileHistory);
+        if (vfBase::CopyCount::release(m_fileHistory))
+            delete m_fileHistory;
+        m_fileHistory = other.m_fileHistory;
+    }
+    m_currentView = other.m_currentView;
+    m_reservedName = other.m_reservedName;
+    m_lastDirectory = other.m_lastDirectory;
+    m_newDocumentCounter = other.m_newDocumentCounter;
+    m_maxDocsOpen = other.m_maxDocsOpen;
+    m_templates.setImp(other.m_templates);
+    m_documents.setImp(other.m_documents);
+    return *this;
+}
 
 DocManager::~DocManager()
 {
-    // A document reaches the manager through its template, so documents go first.
-    closeDocuments(true);
+    vfBase::LifeWatch<DocManager>::end(this);
+    const vfBase::RunningCall<DocManager> running(this, s_closingAll);
+    // A document reaches the manager through its template, so documents go first. What one of them throws costs the
+    // others nothing.
+    const vfBase::Vector<Document*> documents = m_documents;
+    for (unsigned int kept = 0; kept < documents.size();) {
+        Document* document = documents.at(kept);
+        const vfBase::LifeWatch<Document> watch(document);
+        try {
+            if (document)
+                closeDocument(document, true);
+        } catch (...) {
+            reportClosingFailure(watch.isGone() ? vfBase::VfString() : document->getFilename());
+        }
+        if (kept < documents.size() && documents.at(kept) == document)
+            ++kept; // it threw, and is destroyed below
+    }
     m_currentView = nullptr;
     while (!m_documents.isEmpty()) {
         Document* document = m_documents.first();
         if (document)
-            delete document;
-        else
-            m_documents.removeFirst();
+            Document::destroy(document);
+        eraseAll(m_documents, document);
     }
     while (!m_templates.isEmpty()) {
         DocTemplate* documentTemplate = m_templates.first();
-        if (documentTemplate)
-            delete documentTemplate;
-        else
-            m_templates.removeFirst();
+        delete documentTemplate;
+        eraseAll(m_templates, documentTemplate);
     }
-    delete m_fileHistory;
+    if (vfBase::CopyCount::release(m_fileHistory))
+        delete m_fileHistory;
 }
 
 // --- questions
@@ -91,11 +156,10 @@ bool DocManager::containsDocument(Document* document) const
 Document* DocManager::findDocumentByPath(const char* path) const
 {
     const vfBase::VfString wanted(path);
-    for (unsigned int i = 0; i < m_documents.size(); ++i) {
-        if (m_documents.at(i)->getFilename() == wanted)
-            return m_documents.at(i);
-    }
-    return nullptr;
+    const auto found = std::find_if(m_documents.begin(), m_documents.end(), [&wanted](Document* document) {
+        return document && document->getFilename() == wanted;
+    });
+    return found == m_documents.end() ? nullptr : *found;
 }
 
 vfBase::VfString DocManager::getLastDirectory() const
@@ -108,8 +172,7 @@ vfBase::VfString DocManager::getLastDirectory() const
             m_lastDirectory = directory;
     }
     if (m_lastDirectory.empty())
-        m_lastDirectory =
-            vfBase::StandardPaths::standardLocation(static_cast<vfBase::StandardPaths::StandardLocation>(1));
+        m_lastDirectory = vfBase::StandardPaths::standardLocation(vfBase::StandardPaths::Documents);
     return m_lastDirectory;
 }
 
@@ -166,6 +229,17 @@ void DocManager::addFileToHistory(const vfBase::VfString& path)
     getFileHistory()->addFileToHistory(path);
 }
 
+void DocManager::enterInHistory(DocTemplate& documentTemplate, const vfBase::VfString& path)
+{
+    const vfBase::LifeWatch<DocManager> watch(this);
+    try {
+        if (documentTemplate.fileMatchesTemplate(path) && !watch.isGone())
+            addFileToHistory(path);
+    } catch (const std::bad_alloc&) {
+        // The file is open, or saved: a list of recent files without it is the smaller loss.
+    }
+}
+
 vfBase::VfString DocManager::makeNewDocumentName()
 {
     return "unnamed" + std::to_string(m_newDocumentCounter++);
@@ -183,19 +257,29 @@ void DocManager::activateView(View* view, bool active)
 
 bool DocManager::closeDocument(Document* document, bool force)
 {
+    VF_REQUIRE_APPLICATION_THREAD("DocManager::closeDocument");
+    VF_REQUIRE(document, "DocManager::closeDocument", "the document is null");
+    const vfBase::LifeWatch<DocManager> self(this);
+    const vfBase::LifeWatch<Document> watch(document);
+    const bool isOurs = document->getDocumentManager() == this;
     const bool ok = document->close();
     if (!ok && !force)
-        return false;
-    document->deleteAllViews();
-    // The document is normally gone by now and off the list; the pointer is only compared.
-    if (m_documents.contains(document))
+        return watch.isGone();
+    if (!watch.isGone())
+        document->deleteAllViews();
+    if (self.isGone())
+        return true;
+    // The document is normally gone by now. One that belongs to this manager has left the list with that; of any other
+    // the pointer is only compared.
+    if (!(isOurs && watch.isGone()) && m_documents.contains(document))
         removeDocument(document);
     return true;
 }
 
 bool DocManager::closeDocuments(bool force)
 {
-    while (!m_documents.isEmpty()) {
+    const vfBase::RunningCall<DocManager> running(this, s_closingAll);
+    while (!running.isGone() && !m_documents.isEmpty()) {
         if (!closeDocument(m_documents.first(), force))
             return false;
     }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <velaforge/application/Export.h>
+#include <velaforge/base/LifeWatch.h>
 #include <velaforge/base/Options.h>
 #include <velaforge/base/Vector.h>
 #include <velaforge/base/VfString.h>
@@ -180,6 +181,14 @@ protected:
     void getVisibleTemplates(vfBase::Vector<DocTemplate*>& templates);
 
 private:
+    friend class Document;
+
+    /// Marks a manager that closes all its documents: it opens none meanwhile.
+    static const vfBase::Call s_closingAll;
+
+    /// Enters a file in the list of recent files, if the template would open it.
+    void enterInHistory(DocTemplate& documentTemplate, const vfBase::VfString& path);
+
     View* m_currentView = nullptr;
     vfBase::VfString m_reservedName;
     mutable vfBase::VfString m_lastDirectory;

@@ -4,12 +4,14 @@
 #include <velaforge/application/ApplicationCallback.h>
 #include <velaforge/application/ApplicationPrivate.h>
 #include <velaforge/base/BaseException.h>
+#include <velaforge/base/LifeWatch.h>
+#include <velaforge/base/Require.h>
 #include <velaforge/documents/DocManager.h>
 #include <velaforge/documents/DocTemplate.h>
 #include <velaforge/documents/Document.h>
 #include <velaforge/documents/View.h>
 
-#include <cassert>
+#include <algorithm>
 #include <string>
 
 namespace vfApplication {
@@ -56,14 +58,29 @@ void tellApplication(Document* document)
     }
 }
 
-/// Runs a step of a document's making; when it throws, the document goes and the exception is thrown on, wrapped.
+/// Deletes the views of a document that could not be made, and with them the document.
+/// @throws what the views throw; the document is destroyed all the same
+void dispose(const vfBase::LifeWatch<Document>& watch, void (*destroy)(Document*))
+{
+    if (watch.isGone())
+        return;
+    try {
+        watch.get()->deleteAllViews();
+    } catch (...) {
+        if (!watch.isGone())
+            destroy(watch.get());
+        throw;
+    }
+}
+
+/// Runs a step of a document's making. When it throws, the document is destroyed and the exception is thrown on, wrapped.
 template <class Step>
-bool guarded(Document* document, Step step)
+bool guarded(const vfBase::LifeWatch<Document>& watch, void (*destroy)(Document*), Step step)
 {
     try {
         return step();
     } catch (...) {
-        document->deleteAllViews();
+        dispose(watch, destroy);
         throwWrapped();
     }
 }
@@ -72,7 +89,12 @@ bool guarded(Document* document, Step step)
 
 Document* DocManager::createDocument(const vfBase::VfString& path, const vfBase::Options& options)
 {
+    VF_REQUIRE_APPLICATION_THREAD("DocManager::createDocument");
+    const vfBase::LifeWatch<DocManager> self(this);
     try {
+        // A program that opens a document whenever one is closed would never come to an end.
+        if (vfBase::RunningCall<DocManager>::isRunning(this, s_closingAll))
+            return nullptr;
         vfBase::Vector<DocTemplate*> visible;
         getVisibleTemplates(visible);
         const int count = static_cast<int>(visible.size());
@@ -92,39 +114,55 @@ Document* DocManager::createDocument(const vfBase::VfString& path, const vfBase:
             throw vfBase::BaseException("using empty path with SILENT doesn't make sense");
         else
             documentTemplate = findTemplateForPath((name + overrideExtension(working)).c_str());
-        if (!documentTemplate)
+        if (!documentTemplate || self.isGone())
             return nullptr;
+        const vfBase::LifeWatch<DocTemplate> templateWatch(documentTemplate);
 
         if (!name.empty()) {
             if (Document* existing = findDocumentByPath(name.c_str())) {
+                const vfBase::LifeWatch<Document> watch(existing);
                 existing->activate();
-                return existing;
+                return watch.get();
             }
         }
 
-        assert(m_maxDocsOpen != 0 && "the limit of open documents is at least 1");
-        if (!m_documents.isEmpty() && m_documents.size() >= static_cast<unsigned int>(m_maxDocsOpen) &&
-            !closeDocument(m_documents.first(), false))
+        // A limit of 0 counts as 1: a document that is to be opened needs a place.
+        const auto limit = std::max(static_cast<unsigned int>(m_maxDocsOpen), 1u);
+        if (m_documents.size() >= limit && !closeDocument(m_documents.first(), false))
+            return nullptr;
+        if (self.isGone() || templateWatch.isGone())
             return nullptr;
 
         Document* document = documentTemplate->createDocument(name, working);
         if (!document)
             return nullptr;
-        document->setDocumentName(documentTemplate->getDocumentName());
+        const vfBase::LifeWatch<Document> watch(document);
+        if (self.isGone() || templateWatch.isGone()) {
+            dispose(watch, &Document::destroy);
+            return nullptr;
+        }
+        try {
+            document->setDocumentName(documentTemplate->getDocumentName());
+        } catch (...) {
+            dispose(watch, &Document::destroy);
+            throw;
+        }
 
-        const bool loaded = guarded(document, [&] {
+        const bool loaded = guarded(watch, &Document::destroy, [&] {
             return newDocument ? document->onNewDocument() : document->onOpenDocument(name, working);
         });
         if (!loaded) {
-            guarded(document, [&] { return document->deleteAllViews(); });
+            guarded(watch, &Document::destroy, [&] { return watch.isGone() || document->deleteAllViews(); });
             return nullptr;
         }
 
-        if (!newDocument && documentTemplate->fileMatchesTemplate(name))
-            addFileToHistory(name);
-        document->activate();
-        tellApplication(document);
-        return document;
+        if (!newDocument && !watch.isGone() && !self.isGone() && !templateWatch.isGone())
+            enterInHistory(*documentTemplate, name);
+        if (!watch.isGone())
+            document->activate();
+        if (!watch.isGone())
+            tellApplication(document);
+        return watch.get();
     } catch (...) {
         throwWrapped();
     }
@@ -140,8 +178,12 @@ Document* DocManager::createNewDocument()
 bool DocManager::updateDocument(Document* document, const vfBase::VfString& path,
                                 const vfBase::Options& options)
 {
+    VF_REQUIRE_APPLICATION_THREAD("DocManager::updateDocument");
     if (!document || path.empty())
         return false;
+    const vfBase::LifeWatch<DocManager> self(this);
+    const vfBase::LifeWatch<Document> watch(document);
+    const vfBase::VfString name = path; // a copy: the path may belong to a document that a callback closes
     vfBase::Vector<DocTemplate*> visible;
     getVisibleTemplates(visible);
     const int count = static_cast<int>(visible.size());
@@ -150,12 +192,13 @@ bool DocManager::updateDocument(Document* document, const vfBase::VfString& path
 
     const vfBase::Options working = workingCopy(options);
     DocTemplate* documentTemplate = isOn(working, "SILENT")
-                                        ? findTemplateForPath((path + overrideExtension(working)).c_str())
+                                        ? findTemplateForPath((name + overrideExtension(working)).c_str())
                                         : selectDocumentType(visible.data(), count, false);
-    if (!documentTemplate)
+    if (!documentTemplate || self.isGone() || watch.isGone())
         return false;
+    const vfBase::LifeWatch<DocTemplate> templateWatch(documentTemplate);
 
-    if (Document* existing = findDocumentByPath(path.c_str())) {
+    if (Document* existing = findDocumentByPath(name.c_str())) {
         existing->activate();
         return true;
     }
@@ -163,17 +206,22 @@ bool DocManager::updateDocument(Document* document, const vfBase::VfString& path
     // Without a name the document takes the new one over on loading, and tells its views.
     const vfBase::VfString previous = document->getFilename();
     document->setFilename("", false);
-    if (!document->onOpenDocument(path, working)) {
-        document->setFilename(previous, false);
+    if (!document->onOpenDocument(name, working)) {
+        if (!watch.isGone())
+            document->setFilename(previous, false);
         return false;
     }
+    if (watch.isGone() || self.isGone() || templateWatch.isGone())
+        return !watch.isGone();
     document->setDocumentName(documentTemplate->getDocumentName());
     document->modify(false);
-    if (documentTemplate->fileMatchesTemplate(path))
-        addFileToHistory(path);
-    document->activate();
-    tellApplication(document);
-    return true;
+    if (!watch.isGone() && !self.isGone() && !templateWatch.isGone())
+        enterInHistory(*documentTemplate, name);
+    if (!watch.isGone())
+        document->activate();
+    if (!watch.isGone())
+        tellApplication(document);
+    return !watch.isGone();
 }
 
 View* DocManager::createView(Document* document, const vfBase::Options& options)

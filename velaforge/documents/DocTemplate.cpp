@@ -3,7 +3,9 @@
 
 #include <velaforge/base/BaseException.h>
 #include <velaforge/base/ClassInfo.h>
+#include <velaforge/base/LifeWatch.h>
 #include <velaforge/base/Registry_.h>
+#include <velaforge/base/Require.h>
 #include <velaforge/documents/DocManager.h>
 #include <velaforge/documents/Document.h>
 #include <velaforge/documents/View.h>
@@ -11,7 +13,6 @@
 #include <osgDB/FileNameUtils>
 #include <osgDB/FileUtils>
 
-#include <cassert>
 #include <memory>
 #include <string>
 
@@ -35,8 +36,10 @@ std::unique_ptr<Product> make(const vfBase::ClassInfo*& classInfo, const vfBase:
         throw vfBase::BaseException(complaint);
     }
     (void)object.release(); // the product is the same object
-    if (!classInfo)
-        classInfo = product->getClassInfo();
+    // A class without a record of its own answers with that of its parent, which makes other objects or none.
+    const vfBase::ClassInfo* record = product->getClassInfo();
+    if (!classInfo && record == vfBase::Registry_::instance().findClass(typeName.c_str()))
+        classInfo = record;
     return std::unique_ptr<Product>(product);
 }
 
@@ -70,7 +73,9 @@ DocTemplate& DocTemplate::operator=(const DocTemplate& other) = default;
 
 DocTemplate::~DocTemplate()
 {
-    assert(m_documentManager && "a template needs a manager by the time it is destroyed");
+    vfBase::LifeWatch<DocTemplate>::end(this);
+    VF_REQUIRE(m_documentManager, "DocTemplate::~DocTemplate", "the template was never given a manager");
+    Document::cutTemplate(this);
     m_documentManager->disassociateTemplate(this);
 }
 
@@ -100,26 +105,35 @@ vfBase::VfString DocTemplate::getViewName() const
 Document* DocTemplate::createDocument(const vfBase::VfString& path, const vfBase::Options& options)
 {
     Document* document = doCreateDocument(options);
-    assert(document && "the class record of a template must make a document");
+    const vfBase::LifeWatch<Document> watch(document);
     if (initDocument(document, path, options))
-        return document;
-    delete document;
+        return watch.get();
+    // With the views that it got before it failed.
+    if (document && !watch.isGone())
+        Document::destroy(document);
     return nullptr;
 }
 
 bool DocTemplate::initDocument(Document* document, const vfBase::VfString& path,
                                const vfBase::Options& options)
 {
+    if (!document)
+        return false; // the class record of the template makes objects of another class
+    // A view that refuses or closes the document must not delete it here: operations of it are still running.
+    const vfBase::RunningCall<Document> making(document, Document::s_making);
+    const vfBase::LifeWatch<DocTemplate> watch(this);
     try {
         document->setFilename(path, false);
         document->setDocumentTemplate(this);
         if (!document->onCreate(path, options))
             throw vfBase::BaseException("Failed to create document!");
+        if (making.isGone() || watch.isGone())
+            return false;
         m_documentManager->addDocument(document);
         return true;
     } catch (...) {
         // Whatever it was, the caller learns that there is no document; only what got as far as the list has views.
-        if (m_documentManager->containsDocument(document))
+        if (!making.isGone() && !watch.isGone() && m_documentManager->containsDocument(document))
             document->deleteAllViews();
         return false;
     }
@@ -127,11 +141,23 @@ bool DocTemplate::initDocument(Document* document, const vfBase::VfString& path,
 
 View* DocTemplate::createView(Document* document, const vfBase::Options& options)
 {
-    std::unique_ptr<View> view(doCreateView(options));
+    View* view = doCreateView(options);
     if (!view)
         return nullptr;
-    view->setDocument(document);
-    return view->onCreate(document, options) ? view.release() : nullptr;
+    const vfBase::LifeWatch<View> watch(view);
+    const vfBase::LifeWatch<Document> documentWatch(document);
+    bool isAccepted = false;
+    try {
+        view->setDocument(document);
+        isAccepted = !watch.isGone() && view->onCreate(document, options);
+    } catch (...) {
+        delete watch.get();
+        throw;
+    }
+    if (isAccepted && !documentWatch.isGone())
+        return watch.get();
+    delete watch.get();
+    return nullptr;
 }
 
 Document* DocTemplate::doCreateDocument(const vfBase::Options&)

@@ -4,8 +4,11 @@
 #include <velaforge/application/Application.h>
 #include <velaforge/application/ApplicationInterface.h>
 #include <velaforge/base/ClassInfo.h>
+#include <velaforge/base/CopyCount.h>
 #include <velaforge/base/FileNames.h>
+#include <velaforge/base/LifeWatch.h>
 #include <velaforge/base/NotifyHandler.h>
+#include <velaforge/base/Require.h>
 #include <velaforge/commands/CommandProcessor.h>
 #include <velaforge/documents/DocManager.h>
 #include <velaforge/documents/DocTemplate.h>
@@ -15,15 +18,23 @@
 #include <osg/Timer>
 #include <osgDB/FileNameUtils>
 
-#include <cassert>
+#include <memory>
+#include <mutex>
+#include <set>
+#include <utility>
+#include <vector>
 
 namespace vfApplication {
 
+using vfBase::LifeWatch;
+using vfBase::RunningCall;
+using vfBase::WriteResult;
+using Views = vfBase::Vector<View*>;
+
 namespace {
 
-constexpr auto saved = static_cast<vfBase::WriteResult::WriteStatus>(1);
-constexpr auto noTemplate = static_cast<vfBase::WriteResult::WriteStatus>(2);
-constexpr auto noPath = static_cast<vfBase::WriteResult::WriteStatus>(4);
+const vfBase::Call closing{"Document::close"};
+const vfBase::Call deletingView{"Document::deleteAllViews"};
 
 /// @return the shell of the current application, null when there is no application
 ApplicationInterface* shell()
@@ -32,23 +43,218 @@ ApplicationInterface* shell()
     return application ? application->getApplicationInterface() : nullptr;
 }
 
+/// Every document of the process, listed by a manager or not.
+class AllDocuments
+{
+public:
+    static AllDocuments& instance()
+    {
+        static AllDocuments& all = *new AllDocuments; // documents may be destroyed until the very end
+        return all;
+    }
+
+    void add(Document* document)
+    {
+        const std::lock_guard<std::mutex> guard(m_mutex);
+        m_documents.insert(document);
+    }
+
+    void remove(Document* document)
+    {
+        const std::lock_guard<std::mutex> guard(m_mutex);
+        m_documents.erase(document);
+    }
+
+    std::vector<Document*> list() const
+    {
+        const std::lock_guard<std::mutex> guard(m_mutex);
+        return {m_documents.begin(), m_documents.end()};
+    }
+
+private:
+    mutable std::mutex m_mutex;
+    std::set<Document*> m_documents;
+};
+
+/// A walk over the views of a document that stays right while the notified views close, open and delete views.
+/// It allocates nothing, so that a notification cannot fail half-way.
+class ViewWalk
+{
+public:
+    explicit ViewWalk(const Views& views) : m_views(views), m_outer(innermost) { innermost = this; }
+    ~ViewWalk() { innermost = m_outer; }
+    ViewWalk(const ViewWalk&) = delete;
+    ViewWalk& operator=(const ViewWalk&) = delete;
+
+    /// @return the next view in the list, null at its end
+    View* next()
+    {
+        while (m_next < m_views.size()) {
+            if (View* view = m_views.at(m_next++))
+                return view;
+        }
+        return nullptr;
+    }
+
+    /// Keeps the walks over @p views in place when the view at @p index leaves the list.
+    static void onRemoved(const Views& views, unsigned int index)
+    {
+        for (ViewWalk* walk = innermost; walk; walk = walk->m_outer) {
+            if (walk->m_views.getImp() == views.getImp() && index < walk->m_next)
+                --walk->m_next;
+        }
+    }
+
+private:
+    static thread_local ViewWalk* innermost;
+
+    const Views m_views; ///< shares the list, which outlives the document for the walk
+    unsigned int m_next = 0;
+    ViewWalk* const m_outer;
+};
+
+thread_local ViewWalk* ViewWalk::innermost = nullptr;
+
+/// Calls @p tell for each view but @p sender, as long as the document exists.
+template <class Tell>
+void tellViews(const Document& document, const Views& views, const View* sender, Tell tell)
+{
+    const LifeWatch<Document> watch(&document);
+    ViewWalk walk(views);
+    while (View* view = watch.isGone() ? nullptr : walk.next()) {
+        if (view != sender)
+            tell(*view);
+    }
+}
+
+/// Deletes a view, which takes it out of the list.
+void deleteView(View* view, const Views& views, const LifeWatch<Document>& watch)
+{
+    {
+        const RunningCall<View> deletes(view, deletingView);
+        delete view;
+    }
+    // Still listed: the view was entered by addView alone and knows no document that it could leave.
+    if (Document* document = watch.get()) {
+        if (views.contains(view))
+            document->removeView(view);
+    }
+}
+
 } // namespace
+
+const vfBase::Call Document::s_making{"DocTemplate::initDocument"};
 
 const vfBase::ClassInfo Document::s_classInfo("vfApplication", "Document", "vfApplication::Document",
                                               &vfBase::VfObject::s_classInfo, nullptr,
                                               static_cast<int>(sizeof(Document)), nullptr);
 
-Document::Document() : m_commandProcessor(new CommandProcessor(-1)) {}
+Document::Document()
+{
+    auto processor = std::make_unique<CommandProcessor>(-1);
+    AllDocuments::instance().add(this);
+    m_commandProcessor = processor.release();
+}
 
-Document::Document(const Document& other) = default;
+Document::Document(const Document& other)
+    : VfObject(other),
+      m_modified(other.m_modified),
+      m_documentSaved(other.m_documentSaved),
+      m_savedInternal(other.m_savedInternal),
+      m_filename(other.m_filename),
+      m_title(other.m_title),
+      m_documentName(other.m_documentName),
+      m_documentTemplate(other.m_documentTemplate),
+      m_commandProcessor(other.m_commandProcessor),
+      m_viewList(other.m_viewList),
+      m_openDocumentOptions(other.m_openDocumentOptions),
+      m_saveDocumentOptions(other.m_saveDocumentOptions)
+{
+    AllDocuments::instance().add(this);
+    vfBase::CopyCount::add(m_commandProcessor);
+}
 
-Document& Document::operator=(const Document& other) = default;
+Document& Document::operator=(const Document& other)
+{
+    if (m_commandProcessor != other.m_commandProcessor) {
+        vfBase::CopyCount::add(other.m_commandProcessor);
+        if (vfBase::CopyCount::release(m_commandProcessor))
+            delete m_commandProcessor;
+        m_commandProcessor = other.m_commandProcessor;
+    }
+    m_modified = other.m_modified;
+    m_documentSaved = other.m_documentSaved;
+    m_savedInternal = other.m_savedInternal;
+    m_filename = other.m_filename;
+    m_title = other.m_title;
+    m_documentName = other.m_documentName;
+    m_documentTemplate = other.m_documentTemplate;
+    m_viewList.setImp(other.m_viewList);
+    m_openDocumentOptions = other.m_openDocumentOptions;
+    m_saveDocumentOptions = other.m_saveDocumentOptions;
+    return *this;
+}
 
 Document::~Document()
 {
-    if (m_documentTemplate && m_documentTemplate->getDocumentManager())
-        m_documentTemplate->getDocumentManager()->removeDocument(this);
-    delete m_commandProcessor;
+    LifeWatch<Document>::end(this);
+    AllDocuments::instance().remove(this);
+    DocManager* manager = m_documentTemplate ? m_documentTemplate->getDocumentManager() : nullptr;
+    cutViews(manager);
+    if (manager)
+        manager->removeDocument(this);
+    if (vfBase::CopyCount::release(m_commandProcessor))
+        delete m_commandProcessor;
+}
+
+void Document::cutViews(DocManager* manager)
+{
+    for (View* view : m_viewList) {
+        if (!view || view->m_document != this)
+            continue;
+        if (manager && manager->getCurrentView() == view)
+            manager->activateView(view, false);
+        view->m_document = nullptr;
+    }
+}
+
+void Document::leaveManager()
+{
+    DocManager* manager = m_documentTemplate ? m_documentTemplate->getDocumentManager() : nullptr;
+    if (!manager)
+        return;
+    if (m_viewList.contains(manager->getCurrentView()))
+        manager->activateView(manager->getCurrentView(), false);
+    if (manager->containsDocument(this))
+        manager->removeDocument(this);
+}
+
+void Document::cutTemplate(const DocTemplate* documentTemplate)
+{
+    for (Document* document : AllDocuments::instance().list()) {
+        if (document->m_documentTemplate != documentTemplate)
+            continue;
+        document->leaveManager();
+        document->m_documentTemplate = nullptr;
+    }
+}
+
+void Document::cutView(View* view)
+{
+    for (Document* document : AllDocuments::instance().list()) {
+        const LifeWatch<Document> watch(document);
+        if (document->m_viewList.contains(view))
+            document->removeView(view);
+    }
+}
+
+void Document::destroy(Document* document)
+{
+    const LifeWatch<Document> watch(document);
+    const Views views = document->m_viewList;
+    while (!watch.isGone() && !views.isEmpty())
+        deleteView(views.asStdVector().front(), views, watch);
+    delete watch.get();
 }
 
 const vfBase::ClassInfo* Document::getClassInfo() const
@@ -114,7 +320,14 @@ vfBase::Referenced Document::getProject() const
 
 bool Document::confirmRevert() const
 {
-    return getDocumentManager()->askForConfirmRevert() != 0;
+    return requiredManager("Document::confirmRevert")->askForConfirmRevert() != 0;
+}
+
+DocManager* Document::requiredManager(const char* operation) const
+{
+    DocManager* manager = getDocumentManager();
+    VF_REQUIRE(manager, operation, "the document has no template with a manager");
+    return manager;
 }
 
 // --- views
@@ -124,7 +337,8 @@ bool Document::addView(View* view)
     if (m_viewList.contains(view))
         return true;
     m_viewList.append(view);
-    onChangedViewList(); // last: this document may be gone after it
+    // Last: this document may be gone after it.
+    onChangedViewList();
     return true;
 }
 
@@ -134,40 +348,51 @@ bool Document::removeView(View* view)
     if (index == vfBase::Vector<View*>::npos)
         return false;
     m_viewList.remove(index);
-    onChangedViewList(); // last: this document may be gone after it
+    ViewWalk::onRemoved(m_viewList, index);
+    // Last: this document may be gone after it.
+    onChangedViewList();
     return true;
 }
 
 void Document::onChangedViewList()
 {
-    if (m_viewList.isEmpty())
+    // While a document is made its template is still working on it, and deletes it when making it failed.
+    if (m_viewList.isEmpty() && !RunningCall<Document>::isRunning(this, s_making))
         delete this;
 }
 
 bool Document::deleteAllViews()
 {
+    VF_REQUIRE_APPLICATION_THREAD("Document::deleteAllViews");
     // The document goes with its last view, so from here on only locals are used: the handle keeps the list alive.
+    const LifeWatch<Document> watch(this);
     DocManager* manager = getDocumentManager();
-    vfBase::Vector<View*> views = m_viewList;
-
-    for (unsigned int i = 0; i < views.size(); ++i) {
-        if (views.at(i) && !views.at(i)->close(true))
-            return false;
-    }
-
-    if (!views.isEmpty()) {
-        for (;;) {
-            View* view = views.first();
-            const unsigned int count = views.size();
-            if (view)
-                delete view;
-            else
-                views.removeFirst();
-            if (count == 1)
-                break;
+    const LifeWatch<DocManager> managerWatch(manager);
+    const Views views = m_viewList;
+    const bool hasNoViews = views.isEmpty();
+    {
+        ViewWalk walk(views);
+        while (View* view = watch.isGone() ? nullptr : walk.next()) {
+            if (!view->close(true))
+                return watch.isGone();
         }
-    } else if (manager && manager->containsDocument(this)) {
-        delete this;
+    }
+    if (watch.isGone())
+        return true;
+    if (hasNoViews && views.isEmpty()) {
+        if (manager && !managerWatch.isGone() && manager->containsDocument(this))
+            delete this;
+        return true;
+    }
+    // The number is read before the deletion: with the last view the document goes.
+    while (!watch.isGone() && !views.isEmpty()) {
+        View* view = views.asStdVector().front();
+        const bool isLast = views.size() == 1;
+        if (RunningCall<View>::isRunning(view, deletingView))
+            return true; // the call that deletes this view goes on with the others
+        deleteView(view, views, watch);
+        if (isLast)
+            break;
     }
     return true;
 }
@@ -180,32 +405,27 @@ void Document::activate() const
 
 void Document::onChangeFilename(bool notifyViews)
 {
-    if (!notifyViews)
-        return;
-    for (unsigned int i = 0; i < m_viewList.size(); ++i)
-        m_viewList.at(i)->onChangeFilename();
+    if (notifyViews)
+        tellViews(*this, m_viewList, nullptr, [](View& view) { view.onChangeFilename(); });
 }
 
 void Document::updateAllViews(View* sender)
 {
-    for (unsigned int i = 0; i < m_viewList.size(); ++i) {
-        if (m_viewList.at(i) != sender)
-            m_viewList.at(i)->onUpdate(sender);
-    }
+    VF_REQUIRE_APPLICATION_THREAD("Document::updateAllViews");
+    const LifeWatch<View> senderWatch(sender);
+    tellViews(*this, m_viewList, sender, [&senderWatch](View& view) { view.onUpdate(senderWatch.get()); });
 }
 
 void Document::deselectAllViews(View* sender)
 {
-    for (unsigned int i = 0; i < m_viewList.size(); ++i) {
-        if (m_viewList.at(i) != sender)
-            m_viewList.at(i)->onDeselect(sender);
-    }
+    VF_REQUIRE_APPLICATION_THREAD("Document::deselectAllViews");
+    const LifeWatch<View> senderWatch(sender);
+    tellViews(*this, m_viewList, sender, [&senderWatch](View& view) { view.onDeselect(senderWatch.get()); });
 }
 
 void Document::notifyClosing()
 {
-    for (unsigned int i = 0; i < m_viewList.size(); ++i)
-        m_viewList.at(i)->onClosingDocument();
+    tellViews(*this, m_viewList, nullptr, [](View& view) { view.onClosingDocument(); });
 }
 
 // --- new, open, revert
@@ -220,31 +440,40 @@ bool Document::onNewDocument()
     m_documentSaved = false;
     if (!getTitle().empty())
         return true;
-    const vfBase::VfString name = getDocumentManager()->makeNewDocumentName();
-    m_title = name;
-    m_filename = name;
-    m_title = vfBase::getSimpleFileName(name);
+    const LifeWatch<Document> watch(this);
+    vfBase::VfString name = requiredManager("Document::onNewDocument")->makeNewDocumentName();
+    if (watch.isGone())
+        return false;
+    vfBase::VfString title = vfBase::getSimpleFileName(name);
+    m_filename = std::move(name);
+    m_title = std::move(title);
     onChangeFilename(true);
-    return true;
+    return !watch.isGone();
 }
 
 bool Document::onOpenDocument(const vfBase::VfString& path, const vfBase::Options& options)
 {
+    VF_REQUIRE_APPLICATION_THREAD("Document::onOpenDocument");
+    const LifeWatch<Document> watch(this);
     const osg::Timer* timer = osg::Timer::instance();
     const osg::Timer_t begin = timer->tick();
-    if (!doOpenDocument(path, options))
+    if (!doOpenDocument(path, options) || watch.isGone())
         return false;
     if (m_filename.empty())
         setFilename(path, true);
+    if (watch.isGone())
+        return false;
     m_documentSaved = true;
     updateAllViews(nullptr);
+    if (watch.isGone())
+        return false;
     if (ApplicationInterface* watcher = shell())
         watcher->addFileToFileSystemWatcher(path);
     const osg::Timer_t end = timer->tick();
     const double milliseconds = static_cast<double>(end - begin) * timer->getSecondsPerTick() * 1000.0;
     if (vfBase::NotifyHandler::instance().isNotifyEnabled())
         osg::notify(osg::ALWAYS) << "Model loaded in: " << milliseconds << " ms" << std::endl;
-    return true;
+    return !watch.isGone();
 }
 
 bool Document::doOpenDocument(const vfBase::VfString&, const vfBase::Options& options)
@@ -256,14 +485,18 @@ bool Document::doOpenDocument(const vfBase::VfString&, const vfBase::Options& op
 
 bool Document::revert()
 {
-    if (!confirmRevert())
+    VF_REQUIRE_APPLICATION_THREAD("Document::revert");
+    const LifeWatch<Document> watch(this);
+    if (!confirmRevert() || watch.isGone())
         return false;
     // A copy, since doOpenDocument assigns to the field that it is handed.
     const vfBase::Options options = m_openDocumentOptions;
     if (!doOpenDocument(getFilename(), options))
         return false;
-    modify(false);
-    updateAllViews(nullptr);
+    if (!watch.isGone())
+        modify(false);
+    if (!watch.isGone())
+        updateAllViews(nullptr);
     return true;
 }
 
@@ -280,61 +513,77 @@ vfBase::WriteResult Document::saveAs(const vfBase::Options& options)
 {
     DocTemplate* documentTemplate = getDocumentTemplate();
     if (!documentTemplate)
-        return vfBase::WriteResult(noTemplate);
+        return WriteResult(WriteResult::NoTemplate);
+    const LifeWatch<Document> watch(this);
+    const LifeWatch<DocTemplate> templateWatch(documentTemplate);
 
     const vfBase::VfString filter = documentTemplate->getFileFilter();
     vfBase::VfString directory = documentTemplate->getDirectory();
     if (directory.empty())
         directory = osgDB::getFilePath(m_filename);
     if (directory.empty())
-        directory = getDocumentManager()->getLastDirectory();
+        directory = requiredManager("Document::saveAs")->getLastDirectory();
 
     // The dialog may write to the options, which then reach the writer; the caller's own stay as they are.
     vfBase::Options working = options.isValid() ? options.clone() : vfBase::Options(new osgDB::Options);
     const vfBase::VfString extension = documentTemplate->getDefaultExtension();
     const vfBase::VfString name = vfBase::getNameLessExtension(vfBase::getSimpleFileName(m_filename));
-    const vfBase::VfString path = getDocumentManager()->selectDocumentSavePath(
-        directory.c_str(), name.c_str(), extension.c_str(), filter.c_str(), working);
-    if (path.empty())
-        return vfBase::WriteResult(noPath);
+    const vfBase::VfString path = requiredManager("Document::saveAs")
+                                      ->selectDocumentSavePath(directory.c_str(), name.c_str(),
+                                                               extension.c_str(), filter.c_str(), working);
+    if (path.empty() || watch.isGone())
+        return WriteResult(WriteResult::NoPath);
 
-    const vfBase::WriteResult result = onSaveDocument(path, working);
-    if (result.error())
+    // Copied before the file is written, so that nothing can fail between the file and the name.
+    vfBase::VfString filename(path);
+    vfBase::VfString title(osgDB::getSimpleFileName(path));
+    const WriteResult result = onSaveDocument(path, working);
+    if (result.error() || watch.isGone())
         return result;
-    m_title = osgDB::getSimpleFileName(path);
-    setFilename(path, true);
-    if (documentTemplate->fileMatchesTemplate(path))
-        getDocumentManager()->addFileToHistory(path);
+    takeFilename(std::move(filename), std::move(title), true);
+    if (!watch.isGone() && !templateWatch.isGone())
+        requiredManager("Document::saveAs")->enterInHistory(*documentTemplate, path);
     return result;
 }
 
 vfBase::WriteResult Document::onSaveDocument(const vfBase::VfString& path, const vfBase::Options& options)
 {
+    VF_REQUIRE_APPLICATION_THREAD("Document::onSaveDocument");
     m_savedInternal = true;
     if (path.empty())
-        return vfBase::WriteResult(saved);
-    const vfBase::WriteResult result = doSaveDocument(path, options);
-    if (result.error())
+        return WriteResult(WriteResult::Written);
+    const LifeWatch<Document> watch(this);
+    // Copied before the file is written, so that nothing can fail between the file and the name.
+    vfBase::VfString filename(path);
+    vfBase::VfString title(vfBase::getSimpleFileName(path));
+    const WriteResult result = doSaveDocument(path, options);
+    if (result.error() || watch.isGone())
         return result;
     if (m_commandProcessor)
         m_commandProcessor->markAsSaved();
     modify(false);
-    setFilename(path, true);
-    m_documentSaved = true;
+    if (!watch.isGone())
+        takeFilename(std::move(filename), std::move(title), true);
+    if (!watch.isGone())
+        m_documentSaved = true;
     return result;
 }
 
 vfBase::WriteResult Document::doSaveDocument(const vfBase::VfString&, const vfBase::Options& options)
 {
     m_saveDocumentOptions = options;
-    return vfBase::WriteResult(saved);
+    return WriteResult(WriteResult::Written);
 }
 
 bool Document::onSaveModified()
 {
     if (!isModified())
         return true;
-    switch (getDocumentManager()->askForUserConfirmation()) {
+    const LifeWatch<Document> watch(this);
+    const int answer = requiredManager("Document::onSaveModified")->askForUserConfirmation();
+    if (watch.isGone())
+        return true;
+    switch (answer) {
     case 0:
         return false;
     case 1:
@@ -351,18 +600,29 @@ bool Document::onSaveModified()
 
 bool Document::close()
 {
-    if (!onSaveModified())
+    VF_REQUIRE_APPLICATION_THREAD("Document::close");
+    // A view or the user, asked about this very closing, may close again: the first call decides.
+    if (RunningCall<Document>::isRunning(this, closing))
+        return false;
+    const RunningCall<Document> running(this, closing);
+    const bool isAgreed = onSaveModified();
+    if (running.isGone())
+        return true;
+    if (!isAgreed)
         return false;
     if (ApplicationInterface* watcher = shell())
         watcher->removeFileFromFileSystemWatcher(m_filename);
-    return onCloseDocument();
+    return running.isGone() || onCloseDocument();
 }
 
 bool Document::onCloseDocument()
 {
+    const LifeWatch<Document> watch(this);
     notifyClosing();
-    deleteContents();
-    modify(false);
+    if (!watch.isGone())
+        deleteContents();
+    if (!watch.isGone())
+        modify(false);
     return true;
 }
 
@@ -385,13 +645,21 @@ void Document::setCommandProcessor(CommandProcessor* processor)
 
 void Document::setFilename(const vfBase::VfString& path, bool notifyViews)
 {
-    m_filename = path;
-    m_title = vfBase::getSimpleFileName(path);
+    vfBase::VfString filename(path);
+    vfBase::VfString title(vfBase::getSimpleFileName(path));
+    takeFilename(std::move(filename), std::move(title), notifyViews);
+}
+
+void Document::takeFilename(vfBase::VfString&& filename, vfBase::VfString&& title, bool notifyViews)
+{
+    m_filename = std::move(filename);
+    m_title = std::move(title);
     onChangeFilename(notifyViews);
 }
 
 void Document::modify(bool modified)
 {
+    VF_REQUIRE_APPLICATION_THREAD("Document::modify");
     if (modified == m_modified)
         return;
     m_modified = modified;

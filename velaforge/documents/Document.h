@@ -2,6 +2,7 @@
 #pragma once
 
 #include <velaforge/application/Export.h>
+#include <velaforge/base/LifeWatch.h>
 #include <velaforge/base/Options.h>
 #include <velaforge/base/Referenced.h>
 #include <velaforge/base/Vector.h>
@@ -196,6 +197,27 @@ protected:
     void notifyClosing();
 
 private:
+    friend class DocManager;
+    friend class DocTemplate;
+    friend class View;
+
+    /// Marks a document that its template is making: it stays when it loses its last view.
+    static const vfBase::Call s_making;
+
+    /// Deletes the views without asking them, and with them the document.
+    static void destroy(Document* document);
+
+    /// Takes a template that is destroyed from the documents that it made.
+    static void cutTemplate(const DocTemplate* documentTemplate);
+
+    /// Takes a view that is destroyed out of every list that it still stands in.
+    static void cutView(View* view);
+
+    void cutViews(DocManager* manager);
+    void leaveManager();
+    DocManager* requiredManager(const char* operation) const;
+    void takeFilename(vfBase::VfString&& filename, vfBase::VfString&& title, bool notifyViews);
+
     bool m_modified = false;
     bool m_documentSaved = false;
     bool m_savedInternal = false;
@@ -203,7 +225,7 @@ private:
     vfBase::VfString m_title;
     vfBase::VfString m_documentName;
     DocTemplate* m_documentTemplate = nullptr;
-    CommandProcessor* m_commandProcessor;
+    CommandProcessor* m_commandProcessor = nullptr;
     vfBase::Vector<View*> m_viewList;
     vfBase::Options m_openDocumentOptions;
     vfBase::Options m_saveDocumentOptions;

@@ -1,43 +1,53 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/documents/FileHistory.h>
 
+#include <velaforge/base/Require.h>
 #include <velaforge/documents/FileHistorySettings.h>
 
+#include <osg/ref_ptr>
+
 #include <algorithm>
-#include <cassert>
+#include <utility>
+#include <vector>
 
 namespace vfApplication {
 
 FileHistory::FileHistory(int maxFiles)
 {
-    FileHistorySettings::instance(false)->setMaxFiles(static_cast<unsigned int>(maxFiles));
+    setMaxFiles(static_cast<unsigned int>(maxFiles));
 }
 
 FileHistory::~FileHistory() = default;
 
 vfBase::VfString FileHistory::getHistoryFile(int index) const
 {
-    return FileHistorySettings::instance(false)->files.get(static_cast<unsigned int>(index));
+    const FileHistorySettings* settings = FileHistorySettings::instance(false);
+    return settings ? settings->files.get(static_cast<unsigned int>(index)) : vfBase::VfString();
 }
 
 int FileHistory::getCount() const
 {
     const FileHistorySettings* settings = FileHistorySettings::instance(false);
-    return static_cast<int>(std::min(settings->maxFiles, settings->files.size()));
+    return settings ? static_cast<int>(std::min(settings->maxFiles, settings->files.size())) : 0;
 }
 
 unsigned int FileHistory::getMaxFiles() const
 {
-    return FileHistorySettings::instance(false)->getMaxFiles();
+    const FileHistorySettings* settings = FileHistorySettings::instance(false);
+    return settings ? settings->getMaxFiles() : 0;
 }
 
 void FileHistory::addFileToHistory(const vfBase::VfString& path)
 {
-    FileHistorySettings* settings = FileHistorySettings::instance(false);
-    assert(settings->maxFiles > 0);
-    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the path may be an entry itself
-    const vfBase::VfString added = path;
+    VF_REQUIRE_APPLICATION_THREAD("FileHistory::addFileToHistory");
+    const osg::ref_ptr<FileHistorySettings> settings = FileHistorySettings::instance(false);
+    if (!settings)
+        return;
+    vfBase::VfString added = path; // a copy: the path may be an entry itself
     const vfBase::VfString key = normalizeFileName(added);
+    std::vector<vfBase::VfString>& files = settings->files.getImp()->entries;
+    // Room for one more, so that nothing can fail between the removal of an entry and the insertion.
+    files.reserve(files.size() + 1);
     unsigned int n = settings->files.size();
     for (unsigned int i = 0; i < n; ++i) {
         if (normalizeFileName(settings->files.get(i)) == key) {
@@ -46,21 +56,23 @@ void FileHistory::addFileToHistory(const vfBase::VfString& path)
             break;
         }
     }
-    while (n >= settings->maxFiles) {
+    while (n > 0 && n >= settings->maxFiles) {
         --n;
         removeFileFromHistory(static_cast<int>(n));
     }
-    settings->files.insert(0, added);
+    files.insert(files.begin(), std::move(added));
 }
 
 void FileHistory::removeFileFromHistory(int index)
 {
-    FileHistorySettings::instance(false)->files.remove(static_cast<unsigned int>(index));
+    if (FileHistorySettings* settings = FileHistorySettings::instance(false))
+        settings->files.remove(static_cast<unsigned int>(index));
 }
 
 void FileHistory::setMaxFiles(unsigned int maxFiles)
 {
-    FileHistorySettings::instance(false)->setMaxFiles(maxFiles);
+    if (FileHistorySettings* settings = FileHistorySettings::instance(false))
+        settings->setMaxFiles(maxFiles);
 }
 
 vfBase::VfString FileHistory::normalizeFileName(const vfBase::VfString& path)

@@ -3,11 +3,11 @@
 
 #include <velaforge/application/Application.h>
 #include <velaforge/base/ClassInfo.h>
+#include <velaforge/base/LifeWatch.h>
+#include <velaforge/base/Require.h>
 #include <velaforge/documents/DocManager.h>
 #include <velaforge/documents/DocTemplate.h>
 #include <velaforge/documents/Document.h>
-
-#include <cassert>
 
 namespace vfApplication {
 
@@ -23,11 +23,14 @@ View& View::operator=(const View& other) = default;
 
 View::~View()
 {
+    vfBase::LifeWatch<View>::end(this);
     // The manager is reached through the document, which may go with the removal of its last view.
-    if (m_document && m_document->getDocumentManager())
-        m_document->getDocumentManager()->activateView(this, false);
+    if (DocManager* manager = m_document ? m_document->getDocumentManager() : nullptr)
+        manager->activateView(this, false);
     if (m_document)
         m_document->removeView(this);
+    // Documents that the view showed before it was given to another one list it still.
+    Document::cutView(this);
 }
 
 const vfBase::ClassInfo* View::getClassInfo() const
@@ -37,13 +40,14 @@ const vfBase::ClassInfo* View::getClassInfo() const
 
 DocManager* View::getDocumentManager() const
 {
-    assert(m_document);
+    VF_REQUIRE(m_document, "View::getDocumentManager", "the view has no document");
     return m_document->getDocumentManager();
 }
 
 vfBase::VfString View::getViewName() const
 {
-    assert(m_document && m_document->getDocumentTemplate());
+    VF_REQUIRE(m_document && m_document->getDocumentTemplate(), "View::getViewName",
+               "the view has no document with a template");
     return m_document->getDocumentTemplate()->getViewName();
 }
 
@@ -54,10 +58,14 @@ void View::activate(bool active)
     DocManager* manager = m_document ? m_document->getDocumentManager() : nullptr;
     if (!manager)
         return;
+    VF_REQUIRE_APPLICATION_THREAD("View::activate");
+    const vfBase::LifeWatch<View> watch(this);
+    const vfBase::LifeWatch<DocManager> managerWatch(manager);
     View* previous = manager->getCurrentView();
-    onActivateView(active, this,
-                   previous); // before the manager changes: the view can compare itself with previous
-    manager->activateView(this, active);
+    // Before the manager changes, so that the view can compare itself with the previous one.
+    onActivateView(active, this, previous);
+    if (!watch.isGone() && !managerWatch.isGone())
+        manager->activateView(this, active);
 }
 
 bool View::close(bool force)

@@ -94,6 +94,8 @@ public:
     static const char* classId();
 
 private:
+    friend class Document;
+
     Document* m_document = nullptr;
     vfBase::VfString m_viewName;
     vfBase::Options m_viewOptions;

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/modules/Module.h>
 
+#include <velaforge/base/CrosswisePair.h>
+#include <velaforge/base/Require.h>
 #include <velaforge/modules/MinimalUiSetup.h>
 #include <velaforge/modules/ModuleInterface.h>
 #include <velaforge/modules/ModulePrivate.h>
 #include <velaforge/modules/vfAppModule.h>
-
-#include <cassert>
 
 namespace vfApplication {
 
@@ -38,11 +38,7 @@ void Module::fillBody(const UiSetup& uiSetup)
 
 Module::~Module()
 {
-    if (!d)
-        return; // the body went first, and cut us off
-    d->owner = nullptr;
-    d->unref();
-    d = nullptr;
+    vfBase::crosswise::endHandle(d, &ModulePrivate::owner);
 }
 
 const char* Module::getId() const
@@ -62,7 +58,7 @@ const char* Module::getModuleDescription() const
 
 ModuleInterface* Module::getModuleInterface()
 {
-    return d->moduleInterface;
+    return d ? d->moduleInterface : nullptr;
 }
 
 bool Module::hasUiSetup() const
@@ -72,31 +68,25 @@ bool Module::hasUiSetup() const
 
 const UiSetup& Module::getUiSetup() const
 {
-    assert(hasUiSetup() && "the declaration that the module was given is gone");
+    VF_REQUIRE(hasUiSetup(), "Module::getUiSetup", "the UiSetup that the module was given is destroyed");
     return *d->uiSetup->owner;
 }
 
 void Module::onLanguageChange()
 {
-    if (d->moduleInterface)
-        d->moduleInterface->languageChanged();
+    if (ModuleInterface* told = getModuleInterface())
+        told->languageChanged();
 }
 
 void ModulePrivate::setOwner(Module* module)
 {
-    if (owner != module)
-        delete owner;
-    owner = module;
+    vfBase::crosswise::setOwner(owner, module);
 }
 
 ModulePrivate::~ModulePrivate()
 {
     moduleInterface = nullptr;
-    if (!owner)
-        return;
-    owner->d = nullptr;
-    delete owner;
-    owner = nullptr;
+    vfBase::crosswise::endBody(owner, &Module::d);
 }
 
 ModuleInterface::ModuleInterface() = default;

@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/modules/ModuleRegistry.h>
 
+#include <velaforge/base/ProcessSingleton.h>
 #include <velaforge/modules/Module.h>
 #include <velaforge/modules/ModuleRegistryPrivate.h>
 
 #include <OpenThreads/ScopedLock>
+
+#include <algorithm>
+#include <utility>
 
 namespace vfApplication {
 
@@ -19,34 +23,40 @@ ModuleRegistry::~ModuleRegistry()
 
 ModuleRegistry* ModuleRegistry::instance(bool erase)
 {
-    static struct Kept
-    {
-        ~Kept() { delete registry; }
-        ModuleRegistry* registry = new ModuleRegistry;
-    } kept;
-    if (erase) {
-        delete kept.registry;
-        kept.registry = nullptr;
-    }
-    return kept.registry;
+    return vfBase::processSingleton(erase, [] {
+        return std::shared_ptr<ModuleRegistry>(new ModuleRegistry,
+                                               [](ModuleRegistry* handle) { delete handle; });
+    });
 }
 
 void ModuleRegistry::addModule(Module* module)
 {
     if (!module)
         return;
+    // Released at the end, after the lock: the end of a module runs its code, which may use the registry.
+    std::shared_ptr<Module> former;
+    std::shared_ptr<Module> added;
     const Lock lock(d->mutex);
+    auto& modules = d->activeModuleMap.asStdMap();
+    const auto present = std::find_if(modules.begin(), modules.end(),
+                                      [module](const auto& entry) { return entry.second.get() == module; });
+    added = present == modules.end() ? std::shared_ptr<Module>(module) : present->second;
     const vfBase::VfString key(module->getId());
-    d->activeModuleMap[key] = std::shared_ptr<Module>(module);
+    std::shared_ptr<Module>& entry = modules[key];
+    if (present != modules.end() && present->first != key)
+        modules.erase(present); // it has another id by now
+    former.swap(entry);
+    entry = std::move(added);
 }
 
 void ModuleRegistry::removeModule(Module* module)
 {
     if (!module)
         return;
+    // Out of the table, and out of the lock, before it is released: its destructor may use the registry.
+    std::shared_ptr<Module> released;
     const Lock lock(d->mutex);
-    // Out of the table first, so that a module may ask the registry while it is destroyed.
-    const std::shared_ptr<Module> released = d->activeModuleMap.take(vfBase::VfString(module->getId()));
+    released = d->activeModuleMap.take(vfBase::VfString(module->getId()));
 }
 
 Module* ModuleRegistry::getModule(const std::string& id) const

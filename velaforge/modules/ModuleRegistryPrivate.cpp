@@ -3,6 +3,7 @@
 
 #include <velaforge/application/Application.h>
 #include <velaforge/base/ChildProcess.h>
+#include <velaforge/base/ProcessSingleton.h>
 #include <velaforge/modules/Module.h>
 #include <velaforge/modules/ModuleSettings.h>
 
@@ -11,7 +12,6 @@
 #include <osgDB/FileUtils>
 
 #include <algorithm>
-#include <utility>
 
 // The extension of modules, with its dot. No file has this one, and so none is opened: modules come to the registry by
 // addModule. Tests build this file with another value.
@@ -68,12 +68,8 @@ ModuleRegistryPrivate::Proxy::Proxy(Producer* producer) : Base::Proxy(producer) 
 
 ModuleRegistryPrivate* ModuleRegistryPrivate::instance(bool erase)
 {
-    static std::shared_ptr<ModuleRegistryPrivate> registry(new ModuleRegistryPrivate);
-    if (erase) {
-        const std::shared_ptr<ModuleRegistryPrivate> released = std::move(registry);
-        return nullptr;
-    }
-    return registry.get();
+    return vfBase::processSingleton(
+        erase, [] { return std::shared_ptr<ModuleRegistryPrivate>(new ModuleRegistryPrivate); });
 }
 
 void ModuleRegistryPrivate::discoverModules(const std::string& directory)

@@ -2,10 +2,14 @@
 #pragma once
 
 #include <velaforge/application/Export.h>
-#include <velaforge/base/SettingsObjectPrivate.h>
+#include <velaforge/base/SettingsBase.h>
 
 #include <map>
 #include <string>
+
+namespace vfBase {
+class SettingsProperties;
+}
 
 namespace vfApplication {
 
@@ -14,23 +18,14 @@ namespace vfApplication {
 /// ModuleRegistry reads it while it looks for modules, and empties it when it has found their directory. In a program
 /// that is before the settings are loaded, so what the settings file holds comes in afterwards and stays as it is until
 /// the next save.
-class VFAPPLICATION_EXPORT ModuleSettings : public vfBase::SettingsObjectPrivate
+class VFAPPLICATION_EXPORT ModuleSettings : public vfBase::SettingsBase<ModuleSettings>
 {
 public:
     ModuleSettings(const ModuleSettings& other, const osg::CopyOp& copyop);
 
-    /// @param erase  lets go of the object for good
-    /// @return the one object; null once it was erased
+    /// @param erase  releases the object for good
+    /// @return the one object; null once it was released, by erasing or at exit
     static ModuleSettings* instance(bool erase);
-
-    /// @return a new object without any module
-    osg::Object* cloneType() const override;
-
-    /// @return a new object with the present list
-    osg::Object* clone(const osg::CopyOp& copyop) const override;
-    bool isSameKindAs(const osg::Object* object) const override;
-    const char* libraryName() const override;
-    const char* className() const override;
 
     /// Module name to whether it is enabled, in order of the names.
     std::map<std::string, bool>& getModuleList() { return m_moduleList; }
@@ -52,6 +47,12 @@ protected:
     ~ModuleSettings() override;
 
 private:
+    friend vfBase::SettingsBase<ModuleSettings>;
+    static constexpr const char* settingsLibrary = "vfApplication";
+    static constexpr const char* settingsName = "Modules";
+
+    static const vfBase::SettingsProperties s_properties; ///< what the store keeps
+
     ModuleSettings();
 
     std::map<std::string, bool> m_moduleList;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/modules/UiSetup.h>
 
+#include <velaforge/base/CrosswisePair.h>
 #include <velaforge/modules/UiSetupPrivate.h>
 
 namespace vfApplication {
@@ -18,11 +19,7 @@ UiSetup::UiSetup(UiSetupPrivate* body) : d(body)
 
 UiSetup::~UiSetup()
 {
-    if (!d)
-        return; // the body went first, and cut us off
-    d->owner = nullptr;
-    d->unref();
-    d = nullptr;
+    vfBase::crosswise::endHandle(d, &UiSetupPrivate::owner);
 }
 
 UiSetup::DocumentInterfaceMode UiSetup::getDocumentIntefaceMode()
@@ -62,18 +59,12 @@ bool UiSetup::showSceneGraphTreeView() const
 
 void UiSetupPrivate::setOwner(UiSetup* setup)
 {
-    if (owner != setup)
-        delete owner;
-    owner = setup;
+    vfBase::crosswise::setOwner(owner, setup);
 }
 
 UiSetupPrivate::~UiSetupPrivate()
 {
-    if (!owner)
-        return;
-    owner->d = nullptr;
-    delete owner;
-    owner = nullptr;
+    vfBase::crosswise::endBody(owner, &UiSetup::d);
 }
 
 } // namespace vfApplication

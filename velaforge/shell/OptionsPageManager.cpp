@@ -1,33 +1,43 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/shell/OptionsPageManager.h>
 
+#include <velaforge/base/CopyCount.h>
 #include <velaforge/base/KeptForProcess.h>
 #include <velaforge/base/Registry_.h>
+#include <velaforge/base/Require.h>
 #include <velaforge/shell/UiOptionsPage.h>
 
+#include <cstddef>
 #include <memory>
 
 namespace vfApplication {
 
 OptionsPageManager::OptionsPageManager() : ids(new std::vector<std::string>) {}
 
-OptionsPageManager::OptionsPageManager(const OptionsPageManager& other) = default;
+OptionsPageManager::OptionsPageManager(const OptionsPageManager& other) : ids(other.ids)
+{
+    vfBase::CopyCount::add(ids);
+}
 
 OptionsPageManager& OptionsPageManager::operator=(const OptionsPageManager& other)
 {
-    if (ids != other.ids)
-        vfBase::keepReachable(ids); // other managers may share it
+    if (ids == other.ids)
+        return *this;
+    vfBase::CopyCount::add(other.ids);
+    vfBase::keepReachable(ids); // other managers may share it
     ids = other.ids;
     return *this;
 }
 
 OptionsPageManager::~OptionsPageManager()
 {
-    delete ids;
+    if (vfBase::CopyCount::release(ids))
+        delete ids;
 }
 
 void OptionsPageManager::addOptionsPageId(const char* id)
 {
+    VF_REQUIRE(id, "OptionsPageManager::addOptionsPageId", "the id is null");
     ids->emplace_back(id);
 }
 
@@ -43,7 +53,9 @@ UiOptionsPage* OptionsPageManager::createOptionsPage(const char* id) const
 vfBase::Vector<UiOptionsPage*> OptionsPageManager::createPages() const
 {
     vfBase::Vector<UiOptionsPage*> pages;
-    for (const std::string& id : *ids) {
+    // By index, with a copy of the id: the constructor of a page may announce further pages.
+    for (std::size_t i = 0; i < ids->size(); ++i) {
+        const std::string id = (*ids)[i];
         vfBase::VfObject* object = vfBase::Registry_::instance().createType(id.c_str());
         if (auto* page = dynamic_cast<UiOptionsPage*>(object))
             pages.append(page);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/shell/StatusBar.h>
 
+#include <velaforge/base/CrosswisePair.h>
 #include <velaforge/shell/StatusBarInterface.h>
 
 namespace vfApplication {
@@ -14,28 +15,20 @@ StatusBar::StatusBar() : d(new StatusBarPrivate(this))
 
 StatusBar::~StatusBar()
 {
-    if (!d)
-        return; // the body went first, and cut us off
-    d->owner = nullptr;
-    delete d;
-    d = nullptr;
+    vfBase::crosswise::endHandle(d, &StatusBarPrivate::owner);
 }
 
 StatusBarPrivate::~StatusBarPrivate()
 {
     statusBarInterface = nullptr;
-    if (!owner)
-        return;
-    owner->d = nullptr;
-    delete owner;
-    owner = nullptr;
+    vfBase::crosswise::endBody(owner, &StatusBar::d);
 }
 
 StatusBarInterface::~StatusBarInterface() = default;
 
 StatusBarInterface* StatusBar::getStatusBarInterface()
 {
-    return d->statusBarInterface;
+    return d ? d->statusBarInterface : nullptr;
 }
 
 void StatusBar::updateStatus(StatusBarTextEnum, const char*, int) {}

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#include <velaforge/base/CopyCount.h>
+
+#include <atomic>
+#include <map>
+#include <mutex>
+
+namespace vfBase {
+
+namespace {
+
+struct Counts
+{
+    std::mutex mutex;
+    std::map<const void*, unsigned int> further; ///< holders besides the first
+    std::atomic<bool> areAny{false};
+};
+
+Counts& counts()
+{
+    static Counts& all = *new Counts; // objects are destroyed until the very end of the process
+    return all;
+}
+
+} // namespace
+
+void CopyCount::add(const void* shared)
+{
+    if (!shared)
+        return;
+    Counts& all = counts();
+    const std::lock_guard<std::mutex> guard(all.mutex);
+    ++all.further[shared];
+    all.areAny = true;
+}
+
+bool CopyCount::release(const void* shared) noexcept
+{
+    Counts& all = counts();
+    if (!all.areAny)
+        return true;
+    const std::lock_guard<std::mutex> guard(all.mutex);
+    const auto found = all.further.find(shared);
+    if (found == all.further.end())
+        return true;
+    if (--found->second == 0)
+        all.further.erase(found);
+    return false;
+}
+
+} // namespace vfBase

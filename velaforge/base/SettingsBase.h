@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <velaforge/base/ProcessSingleton.h>
+#include <velaforge/base/SettingsObjectPrivate.h>
+
+#include <osg/CopyOp>
+#include <osg/ref_ptr>
+
+namespace vfBase {
+
+/// What all settings classes have in common, so that each declares its fields, its names and its properties only.
+///
+///     class Zoom : public vfBase::SettingsBase<Zoom>
+///     {
+///     public:
+///         Zoom(const Zoom& other, const osg::CopyOp& copyop) : SettingsBase(other, copyop), m_steps(other.m_steps) {}
+///         static Zoom* instance(bool erase) { return singleton(erase); }   // in the source file of a shared library
+///         int getSteps() const { return m_steps; }
+///         void setSteps(int steps) { m_steps = steps; }
+///
+///     private:
+///         friend vfBase::SettingsBase<Zoom>;
+///         static constexpr const char* settingsLibrary = "solar";  // libraryName()
+///         static constexpr const char* settingsName = "Zoom";      // className()
+///         Zoom() = default;
+///         int m_steps = 8;
+///     };
+template <class Self>
+class SettingsBase : public SettingsObjectPrivate
+{
+public:
+    /// @return a new object with the defaults
+    osg::Object* cloneType() const override { return new Self; }
+
+    /// @return a new object with the present values
+    osg::Object* clone(const osg::CopyOp& copyop) const override
+    {
+        return new Self(static_cast<const Self&>(*this), copyop);
+    }
+
+    /// @return true for an object of this class
+    bool isSameKindAs(const osg::Object* object) const override
+    {
+        return dynamic_cast<const Self*>(object) != nullptr;
+    }
+
+    /// @return the first half of the name of the entry in the settings file
+    const char* libraryName() const override { return Self::settingsLibrary; }
+
+    /// @return the second half of the name of the entry in the settings file
+    const char* className() const override { return Self::settingsName; }
+
+protected:
+    SettingsBase() = default;
+    SettingsBase(const SettingsBase& other, const osg::CopyOp& copyop) : SettingsObjectPrivate(other, copyop)
+    {}
+    ~SettingsBase() override = default;
+
+    /// The body of `instance(bool)`, see processSingleton. Call it at one place, in a source file.
+    static Self* singleton(bool erase)
+    {
+        return processSingleton(erase, [] { return osg::ref_ptr<Self>(new Self); });
+    }
+};
+
+} // namespace vfBase
