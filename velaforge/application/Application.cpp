@@ -143,7 +143,8 @@ void Application::exit(int code)
 {
     d->exitRequested = true;
     d->exitCode = code;
-    d->uif()->exit(code);
+    if (ApplicationInterface* shell = d->uif())
+        shell->exit(code);
 }
 
 const char* Application::getLastError() const
@@ -158,12 +159,14 @@ ApplicationInterface* Application::getApplicationInterface()
 
 StatusBar& Application::getStatusBar()
 {
-    return d->uif()->getStatusBar();
+    ApplicationInterface* shell = d->uif();
+    VF_REQUIRE(shell, "Application::getStatusBar", "called while the shell is made");
+    return shell->getStatusBar();
 }
 
 const StatusBar& Application::getStatusBar() const
 {
-    return d->uif()->getStatusBar();
+    return const_cast<Application*>(this)->getStatusBar();
 }
 
 DockWindowManager& Application::getDockWindowManager()

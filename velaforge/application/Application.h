@@ -95,6 +95,7 @@ public:
     /// Asks the shell to leave its event loop.
     void exit(int code);
 
+    /// @return the shell, which stays the same until the process ends; null while the producer makes it
     ApplicationInterface* getApplicationInterface();
 
     /// @return the shell's status bar

@@ -19,6 +19,7 @@ namespace vfApplication {
 namespace {
 
 const vfBase::Call deletingManager{"Application::setDocManager"};
+const vfBase::Call creatingShell{"ApplicationProducer::create"};
 
 } // namespace
 
@@ -83,6 +84,10 @@ ApplicationPrivate::~ApplicationPrivate()
 
 ApplicationInterface* ApplicationPrivate::uif()
 {
+    // The producer may use the application while it makes the shell; there is none to use as yet.
+    if (vfBase::RunningCall<ApplicationPrivate>::isRunning(this, creatingShell))
+        return nullptr;
+    const vfBase::RunningCall<ApplicationPrivate> running(this, creatingShell);
     // Once in the process: a later application gets the shell that was made for the first.
     static ApplicationInterface* shell = [this] {
         VF_REQUIRE(ApplicationProducer::Realizer, "Application::run",

@@ -226,6 +226,8 @@ bool DocManager::updateDocument(Document* document, const vfBase::VfString& path
 
 View* DocManager::createView(Document* document, const vfBase::Options& options)
 {
+    VF_REQUIRE_APPLICATION_THREAD("DocManager::createView");
+    const vfBase::LifeWatch<Document> watch(document);
     vfBase::Vector<DocTemplate*> visible;
     getVisibleTemplates(visible);
     if (visible.isEmpty())
@@ -234,6 +236,8 @@ View* DocManager::createView(Document* document, const vfBase::Options& options)
         visible.size() == 1 ? visible.first()
                             : selectViewType(visible.data(), static_cast<int>(visible.size()), false);
     if (!documentTemplate)
+        return nullptr;
+    if (watch.isGone())
         return nullptr;
     View* view = documentTemplate->createView(document, options);
     if (!view)

@@ -57,8 +57,9 @@ DocTemplate* DocManager::findTemplateForPath(const char* path)
             return templates.at(i);
     }
     for (unsigned int i = 0; i < templates.size(); ++i) {
-        if (templates.at(i)->fileMatchesTemplate(name))
-            return templates.at(i);
+        DocTemplate* candidate = templates.at(i);
+        if (candidate->fileMatchesTemplate(name))
+            return candidate;
     }
     return nullptr;
 }

@@ -106,11 +106,17 @@ Document* DocTemplate::createDocument(const vfBase::VfString& path, const vfBase
 {
     Document* document = doCreateDocument(options);
     const vfBase::LifeWatch<Document> watch(document);
-    if (initDocument(document, path, options))
+    bool isMade = false;
+    try {
+        isMade = initDocument(document, path, options);
+    } catch (...) {
+        Document::destroy(watch.get());
+        throw;
+    }
+    if (isMade)
         return watch.get();
     // With the views that it got before it failed.
-    if (document && !watch.isGone())
-        Document::destroy(document);
+    Document::destroy(watch.get());
     return nullptr;
 }
 
@@ -169,11 +175,18 @@ Document* DocTemplate::doCreateDocument(const vfBase::Options&)
 
 View* DocTemplate::doCreateView(const vfBase::Options& options)
 {
-    std::unique_ptr<View> view =
-        make<View>(m_viewClassInfo, m_viewName, "View type name does not represent vfApplication::View!");
-    if (view)
-        view->setViewOptions(options);
-    return view.release();
+    View* view =
+        make<View>(m_viewClassInfo, m_viewName, "View type name does not represent vfApplication::View!")
+            .release();
+    const vfBase::LifeWatch<View> watch(view);
+    try {
+        if (view)
+            view->setViewOptions(options);
+    } catch (...) {
+        delete watch.get();
+        throw;
+    }
+    return watch.get();
 }
 
 } // namespace vfApplication

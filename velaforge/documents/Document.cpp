@@ -34,7 +34,6 @@ using Views = vfBase::Vector<View*>;
 namespace {
 
 const vfBase::Call closing{"Document::close"};
-const vfBase::Call deletingView{"Document::deleteAllViews"};
 
 /// @return the shell of the current application, null when there is no application
 ApplicationInterface* shell()
@@ -127,11 +126,12 @@ void tellViews(const Document& document, const Views& views, const View* sender,
     }
 }
 
-/// Deletes a view, which takes it out of the list.
-void deleteView(View* view, const Views& views, const LifeWatch<Document>& watch)
+} // namespace
+
+void Document::deleteView(View* view, const Views& views, const LifeWatch<Document>& watch)
 {
     {
-        const RunningCall<View> deletes(view, deletingView);
+        const RunningCall<View> ending(view, View::s_ending);
         delete view;
     }
     // Still listed: the view was entered by addView alone and knows no document that it could leave.
@@ -140,8 +140,6 @@ void deleteView(View* view, const Views& views, const LifeWatch<Document>& watch
             document->removeView(view);
     }
 }
-
-} // namespace
 
 const vfBase::Call Document::s_making{"DocTemplate::initDocument"};
 
@@ -243,17 +241,40 @@ void Document::cutView(View* view)
 {
     for (Document* document : AllDocuments::instance().list()) {
         const LifeWatch<Document> watch(document);
-        if (document->m_viewList.contains(view))
-            document->removeView(view);
+        try {
+            if (document->m_viewList.contains(view))
+                document->removeView(view);
+        } catch (...) {
+            // An override has thrown before the view was out of the list, or after that.
+            if (!watch.isGone())
+                document->dropView(view);
+        }
     }
+}
+
+void Document::dropView(View* view)
+{
+    const unsigned int index = m_viewList.indexOf(view);
+    if (index != Views::npos) {
+        m_viewList.remove(index);
+        ViewWalk::onRemoved(m_viewList, index);
+    }
+    if (m_viewList.isEmpty() && !RunningCall<Document>::isRunning(this, s_making))
+        delete this;
 }
 
 void Document::destroy(Document* document)
 {
+    if (!document)
+        return;
     const LifeWatch<Document> watch(document);
     const Views views = document->m_viewList;
-    while (!watch.isGone() && !views.isEmpty())
-        deleteView(views.asStdVector().front(), views, watch);
+    while (!watch.isGone() && !views.isEmpty()) {
+        View* view = views.asStdVector().front();
+        if (RunningCall<View>::isRunning(view, View::s_ending))
+            return; // the document goes with this view, which is being deleted already
+        deleteView(view, views, watch);
+    }
     delete watch.get();
 }
 
@@ -388,7 +409,7 @@ bool Document::deleteAllViews()
     while (!watch.isGone() && !views.isEmpty()) {
         View* view = views.asStdVector().front();
         const bool isLast = views.size() == 1;
-        if (RunningCall<View>::isRunning(view, deletingView))
+        if (RunningCall<View>::isRunning(view, View::s_ending))
             return true; // the call that deletes this view goes on with the others
         deleteView(view, views, watch);
         if (isLast)

@@ -213,6 +213,12 @@ private:
     /// Takes a view that is destroyed out of every list that it still stands in.
     static void cutView(View* view);
 
+    /// Deletes a view, which takes it out of the list.
+    static void deleteView(View* view, const vfBase::Vector<View*>& views,
+                           const vfBase::LifeWatch<Document>& watch);
+
+    /// Takes a view out of the list as removeView() does, without calling an override.
+    void dropView(View* view);
     void cutViews(DocManager* manager);
     void leaveManager();
     DocManager* requiredManager(const char* operation) const;

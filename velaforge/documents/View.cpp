@@ -15,6 +15,8 @@ const vfBase::ClassInfo View::s_classInfo("vfApplication", "View", View::classId
                                           &vfBase::VfObject::s_classInfo, nullptr,
                                           static_cast<int>(sizeof(View)), nullptr);
 
+const vfBase::Call View::s_ending{"View::~View"};
+
 View::View() : m_viewOptions(vfBase::Options::invalid()) {}
 
 View::View(const View& other) = default;
@@ -24,12 +26,17 @@ View& View::operator=(const View& other) = default;
 View::~View()
 {
     vfBase::LifeWatch<View>::end(this);
-    // The manager is reached through the document, which may go with the removal of its last view.
-    if (DocManager* manager = m_document ? m_document->getDocumentManager() : nullptr)
-        manager->activateView(this, false);
-    if (m_document)
-        m_document->removeView(this);
-    // Documents that the view showed before it was given to another one list it still.
+    const vfBase::RunningCall<View> ending(this, s_ending);
+    // The manager is reached through the document, which may go with the removal of its last view. What an override
+    // throws must not leave a destructor: the view is taken out all the same.
+    try {
+        if (DocManager* manager = m_document ? m_document->getDocumentManager() : nullptr)
+            manager->activateView(this, false);
+    } catch (...) {
+        if (DocManager* manager = m_document ? m_document->getDocumentManager() : nullptr)
+            manager->DocManager::activateView(this, false);
+    }
+    // Also documents that it showed before it was given to another one list it still.
     Document::cutView(this);
 }
 

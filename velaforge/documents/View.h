@@ -2,6 +2,7 @@
 #pragma once
 
 #include <velaforge/application/Export.h>
+#include <velaforge/base/LifeWatch.h>
 #include <velaforge/base/Options.h>
 #include <velaforge/base/VfObject.h>
 #include <velaforge/base/VfString.h>
@@ -95,6 +96,9 @@ public:
 
 private:
     friend class Document;
+
+    /// Marks a view whose destructor runs, or is about to.
+    static const vfBase::Call s_ending;
 
     Document* m_document = nullptr;
     vfBase::VfString m_viewName;
