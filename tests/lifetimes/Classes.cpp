@@ -110,9 +110,10 @@ const vfBase::ClassInfo OtherDocument::s_classInfo("life", "OtherDocument", "lif
 
 Document::Document()
 {
-    ++population().documents;
+    auto* processor = new Processor(this);
     delete getCommandProcessor();
-    setCommandProcessor(new Processor(this));
+    setCommandProcessor(processor);
+    ++population().documents;
 }
 
 Document::~Document()

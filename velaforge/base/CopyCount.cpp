@@ -4,6 +4,7 @@
 #include <atomic>
 #include <map>
 #include <mutex>
+#include <new>
 
 namespace vfBase {
 
@@ -18,7 +19,10 @@ struct Counts
 
 Counts& counts()
 {
-    static Counts& all = *new Counts; // objects are destroyed until the very end of the process
+    // Never destroyed, since objects are destroyed until the very end of the process; and in memory of its own, since a
+    // destructor that asks first must not fail.
+    alignas(Counts) static unsigned char place[sizeof(Counts)];
+    static Counts& all = *new (place) Counts;
     return all;
 }
 

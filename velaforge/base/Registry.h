@@ -28,10 +28,11 @@ public:
         /// is let go.
         explicit Proxy(Producer* producer)
         {
-            // The key first: asking for it must not find a registry that is half way through taking this producer.
-            const Key key = producer->getKey();
-            // Released at the end: a producer that loses its place may use the registry while it is destroyed.
+            // Owned first, in case the key cannot be asked for; and in the end the owner of the producer that loses its
+            // place, which may use the registry while it is destroyed.
             std::shared_ptr<Producer> replaced(producer);
+            // The key before the registry: asking for it must not find a table that is half way through taking the producer.
+            const Key key = producer->getKey();
             Private* registry = Private::instance(false);
             if (!registry)
                 return; // the process ends, and so does the producer
