@@ -189,3 +189,49 @@ TEST(FileHistorySettings, FollowsThePatternOfSettingsObjects)
     EXPECT_EQ(nullptr, FileHistorySettings::instance(true));
     EXPECT_EQ(nullptr, FileHistorySettings::instance(false));
 }
+
+TEST(FileHistory, AMaximumOfNothingShowsNothingAndIsHarmless)
+{
+    FileHistory history(9);
+    history.addFileToHistory("a.obj");
+    history.setMaxFiles(0);
+    history.addFileToHistory("b.obj");
+    EXPECT_EQ(0, history.getCount());
+    EXPECT_EQ("b.obj", history.getHistoryFile(0));
+    EXPECT_EQ("", history.getHistoryFile(1));
+    history.removeFileFromHistory(7);
+    history.setMaxFiles(9);
+    EXPECT_EQ(1, history.getCount());
+}
+
+TEST(FileHistory, WithoutItsSettingsItIsEmptyAndHarmless)
+{
+    FileHistory history(9);
+    history.addFileToHistory("a.obj");
+    vfApplication::FileHistorySettings::instance(true);
+    history.addFileToHistory("b.obj");
+    history.removeFileFromHistory(0);
+    history.setMaxFiles(3);
+    EXPECT_EQ(0, history.getCount());
+    EXPECT_EQ(0u, history.getMaxFiles());
+    EXPECT_EQ("", history.getHistoryFile(0));
+}
+
+TEST(FileHistory, AnOverrideMayEmptyTheListWhileAFileIsAdded)
+{
+    struct Emptying : FileHistory
+    {
+        Emptying() : FileHistory(2) {}
+        void removeFileFromHistory(int) override
+        {
+            while (getCount() > 0)
+                FileHistory::removeFileFromHistory(0);
+        }
+    };
+    Emptying history;
+    history.addFileToHistory("a.obj");
+    history.addFileToHistory("b.obj");
+    history.addFileToHistory("c.obj");
+    EXPECT_EQ(1, history.getCount());
+    EXPECT_EQ("c.obj", history.getHistoryFile(0));
+}

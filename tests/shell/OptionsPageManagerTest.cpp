@@ -155,6 +155,53 @@ TEST(OptionsPageManager, CopiesAndAssignmentShareOneList)
     EXPECT_THAT(groups(assigned->createPages()), ElementsAre("General"));
 }
 
+TEST(OptionsPageManager, OfCopiesTheLastOneFreesTheList)
+{
+    auto manager = std::make_unique<OptionsPageManager>();
+    manager->addOptionsPageId("test::PlainPage");
+    const OptionsPageManager copy(*manager);
+    manager.reset();
+    EXPECT_THAT(groups(copy.createPages()), ElementsAre("General"));
+}
+
+namespace {
+
+/// Announces a page while it is made.
+struct AnnouncingPage : UiOptionsPage
+{
+    AnnouncingPage()
+    {
+        for (int i = 0; i < 100 && !isDone; ++i)
+            Registry::instance().getOptionsPageManager().addOptionsPageId("test::PlainPage");
+        isDone = true;
+    }
+    static bool isDone;
+};
+
+bool AnnouncingPage::isDone = false;
+
+const vfBase::ClassInfo announcingRecord("test", "AnnouncingPage", "test::AnnouncingPage",
+                                         &UiOptionsPage::s_classInfo, nullptr, sizeof(AnnouncingPage),
+                                         []() -> vfBase::VfObject* { return new AnnouncingPage; });
+
+} // namespace
+
+TEST(OptionsPageManager, APageMayAnnounceOthersWhileItIsMade)
+{
+    OptionsPageManager& manager = Registry::instance().getOptionsPageManager();
+    manager.addOptionsPageId("test::AnnouncingPage");
+    const auto pages = manager.createPages();
+    EXPECT_EQ(101u, pages.size());
+    for (UiOptionsPage* page : pages)
+        delete page;
+}
+
+TEST(OptionsPageManager, AnnouncingNullEndsTheProcessWithALine)
+{
+    EXPECT_DEATH(OptionsPageManager().addOptionsPageId(nullptr),
+                 "^velaFORGE: OptionsPageManager::addOptionsPageId: the id is null\n$");
+}
+
 TEST(ShellRegistry, GivesTheSameManagerAtEveryCall)
 {
     OptionsPageManager& manager = Registry::instance().getOptionsPageManager();

@@ -4,11 +4,11 @@
 #include <velaforge/base/CursorHandle.h>
 #include <velaforge/base/Export.h>
 #include <velaforge/base/Pair.h>
+#include <velaforge/base/Require.h>
 
 #include <osg/Referenced>
 #include <osg/ref_ptr>
 
-#include <cassert>
 #include <iterator>
 
 namespace vfBase {
@@ -72,7 +72,7 @@ public:
     /// Moves back onto the previous entry, which becomes the current one; only where there is one.
     Entry previous()
     {
-        assert(hasPrevious());
+        VF_REQUIRE(hasPrevious(), "vfBase::AssociativeIterator", "there is no entry before the cursor");
         d->current = --d->position;
         return entry(d->current);
     }
@@ -80,12 +80,12 @@ public:
     /// Return the entry that next or previous would; only where there is one.
     Entry peekNext() const
     {
-        assert(hasNext());
+        VF_REQUIRE(hasNext(), "vfBase::AssociativeIterator", "there is no entry behind the cursor");
         return entry(d->position);
     }
     Entry peekPrevious() const
     {
-        assert(hasPrevious());
+        VF_REQUIRE(hasPrevious(), "vfBase::AssociativeIterator", "there is no entry before the cursor");
         return entry(std::prev(d->position));
     }
 
@@ -119,12 +119,12 @@ public:
     /// @return a copy of the key or value of the current entry; only where there is one
     Key key() const
     {
-        assert(d->current != end());
+        VF_REQUIRE(d->current != end(), "vfBase::AssociativeIterator", "there is no current entry");
         return d->current->first;
     }
     Value value() const
     {
-        assert(d->current != end());
+        VF_REQUIRE(d->current != end(), "vfBase::AssociativeIterator", "there is no current entry");
         return d->current->second;
     }
 

@@ -3,6 +3,7 @@
 
 #include <velaforge/base/CursorHandle.h>
 #include <velaforge/base/Export.h>
+#include <velaforge/base/Require.h>
 
 #include <osg/Referenced>
 #include <osg/ref_ptr>
@@ -56,13 +57,29 @@ public:
         return d->container.valid() && d->position != d->container->container->begin();
     }
 
-    /// Move by one and return the element passed; only where there is one.
-    Reference next() { return *d->position++; }
-    Reference previous() { return *--d->position; }
+    /// Move by one and return the element passed. Where there is none they end the process with one line.
+    Reference next()
+    {
+        requireNext();
+        return *d->position++;
+    }
+    Reference previous()
+    {
+        requirePrevious();
+        return *--d->position;
+    }
 
-    /// Return the element that next or previous would; only where there is one.
-    Reference peekNext() const { return *d->position; }
-    Reference peekPrevious() const { return *std::prev(d->position); }
+    /// Return the element that next or previous would, and end the process likewise.
+    Reference peekNext() const
+    {
+        requireNext();
+        return *d->position;
+    }
+    Reference peekPrevious() const
+    {
+        requirePrevious();
+        return *std::prev(d->position);
+    }
 
     /// Moves behind the next element equal to @p x, or to the end. @return true if there was one
     bool findNext(const Value& x)
@@ -91,6 +108,15 @@ public:
 
 private:
     using Base::d;
+
+    void requireNext() const
+    {
+        VF_REQUIRE(hasNext(), "vfBase::Iterator", "there is no element behind the cursor");
+    }
+    void requirePrevious() const
+    {
+        VF_REQUIRE(hasPrevious(), "vfBase::Iterator", "there is no element before the cursor");
+    }
 };
 
 } // namespace vfBase

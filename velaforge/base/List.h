@@ -96,19 +96,25 @@ public:
     /// Inserts before the cursor. @return a new cursor on the new element
     Iterator<List> insert(const Iterator<List>& it, const T& x)
     {
-        return cursor(d->container->insert(it.getImp()->position, x));
+        return cursor(d->container->insert(place(it), x));
     }
 
     /// Removes the element at the cursor. @return a new cursor on the following one
     Iterator<List> remove(const Iterator<List>& it)
     {
-        return cursor(d->container->erase(it.getImp()->position));
+        VF_REQUIRE(place(it) != this->end(), "vfBase::List::remove", "the cursor stands at the end");
+        return cursor(d->container->erase(place(it)));
     }
 
     /// Removes the elements from @p first up to, not including, @p last. @return a new cursor on @p last
     Iterator<List> remove(const Iterator<List>& first, const Iterator<List>& last)
     {
-        return cursor(d->container->erase(first.getImp()->position, last.getImp()->position));
+        const auto end = place(last);
+        auto at = place(first);
+        while (at != end && at != this->end())
+            ++at;
+        VF_REQUIRE(at == end, "vfBase::List::remove", "the second cursor stands before the first");
+        return cursor(d->container->erase(place(first), end));
     }
 
     /// @return a new container with the same elements
@@ -122,6 +128,14 @@ public:
 
 private:
     using Base::d;
+    using Base::place;
+
+    typename Container::iterator place(const Iterator<List>& it) const
+    {
+        VF_REQUIRE(it.isValid() && it.getImp()->container.get() == d, "vfBase::List",
+                   "the cursor stands in another container");
+        return it.getImp()->position;
+    }
 
     Iterator<List> cursor(typename Container::iterator position)
     {

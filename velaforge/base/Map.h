@@ -4,9 +4,9 @@
 #include <velaforge/base/AssociativeIterator.h>
 #include <velaforge/base/ContainerHandle.h>
 #include <velaforge/base/List.h>
+#include <velaforge/base/Require.h>
 
 #include <algorithm>
-#include <cassert>
 #include <iterator>
 #include <map>
 
@@ -119,10 +119,10 @@ public:
     /// Makes an entry, unless the key is there: then the old value stays. @return a cursor on the entry
     Cursor insert(const K& key, const V& value) { return cursor(d->container->emplace(key, value).first); }
 
-    /// The same, with a cursor near the place as a hint.
+    /// The same, with a cursor near the place as a hint; a cursor in another map is none.
     Cursor insert(const Cursor& it, const K& key, const V& value)
     {
-        if (!it.isValid())
+        if (!it.isValid() || it.getImp()->container.get() != d)
             return insert(key, value);
         return cursor(d->container->emplace_hint(it.getImp()->position, key, value));
     }
@@ -194,7 +194,7 @@ private:
 
     Container& checkedFilled() const
     {
-        assert(!d->container->empty());
+        VF_REQUIRE(!d->container->empty(), "vfBase::Map", "asked for an entry of an empty one");
         return *d->container;
     }
 };

@@ -6,7 +6,8 @@
 namespace vfBase {
 
 /// Ends the process by abort(), after one line on standard error: "velaFORGE: <operation>: <reason>".
-[[noreturn]] VFBASE_EXPORT void failRequirement(const char* operation, const char* reason) noexcept;
+[[noreturn, gnu::cold]] VFBASE_EXPORT void failRequirement(const char* operation,
+                                                           const char* reason) noexcept;
 
 /// @return whether the calling thread is the one that constructed or runs the Application; true before there is one
 VFBASE_EXPORT bool isApplicationThread() noexcept;

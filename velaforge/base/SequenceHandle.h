@@ -3,15 +3,15 @@
 
 #include <velaforge/base/ContainerHandle.h>
 #include <velaforge/base/Iterator.h>
+#include <velaforge/base/Require.h>
 
 #include <algorithm>
-#include <cassert>
 #include <iterator>
 
 namespace vfBase {
 
 /// What Vector and List share. Indexes count from 0. Operations that take an index without a word on it require it
-/// to be in range, and are caught by an assertion in debug builds otherwise.
+/// to be in range, and end the process with one line otherwise.
 ///
 /// The operators that return a container return a further handle on this one, operator+ too: it appends to its
 /// left operand.
@@ -159,17 +159,17 @@ protected:
 
     auto place(unsigned int index) const
     {
-        assert(index < size());
+        VF_REQUIRE(index < size(), "vfBase container", "the index is out of range");
         return std::next(begin(), static_cast<std::ptrdiff_t>(index));
     }
     auto placeOrEnd(unsigned int index) const
     {
-        assert(index <= size());
+        VF_REQUIRE(index <= size(), "vfBase container", "the index is out of range");
         return std::next(begin(), static_cast<std::ptrdiff_t>(index));
     }
     Container& checkedFilled() const
     {
-        assert(!d->container->empty());
+        VF_REQUIRE(!d->container->empty(), "vfBase container", "asked for an element of an empty one");
         return *d->container;
     }
 };

@@ -105,7 +105,7 @@ public:
     void remove(unsigned int index, unsigned int n)
     {
         const auto from = this->placeOrEnd(index);
-        assert(n <= this->size() - index);
+        VF_REQUIRE(n <= this->size() - index, "vfBase::Vector::remove", "the number is out of range");
         d->container->erase(from, from + static_cast<std::ptrdiff_t>(n));
     }
 
