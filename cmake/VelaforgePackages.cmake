@@ -16,6 +16,7 @@ install(DIRECTORY velaforge DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" COMPONENT 
     PATTERN "*.h"
     PATTERN "toolkit" EXCLUDE
     PATTERN "internal" EXCLUDE
+    PATTERN "FileDraft.h" EXCLUDE
     PATTERN "PosixFiles.h" EXCLUDE
     PATTERN "SettingsDocument.h" EXCLUDE
     PATTERN "SettingsFile.h" EXCLUDE

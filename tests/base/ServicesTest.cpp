@@ -6,7 +6,6 @@
 #include <velaforge/base/FileNames.h>
 #include <velaforge/base/NotifyHandler.h>
 #include <velaforge/base/Printable.h>
-#include <velaforge/base/ReplaceFile.h>
 #include <velaforge/base/StandardPaths.h>
 #include <velaforge/base/Version.h>
 
@@ -14,17 +13,13 @@
 
 #include <gmock/gmock.h>
 
-#include <csignal>
 #include <cstdlib>
 
-#include <sys/resource.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 using vfBase::ApplicationInfo;
 using vfBase::StandardPaths;
 using vfBase::VfString;
-using vfTest::readFile;
 
 TEST(FileNames, TakePathsApart)
 {
@@ -57,74 +52,6 @@ TEST(FileNames, MakeOneComponentOfAnyName)
     EXPECT_EQ("__", vfBase::makePathComponent(".."));
     EXPECT_EQ(".._x", vfBase::makePathComponent("../x"));
     EXPECT_EQ("", vfBase::makePathComponent(""));
-}
-
-TEST(ReplaceFile, WritesTheWholeFileAndLeavesNothingElse)
-{
-    const vfTest::TemporaryDirectory directory;
-    const std::string path = directory.write("file", "before");
-    VfString reason;
-    ASSERT_TRUE(vfBase::replaceFile(path, std::string(200000, 'x'), reason)) << reason.str();
-    EXPECT_EQ(std::string(200000, 'x'), readFile(path));
-    unlink(path.c_str());
-    EXPECT_EQ(0, rmdir(directory.path().c_str()));
-    mkdir(directory.path().c_str(), 0700);
-}
-
-TEST(ReplaceFile, KeepsALinkAndThePermissions)
-{
-    const vfTest::TemporaryDirectory directory;
-    const std::string path = directory.write("real/file", "before");
-    chmod(path.c_str(), 0640);
-    ASSERT_EQ(0, symlink("real/file", directory.file("link").c_str()));
-    VfString reason;
-    ASSERT_TRUE(vfBase::replaceFile(directory.file("link"), "after", reason));
-    EXPECT_EQ("after", readFile(path));
-    struct stat status;
-    ASSERT_EQ(0, lstat(directory.file("link").c_str(), &status));
-    EXPECT_TRUE(S_ISLNK(status.st_mode));
-    ASSERT_EQ(0, stat(path.c_str(), &status));
-    EXPECT_EQ(0640u, status.st_mode & 0777u);
-}
-
-TEST(ReplaceFile, TellsWhyAndLeavesWhatWasThere)
-{
-    const vfTest::TemporaryDirectory directory;
-    VfString reason;
-    EXPECT_FALSE(vfBase::replaceFile(directory.file("missing/file"), "x", reason));
-    EXPECT_EQ("No such file or directory", reason);
-    EXPECT_FALSE(vfBase::replaceFile(directory.path(), "x", reason));
-    EXPECT_EQ("Is a directory", reason);
-    EXPECT_FALSE(vfBase::replaceFile("", "x", reason));
-    const std::string readOnly = directory.write("read-only", "before");
-    chmod(readOnly.c_str(), 0400);
-    EXPECT_FALSE(vfBase::replaceFile(readOnly, "x", reason));
-    EXPECT_EQ("Permission denied", reason);
-    EXPECT_EQ("before", readFile(readOnly));
-}
-
-TEST(ReplaceFile, AFileSizeLimitLeavesTheFileAsItWasAndTheProcessAlive)
-{
-    const vfTest::TemporaryDirectory directory;
-    const std::string path = directory.write("file", "before");
-    rlimit limit{100000, RLIM_INFINITY};
-    ASSERT_EQ(0, setrlimit(RLIMIT_FSIZE, &limit));
-    VfString reason;
-    EXPECT_FALSE(vfBase::replaceFile(path, std::string(200000, 'x'), reason));
-    EXPECT_EQ("File too large", reason);
-    EXPECT_EQ("before", readFile(path));
-    EXPECT_TRUE(vfBase::replaceFile(path, "small", reason));
-}
-
-TEST(ReplaceFile, WritesToADeviceDirectly)
-{
-    VfString reason;
-    EXPECT_TRUE(vfBase::replaceFile("/dev/null", "x", reason));
-    EXPECT_FALSE(vfBase::replaceFile("/dev/full", "x", reason));
-    EXPECT_EQ("No space left on device", reason);
-    struct stat status;
-    ASSERT_EQ(0, stat("/dev/full", &status));
-    EXPECT_TRUE(S_ISCHR(status.st_mode));
 }
 
 TEST(Printable, KeepsUtf8AndEscapesEverythingElse)

@@ -13,6 +13,7 @@
 #include <gmock/gmock.h>
 
 #include <cmath>
+#include <filesystem>
 #include <limits>
 
 #include <fcntl.h>
@@ -592,7 +593,7 @@ TEST_F(SettingsStore, ASaveBeyondAFileSizeLimitFailsAndLeavesTheFile)
     told.stop();
     EXPECT_FALSE(saved);
     EXPECT_EQ(before, readFile(path));
-    EXPECT_FALSE(exists(path + ".new"));
+    EXPECT_EQ(3, std::distance(std::filesystem::directory_iterator(directory.path()), {}));
     EXPECT_EQ("first", textIn(path + ".previous"));
     EXPECT_TRUE(program.save());
     EXPECT_EQ("third", textIn(path));
@@ -630,13 +631,27 @@ TEST_F(SettingsStore, ASaveOnAFullDiskFailsAndLeavesTheFile)
 TEST_F(SettingsStore, ClearsAwayWhatAnInterruptedSaveLeft)
 {
     saveTwice();
-    directory.write("solar.json.new", "half a fi");
     directory.write("solar.json.previous-new", "half a fi");
+    const std::string draft = directory.write(".solar.json.draft-0123456789abcdef", "half a fi");
     Program program(path);
     EXPECT_TRUE(program.load());
     EXPECT_EQ("second", program.planet->text);
-    EXPECT_FALSE(exists(path + ".new"));
     EXPECT_FALSE(exists(path + ".previous-new"));
+    EXPECT_FALSE(exists(draft));
+}
+
+TEST_F(SettingsStore, ACopyForAnotherPlaceLeavesFilesOfSimilarNamesThere)
+{
+    saveTwice();
+    Program program(path);
+    program.load();
+    const std::string copy = directory.file("backup.json");
+    directory.write("backup.json.new", "the user's");
+    directory.write("backup.json.previous-new", "the user's");
+    EXPECT_TRUE(program.settings.save(copy.c_str()));
+    EXPECT_EQ("the user's", readFile(copy + ".new"));
+    EXPECT_EQ("the user's", readFile(copy + ".previous-new"));
+    EXPECT_EQ("second", textIn(copy));
 }
 
 TEST_F(SettingsStore, AMissingFileIsNotBroughtBackFromTheGenerationBefore)

@@ -167,6 +167,7 @@ bool SettingsPrivate::setAsideDamaged(const SettingsFile& file, const Disk& disk
 bool SettingsPrivate::load()
 {
     const SettingsFile file(path().str());
+    file.removeAbandonedDrafts();
     Disk disk = readDisk(file);
     if (disk.isDamaged || file.hasLeftovers()) {
         const SettingsFile::Lock lock(file);
@@ -274,7 +275,7 @@ bool SettingsPrivate::saveTo(const std::string& otherPath)
     if (present.state == SettingsFile::State::Refused)
         reason = present.reason;
     else
-        saved = (file.clearLeftovers(), file.write(ours().text(), false, reason));
+        saved = file.write(ours().text(), false, reason);
     if (!saved)
         tell("Settings were not saved to " + printable(file.path()).str() + ": " + reason);
     return saved;
