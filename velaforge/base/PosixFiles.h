@@ -27,6 +27,9 @@ class Descriptor
 {
 public:
     Descriptor(const std::string& path, int flags, mode_t mode = 0);
+
+    /// Takes over an open descriptor; a negative number stands for none.
+    explicit Descriptor(int descriptor) : m_value(descriptor) {}
     ~Descriptor();
 
     Descriptor(const Descriptor&) = delete;
