@@ -17,6 +17,7 @@ install(DIRECTORY velaforge DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" COMPONENT 
     PATTERN "toolkit" EXCLUDE
     PATTERN "internal" EXCLUDE
     PATTERN "FileDraft.h" EXCLUDE
+    PATTERN "InternedText.h" EXCLUDE
     PATTERN "PosixFiles.h" EXCLUDE
     PATTERN "SettingsDocument.h" EXCLUDE
     PATTERN "SettingsFile.h" EXCLUDE

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The services of a process: names of files, places, identity, diagnostics.
+#include "support/Process.h"
 #include "support/TemporaryDirectory.h"
 
 #include <velaforge/base/ApplicationInfo.h>
@@ -13,13 +14,17 @@
 
 #include <gmock/gmock.h>
 
+#include <atomic>
 #include <cstdlib>
+#include <thread>
+#include <vector>
 
 #include <unistd.h>
 
 using vfBase::ApplicationInfo;
 using vfBase::StandardPaths;
 using vfBase::VfString;
+using vfTest::readFile;
 
 TEST(FileNames, TakePathsApart)
 {
@@ -191,4 +196,75 @@ TEST(NotifyHandler, CanBeSwitchedOff)
 {
     vfBase::NotifyHandler::instance().setNotifyEnabled(false);
     EXPECT_FALSE(vfBase::NotifyHandler::instance().isNotifyEnabled());
+}
+
+TEST(NotifyHandler, AWarningFromAStaticDestructorIsWrittenAndKept)
+{
+    const vfTest::Outcome outcome =
+        vfTest::runProgram({VELAFORGE_PROGRAM_DIR "/services_program", "late-warning"});
+    const std::string early = "an early warning, long enough to be allocated on the heap\n";
+    const std::string late = "a late warning, long enough to be allocated on the heap\n";
+    const std::string all = early + early + early + early + early + late;
+    EXPECT_EQ(0, outcome.status);
+    EXPECT_EQ(all, outcome.err);
+    EXPECT_EQ("6 on\n" + all, outcome.out);
+}
+
+TEST(NotifyHandler, ThreadsMayWarnWhileItIsSwitchedOnAndOff)
+{
+    vfBase::NotifyHandler& handler = vfBase::NotifyHandler::instance();
+    handler.install();
+    vfBase::clearMonitor();
+    testing::internal::CaptureStderr();
+    std::atomic<bool> isOver{false};
+    std::atomic<int> timesEnabled{0};
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 2; ++i) {
+        threads.emplace_back([&] {
+            for (int message = 0; message < 200; ++message) {
+                timesEnabled += handler.isNotifyEnabled();
+                osg::getNotifyHandler()->notify(osg::WARN, "a warning\n");
+            }
+            isOver = true;
+        });
+    }
+    while (!isOver) {
+        handler.setQuiet(!handler.isQuiet());
+        handler.setNotifyEnabled(!handler.isNotifyEnabled());
+        handler.install();
+        EXPECT_LE(vfBase::getMonitorMessages().size(), 400u);
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    testing::internal::GetCapturedStderr();
+    EXPECT_EQ(400u, vfBase::getMonitorMessages().size());
+    EXPECT_LE(timesEnabled, 400);
+}
+
+namespace {
+
+/// Starts the program with redirections of a shell. @return what it found
+std::string descriptorsWith(const std::string& redirections)
+{
+    const vfTest::TemporaryDirectory directory;
+    const std::string report = directory.file("report");
+    vfTest::runProgram(
+        {"sh", "-c",
+         "exec " VELAFORGE_PROGRAM_DIR "/services_program descriptors '" + report + "' " + redirections});
+    return readFile(report);
+}
+
+} // namespace
+
+TEST(StandardDescriptors, ClosedOnesAreOpenedSoThatNoFileGetsTheirNumbers)
+{
+    EXPECT_EQ("opened nowhere nowhere nowhere next free read 0\n", descriptorsWith("<&- >&- 2>&-"));
+    EXPECT_EQ("opened nowhere kept kept next free read 0\n", descriptorsWith("<&-"));
+    EXPECT_EQ("opened kept nowhere kept next free read 1\n", descriptorsWith("</dev/zero >&-"));
+    EXPECT_EQ("opened kept kept nowhere next free read 1\n", descriptorsWith("</dev/zero 2>&-"));
+}
+
+TEST(StandardDescriptors, OpenOnesStayAsTheyAre)
+{
+    EXPECT_EQ("opened kept kept kept next free read 1\n", descriptorsWith("</dev/zero"));
 }

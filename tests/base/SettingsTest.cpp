@@ -481,15 +481,28 @@ TEST_F(SettingsStore, EntriesAndKeysOfOthersComeBackOutAsTheyWentIn)
 
 TEST_F(SettingsStore, AFileOfANewerFormatIsNeitherReadNorWritten)
 {
-    const std::string newer = "{\"format\":2,\"solar::Planet\":{\"text\":\"new\"}}";
-    directory.write("solar.json", newer);
-    Program program(path);
-    Told told;
-    EXPECT_FALSE(program.load());
-    EXPECT_FALSE(program.save());
-    EXPECT_THAT(told.stop(), HasSubstr("newer version"));
-    EXPECT_EQ("default", program.planet->text);
-    EXPECT_EQ(newer, readFile(path));
+    for (const char* format : {"2", "2147483648", "4294967297", "9223372036854775807", "9223372036854775808",
+                               "18446744073709551615", "18446744073709551616", "1e300", "1.5", "0", "-1",
+                               "-9223372036854775808", "-9223372036854775809"})
+    {
+        const std::string newer =
+            std::string("{\"format\":") + format + ",\"solar::Planet\":{\"text\":\"new\"}}";
+        directory.write("solar.json", newer);
+        Program program(path);
+        Told told;
+        EXPECT_FALSE(program.load()) << format;
+        EXPECT_FALSE(program.save()) << format;
+        EXPECT_THAT(told.stop(), HasSubstr("newer version")) << format;
+        EXPECT_EQ("default", program.planet->text) << format;
+        EXPECT_EQ(newer, readFile(path)) << format;
+        EXPECT_FALSE(exists(path + ".damaged-1")) << format;
+    }
+}
+
+TEST_F(SettingsStore, AFormatThatAPersonWroteAsARealNumberIsKnown)
+{
+    directory.write("solar.json", "{\"format\":1.0,\"solar::Planet\":{\"text\":\"typed\"}}");
+    EXPECT_EQ("typed", textIn(path));
 }
 
 TEST_F(SettingsStore, ADirectoryInThePlaceOfTheFileIsToldAndLeftAlone)
@@ -825,6 +838,26 @@ TEST_F(SettingsStore, TheGlobalStoresFileIsNamedByVendorAndApplication)
     EXPECT_TRUE(loaded == Settings::global());
     EXPECT_TRUE(Settings::global().save(nullptr));
     EXPECT_TRUE(exists(directory.file("viewer.json")));
+}
+
+TEST_F(SettingsStore, ThePathOfTheFileStaysReadableWhenTheNameChanges)
+{
+    setenv("XDG_CONFIG_HOME", directory.path().c_str(), 1);
+    vfBase::ApplicationInfo& info = vfBase::ApplicationInfo::instance();
+    const std::string name(100, 'a');
+    info.setApplicationName(name.c_str());
+    const char* const first = Settings::global().getSettingsFilePath();
+    EXPECT_EQ(first, Settings::global().getSettingsFilePath());
+    info.setApplicationName("another");
+    EXPECT_EQ(directory.file("another.json"), Settings::global().getSettingsFilePath());
+    EXPECT_EQ(directory.file(name + ".json"), first);
+
+    const char* ofItsOwn = nullptr;
+    {
+        const Settings settings{VfString(path)};
+        ofItsOwn = settings.getSettingsFilePath();
+    }
+    EXPECT_EQ(path, ofItsOwn);
 }
 
 TEST_F(SettingsStore, AnotherApplicationNameIsAnotherFile)

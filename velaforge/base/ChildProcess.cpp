@@ -102,7 +102,6 @@ void end(pid_t child, int watch)
     info.si_pid = 0;
     if (waitid(type, id, &info, WEXITED | WNOHANG | WNOWAIT) != 0)
         return; // SIGCHLD is ignored, and the system has removed the process already
-
     kill(-child, SIGKILL);
     kill(child, SIGKILL);
     while (waitid(type, id, &info, WEXITED) != 0 && errno == EINTR) {

@@ -52,7 +52,8 @@ public:
     /// @return false, with the file as it was, when that could not be finished
     bool save(const char* path);
 
-    /// @return the path of the store's own file, valid until it is asked again after the application's name changed
+    /// @return the path of the store's own file; the text stays valid until the process ends. The path of the global store
+    ///         changes with the application's name and vendor, and then each path has a text of its own
     const char* getSettingsFilePath() const;
 
     /// Makes an object known to the store, in place of one with the same names. See RegisterSettingsObjectProxy.

@@ -246,7 +246,7 @@ std::optional<SettingsDocument> SettingsDocument::parse(const std::string& text,
         return std::nullopt;
     }
     const json* number = member(root, formatKey);
-    if (!root.is_object() || (number && !number->is_number_integer())) {
+    if (!root.is_object() || (number && !number->is_number())) {
         reason = "it is not a settings file";
         return std::nullopt;
     }
@@ -258,10 +258,14 @@ std::string SettingsDocument::text() const
     return m_json->root.dump(4, ' ', false, json::error_handler_t::replace) + "\n";
 }
 
-std::int64_t SettingsDocument::format() const
+bool SettingsDocument::isOfKnownFormat() const
 {
     const json* number = member(m_json->root, formatKey);
-    return number ? number->get<std::int64_t>() : currentFormat;
+    if (!number)
+        return true;
+    // As a floating value every number is in range; none of those beyond 2^53 is known.
+    const auto value = number->get<double>();
+    return value >= 1 && value <= currentFormat && value == std::floor(value);
 }
 
 bool SettingsDocument::has(const std::string& entry) const
