@@ -21,6 +21,7 @@ install(DIRECTORY velaforge DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" COMPONENT 
     PATTERN "PosixFiles.h" EXCLUDE
     PATTERN "SettingsDocument.h" EXCLUDE
     PATTERN "SettingsFile.h" EXCLUDE
+    PATTERN "SettingsText.h" EXCLUDE
     PATTERN "Utf8.h" EXCLUDE)
 
 install(EXPORT velaforgeTargets NAMESPACE velaforge:: DESTINATION "${VELAFORGE_CMAKE_DIR}" COMPONENT development)

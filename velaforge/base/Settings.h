@@ -22,7 +22,8 @@ class SettingsPrivate;
 /// Nothing is lost. A save replaces the file as a whole, or leaves it as it was and returns false; the generation
 /// before it stays beside it under ".previous". A damaged file is set aside under a name of its own, and the last good
 /// generation is taken in its place. Entries and keys that this program does not know come back out as they went in.
-/// When two programs save at once, each keeps what the other has changed. Problems are told through osg::notify.
+/// When two programs save at once, each keeps what the other has changed: maps merge by key, lists of texts or objects by
+/// element (docs/settings.md has the rules). Problems are reported through osg::notify.
 ///
 /// A handle: copies share the store.
 class VFBASE_EXPORT Settings : public Referenced

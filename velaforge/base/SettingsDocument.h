@@ -47,6 +47,8 @@ public:
     std::optional<SettingsValue> value(const std::string& entry, const std::string& property) const;
     void setValue(const std::string& entry, const std::string& property, const SettingsValue& value);
 
+    /// Merges the changes of two programs. Objects merge by key, lists that are ordered sets by element, all else as one
+    /// value; docs/settings.md has the rules.
     /// @return @p theirs with everything that @p mine has changed against @p base
     static SettingsDocument merged(const SettingsDocument& base, const SettingsDocument& mine,
                                    const SettingsDocument& theirs);
