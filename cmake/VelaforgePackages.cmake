@@ -16,9 +16,12 @@ install(DIRECTORY velaforge DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" COMPONENT 
     PATTERN "*.h"
     PATTERN "toolkit" EXCLUDE
     PATTERN "internal" EXCLUDE
+    PATTERN "FileDraft.h" EXCLUDE
+    PATTERN "InternedText.h" EXCLUDE
     PATTERN "PosixFiles.h" EXCLUDE
     PATTERN "SettingsDocument.h" EXCLUDE
     PATTERN "SettingsFile.h" EXCLUDE
+    PATTERN "SettingsText.h" EXCLUDE
     PATTERN "Utf8.h" EXCLUDE)
 
 install(EXPORT velaforgeTargets NAMESPACE velaforge:: DESTINATION "${VELAFORGE_CMAKE_DIR}" COMPONENT development)

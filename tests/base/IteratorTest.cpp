@@ -180,6 +180,35 @@ TEST(Iterator, TakesOverACursorThroughSetImp)
     EXPECT_FALSE(a.isValid());
 }
 
+TEST(Iterator, IsMadeFromAnyHandleOnACursor)
+{
+    List<int> list;
+    list << 1 << 2;
+    Iterator<List<int>> it(list);
+    it.next();
+    const vfBase::Referenced& handle = it;
+    Iterator<List<int>> same(handle);
+    EXPECT_EQ(it.getImp(), same.getImp());
+    EXPECT_EQ(2, same.next());
+    EXPECT_FALSE(it.hasNext());
+    EXPECT_FALSE(Iterator<List<int>>(vfBase::Referenced::invalid()).isValid());
+    EXPECT_FALSE(Iterator<List<int>>(static_cast<const vfBase::Referenced&>(list)).isValid());
+    EXPECT_FALSE(Iterator<vfBase::Vector<int>>(handle).isValid());
+}
+
+TEST(AssociativeIterator, IsMadeFromAnyHandleOnACursor)
+{
+    Numbers map;
+    map["a"] = 1;
+    AssociativeIterator<Numbers> it(map);
+    const vfBase::Referenced& handle = it;
+    AssociativeIterator<Numbers> same(handle);
+    EXPECT_EQ(it.getImp(), same.getImp());
+    same.next();
+    EXPECT_FALSE(it.hasNext());
+    EXPECT_FALSE((AssociativeIterator<Numbers>(static_cast<const vfBase::Referenced&>(map)).isValid()));
+}
+
 TEST(AssociativeIterator, BeginsWithPositionAndCurrentOnTheFirstEntry)
 {
     auto it = aToC().getIterator();

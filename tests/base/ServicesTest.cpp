@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 // The services of a process: names of files, places, identity, diagnostics.
+#include "support/Process.h"
 #include "support/TemporaryDirectory.h"
 
 #include <velaforge/base/ApplicationInfo.h>
 #include <velaforge/base/FileNames.h>
 #include <velaforge/base/NotifyHandler.h>
 #include <velaforge/base/Printable.h>
-#include <velaforge/base/ReplaceFile.h>
 #include <velaforge/base/StandardPaths.h>
 #include <velaforge/base/Version.h>
 
@@ -14,11 +14,11 @@
 
 #include <gmock/gmock.h>
 
-#include <csignal>
+#include <atomic>
 #include <cstdlib>
+#include <thread>
+#include <vector>
 
-#include <sys/resource.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 using vfBase::ApplicationInfo;
@@ -57,74 +57,6 @@ TEST(FileNames, MakeOneComponentOfAnyName)
     EXPECT_EQ("__", vfBase::makePathComponent(".."));
     EXPECT_EQ(".._x", vfBase::makePathComponent("../x"));
     EXPECT_EQ("", vfBase::makePathComponent(""));
-}
-
-TEST(ReplaceFile, WritesTheWholeFileAndLeavesNothingElse)
-{
-    const vfTest::TemporaryDirectory directory;
-    const std::string path = directory.write("file", "before");
-    VfString reason;
-    ASSERT_TRUE(vfBase::replaceFile(path, std::string(200000, 'x'), reason)) << reason.str();
-    EXPECT_EQ(std::string(200000, 'x'), readFile(path));
-    unlink(path.c_str());
-    EXPECT_EQ(0, rmdir(directory.path().c_str()));
-    mkdir(directory.path().c_str(), 0700);
-}
-
-TEST(ReplaceFile, KeepsALinkAndThePermissions)
-{
-    const vfTest::TemporaryDirectory directory;
-    const std::string path = directory.write("real/file", "before");
-    chmod(path.c_str(), 0640);
-    ASSERT_EQ(0, symlink("real/file", directory.file("link").c_str()));
-    VfString reason;
-    ASSERT_TRUE(vfBase::replaceFile(directory.file("link"), "after", reason));
-    EXPECT_EQ("after", readFile(path));
-    struct stat status;
-    ASSERT_EQ(0, lstat(directory.file("link").c_str(), &status));
-    EXPECT_TRUE(S_ISLNK(status.st_mode));
-    ASSERT_EQ(0, stat(path.c_str(), &status));
-    EXPECT_EQ(0640u, status.st_mode & 0777u);
-}
-
-TEST(ReplaceFile, TellsWhyAndLeavesWhatWasThere)
-{
-    const vfTest::TemporaryDirectory directory;
-    VfString reason;
-    EXPECT_FALSE(vfBase::replaceFile(directory.file("missing/file"), "x", reason));
-    EXPECT_EQ("No such file or directory", reason);
-    EXPECT_FALSE(vfBase::replaceFile(directory.path(), "x", reason));
-    EXPECT_EQ("Is a directory", reason);
-    EXPECT_FALSE(vfBase::replaceFile("", "x", reason));
-    const std::string readOnly = directory.write("read-only", "before");
-    chmod(readOnly.c_str(), 0400);
-    EXPECT_FALSE(vfBase::replaceFile(readOnly, "x", reason));
-    EXPECT_EQ("Permission denied", reason);
-    EXPECT_EQ("before", readFile(readOnly));
-}
-
-TEST(ReplaceFile, AFileSizeLimitLeavesTheFileAsItWasAndTheProcessAlive)
-{
-    const vfTest::TemporaryDirectory directory;
-    const std::string path = directory.write("file", "before");
-    rlimit limit{100000, RLIM_INFINITY};
-    ASSERT_EQ(0, setrlimit(RLIMIT_FSIZE, &limit));
-    VfString reason;
-    EXPECT_FALSE(vfBase::replaceFile(path, std::string(200000, 'x'), reason));
-    EXPECT_EQ("File too large", reason);
-    EXPECT_EQ("before", readFile(path));
-    EXPECT_TRUE(vfBase::replaceFile(path, "small", reason));
-}
-
-TEST(ReplaceFile, WritesToADeviceDirectly)
-{
-    VfString reason;
-    EXPECT_TRUE(vfBase::replaceFile("/dev/null", "x", reason));
-    EXPECT_FALSE(vfBase::replaceFile("/dev/full", "x", reason));
-    EXPECT_EQ("No space left on device", reason);
-    struct stat status;
-    ASSERT_EQ(0, stat("/dev/full", &status));
-    EXPECT_TRUE(S_ISCHR(status.st_mode));
 }
 
 TEST(Printable, KeepsUtf8AndEscapesEverythingElse)
@@ -264,4 +196,75 @@ TEST(NotifyHandler, CanBeSwitchedOff)
 {
     vfBase::NotifyHandler::instance().setNotifyEnabled(false);
     EXPECT_FALSE(vfBase::NotifyHandler::instance().isNotifyEnabled());
+}
+
+TEST(NotifyHandler, AWarningFromAStaticDestructorIsWrittenAndKept)
+{
+    const vfTest::Outcome outcome =
+        vfTest::runProgram({VELAFORGE_PROGRAM_DIR "/services_program", "late-warning"});
+    const std::string early = "an early warning, long enough to be allocated on the heap\n";
+    const std::string late = "a late warning, long enough to be allocated on the heap\n";
+    const std::string all = early + early + early + early + early + late;
+    EXPECT_EQ(0, outcome.status);
+    EXPECT_EQ(all, outcome.err);
+    EXPECT_EQ("6 on\n" + all, outcome.out);
+}
+
+TEST(NotifyHandler, ThreadsMayWarnWhileItIsSwitchedOnAndOff)
+{
+    vfBase::NotifyHandler& handler = vfBase::NotifyHandler::instance();
+    handler.install();
+    vfBase::clearMonitor();
+    testing::internal::CaptureStderr();
+    std::atomic<bool> isOver{false};
+    std::atomic<int> timesEnabled{0};
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 2; ++i) {
+        threads.emplace_back([&] {
+            for (int message = 0; message < 200; ++message) {
+                timesEnabled += handler.isNotifyEnabled();
+                osg::getNotifyHandler()->notify(osg::WARN, "a warning\n");
+            }
+            isOver = true;
+        });
+    }
+    while (!isOver) {
+        handler.setQuiet(!handler.isQuiet());
+        handler.setNotifyEnabled(!handler.isNotifyEnabled());
+        handler.install();
+        EXPECT_LE(vfBase::getMonitorMessages().size(), 400u);
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    testing::internal::GetCapturedStderr();
+    EXPECT_EQ(400u, vfBase::getMonitorMessages().size());
+    EXPECT_LE(timesEnabled, 400);
+}
+
+namespace {
+
+/// Starts the program with redirections of a shell. @return what it found
+std::string descriptorsWith(const std::string& redirections)
+{
+    const vfTest::TemporaryDirectory directory;
+    const std::string report = directory.file("report");
+    vfTest::runProgram(
+        {"sh", "-c",
+         "exec " VELAFORGE_PROGRAM_DIR "/services_program descriptors '" + report + "' " + redirections});
+    return readFile(report);
+}
+
+} // namespace
+
+TEST(StandardDescriptors, ClosedOnesAreOpenedSoThatNoFileGetsTheirNumbers)
+{
+    EXPECT_EQ("opened nowhere nowhere nowhere next free read 0\n", descriptorsWith("<&- >&- 2>&-"));
+    EXPECT_EQ("opened nowhere kept kept next free read 0\n", descriptorsWith("<&-"));
+    EXPECT_EQ("opened kept nowhere kept next free read 1\n", descriptorsWith("</dev/zero >&-"));
+    EXPECT_EQ("opened kept kept nowhere next free read 1\n", descriptorsWith("</dev/zero 2>&-"));
+}
+
+TEST(StandardDescriptors, OpenOnesStayAsTheyAre)
+{
+    EXPECT_EQ("opened kept kept kept next free read 1\n", descriptorsWith("</dev/zero"));
 }

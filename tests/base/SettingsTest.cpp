@@ -13,6 +13,7 @@
 #include <gmock/gmock.h>
 
 #include <cmath>
+#include <filesystem>
 #include <limits>
 
 #include <fcntl.h>
@@ -480,15 +481,28 @@ TEST_F(SettingsStore, EntriesAndKeysOfOthersComeBackOutAsTheyWentIn)
 
 TEST_F(SettingsStore, AFileOfANewerFormatIsNeitherReadNorWritten)
 {
-    const std::string newer = "{\"format\":2,\"solar::Planet\":{\"text\":\"new\"}}";
-    directory.write("solar.json", newer);
-    Program program(path);
-    Told told;
-    EXPECT_FALSE(program.load());
-    EXPECT_FALSE(program.save());
-    EXPECT_THAT(told.stop(), HasSubstr("newer version"));
-    EXPECT_EQ("default", program.planet->text);
-    EXPECT_EQ(newer, readFile(path));
+    for (const char* format : {"2", "2147483648", "4294967297", "9223372036854775807", "9223372036854775808",
+                               "18446744073709551615", "18446744073709551616", "1e300", "1.5", "0", "-1",
+                               "-9223372036854775808", "-9223372036854775809"})
+    {
+        const std::string newer =
+            std::string("{\"format\":") + format + ",\"solar::Planet\":{\"text\":\"new\"}}";
+        directory.write("solar.json", newer);
+        Program program(path);
+        Told told;
+        EXPECT_FALSE(program.load()) << format;
+        EXPECT_FALSE(program.save()) << format;
+        EXPECT_THAT(told.stop(), HasSubstr("newer version")) << format;
+        EXPECT_EQ("default", program.planet->text) << format;
+        EXPECT_EQ(newer, readFile(path)) << format;
+        EXPECT_FALSE(exists(path + ".damaged-1")) << format;
+    }
+}
+
+TEST_F(SettingsStore, AFormatThatAPersonWroteAsARealNumberIsKnown)
+{
+    directory.write("solar.json", "{\"format\":1.0,\"solar::Planet\":{\"text\":\"typed\"}}");
+    EXPECT_EQ("typed", textIn(path));
 }
 
 TEST_F(SettingsStore, ADirectoryInThePlaceOfTheFileIsToldAndLeftAlone)
@@ -592,7 +606,7 @@ TEST_F(SettingsStore, ASaveBeyondAFileSizeLimitFailsAndLeavesTheFile)
     told.stop();
     EXPECT_FALSE(saved);
     EXPECT_EQ(before, readFile(path));
-    EXPECT_FALSE(exists(path + ".new"));
+    EXPECT_EQ(3, std::distance(std::filesystem::directory_iterator(directory.path()), {}));
     EXPECT_EQ("first", textIn(path + ".previous"));
     EXPECT_TRUE(program.save());
     EXPECT_EQ("third", textIn(path));
@@ -630,13 +644,27 @@ TEST_F(SettingsStore, ASaveOnAFullDiskFailsAndLeavesTheFile)
 TEST_F(SettingsStore, ClearsAwayWhatAnInterruptedSaveLeft)
 {
     saveTwice();
-    directory.write("solar.json.new", "half a fi");
     directory.write("solar.json.previous-new", "half a fi");
+    const std::string draft = directory.write(".solar.json.draft-0123456789abcdef", "half a fi");
     Program program(path);
     EXPECT_TRUE(program.load());
     EXPECT_EQ("second", program.planet->text);
-    EXPECT_FALSE(exists(path + ".new"));
     EXPECT_FALSE(exists(path + ".previous-new"));
+    EXPECT_FALSE(exists(draft));
+}
+
+TEST_F(SettingsStore, ACopyForAnotherPlaceLeavesFilesOfSimilarNamesThere)
+{
+    saveTwice();
+    Program program(path);
+    program.load();
+    const std::string copy = directory.file("backup.json");
+    directory.write("backup.json.new", "the user's");
+    directory.write("backup.json.previous-new", "the user's");
+    EXPECT_TRUE(program.settings.save(copy.c_str()));
+    EXPECT_EQ("the user's", readFile(copy + ".new"));
+    EXPECT_EQ("the user's", readFile(copy + ".previous-new"));
+    EXPECT_EQ("second", textIn(copy));
 }
 
 TEST_F(SettingsStore, AMissingFileIsNotBroughtBackFromTheGenerationBefore)
@@ -810,6 +838,26 @@ TEST_F(SettingsStore, TheGlobalStoresFileIsNamedByVendorAndApplication)
     EXPECT_TRUE(loaded == Settings::global());
     EXPECT_TRUE(Settings::global().save(nullptr));
     EXPECT_TRUE(exists(directory.file("viewer.json")));
+}
+
+TEST_F(SettingsStore, ThePathOfTheFileStaysReadableWhenTheNameChanges)
+{
+    setenv("XDG_CONFIG_HOME", directory.path().c_str(), 1);
+    vfBase::ApplicationInfo& info = vfBase::ApplicationInfo::instance();
+    const std::string name(100, 'a');
+    info.setApplicationName(name.c_str());
+    const char* const first = Settings::global().getSettingsFilePath();
+    EXPECT_EQ(first, Settings::global().getSettingsFilePath());
+    info.setApplicationName("another");
+    EXPECT_EQ(directory.file("another.json"), Settings::global().getSettingsFilePath());
+    EXPECT_EQ(directory.file(name + ".json"), first);
+
+    const char* ofItsOwn = nullptr;
+    {
+        const Settings settings{VfString(path)};
+        ofItsOwn = settings.getSettingsFilePath();
+    }
+    EXPECT_EQ(path, ofItsOwn);
 }
 
 TEST_F(SettingsStore, AnotherApplicationNameIsAnotherFile)

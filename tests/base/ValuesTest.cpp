@@ -8,6 +8,10 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
+#include <cmath>
+#include <cstdint>
+#include <limits>
 #include <stdexcept>
 
 using vfBase::Options;
@@ -77,6 +81,91 @@ TEST(VfVariant, HoldsAnyCopyableValueAndTellsItsType)
     };
     EXPECT_EQ(7, VfVariant(Own{7}).get<Own>().n);
     EXPECT_TRUE(VfVariant(Own{7}).is<Own>());
+}
+
+TEST(VfVariant, AnIntegerAnswersToEveryIntegerTypeInWhichItFits)
+{
+    const VfVariant five(5);
+    EXPECT_TRUE(five.is<int>());
+    EXPECT_EQ(5, five.get<int>());
+    EXPECT_EQ(5u, five.get<unsigned int>());
+    EXPECT_EQ(5, five.get<short>());
+    EXPECT_EQ(5u, five.get<std::uint64_t>());
+    EXPECT_EQ(5, five.get<long long>());
+    EXPECT_EQ(5, five.get<char>());
+    EXPECT_EQ('x', VfVariant('x').get<char>());
+    EXPECT_EQ(120, VfVariant('x').get<int>());
+
+    EXPECT_TRUE(VfVariant(-1).is<signed char>());
+    EXPECT_FALSE(VfVariant(-1).is<unsigned char>());
+    EXPECT_FALSE(VfVariant(-1).is<std::uint64_t>());
+    EXPECT_EQ(0u, VfVariant(-1).get<unsigned int>());
+    EXPECT_TRUE(VfVariant(127).is<std::int8_t>());
+    EXPECT_FALSE(VfVariant(128).is<std::int8_t>());
+    EXPECT_TRUE(VfVariant(-128).is<std::int8_t>());
+    EXPECT_FALSE(VfVariant(-129).is<std::int8_t>());
+    EXPECT_TRUE(VfVariant(255).is<std::uint8_t>());
+    EXPECT_FALSE(VfVariant(256).is<std::uint8_t>());
+    EXPECT_EQ(0, VfVariant(256).get<std::uint8_t>());
+    EXPECT_EQ(INT_MAX, VfVariant(INT_MAX).get<int>());
+    EXPECT_EQ(INT_MIN, VfVariant(INT_MIN).get<int>());
+    EXPECT_FALSE(VfVariant(static_cast<unsigned int>(INT_MAX) + 1).is<int>());
+    EXPECT_EQ(LLONG_MIN, VfVariant(LLONG_MIN).get<long long>());
+    EXPECT_FALSE(VfVariant(LLONG_MIN).is<std::uint64_t>());
+    EXPECT_FALSE(VfVariant(LLONG_MIN).is<int>());
+}
+
+TEST(VfVariant, ALargeUnsignedIntegerDoesNotTurnNegative)
+{
+    const VfVariant large(ULLONG_MAX);
+    EXPECT_TRUE(large.is<unsigned long long>());
+    EXPECT_EQ(ULLONG_MAX, large.get<std::uint64_t>());
+    EXPECT_FALSE(large.is<long long>());
+    EXPECT_FALSE(large.is<int>());
+    EXPECT_EQ(0, large.toInteger());
+    const unsigned long long firstBeyond = static_cast<unsigned long long>(LLONG_MAX) + 1;
+    EXPECT_EQ(firstBeyond, VfVariant(firstBeyond).get<unsigned long long>());
+    EXPECT_FALSE(VfVariant(firstBeyond).is<long long>());
+    EXPECT_EQ(LLONG_MAX, VfVariant(firstBeyond - 1).get<long long>());
+}
+
+TEST(VfVariant, AFloatingValueAnswersToEveryFloatingType)
+{
+    EXPECT_TRUE(VfVariant(0.5f).is<float>());
+    EXPECT_EQ(0.5f, VfVariant(0.5f).get<float>());
+    EXPECT_EQ(0.5, VfVariant(0.5f).get<double>());
+    EXPECT_EQ(0.1f, VfVariant(0.1).get<float>());
+    EXPECT_EQ(0.1L, VfVariant(0.1L).get<long double>());
+    EXPECT_EQ(0.1, VfVariant(0.1L).get<double>());
+    EXPECT_EQ(static_cast<long double>(0.1), VfVariant(0.1).get<long double>());
+    EXPECT_FALSE(VfVariant(1e300).is<float>());
+    EXPECT_EQ(0.0f, VfVariant(-1e300).get<float>());
+    EXPECT_FALSE(VfVariant(std::numeric_limits<long double>::max()).is<double>());
+    EXPECT_TRUE(VfVariant(std::numeric_limits<long double>::max()).is<long double>());
+    const double infinity = std::numeric_limits<double>::infinity();
+    EXPECT_EQ(-std::numeric_limits<float>::infinity(), VfVariant(-infinity).get<float>());
+    EXPECT_EQ(infinity, VfVariant(std::numeric_limits<long double>::infinity()).get<double>());
+    EXPECT_TRUE(std::isnan(VfVariant(std::nan("")).get<float>()));
+    EXPECT_TRUE(VfVariant(std::nan("")).is<double>());
+}
+
+TEST(VfVariant, ConvertsBetweenNoOtherTypes)
+{
+    EXPECT_FALSE(VfVariant(5).is<double>());
+    EXPECT_FALSE(VfVariant(5.0).is<int>());
+    EXPECT_FALSE(VfVariant(1).is<bool>());
+    EXPECT_FALSE(VfVariant(true).is<int>());
+    EXPECT_FALSE(VfVariant("5").is<int>());
+    EXPECT_FALSE(VfVariant("5").is<std::string>());
+    enum class Side
+    {
+        Left,
+        Right
+    };
+    EXPECT_EQ(Side::Right, VfVariant(Side::Right).get<Side>());
+    EXPECT_FALSE(VfVariant(Side::Right).is<int>());
+    EXPECT_FALSE(VfVariant().is<int>());
+    EXPECT_EQ(0, VfVariant().get<int>());
 }
 
 TEST(VfVariant, GivesTheEmptyValueOfATypeThatItDoesNotHold)

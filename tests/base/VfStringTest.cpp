@@ -39,6 +39,26 @@ TEST(VfString, ComparesAndOrdersByByte)
     EXPECT_TRUE(VfString("a") < VfString("aa"));
 }
 
+TEST(VfString, NullComparesAsTheEmptyTextOnEitherSide)
+{
+    const char* const none = nullptr;
+    const VfString empty;
+    const VfString text("a");
+    EXPECT_TRUE(none == empty);
+    EXPECT_TRUE(empty == none);
+    EXPECT_FALSE(none == text);
+    EXPECT_FALSE(text == none);
+    EXPECT_TRUE(none != text);
+    EXPECT_TRUE(text != none);
+    EXPECT_FALSE(none != empty);
+    EXPECT_FALSE(empty != none);
+    EXPECT_TRUE(none < text);
+    EXPECT_FALSE(text < none);
+    EXPECT_FALSE(none < empty);
+    EXPECT_TRUE("a" == text && text == "a" && "b" != text && text != "b" && "Z" < text && text < "b");
+    EXPECT_EQ("a", text + none);
+}
+
 TEST(VfString, ConcatenationMakesANewTextAndAppendingChangesThisOne)
 {
     const VfString hull("hull");

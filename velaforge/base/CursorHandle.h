@@ -27,6 +27,9 @@ public:
     /// A handle on @p body; null gives an invalid one.
     explicit CursorHandle(Body* body) : Referenced(body, true), d(body) {}
 
+    /// A handle on the other's body if that is a cursor of this kind, otherwise an invalid one.
+    explicit CursorHandle(const Referenced& other) : CursorHandle(dynamic_cast<Body*>(other.getImp())) {}
+
     CursorHandle(const CursorHandle& other) = default;
     CursorHandle& operator=(const CursorHandle& other)
     {

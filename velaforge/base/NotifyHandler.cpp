@@ -13,13 +13,14 @@ namespace vfBase {
 
 namespace {
 
-/// Readers may run on threads of OpenSceneGraph's, hence the lock.
+/// The messages that are kept. Safe on several threads: readers may run on threads of OpenSceneGraph's.
 class Monitor
 {
 public:
     static Monitor& instance()
     {
-        static Monitor monitor;
+        // Never destroyed: static destructors of the program and of plug-ins may still warn.
+        static Monitor& monitor = *new Monitor;
         return monitor;
     }
 
@@ -75,11 +76,8 @@ NotifyHandler& NotifyHandler::instance()
 
 void NotifyHandler::install()
 {
-    if (m_installed)
-        return;
-    Monitor::instance(); // made before the sink can be called, and so gone after it
-    osg::setNotifyHandler(new Sink);
-    m_installed = true;
+    if (!m_installed.exchange(true))
+        osg::setNotifyHandler(new Sink);
 }
 
 void clearMonitor()

@@ -4,6 +4,8 @@
 #include <velaforge/base/Export.h>
 #include <velaforge/base/StringList.h>
 
+#include <atomic>
+
 namespace vfBase {
 
 /// Whether, and where to, diagnostics go that are written through osg::notify.
@@ -36,9 +38,9 @@ private:
     NotifyHandler(const NotifyHandler&) = delete;
     NotifyHandler& operator=(const NotifyHandler&) = delete;
 
-    bool m_enabled = true;
-    bool m_quiet = false;
-    bool m_installed = false;
+    std::atomic<bool> m_enabled{true};
+    std::atomic<bool> m_quiet{false};
+    std::atomic<bool> m_installed{false};
 };
 
 /// Forgets what the monitor has kept. The loading of a document begins with this, so that

@@ -7,7 +7,9 @@
 #include <ctime>
 
 #include <fcntl.h>
+#include <linux/magic.h>
 #include <sys/stat.h>
+#include <sys/statfs.h>
 #include <unistd.h>
 
 namespace vfBase::posix {
@@ -30,12 +32,23 @@ std::string nameOf(const std::string& path)
     return path.substr(path.rfind('/') + 1);
 }
 
+namespace {
+
+/// The links of procfs name open files; their text is no path for a pipe, and not always one for a file.
+bool isInProcfs(const std::string& link)
+{
+    struct statfs status;
+    return statfs(directoryOf(link).c_str(), &status) == 0 && status.f_type == PROC_SUPER_MAGIC;
+}
+
+} // namespace
+
 std::string behindLinks(std::string path)
 {
     for (int hops = 0; hops < 40; ++hops) {
         char target[PATH_MAX];
         const ssize_t length = readlink(path.c_str(), target, sizeof(target));
-        if (length <= 0 || length == static_cast<ssize_t>(sizeof(target)))
+        if (length <= 0 || length == static_cast<ssize_t>(sizeof(target)) || isInProcfs(path))
             return path;
         std::string next = target[0] == '/' ? std::string() : directoryOf(path).append("/");
         path = next.append(target, static_cast<std::size_t>(length));
@@ -60,21 +73,23 @@ bool Descriptor::close()
     return ::close(value) == 0 || errno == EINTR;
 }
 
-FileSizeSignalHeld::FileSizeSignalHeld()
+WriteSignalsHeld::WriteSignalsHeld()
 {
-    sigemptyset(&m_signal);
-    sigaddset(&m_signal, SIGXFSZ);
     sigset_t pending;
     sigpending(&pending);
-    m_wasPending = sigismember(&pending, SIGXFSZ) == 1;
-    pthread_sigmask(SIG_BLOCK, &m_signal, &m_before);
+    sigemptyset(&m_signals);
+    for (const int number : {SIGXFSZ, SIGPIPE}) {
+        if (sigismember(&pending, number) != 1)
+            sigaddset(&m_signals, number);
+    }
+    pthread_sigmask(SIG_BLOCK, &m_signals, &m_before);
 }
 
-FileSizeSignalHeld::~FileSizeSignalHeld()
+WriteSignalsHeld::~WriteSignalsHeld()
 {
     const int error = errno;
     const timespec now{0, 0};
-    while (!m_wasPending && sigtimedwait(&m_signal, nullptr, &now) == -1 && errno == EINTR) {
+    while (sigtimedwait(&m_signals, nullptr, &now) > 0 || errno == EINTR) {
     }
     pthread_sigmask(SIG_SETMASK, &m_before, nullptr);
     errno = error;

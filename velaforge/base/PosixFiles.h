@@ -17,7 +17,9 @@ std::string systemReason();
 std::string directoryOf(const std::string& path);
 std::string nameOf(const std::string& path);
 
-/// Follows links by hand, because the last one may point at a file that is still to be made.
+/// Follows symbolic links, also where the last one points to a file that does not exist yet.
+/// @return the path of the file; where that cannot be found, of a link: a link of procfs, such as /dev/stdout leads to,
+///         or one of a ring
 std::string behindLinks(std::string path);
 
 /// An open file that is closed at the end.
@@ -25,6 +27,9 @@ class Descriptor
 {
 public:
     Descriptor(const std::string& path, int flags, mode_t mode = 0);
+
+    /// Takes over an open descriptor; a negative number stands for none.
+    explicit Descriptor(int descriptor) : m_value(descriptor) {}
     ~Descriptor();
 
     Descriptor(const Descriptor&) = delete;
@@ -40,20 +45,20 @@ private:
     int m_value;
 };
 
-/// Turns the signal of a file size limit into the error EFBIG for as long as it lives.
-class FileSizeSignalHeld
+/// While it lives, a write beyond the file size limit fails with EFBIG and a write without a reader with EPIPE; neither
+/// raises the signal that would end the program. Holds for the thread that made it.
+class WriteSignalsHeld
 {
 public:
-    FileSizeSignalHeld();
-    ~FileSizeSignalHeld();
+    WriteSignalsHeld();
+    ~WriteSignalsHeld();
 
-    FileSizeSignalHeld(const FileSizeSignalHeld&) = delete;
-    FileSizeSignalHeld& operator=(const FileSizeSignalHeld&) = delete;
+    WriteSignalsHeld(const WriteSignalsHeld&) = delete;
+    WriteSignalsHeld& operator=(const WriteSignalsHeld&) = delete;
 
 private:
-    sigset_t m_signal;
+    sigset_t m_signals; ///< SIGXFSZ and SIGPIPE, as far as they were not pending before
     sigset_t m_before;
-    bool m_wasPending;
 };
 
 bool writeAll(int descriptor, const char* data, std::size_t size);

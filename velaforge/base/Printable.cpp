@@ -10,7 +10,7 @@ namespace vfBase {
 
 namespace {
 
-/// @return length of the UTF-8 sequence at @p pos, 0 when there is no well-formed one
+/// @return whether the character of @p length bytes at @p pos is a control character: U+0000 to U+001F, U+007F to U+009F
 bool isControl(const std::string& text, std::size_t pos, std::size_t length)
 {
     const auto first = static_cast<unsigned char>(text[pos]);
@@ -40,30 +40,6 @@ void appendEscaped(std::string& out, unsigned char byte)
 }
 
 } // namespace
-
-std::size_t utf8SequenceLength(const std::string& text, std::size_t pos)
-{
-    const auto byte = [&](std::size_t i) -> unsigned {
-        return pos + i < text.size() ? static_cast<unsigned char>(text[pos + i]) : 0u;
-    };
-    const auto follows = [&](std::size_t i) { return (byte(i) & 0xC0u) == 0x80u; };
-    const unsigned first = byte(0);
-    if (first < 0x80)
-        return 1;
-    if (first >= 0xC2 && first <= 0xDF)
-        return follows(1) ? 2 : 0;
-    if (first >= 0xE0 && first <= 0xEF) {
-        const bool overlong = first == 0xE0 && byte(1) < 0xA0;
-        const bool surrogate = first == 0xED && byte(1) > 0x9F;
-        return follows(1) && follows(2) && !overlong && !surrogate ? 3 : 0;
-    }
-    if (first >= 0xF0 && first <= 0xF4) {
-        const bool overlong = first == 0xF0 && byte(1) < 0x90;
-        const bool beyond = first == 0xF4 && byte(1) > 0x8F;
-        return follows(1) && follows(2) && follows(3) && !overlong && !beyond ? 4 : 0;
-    }
-    return 0;
-}
 
 VfString printable(const VfString& text)
 {

@@ -3,6 +3,7 @@
 
 #include <velaforge/base/ApplicationInfo.h>
 #include <velaforge/base/FileNames.h>
+#include <velaforge/base/InternedText.h>
 #include <velaforge/base/NotifyHandler.h>
 #include <velaforge/base/Printable.h>
 #include <velaforge/base/SettingsDocument.h>
@@ -54,16 +55,17 @@ public:
     bool load();
     bool saveOwn();
     bool saveTo(const std::string& otherPath);
-    const VfString& path();
+    VfString path() const;
 
 private:
     /// What stands on the disk, after what is damaged was told and replaced by the generation before.
     struct Disk
     {
         std::optional<SettingsDocument> document;
-        bool isUsable = true; ///< false when there is something that must not be touched
-        bool isDamaged =
-            false; ///< the file itself is damaged; document is the generation before, if there is one
+        /// False for a file that must be neither read nor replaced.
+        bool isUsable = true;
+        /// The file itself is damaged, and document is the generation before, if there is one.
+        bool isDamaged = false;
         std::string reason;
     };
 
@@ -74,9 +76,8 @@ private:
     SettingsDocument ours() const;
     bool saveLocked(const SettingsFile& file, std::string& reason);
 
-    std::optional<VfString>
-        m_ownPath; ///< none for the global store, whose path follows the application's name
-    VfString m_path;
+    /// None for the global store, whose path depends on the application's name.
+    std::optional<VfString> m_ownPath;
     std::vector<SettingsObject> m_objects;
 
     /// What this program has read from or written to the file last: a save writes only what has changed against it.
@@ -85,10 +86,9 @@ private:
     bool m_keepCopy = false; ///< the file holds values that we could not take
 };
 
-const VfString& SettingsPrivate::path()
+VfString SettingsPrivate::path() const
 {
-    m_path = m_ownPath ? *m_ownPath : VfString(globalPath());
-    return m_path;
+    return m_ownPath ? *m_ownPath : VfString(globalPath());
 }
 
 void SettingsPrivate::add(const SettingsObject& object)
@@ -147,7 +147,7 @@ SettingsPrivate::Disk SettingsPrivate::readDisk(const SettingsFile& file)
         if (previous.state == SettingsFile::State::Read)
             disk.document = SettingsDocument::parse(previous.text, ignored);
     }
-    if (disk.document && disk.document->format() > SettingsDocument::currentFormat) {
+    if (disk.document && !disk.document->isOfKnownFormat()) {
         disk.isUsable = false;
         disk.reason = "they were written by a newer version";
     }
@@ -167,6 +167,7 @@ bool SettingsPrivate::setAsideDamaged(const SettingsFile& file, const Disk& disk
 bool SettingsPrivate::load()
 {
     const SettingsFile file(path().str());
+    file.removeAbandonedDrafts();
     Disk disk = readDisk(file);
     if (disk.isDamaged || file.hasLeftovers()) {
         const SettingsFile::Lock lock(file);
@@ -274,7 +275,7 @@ bool SettingsPrivate::saveTo(const std::string& otherPath)
     if (present.state == SettingsFile::State::Refused)
         reason = present.reason;
     else
-        saved = (file.clearLeftovers(), file.write(ours().text(), false, reason));
+        saved = file.write(ours().text(), false, reason);
     if (!saved)
         tell("Settings were not saved to " + printable(file.path()).str() + ": " + reason);
     return saved;
@@ -323,7 +324,7 @@ bool Settings::save(const char* path)
 
 const char* Settings::getSettingsFilePath() const
 {
-    return d->path().c_str();
+    return internedText(d->path().str());
 }
 
 void Settings::add(const SettingsObject& object)

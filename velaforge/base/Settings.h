@@ -22,7 +22,8 @@ class SettingsPrivate;
 /// Nothing is lost. A save replaces the file as a whole, or leaves it as it was and returns false; the generation
 /// before it stays beside it under ".previous". A damaged file is set aside under a name of its own, and the last good
 /// generation is taken in its place. Entries and keys that this program does not know come back out as they went in.
-/// When two programs save at once, each keeps what the other has changed. Problems are told through osg::notify.
+/// When two programs save at once, each keeps what the other has changed: maps merge by key, lists of texts or objects by
+/// element (docs/settings.md has the rules). Problems are reported through osg::notify.
 ///
 /// A handle: copies share the store.
 class VFBASE_EXPORT Settings : public Referenced
@@ -52,7 +53,8 @@ public:
     /// @return false, with the file as it was, when that could not be finished
     bool save(const char* path);
 
-    /// @return the path of the store's own file, valid until it is asked again after the application's name changed
+    /// @return the path of the store's own file; the text stays valid until the process ends. The path of the global store
+    ///         changes with the application's name and vendor, and then each path has a text of its own
     const char* getSettingsFilePath() const;
 
     /// Makes an object known to the store, in place of one with the same names. See RegisterSettingsObjectProxy.

@@ -1,12 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/base/SettingsDocument.h>
 
-#include <velaforge/base/Utf8.h>
+#include <velaforge/base/SettingsText.h>
 
 #include <nlohmann/json.hpp>
 
 #include <cmath>
+#include <cstdint>
+#include <iterator>
 #include <limits>
+#include <list>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
 
 namespace vfBase {
 
@@ -20,59 +26,6 @@ struct SettingsDocument::Json
 namespace {
 
 const char* const formatKey = "format";
-
-// JSON knows only UTF-8, texts here hold any byte: others are written in hexadecimal behind this mark.
-const std::string bytesMark = "$bytes:";
-
-bool isUtf8(const std::string& text)
-{
-    for (std::size_t pos = 0; pos < text.size();) {
-        const std::size_t length = utf8SequenceLength(text, pos);
-        if (length == 0)
-            return false;
-        pos += length;
-    }
-    return true;
-}
-
-std::string encoded(const std::string& text)
-{
-    if (isUtf8(text) && text.compare(0, bytesMark.size(), bytesMark) != 0)
-        return text;
-    static const char digits[] = "0123456789abcdef";
-    std::string hexadecimal = bytesMark;
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        hexadecimal += digits[byte >> 4];
-        hexadecimal += digits[byte & 15];
-    }
-    return hexadecimal;
-}
-
-int digitValue(char c)
-{
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    if (c >= 'a' && c <= 'f')
-        return c - 'a' + 10;
-    return c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
-}
-
-/// A mark without well-formed digits behind it, as a person may type it, is plain text.
-std::string decoded(const std::string& text)
-{
-    if (text.compare(0, bytesMark.size(), bytesMark) != 0 || (text.size() - bytesMark.size()) % 2 != 0)
-        return text;
-    std::string bytes;
-    for (std::size_t i = bytesMark.size(); i < text.size(); i += 2) {
-        const int high = digitValue(text[i]);
-        const int low = digitValue(text[i + 1]);
-        if (high < 0 || low < 0)
-            return text;
-        bytes += static_cast<char>(high * 16 + low);
-    }
-    return bytes;
-}
 
 // JSON has no numbers for what is not finite; SettingsValue reads these texts as numbers.
 json numberOrText(double value)
@@ -92,7 +45,7 @@ struct Writer
     json operator()(bool value) const { return value; }
     json operator()(std::int64_t value) const { return value; }
     json operator()(double value) const { return numberOrText(value); }
-    json operator()(const std::string& value) const { return encoded(value); }
+    json operator()(const std::string& value) const { return encodedSettingsText(value); }
     json operator()(const SettingsValue::List& values) const
     {
         json list = json::array();
@@ -104,7 +57,7 @@ struct Writer
     {
         json map = json::object();
         for (const auto& [key, value] : values)
-            map[encoded(key)] = toJson(value);
+            map[encodedSettingsText(key)] = toJson(value);
         return map;
     }
 };
@@ -130,7 +83,7 @@ SettingsValue fromJson(const json& value)
     case json::value_t::number_float:
         return value.get<double>();
     case json::value_t::string:
-        return decoded(value.get_ref<const std::string&>());
+        return decodedSettingsText(value.get_ref<const std::string&>());
     case json::value_t::array: {
         SettingsValue::List list;
         for (const json& entry : value)
@@ -140,7 +93,7 @@ SettingsValue fromJson(const json& value)
     case json::value_t::object: {
         SettingsValue::Map map;
         for (const auto& [key, entry] : value.items())
-            map[decoded(key)] = fromJson(entry);
+            map[decodedSettingsText(key)] = fromJson(entry);
         return map;
     }
     default:
@@ -180,7 +133,164 @@ const json* member(const json& object, const std::string& key)
     return found == object.end() ? nullptr : &*found;
 }
 
-/// Entries merge by property, and properties that are maps by key.
+void mergeInto(json& theirs, const json& mine, const json* base);
+
+/// Merges a value that both have and that mine has changed.
+void mergeValue(json& theirs, const json& mine, const json* base);
+
+/// @return what an element of a list is recognised by: a text by itself, an object by its text "id", "path" or "name",
+///         another object by all it holds; nothing for any other kind of value
+std::optional<std::string> identity(const json& element)
+{
+    if (element.is_string())
+        return "text " + element.get_ref<const std::string&>();
+    if (!element.is_object())
+        return std::nullopt;
+    for (const char* key : {"id", "path", "name"}) {
+        const json* name = member(element, key);
+        if (name && name->is_string())
+            return std::string(key) + " " + name->get_ref<const std::string&>();
+    }
+    return "object " + element.dump(-1, ' ', false, json::error_handler_t::replace);
+}
+
+/// A list as an ordered set: its elements, found by their identities.
+struct ElementSet
+{
+    std::vector<std::string> identities;
+    std::unordered_map<std::string, std::size_t> positions;
+
+    bool has(const std::string& element) const { return positions.count(element) != 0; }
+
+    /// @return nothing for a list that is no set: it holds other values than texts and objects, or one of them twice
+    static std::optional<ElementSet> of(const json& list)
+    {
+        ElementSet set;
+        for (const json& element : list) {
+            std::optional<std::string> name = identity(element);
+            if (!name || !set.positions.emplace(*name, set.identities.size()).second)
+                return std::nullopt;
+            set.identities.push_back(std::move(*name));
+        }
+        return set;
+    }
+};
+
+/// Merges two lists that are sets. Elements that either side has added or removed are added or removed; an element that
+/// one side has removed and the other has changed inside stays. Elements that mine has added or moved stand behind their
+/// predecessors in mine, those without one in front; all others keep the order of theirs.
+class ListMerge
+{
+public:
+    /// @return nothing when one of the lists is no set
+    static std::optional<json> merged(const json& theirs, const json& mine, const json& base)
+    {
+        const auto theirSet = ElementSet::of(theirs);
+        const auto mySet = ElementSet::of(mine);
+        const auto baseSet = ElementSet::of(base);
+        if (!theirSet || !mySet || !baseSet)
+            return std::nullopt;
+        return ListMerge(theirs, *theirSet, mine, *mySet, base, *baseSet).run();
+    }
+
+private:
+    using Result = std::list<json>;
+
+    ListMerge(const json& theirs, const ElementSet& theirSet, const json& mine, const ElementSet& mySet,
+              const json& base, const ElementSet& baseSet)
+        : m_theirs(theirs),
+          m_theirSet(theirSet),
+          m_mine(mine),
+          m_mySet(mySet),
+          m_base(base),
+          m_baseSet(baseSet)
+    {}
+
+    json run()
+    {
+        findMoved();
+        for (std::size_t i = 0; i < m_theirs.size(); ++i) {
+            const std::string& name = m_theirSet.identities[i];
+            const bool isRemovedByMe = m_baseSet.has(name) && !m_mySet.has(name);
+            if (m_moved.count(name) == 0 && (!isRemovedByMe || hasChanged(m_theirs[i], name)))
+                m_placed[name] = m_result.insert(m_result.end(), valueOf(name));
+        }
+        auto behind = m_result.begin();
+        for (std::size_t i = 0; i < m_mine.size(); ++i) {
+            const std::string& name = m_mySet.identities[i];
+            const auto placed = m_placed.find(name);
+            const bool isRemovedByThem = m_baseSet.has(name) && !m_theirSet.has(name);
+            if (placed != m_placed.end())
+                behind = std::next(placed->second);
+            else if (!isRemovedByThem || hasChanged(m_mine[i], name))
+                behind = std::next(m_result.insert(behind, valueOf(name)));
+        }
+        json list = json::array();
+        for (json& element : m_result)
+            list.push_back(std::move(element));
+        return list;
+    }
+
+    /// Seen from the end of mine, an element that stood behind one that follows it now was moved forward.
+    void findMoved()
+    {
+        std::size_t lowest = m_baseSet.identities.size();
+        for (auto name = m_mySet.identities.rbegin(); name != m_mySet.identities.rend(); ++name) {
+            const auto before = m_baseSet.positions.find(*name);
+            if (before != m_baseSet.positions.end() && before->second < lowest)
+                lowest = before->second;
+            else
+                m_moved.insert(*name);
+        }
+    }
+
+    bool hasChanged(const json& element, const std::string& name) const
+    {
+        return element != m_base[m_baseSet.positions.at(name)];
+    }
+
+    /// @return the element as mine, theirs, or both have changed it
+    json valueOf(const std::string& name) const
+    {
+        const auto my = m_mySet.positions.find(name);
+        const auto their = m_theirSet.positions.find(name);
+        if (my == m_mySet.positions.end())
+            return m_theirs[their->second];
+        if (their == m_theirSet.positions.end())
+            return m_mine[my->second];
+        json value = m_theirs[their->second];
+        const auto before = m_baseSet.positions.find(name);
+        const json* old = before == m_baseSet.positions.end() ? nullptr : &m_base[before->second];
+        if (!old || *old != m_mine[my->second])
+            mergeValue(value, m_mine[my->second], old);
+        return value;
+    }
+
+    const json& m_theirs;
+    const ElementSet& m_theirSet;
+    const json& m_mine;
+    const ElementSet& m_mySet;
+    const json& m_base;
+    const ElementSet& m_baseSet;
+
+    std::unordered_set<std::string> m_moved; ///< what mine has added too
+    Result m_result;
+    std::unordered_map<std::string, Result::iterator> m_placed;
+};
+
+void mergeValue(json& theirs, const json& mine, const json* base)
+{
+    if (theirs.is_object() && mine.is_object()) {
+        mergeInto(theirs, mine, base);
+        return;
+    }
+    std::optional<json> list;
+    if (theirs.is_array() && mine.is_array())
+        list = ListMerge::merged(theirs, mine, base && base->is_array() ? *base : json::array());
+    theirs = list ? std::move(*list) : mine;
+}
+
+/// Merges objects by key.
 void mergeInto(json& theirs, const json& mine, const json* base)
 {
     for (const auto& [key, value] : mine.items()) {
@@ -188,8 +298,8 @@ void mergeInto(json& theirs, const json& mine, const json* base)
         if (before && *before == value)
             continue;
         const auto found = theirs.find(key);
-        if (found != theirs.end() && found->is_object() && value.is_object())
-            mergeInto(*found, value, before);
+        if (found != theirs.end())
+            mergeValue(*found, value, before);
         else
             theirs[key] = value;
     }
@@ -246,7 +356,7 @@ std::optional<SettingsDocument> SettingsDocument::parse(const std::string& text,
         return std::nullopt;
     }
     const json* number = member(root, formatKey);
-    if (!root.is_object() || (number && !number->is_number_integer())) {
+    if (!root.is_object() || (number && !number->is_number())) {
         reason = "it is not a settings file";
         return std::nullopt;
     }
@@ -258,10 +368,14 @@ std::string SettingsDocument::text() const
     return m_json->root.dump(4, ' ', false, json::error_handler_t::replace) + "\n";
 }
 
-std::int64_t SettingsDocument::format() const
+bool SettingsDocument::isOfKnownFormat() const
 {
     const json* number = member(m_json->root, formatKey);
-    return number ? number->get<std::int64_t>() : currentFormat;
+    if (!number)
+        return true;
+    // As a floating value every number is in range; none of those beyond 2^53 is known.
+    const auto value = number->get<double>();
+    return value >= 1 && value <= currentFormat && value == std::floor(value);
 }
 
 bool SettingsDocument::has(const std::string& entry) const

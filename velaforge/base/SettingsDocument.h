@@ -3,7 +3,6 @@
 
 #include <velaforge/base/SettingsValue.h>
 
-#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -16,8 +15,8 @@ namespace vfBase {
 class SettingsDocument
 {
 public:
-    /// Number of the format that is written; files of a higher one are not ours to change.
-    static constexpr std::int64_t currentFormat = 1;
+    /// Number of the format that is written.
+    static constexpr int currentFormat = 1;
 
     /// Deepest nesting that is read.
     static constexpr int depthLimit = 64;
@@ -36,8 +35,9 @@ public:
     /// @return the text of a file, indented, with a line end behind it
     std::string text() const;
 
-    /// @return the number of the format, 1 when the file does not tell
-    std::int64_t format() const;
+    /// @return whether this program can read and write the format: its number is missing, or one from 1 to currentFormat.
+    ///         Any other number, however large, is that of a newer version
+    bool isOfKnownFormat() const;
 
     /// @return whether there is something of that name, and whether it is an entry as an object has one
     bool has(const std::string& entry) const;
@@ -47,6 +47,8 @@ public:
     std::optional<SettingsValue> value(const std::string& entry, const std::string& property) const;
     void setValue(const std::string& entry, const std::string& property, const SettingsValue& value);
 
+    /// Merges the changes of two programs. Objects merge by key, lists that are ordered sets by element, all else as one
+    /// value; docs/settings.md has the rules.
     /// @return @p theirs with everything that @p mine has changed against @p base
     static SettingsDocument merged(const SettingsDocument& base, const SettingsDocument& mine,
                                    const SettingsDocument& theirs);

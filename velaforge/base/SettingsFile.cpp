@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/base/SettingsFile.h>
 
+#include <velaforge/base/FileDraft.h>
 #include <velaforge/base/PosixFiles.h>
 
 #include <cerrno>
@@ -82,7 +83,7 @@ SettingsFile::Contents SettingsFile::readPrevious() const
 
 bool SettingsFile::hasLeftovers() const
 {
-    return isThere(newPath()) || isThere(previousNewPath());
+    return isThere(previousNewPath());
 }
 
 bool SettingsFile::isPrivate() const
@@ -110,7 +111,7 @@ bool SettingsFile::makeDirectories(std::string& reason) const
 
 bool SettingsFile::write(const std::string& text, bool keepPrevious, std::string& reason) const
 {
-    const FileSizeSignalHeld held;
+    const WriteSignalsHeld held;
     const auto failed = [&reason] {
         reason = systemReason();
         return false;
@@ -119,24 +120,23 @@ bool SettingsFile::write(const std::string& text, bool keepPrevious, std::string
         reason = "they are larger than 16 MiB";
         return false;
     }
-    if (!isWritable(m_path) || !writeNewFile(newPath(), text, 0600))
+    if (!isWritable(m_path))
+        return failed();
+    removeAbandonedDrafts();
+    FileDraft draft(m_path, 0600);
+    if (!draft.isOpen() || !draft.write(text))
         return failed();
     if (keepPrevious && isThere(m_path)) {
         // Both names are there before the old one goes, so that each moment has a whole generation.
         if (!linkOrCopy(m_path, previousNewPath()) ||
             rename(previousNewPath().c_str(), previousPath().c_str()) != 0) {
             failed();
-            clearLeftovers();
+            unlink(previousNewPath().c_str());
             return false;
         }
         unlink(previousNewPath().c_str()); // rename leaves it where both names are one file
     }
-    if (rename(newPath().c_str(), m_path.c_str()) != 0) {
-        failed();
-        clearLeftovers();
-        return false;
-    }
-    return flushDirectory(directoryOf(m_path)) || failed();
+    return (draft.replaceTarget() && flushDirectory(directoryOf(m_path))) || failed();
 }
 
 std::string SettingsFile::keepCopy(const char* kind, std::string& reason) const
@@ -156,11 +156,18 @@ std::string SettingsFile::keepCopy(const char* kind, std::string& reason) const
 
 bool SettingsFile::restorePrevious(bool isUsable, std::string& reason) const
 {
-    bool done;
-    if (isUsable)
-        done = linkOrCopy(previousPath(), newPath()) && rename(newPath().c_str(), m_path.c_str()) == 0;
-    else
+    bool done = false;
+    if (isUsable) {
+        const Contents previous = readPrevious();
+        if (previous.state != State::Read) {
+            reason = previous.reason;
+            return false;
+        }
+        FileDraft draft(m_path, 0600);
+        done = draft.isOpen() && draft.write(previous.text) && draft.replaceTarget();
+    } else {
         done = unlink(m_path.c_str()) == 0;
+    }
     if (!done) {
         reason = systemReason();
         return false;
@@ -169,10 +176,14 @@ bool SettingsFile::restorePrevious(bool isUsable, std::string& reason) const
     return true;
 }
 
+void SettingsFile::removeAbandonedDrafts() const
+{
+    FileDraft::removeAbandoned(m_path);
+}
+
 void SettingsFile::clearLeftovers() const
 {
     const int error = errno;
-    unlink(newPath().c_str());
     unlink(previousNewPath().c_str());
     errno = error;
 }

@@ -8,9 +8,9 @@ namespace vfBase {
 
 /// One text file that is replaced as a whole or not at all, with the generation before it kept beside it.
 ///
-/// Knows nothing of what the text means. Nothing here raises; failures come back with a reason in plain words.
-/// Around the file stand, while they are needed: "<file>.previous", the generation before; "<file>.new" and
-/// "<file>.previous-new", which an interrupted save leaves and the next one clears away; ".<file>.lock".
+/// Knows nothing of what the text means. No operation throws; failures come back with a reason in plain words.
+/// Beside the file stand, while they are needed: "<file>.previous", the generation before; ".<file>.lock"; and what an
+/// interrupted save leaves and the next load or save removes: a FileDraft, "<file>.previous-new".
 class SettingsFile
 {
 public:
@@ -60,9 +60,14 @@ public:
     /// Puts the generation before in the place of the file, or, where that is not usable, removes the file.
     bool restorePrevious(bool isUsable, std::string& reason) const;
 
-    /// @return whether an interrupted save left something
+    /// @return whether an interrupted save left "<file>.previous-new"
     bool hasLeftovers() const;
+
+    /// Removes that file; only under the lock, since a save in progress has one of the same name.
     void clearLeftovers() const;
+
+    /// Removes the drafts of programs that were killed. Needs no lock: drafts in use are recognised.
+    void removeAbandonedDrafts() const;
 
     /// Keeps other programs from replacing the file. Waits for them, but not for ever.
     class Lock
@@ -84,7 +89,6 @@ public:
     };
 
 private:
-    std::string newPath() const { return m_path + ".new"; }
     std::string previousNewPath() const { return m_path + ".previous-new"; }
 
     std::string m_path;

@@ -3,11 +3,10 @@
 
 #include <velaforge/base/ApplicationInfo.h>
 #include <velaforge/base/FileNames.h>
+#include <velaforge/base/InternedText.h>
 
 #include <cstdlib>
 #include <fstream>
-#include <mutex>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -158,20 +157,11 @@ std::string find(StandardPaths::StandardLocation location)
     return std::string();
 }
 
-/// Keeps each text for the whole process, once.
-const char* intern(const std::string& text)
-{
-    static std::mutex& mutex = *new std::mutex;
-    static auto& texts = *new std::set<std::string>;
-    const std::lock_guard<std::mutex> guard(mutex);
-    return texts.insert(text).first->c_str();
-}
-
 } // namespace
 
 const char* StandardPaths::standardLocation(StandardLocation location)
 {
-    return intern(find(location));
+    return internedText(find(location));
 }
 
 } // namespace vfBase

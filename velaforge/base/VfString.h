@@ -59,8 +59,13 @@ public:
     bool operator!=(const VfString& other) const { return m_text != other.m_text; }
     bool operator<(const VfString& other) const { return m_text < other.m_text; }
 
-    friend bool operator==(const char* text, const VfString& other) { return other.m_text == text; }
-    friend bool operator!=(const char* text, const VfString& other) { return other.m_text != text; }
+    friend bool operator==(const char* text, const VfString& other)
+    {
+        return other.m_text == (text ? text : "");
+    }
+    friend bool operator!=(const char* text, const VfString& other) { return !(text == other); }
+
+    friend bool operator<(const char* text, const VfString& other) { return VfString(text) < other; }
 
     VfString operator+(const VfString& other) const { return VfString(m_text + other.m_text); }
     VfString operator+(const char* other) const { return VfString(m_text + (other ? other : "")); }

@@ -6,6 +6,10 @@
 #include <velaforge/base/VfString.h>
 
 #include <any>
+#include <cfloat>
+#include <climits>
+#include <limits>
+#include <optional>
 #include <type_traits>
 #include <utility>
 
@@ -25,14 +29,18 @@ protected:
 
 /// A value of any copyable type, or none.
 ///
-///     vfBase::VfVariant angle(90.0);
-///     angle.toDouble();             // 90
-///     angle.is<int>();              // false
-///     angle.get<vfBase::VfString>() // the empty text: no conversion between types
+///     vfBase::VfVariant count(300);
+///     count.get<unsigned>();        // 300: any integer type in which the value fits
+///     count.is<std::int8_t>();      // false
+///     count.get<double>();          // 0: nothing else is converted
 ///     vfBase::VfVariant(osg::Vec3(0, 0, 1)).get<osg::Vec3>();
 ///
-/// A handle on a body that never changes, so that copies are cheap and none of them can change another.
-/// Integers of every kind are kept as long long, float as double, texts as VfString.
+/// An integer answers to every integer type but bool in which its value fits, character types included; which type it was
+/// given as does not matter. A floating value answers to float, double and long double, rounded where necessary; a finite
+/// value beyond the range of a type does not answer to it. Texts answer to VfString. Any other value answers to its own
+/// type, and bool to bool.
+///
+/// A handle on a body that never changes, so copies are cheap and cannot change one another.
 class VFBASE_EXPORT VfVariant : public Referenced
 {
 public:
@@ -54,7 +62,7 @@ public:
     template <class T,
               class = std::enable_if_t<!std::is_base_of_v<VfVariant, T> && !std::is_same_v<Referenced, T> &&
                                        std::is_copy_constructible_v<T>>>
-    VfVariant(const T& value) : Referenced(new VfVariantPrivate(std::any(stored(value))), true)
+    VfVariant(const T& value) : Referenced(new VfVariantPrivate(stored(value)), true)
     {}
 
     VfVariant& operator=(const VfVariant& other) = default;
@@ -64,41 +72,62 @@ public:
     /// @return true for the empty value
     bool isEmpty() const { return !getImp(); }
 
-    /// @return true when a value of just this type is held; integers answer to long long, texts to VfString
+    /// @return true when the value answers to T, as the class comment says
     template <class T>
     bool is() const
     {
-        return held<T>() != nullptr;
+        return bool(find<T>());
     }
 
-    /// @return the value, or T() when no value of that type is held
+    /// @return the value as T, or T() when it does not answer to T
     template <class T>
     T get() const
     {
-        const T* value = held<T>();
-        return value ? *value : T();
+        const auto found = find<T>();
+        return found ? static_cast<T>(*found) : T();
     }
 
+    /// @return the truth value; false when none is held
     bool toBool() const { return get<bool>(); }
+
+    /// @return the integer; 0 when none is held, and for one beyond the range of long long
     long long toInteger() const { return get<long long>(); }
+
+    /// @return the floating value; 0 when none is held, also for an integer
     double toDouble() const { return get<double>(); }
+
+    /// @return the text; the empty text when none is held
     VfString toString() const { return get<VfString>(); }
 
-    /// @return the list, shared with the one given at the beginning; an empty list when none is held
+    /// @return the list, which shares the entries of the list that was given; an empty list when none is held
     StringList toStringList() const { return get<StringList>(); }
 
+    /// @return the body; null for the empty value
     VfVariantPrivate* getImp() const { return static_cast<VfVariantPrivate*>(Referenced::getImp()); }
 
 private:
     template <class T>
-    static auto stored(const T& value)
+    static constexpr bool isInteger = std::is_integral_v<T> && !std::is_same_v<T, bool>;
+
+    /// Each number has one form only: long long where that holds it, else unsigned long long; double where that holds it
+    /// exactly, else long double.
+    template <class T>
+    static std::any stored(const T& value)
     {
-        if constexpr (std::is_integral_v<T> && !std::is_same_v<T, bool>)
+        if constexpr (isInteger<T>) {
+            if (value > 0 && static_cast<unsigned long long>(value) > LLONG_MAX)
+                return static_cast<unsigned long long>(value);
             return static_cast<long long>(value);
-        else if constexpr (std::is_floating_point_v<T>)
-            return static_cast<double>(value);
-        else
+        } else if constexpr (std::is_same_v<T, long double>) {
+            const bool fits = !(value > DBL_MAX || value < -DBL_MAX);
+            if (value - value != 0 || (fits && static_cast<long double>(static_cast<double>(value)) == value))
+                return static_cast<double>(value);
             return value;
+        } else if constexpr (std::is_floating_point_v<T>) {
+            return static_cast<double>(value);
+        } else {
+            return value;
+        }
     }
 
     template <class T>
@@ -106,6 +135,52 @@ private:
     {
         const VfVariantPrivate* body = getImp();
         return body ? std::any_cast<T>(&body->value) : nullptr;
+    }
+
+    /// @return what can be dereferenced and cast to T; null or nothing when the value does not answer to T
+    template <class T>
+    auto find() const
+    {
+        if constexpr (isInteger<T>)
+            return findInteger<T>();
+        else if constexpr (std::is_floating_point_v<T>)
+            return findReal<T>();
+        else
+            return held<T>();
+    }
+
+    template <class T>
+    std::optional<T> findInteger() const
+    {
+        constexpr auto most = static_cast<unsigned long long>(std::numeric_limits<T>::max());
+        if (const auto* large = held<unsigned long long>())
+            return *large <= most ? std::optional<T>(static_cast<T>(*large)) : std::nullopt;
+        const auto* value = held<long long>();
+        if (!value || (*value < 0 ? !std::is_signed_v<T> || *value < least<T>()
+                                  : static_cast<unsigned long long>(*value) > most))
+            return std::nullopt;
+        return static_cast<T>(*value);
+    }
+
+    template <class T>
+    static constexpr long long least()
+    {
+        return std::is_signed_v<T> ? static_cast<long long>(std::numeric_limits<T>::min()) : 0;
+    }
+
+    template <class T>
+    std::optional<T> findReal() const
+    {
+        const auto* real = held<double>();
+        const auto* precise = held<long double>();
+        if (!real && !precise)
+            return std::nullopt;
+        const long double value = real ? static_cast<long double>(*real) : *precise;
+        const bool isFinite = value - value == 0;
+        constexpr auto most = static_cast<long double>(std::numeric_limits<T>::max());
+        if (isFinite && (value > most || value < -most))
+            return std::nullopt;
+        return static_cast<T>(value);
     }
 };
 
