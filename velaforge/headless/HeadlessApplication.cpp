@@ -134,6 +134,14 @@ bool isSet(const Command& command, const char* property)
     return command.getProperties().value(property, vfBase::VfVariant()).toBool();
 }
 
+/// @return how many failures the document manager told, of files that could not be opened for instance
+unsigned int failureCount()
+{
+    const auto* manager =
+        dynamic_cast<const HeadlessDocManager*>(&Application::instance(false)->getDocManager());
+    return manager ? manager->getFailureCount() : 0;
+}
+
 enum class Result
 {
     Done,
@@ -145,12 +153,15 @@ enum class Result
 /// may set its property "failed".
 Result invoke(Invocation& invocation)
 {
+    const unsigned int failuresBefore = failureCount();
     const Document* document = Application::instance(false)->getActiveDocument();
     if (!document && !isSet(invocation.command, "standalone")) {
         tell(invocation.subject(), "there is no document for the command");
         return Result::Failed;
     }
     invocation.command.invoke(invocation.argument);
+    // Who reads a script looks for the line; otherwise what the command told the manager is enough.
+    const bool isTold = !invocation.isOfScript() && failureCount() > failuresBefore;
     if (isSet(invocation.command, "failed")) {
         if (!invocation.isOfScript())
             return Result::FailedHarmless;
@@ -162,7 +173,8 @@ Result invoke(Invocation& invocation)
         return Result::Done;
     if (document->getCommandProcessor()->getCurrentCommand() == invocation.command)
         return Result::Done;
-    tell(invocation.subject(), "the command could not be carried out");
+    if (!isTold)
+        tell(invocation.subject(), "the command could not be carried out");
     return Result::Failed;
 }
 
@@ -290,14 +302,6 @@ bool serve(const Request& asked)
     return isAllDone;
 }
 
-/// @return whether the document manager told of failures, of files that could not be opened for instance
-bool hasToldFailures()
-{
-    const auto* manager =
-        dynamic_cast<const HeadlessDocManager*>(&Application::instance(false)->getDocManager());
-    return manager && manager->getFailureCount() > 0;
-}
-
 } // namespace
 
 struct HeadlessApplicationPrivate
@@ -400,7 +404,7 @@ int HeadlessApplication::runEventLoop()
     if (d->exitRequested)
         return d->exitCode;
     isDone = finishOutput() && isDone;
-    return isDone && !hasToldFailures() ? 0 : requestFailed;
+    return isDone && failureCount() == 0 ? 0 : requestFailed;
 }
 
 bool HeadlessApplication::finishOutput()

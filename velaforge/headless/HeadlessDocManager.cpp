@@ -28,6 +28,11 @@ HeadlessDocManager::HeadlessDocManager() : d(std::make_unique<HeadlessDocManager
 
 HeadlessDocManager::~HeadlessDocManager()
 {
+    closeAll();
+}
+
+void HeadlessDocManager::closeAll()
+{
     while (getNumDocuments() > 0) {
         Document* document = getDocumentList()[0];
         const vfBase::VfString name = document->getUserReadableName();

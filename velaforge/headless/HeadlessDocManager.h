@@ -60,6 +60,9 @@ public:
     unsigned int getFailureCount() const;
 
 protected:
+    /// Closes all documents, as the destructor does; for the destructor of a derived manager whose parts they use.
+    void closeAll();
+
     /// Counts a failure that a derived manager tells in its own way.
     void noteFailure();
 
