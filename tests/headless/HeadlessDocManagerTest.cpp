@@ -49,6 +49,8 @@ struct Sheet : vfApplication::Document
             throw std::bad_alloc();
         if (text == "number")
             throw 42;
+        if (text == "opened all the same")
+            vfApplication::setReadError("line 3: a word too many");
         return text != "false";
     }
     vfBase::WriteResult doSaveDocument(const VfString& path, const vfBase::Options&) override
@@ -215,9 +217,11 @@ TEST(HeadlessDocManager, TheReasonOfOneFileIsNotThatOfTheNext)
     const vfTest::TemporaryDirectory directory;
     const std::string first = directory.write("1.txt", "reason\n");
     const std::string second = directory.write("2.txt", "false\n");
-    Program program({first, second});
+    const std::string third = directory.write("3.txt", "opened all the same\n");
+    Program program({first, second, third, second});
     EXPECT_EQ(4, program.run());
-    EXPECT_THAT(program.said, HasSubstr(second + ": could not be opened\n"));
+    const std::string line = "program: " + second + ": could not be opened\n";
+    EXPECT_EQ("program: " + first + ": line 1: a word is missing\n" + line + line, program.said);
 }
 
 TEST(HeadlessDocManager, OneFileUnderTwoPathsIsOneDocument)

@@ -17,6 +17,7 @@
 #include <QPlainTextEdit>
 
 #include <fstream>
+#include <stdexcept>
 
 #include <unistd.h>
 
@@ -168,14 +169,54 @@ TEST(Failures, ACommandThatCannotBeMadeIsDisabledAndTheMenusStand)
     vfTest::Sheet::isUnmade = true;
     Program program;
     program.run([&] {
-        program.ui([&] {
+        const bool isToTheEnd = program.ui([&] {
             QAction* action = program.window().actionTable().action("sheet::Unmade");
             EXPECT_FALSE(action->isEnabled());
             EXPECT_FALSE(program.invoke("sheet::Unmade"));
             vfTest::Sheet::isUnmade = false;
             vfApplication::QtApplication::instance()->updateActions();
             EXPECT_TRUE(action->isEnabled());
+            return true;
         });
+        EXPECT_TRUE(isToTheEnd); // the window catches what is thrown here
+    });
+}
+
+TEST(Failures, AListenerThatThrowsBetweenTwoEventsIsToldAndEndsNothing)
+{
+    const TemporaryDirectory directory;
+    const std::string path = directory.write("one.sheet", "one\n");
+    Program program;
+    EXPECT_EQ(0, program.run([&] {
+        program.ui([&] {
+            vfApplication::QtApplication::instance()->addListener(
+                program.window(), [] { throw std::runtime_error("the listener burns"); });
+        });
+        program.ui([&] { program.open(path); });
+        EXPECT_TRUE(program.waitFor([&] { return problems(program) == "the listener burns"; }));
+    }));
+}
+
+TEST(Failures, AWindowThatCannotCloseItsDocumentsStays)
+{
+    struct Manager : vfApplication::QtDocManager
+    {
+        bool closeAllWithQuestions() override { throw std::runtime_error("the door is stuck"); }
+    };
+    struct Kinds : vfApplication::ApplicationSetup
+    {
+        void onRegisterDocumentType() const override
+        {
+            vfApplication::Application::instance(false)->setDocManager(new Manager);
+        }
+    };
+    setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    vfApplication::QtApplicationProducer::install();
+    Program program({}, Kinds());
+    program.run([&] {
+        program.ui([&] { program.window().close(); });
+        EXPECT_TRUE(program.waitFor([&] { return problems(program) == "the door is stuck"; }));
+        EXPECT_TRUE(program.ui([&] { return program.window().isVisible(); }));
     });
 }
 
