@@ -18,6 +18,8 @@
 #include <velaforge/application/ApplicationSetup.h>
 #include <velaforge/base/ApplicationInfo.h>
 #include <velaforge/base/ArgumentParser.h>
+#include <velaforge/base/BaseException.h>
+#include <velaforge/base/FileNames.h>
 #include <velaforge/base/NotifyHandler.h>
 #include <velaforge/base/Printable.h>
 #include <velaforge/base/Version.h>
@@ -30,7 +32,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
-#include <exception>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -38,13 +39,12 @@
 namespace {
 
 using vfApplication::Application;
+using vfApplication::HeadlessApplication;
 using vfBase::VfString;
 
-/// What run() gives for errors on the command line before the start; it leaves printing them to the program.
+/// What run() returns after the usage text, and for errors on the command line before the start, which the program prints.
+constexpr int helpShown = 1;
 constexpr int commandLineErrors = 2;
-
-/// Exit status when a file could not be opened, or a snapshot not written.
-constexpr int fileFailed = 4;
 
 /// Declares the viewer's menus, kinds of document and options pages.
 class ViewerSetup : public vfApplication::ApplicationSetup
@@ -114,12 +114,12 @@ void introduce()
 /// Reads the viewer's own options before anything is opened, so that a mistake costs no time.
 void readOptions(vfBase::ArgumentParser& parser, ViewerCallback& callback)
 {
-    vfApplication::HeadlessApplication::declareOptions(parser);
+    HeadlessApplication::declareOptions(parser);
     parser.addCommandLineOption("--headless", "Open no window, even with a display", nullptr);
     parser.addCommandLineOption("--list-formats", "List the formats that can be read and written", nullptr);
     parser.addCommandLineOption("--verbose", "Tell more about what is going on", nullptr);
     parser.addCommandLineOption("--log", "Hand the wish for a log on to the readers", nullptr);
-    vfApplication::HeadlessApplication::readOptions(parser);
+    HeadlessApplication::readOptions(parser);
     parser.readOptionParameter("--headless"); // which was looked at before there was a parser
     parser.readOptionParameter("--image", callback.image);
     int view = 0;
@@ -176,27 +176,33 @@ bool findWindow(int argc, char** argv, const vfViewer::WindowSide*& window)
     return reason.empty();
 }
 
-/// @return how much of what the command line named could not be opened, or, without a window, whatever failed
-std::size_t countFailures(const Application& application, const std::vector<std::string>& named,
-                          bool hasWindow)
+/// @return whether a file that the command line named could not be opened in the window; without a window the shell's
+///         result tells
+bool hasFailed(const Application& application, const std::vector<std::string>& named)
 {
     const auto& failures = dynamic_cast<const vfViewer::FailureLog&>(application.getDocManager()).failures();
-    if (!hasWindow)
-        return failures.size();
-    return static_cast<std::size_t>(
-        std::count_if(failures.begin(), failures.end(), [&named](const auto& path) {
-            return std::find(named.begin(), named.end(), path) != named.end();
-        }));
+    return std::any_of(failures.begin(), failures.end(), [&named](const std::string& path) {
+        return std::find(named.begin(), named.end(), path) != named.end();
+    });
+}
+
+/// @return the arguments as absolute paths, whatever they are
+std::vector<std::string> absolutePaths(int argc, char** argv)
+{
+    std::vector<std::string> paths;
+    for (int i = 0; i < argc; ++i)
+        paths.push_back(vfBase::absolutePath(argv[i]).str());
+    return paths;
 }
 
 int run(int argc, char** argv)
 {
     introduce();
     if (wantsFormats(argc, argv)) {
-        std::cout << vfViewer::listFormats() << std::flush;
-        return std::cout ? EXIT_SUCCESS : EXIT_FAILURE;
+        std::cout << vfViewer::listFormats();
+        return HeadlessApplication::finishOutput() ? EXIT_SUCCESS : HeadlessApplication::requestFailed;
     }
-    const std::vector<std::string> named(argv, argv + argc);
+    const std::vector<std::string> named = absolutePaths(argc, argv);
     const vfViewer::WindowSide* window = nullptr;
     if (!findWindow(argc, argv, window))
         return EXIT_FAILURE;
@@ -219,8 +225,10 @@ int run(int argc, char** argv)
     const int result = application.run();
     if (result == commandLineErrors)
         application.getArgumentParser().printErrorMessages();
-    if (result == 0 && countFailures(application, named, window) > 0)
-        return fileFailed;
+    if (result == helpShown && !HeadlessApplication::finishOutput())
+        return HeadlessApplication::requestFailed;
+    if (result == 0 && window && hasFailed(application, named))
+        return HeadlessApplication::requestFailed;
     if (result == 0 && !window && application.getNumDocuments() == 0)
         std::cerr << "vfviewer: no file to show; \"vfviewer --help\" tells what can be said" << std::endl;
     return result;
@@ -234,10 +242,8 @@ int main(int argc, char** argv)
     try {
         vfViewer::ReaderHost::start(); // before there are threads
         status = run(argc, argv);
-    } catch (const std::exception& problem) {
-        std::cerr << "vfviewer: " << problem.what() << std::endl;
     } catch (...) {
-        std::cerr << "vfviewer: something went wrong that has no name" << std::endl;
+        std::cerr << "vfviewer: " << vfBase::printable(vfBase::BaseException::describeCurrent()) << std::endl;
     }
     vfViewer::ReadJob::waitForThreads();
     return status;

@@ -2,11 +2,10 @@
 #include "Note.h"
 
 #include <velaforge/application/Application.h>
+#include <velaforge/base/BaseException.h>
 #include <velaforge/base/ClassInfo.h>
 #include <velaforge/commands/CommandPrivate.h>
 #include <velaforge/commands/CommandProcessor.h>
-
-#include <iostream>
 
 namespace {
 
@@ -28,25 +27,27 @@ public:
 
     bool Do(const vfBase::VfVariant& argument) override
     {
-        Note* note = activeNote();
-        if (!note)
+        if (!m_note)
+            m_note = activeNote();
+        if (!m_note)
             return false;
-        std::vector<std::string> lines = note->lines();
+        std::vector<std::string> lines = m_note->lines();
         lines.push_back(argument.toString().str());
-        note->setLines(lines);
+        m_note->setLines(lines);
         return true;
     }
 
     bool undo(const vfBase::VfVariant&) override
     {
-        Note* note = activeNote();
-        if (!note || note->lines().empty())
-            return false;
-        std::vector<std::string> lines = note->lines();
+        std::vector<std::string> lines = m_note->lines();
         lines.pop_back();
-        note->setLines(lines);
+        m_note->setLines(lines);
         return true;
     }
+
+private:
+    Note* m_note =
+        nullptr; // whose history has the command; another note may be the active one when it is undone
 };
 
 /// Takes the last change back. It does not go through the history: it works on it.
@@ -70,9 +71,9 @@ public:
         if (!note)
             return;
         const vfBase::WriteResult result = note->save();
+        // What a command throws is told to the user, and the program goes on.
         if (result.error())
-            std::cerr << "notebook: " << note->getTitle() << ": not saved: " << result.getMessage()
-                      << std::endl;
+            throw vfBase::BaseException(note->getTitle().str() + ": not saved: " + result.getMessage().str());
     }
 };
 

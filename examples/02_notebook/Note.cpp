@@ -5,7 +5,10 @@
 
 #include <velaforge/base/ClassInfo.h>
 #include <velaforge/base/ReplaceFile.h>
+#include <velaforge/documents/ReadError.h>
 
+#include <cerrno>
+#include <cstring>
 #include <fstream>
 #include <iostream>
 
@@ -27,10 +30,19 @@ void Note::setLines(const std::vector<std::string>& lines)
 bool Note::doOpenDocument(const vfBase::VfString& path, const vfBase::Options&)
 {
     std::ifstream file(path.str());
-    m_lines.clear();
-    for (std::string line; std::getline(file, line);)
-        m_lines.push_back(line);
-    return file.eof(); // not read to the end: the document is not opened, and is gone again
+    if (!file)
+        return vfApplication::setReadError(std::strerror(errno)); // what the user is told
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(file, line);) {
+        // The same from far down: this file is not opened, and the others are.
+        if (line.find('\0') != std::string::npos)
+            throw vfApplication::ReadError("line " + std::to_string(lines.size() + 1) + " is not text");
+        lines.push_back(line);
+    }
+    if (!file.eof())
+        return vfApplication::setReadError("it could not be read to its end");
+    m_lines = lines; // last, so that a note that cannot be read again stays as it is
+    return true;
 }
 
 WriteResult Note::doSaveDocument(const vfBase::VfString& path, const vfBase::Options&)

@@ -2,10 +2,10 @@
 #include <velaforge/application/Application.h>
 #include <velaforge/application/ApplicationSetup.h>
 #include <velaforge/base/ClassInfo.h>
+#include <velaforge/documents/DocManager.h>
 #include <velaforge/documents/DocTemplate.h>
 #include <velaforge/documents/Document.h>
 #include <velaforge/qt/QtApplicationProducer.h>
-#include <velaforge/qt/QtDocManager.h>
 #include <velaforge/qt/QtView.h>
 
 #include <QLabel>
@@ -45,10 +45,8 @@ struct Setup : ApplicationSetup
 {
     void onRegisterDocumentType() const override
     {
-        auto* manager = new QtDocManager;
-        Application::instance(false)->setDocManager(manager);
-        new DocTemplate(manager, "Notes", "txt", "", "txt", "", "Page", &note, &page, DocTemplate::Visible, 0,
-                        vfBase::Options());
+        new DocTemplate(&Application::instance(false)->getDocManager(), "Notes", "txt", "", "txt", "", "Page",
+                        &note, &page, DocTemplate::Visible, 0, vfBase::Options());
     }
 };
 

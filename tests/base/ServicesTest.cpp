@@ -36,6 +36,41 @@ TEST(FileNames, TakePathsApart)
     EXPECT_EQ("/models/v1.2/hull", vfBase::getNameLessExtension("/models/v1.2/hull"));
 }
 
+TEST(FileNames, AnAbsolutePathIsOneTextForOneFile)
+{
+    const vfTest::TemporaryDirectory directory;
+    ASSERT_EQ(0, chdir(directory.path().c_str()));
+    const VfString file = directory.file("a.pts");
+    EXPECT_EQ(file, vfBase::absolutePath("a.pts"));
+    EXPECT_EQ(file, vfBase::absolutePath("./a.pts"));
+    EXPECT_EQ(file, vfBase::absolutePath("b/..//a.pts"));
+    EXPECT_EQ(file, vfBase::absolutePath(file));
+    EXPECT_EQ("/a.pts", vfBase::absolutePath("//../a.pts"));
+    EXPECT_EQ("/c\xFF", vfBase::absolutePath("/b/../c\xFF"));
+    EXPECT_EQ("", vfBase::absolutePath(""));
+}
+
+TEST(FileNames, AnAbsolutePathLeavesALinkAndAnAddressAsTheyAre)
+{
+    const vfTest::TemporaryDirectory directory;
+    const std::string link = directory.file("link");
+    ASSERT_EQ(0, symlink("/", link.c_str()));
+    EXPECT_EQ(VfString(link + "/a.pts"), vfBase::absolutePath(link + "/./a.pts"));
+    EXPECT_EQ("https://host/b/../a.pts", vfBase::absolutePath("https://host/b/../a.pts"));
+    EXPECT_EQ("/b/:/c", vfBase::absolutePath("/b/://c"));
+}
+
+TEST(FileNames, WithoutACurrentDirectoryAnAbsolutePathIsAsItWas)
+{
+    const vfTest::TemporaryDirectory directory;
+    const std::string gone = directory.file("gone");
+    ASSERT_EQ(0, mkdir(gone.c_str(), 0700));
+    ASSERT_EQ(0, chdir(gone.c_str()));
+    ASSERT_EQ(0, rmdir(gone.c_str()));
+    EXPECT_EQ("a.pts", vfBase::absolutePath("a.pts"));
+    ASSERT_EQ(0, chdir("/"));
+}
+
 TEST(FileNames, DirectoryExistsOnlyForDirectories)
 {
     const vfTest::TemporaryDirectory directory;

@@ -5,7 +5,9 @@
 #include <velaforge/application/Application.h>
 #include <velaforge/application/ApplicationSetup.h>
 #include <velaforge/base/ArgumentParser.h>
+#include <velaforge/base/BaseException.h>
 #include <velaforge/base/ClassInfo.h>
+#include <velaforge/commands/CommandPrivate.h>
 #include <velaforge/documents/DocManager.h>
 #include <velaforge/documents/DocTemplate.h>
 #include <velaforge/documents/Document.h>
@@ -19,6 +21,11 @@
 
 #include <gmock/gmock.h>
 
+#include <iostream>
+#include <new>
+#include <stdexcept>
+
+using testing::EndsWith;
 using testing::HasSubstr;
 using vfApplication::Application;
 using vfBase::VfString;
@@ -37,6 +44,8 @@ struct White : vfApplication::View, vfApplication::SnapshotSource
     osg::ref_ptr<osg::Image> takeSnapshot(const vfApplication::SnapshotFormat& format,
                                           VfString& reason) override
     {
+        if (getDocument()->getTitle() == "burning.txt")
+            throw std::runtime_error("the lamp burns");
         reason = "no light";
         if (getDocument()->getTitle() == "dark.txt")
             return nullptr;
@@ -59,6 +68,31 @@ const vfBase::ClassInfo white("test", "White", "test::White", &vfApplication::Vi
                               []() -> vfBase::VfObject* { return new White; });
 const vfBase::ClassInfo blind("test", "Blind", "test::Blind", &vfApplication::View::s_classInfo, nullptr, 8,
                               []() -> vfBase::VfObject* { return new Blind; });
+
+/// Throws what its argument says.
+struct Throw : vfApplication::CommandPrivate
+{
+    Throw() { getProperties()["standalone"] = vfBase::VfVariant(true); }
+    void invoke(const vfBase::VfVariant& argument) override
+    {
+        if (argument.toString() == "number")
+            throw 42;
+        if (argument.toString() == "memory")
+            throw std::bad_alloc();
+        throw vfBase::BaseException("outer", vfBase::BaseException("it burns"));
+    }
+};
+const vfBase::ClassInfo throwing("test", "Throw", "test::Throw", &vfApplication::CommandPrivate::s_classInfo,
+                                 nullptr, sizeof(Throw), []() -> vfBase::VfObject* { return new Throw; });
+
+/// A command that says by its property that it failed.
+struct Fail : vfApplication::CommandPrivate
+{
+    Fail() { getProperties()["standalone"] = vfBase::VfVariant(true); }
+    void invoke(const vfBase::VfVariant&) override { getProperties()["failed"] = vfBase::VfVariant(true); }
+};
+const vfBase::ClassInfo failing("test", "Fail", "test::Fail", &vfApplication::CommandPrivate::s_classInfo,
+                                nullptr, sizeof(Fail), []() -> vfBase::VfObject* { return new Fail; });
 
 struct Setup : vfApplication::ApplicationSetup
 {
@@ -173,6 +207,48 @@ TEST(HeadlessApplication, TheReasonOfAViewIsTold)
     const ProgramRun run({"program", "--snapshot", "picture.png", "dark.txt"});
     EXPECT_EQ(4, run.result);
     EXPECT_THAT(run.said, HasSubstr("no light"));
+}
+
+TEST(HeadlessApplication, ACommandThatThrowsIsOneLineAndStatus4)
+{
+    const ProgramRun run({"program", "--invoke", "test::Throw"});
+    EXPECT_EQ(4, run.result);
+    EXPECT_THAT(run.said, EndsWith(": test::Throw: it burns\n"));
+    EXPECT_EQ(run.said.find('\n'), run.said.size() - 1) << run.said;
+    EXPECT_THAT(ProgramRun({"program", "--invoke", "test::Throw=number"}).said,
+                EndsWith(": test::Throw: an unknown error\n"));
+    EXPECT_THAT(ProgramRun({"program", "--invoke", "test::Throw=memory"}).said,
+                EndsWith(": test::Throw: not enough memory\n"));
+}
+
+TEST(HeadlessApplication, NoPictureIsTakenAfterACommandThatThrows)
+{
+    const vfTest::TemporaryDirectory directory;
+    const std::string picture = directory.file("picture.png");
+    const ProgramRun run({"program", "a.txt", "--invoke", "test::Throw", "--snapshot", picture.c_str()});
+    EXPECT_EQ(4, run.result);
+    EXPECT_EQ("", vfTest::readFile(picture));
+}
+
+TEST(HeadlessApplication, ACommandThatSaysItFailedIsStatus4)
+{
+    EXPECT_EQ(4, ProgramRun({"program", "--invoke", "test::Fail"}).result);
+}
+
+TEST(HeadlessApplication, AViewThatThrowsIsToldWithThePicture)
+{
+    const ProgramRun run({"program", "--snapshot", "picture.png", "burning.txt"});
+    EXPECT_EQ(4, run.result);
+    EXPECT_THAT(run.said, HasSubstr("picture.png: snapshot not written: the lamp burns\n"));
+}
+
+TEST(HeadlessApplication, AFullStandardOutputIsStatus4)
+{
+    std::cout.setstate(std::ios::badbit);
+    const ProgramRun run({"program", "--list-commands"});
+    std::cout.clear();
+    EXPECT_EQ(4, run.result);
+    EXPECT_THAT(run.said, EndsWith(": standard output: not all of it could be written\n"));
 }
 
 TEST(HeadlessApplication, APathThatCannotBeWrittenIsTold)

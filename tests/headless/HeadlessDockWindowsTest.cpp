@@ -87,6 +87,19 @@ TEST(HeadlessDockWindow, StandsOnlyWhereItMay)
     EXPECT_EQ(DockWindow::NoDockArea, window.getArea());
 }
 
+TEST(HeadlessDockWindow, AnAreaOfTwoSidesIsAllowedWhereBothAre)
+{
+    const auto both = static_cast<DockWindow::DockArea>(DockWindow::LeftDockArea | DockWindow::TopDockArea);
+    vfApplication::HeadlessDockWindow window;
+    window.setArea(both);
+    window.setAllowedDockingAreas(both | DockWindow::RightDockArea);
+    EXPECT_EQ(both, window.getArea());
+    window.setAllowedDockingAreas(DockWindow::LeftDockArea);
+    EXPECT_EQ(DockWindow::NoDockArea, window.getArea());
+    window.setArea(both);
+    EXPECT_EQ(DockWindow::NoDockArea, window.getArea());
+}
+
 TEST(HeadlessDockWindowManager, DocksIntoTheAreaThatTheWindowThenTells)
 {
     Desk desk;

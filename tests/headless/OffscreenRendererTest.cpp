@@ -103,3 +103,12 @@ TEST(OffscreenRenderer, DrawsAgainAndAgainAndBesideAnother)
     }
     EXPECT_EQ(1, square->referenceCount());
 }
+
+TEST(OffscreenRenderer, GivesNoReasonWhenNothingFailed)
+{
+    OffscreenRenderer renderer;
+    const osg::ref_ptr<osg::Geode> square = makeSquare();
+    VfString reason;
+    EXPECT_TRUE(render(renderer, *square, 8, 8, reason));
+    EXPECT_EQ("", reason);
+}

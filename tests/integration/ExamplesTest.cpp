@@ -27,6 +27,17 @@ TEST(Examples, HelloShowsTheFirstLineOfEachFile)
     EXPECT_THAT(outcome.out, HasSubstr("good night\n"));
 }
 
+TEST(Examples, HelloTellsWhichFileItCannotReadAndShowsTheOthers)
+{
+    const vfTest::TemporaryDirectory directory;
+    const std::string good = directory.write("a.txt", "good morning\n");
+    const vfTest::Outcome outcome =
+        vfTest::runProgram({VELAFORGE_PROGRAM_DIR "/example_01_hello", "none.txt", good}, directory.path());
+    EXPECT_EQ(4, outcome.status);
+    EXPECT_THAT(outcome.out, HasSubstr("good morning\n"));
+    EXPECT_THAT(outcome.err, HasSubstr(": none.txt: No such file or directory\n"));
+}
+
 TEST(Examples, NotebookAddsLinesTakesThemBackAndSaves)
 {
     const vfTest::TemporaryDirectory directory;
@@ -85,8 +96,41 @@ TEST(Examples, NotebookSaysWhatItCannotDo)
         vfTest::runProgram({"sh", "-c",
                             "chmod a-w '" + directory.file("gone") + "/shopping.note' && '" + notebook +
                                 "' '" + note + "' --invoke notebook::AddLine=x --invoke notebook::Save"});
-    EXPECT_THAT(outcome.err, HasSubstr("notebook: shopping.note: not saved: "));
+    EXPECT_THAT(outcome.err, HasSubstr("notebook: notebook::Save: shopping.note: not saved: "));
+    EXPECT_EQ(4, outcome.status);
     EXPECT_EQ("milk\n", vfTest::readFile(note));
+}
+
+TEST(Examples, NotebookWritesNothingThatNobodySaved)
+{
+    const vfTest::TemporaryDirectory directory;
+    const std::string note = directory.write("shopping.note", "milk\n");
+    const vfTest::Outcome outcome =
+        vfTest::runProgram({notebook, note, "--invoke", "notebook::AddLine=butter"});
+    EXPECT_EQ(0, outcome.status) << outcome.err;
+    EXPECT_EQ("milk\n", vfTest::readFile(note));
+}
+
+TEST(Examples, NotebookTellsWhichNotesItCannotReadAndShowsTheOthers)
+{
+    const vfTest::TemporaryDirectory directory;
+    const std::string good = directory.write("good.note", "milk\n");
+    const std::string bad = directory.write("bad.note", std::string("a\n\0\n", 4));
+    const vfTest::Outcome outcome = vfTest::runProgram({notebook, bad, "none.note", good}, directory.path());
+    EXPECT_EQ(4, outcome.status);
+    EXPECT_THAT(outcome.out, HasSubstr("milk\n--\n"));
+    EXPECT_THAT(outcome.err, HasSubstr("notebook: " + bad + ": line 2 is not text\n"));
+    EXPECT_THAT(outcome.err, HasSubstr("notebook: none.note: No such file or directory\n"));
+}
+
+TEST(Examples, AFullStandardOutputIsToldAndStatus4)
+{
+    for (const char* option : {"--list-commands", "--list-ui"}) {
+        const vfTest::Outcome outcome =
+            vfTest::runProgram({"sh", "-c", std::string("'") + notebook + "' " + option + " > /dev/full"});
+        EXPECT_EQ(4, outcome.status) << option;
+        EXPECT_EQ("notebook: standard output: No space left on device\n", outcome.err) << option;
+    }
 }
 
 #ifdef VELAFORGE_WITH_QT

@@ -20,6 +20,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
@@ -550,6 +551,40 @@ TEST(Viewer, AScriptThatCannotBeReadIsOneLine)
     }
     EXPECT_EQ(0, view({signpost("obj"), "--script", directory.write("empty", "")}).status);
     EXPECT_EQ(2, view({"--script"}).status);
+}
+
+TEST(Viewer, AScriptWithoutAnEndEndsInALine)
+{
+    const Outcome outcome = view({"--script", "/dev/zero"});
+    EXPECT_EQ(4, outcome.status);
+    EXPECT_EQ("vfviewer: /dev/zero: line 1 has a zero byte; a script is text\n", outcome.err);
+}
+
+TEST(Viewer, AFullStandardOutputIsToldAndStatus4)
+{
+    for (const std::string arguments :
+         {"--list-commands", "--list-ui", "--list-formats", "--help", "--invoke vfViewer::PrintStatistics"})
+    {
+        const Outcome outcome = vfTest::runProgram(
+            {"sh", "-c",
+             "'" VELAFORGE_PROGRAM_DIR "/vfviewer' " + arguments + " '" + signpost("obj") + "' >/dev/full"});
+        EXPECT_EQ(4, outcome.status) << arguments;
+        EXPECT_THAT(outcome.err, EndsWith("vfviewer: standard output: No space left on device\n"))
+            << arguments;
+    }
+}
+
+TEST(Viewer, OneFileUnderTwoPathsIsOneModelAndAFailureNamesItAsItWasTyped)
+{
+    const TemporaryDirectory directory;
+    std::filesystem::copy_file(signpost("stl"), directory.file("a.stl"));
+    const Outcome outcome =
+        view({"--headless", "a.stl", "./a.stl", "./none.stl", "--invoke", "vfViewer::MergeOpen"},
+             directory.path());
+    EXPECT_EQ(4, outcome.status);
+    EXPECT_THAT(outcome.err, HasSubstr("vfviewer: ./none.stl: No such file or directory\n"));
+    EXPECT_THAT(outcome.err, HasSubstr("vfviewer: ./a.stl: no other model is open\n"));
+    EXPECT_THAT(outcome.err, Not(HasSubstr("could not be carried out"))); // it is told once
 }
 
 TEST(Viewer, SeveralModelsAreMergedIntoOneFile)

@@ -333,6 +333,8 @@ TEST(Menus, ACommandThatFailsOrRaisesIsToldInTheStatusBar)
             EXPECT_EQ(QStringLiteral("Fail|The command could not be carried out."), failed);
             EXPECT_FALSE(program.invoke("sheet::Throw"));
             EXPECT_EQ(QStringLiteral("Throw|it burns"), failed);
+            EXPECT_FALSE(program.invoke("sheet::Throw", "number"));
+            EXPECT_EQ(QStringLiteral("Throw|An unknown error occurred."), failed);
             EXPECT_FALSE(program.invoke("sheet::NoSuchThing"));
             EXPECT_TRUE(program.invoke("sheet::AddLine", "two"));
         });

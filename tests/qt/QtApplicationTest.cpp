@@ -46,6 +46,51 @@ TEST(QtApplication, ExitEndsTheLoopWhileADialogWaits)
     }));
 }
 
+TEST(QtApplication, ASecondApplicationHasAWindowAndItsOwnDocuments)
+{
+    const TemporaryDirectory directory;
+    const std::string one = directory.write("one.sheet", "one\n");
+    const std::string two = directory.write("two.sheet", "two\n");
+    const void* shell = nullptr;
+    {
+        Program first({one});
+        EXPECT_EQ(7, first.run([&] {
+            first.ui([&] {
+                shell = QtApplication::instance();
+                EXPECT_EQ("one\n", first.sheet()->text());
+                first.application().exit(7);
+            });
+        }));
+    }
+    EXPECT_EQ(nullptr, QtApplication::instance());
+    EXPECT_EQ(nullptr, qApp);
+    Program second({two});
+    EXPECT_EQ(0, second.run([&] {
+        second.ui([&] {
+            EXPECT_EQ(shell, QtApplication::instance());
+            EXPECT_TRUE(second.window().isVisible());
+            EXPECT_EQ(1u, second.application().getNumDocuments());
+            EXPECT_EQ("two\n", second.sheet()->text());
+            EXPECT_TRUE(second.invoke("sheet::AddLine", "more"));
+            EXPECT_EQ("two\nmore\n", second.sheet()->text());
+        });
+    }));
+}
+
+TEST(QtApplication, ASecondApplicationRunsAfterOneThatOnlyShowedItsHelp)
+{
+    testing::internal::CaptureStdout();
+    {
+        Program first({"--help"});
+        EXPECT_EQ(1, first.run([] {}));
+    }
+    testing::internal::GetCapturedStdout();
+    bool hasRun = false;
+    Program second;
+    EXPECT_EQ(0, second.run([&] { hasRun = true; }));
+    EXPECT_TRUE(hasRun);
+}
+
 TEST(QtApplication, TakesItsOwnOptionsOffTheCommandLine)
 {
     Program program({"-style", "fusion", "-platform", "offscreen"});

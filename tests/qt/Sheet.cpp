@@ -2,8 +2,10 @@
 #include "Sheet.h"
 
 #include <velaforge/application/Application.h>
+#include <velaforge/base/BaseException.h>
 #include <velaforge/base/ClassInfo.h>
 #include <velaforge/commands/CommandPrivate.h>
+#include <velaforge/documents/ReadError.h>
 
 #include <QPlainTextEdit>
 
@@ -47,7 +49,22 @@ struct Fail : vfApplication::CommandPrivate
 
 struct Throw : vfApplication::CommandPrivate
 {
-    void invoke(const vfBase::VfVariant&) override { throw std::runtime_error("it burns"); }
+    void invoke(const vfBase::VfVariant& argument) override
+    {
+        if (argument.toString() == "number")
+            throw 42;
+        throw vfBase::BaseException("outer", std::runtime_error("it burns"));
+    }
+};
+
+struct Unmade : vfApplication::CommandPrivate
+{
+    Unmade()
+    {
+        if (Sheet::isUnmade)
+            throw std::runtime_error("it cannot be made");
+    }
+    void invoke(const vfBase::VfVariant&) override {}
 };
 
 struct Switch : vfApplication::CommandPrivate
@@ -83,6 +100,7 @@ struct Record : vfBase::ClassInfo
 const Record<AddLine> addLine("AddLine", "sheet::AddLine");
 const Record<Fail> fail("Fail", "sheet::Fail");
 const Record<Throw> throwing("Throw", "sheet::Throw");
+const Record<Unmade> unmade("Unmade", "sheet::Unmade");
 const Record<Switch> switching("Switch", "sheet::Switch");
 const Record<AskFirst> asking("AskFirst", "sheet::AskFirst");
 
@@ -96,6 +114,7 @@ const vfBase::ClassInfo SheetView::s_classInfo("sheet", "SheetView", "sheet::She
                                                []() -> vfBase::VfObject* { return new SheetView; });
 
 bool Sheet::isSwitchOn = false;
+bool Sheet::isUnmade = false;
 
 const vfBase::ClassInfo* Sheet::getClassInfo() const
 {
@@ -128,15 +147,30 @@ bool Sheet::doOpenDocument(const vfBase::VfString& path, const vfBase::Options& 
         read.push_back(line);
     if (!read.empty() && read[0] == "throw")
         throw std::runtime_error("a fault in the file");
+    if (!read.empty() && read[0] == "number")
+        throw 42;
+    if (!read.empty() && read[0] == "reason")
+        return vfApplication::setReadError("line 1: a word is missing");
     if (!read.empty() && read[0] == "bad")
         return false;
     lines = read;
     return true;
 }
 
+bool Sheet::deleteContents()
+{
+    if (!lines.empty() && lines[0] == "thorn")
+        throw std::runtime_error("it does not let go");
+    return true;
+}
+
 vfBase::WriteResult Sheet::doSaveDocument(const vfBase::VfString& path, const vfBase::Options& options)
 {
     Document::doSaveDocument(path, options);
+    if (!lines.empty() && lines.back() == "burns")
+        throw std::runtime_error("the disk burns");
+    if (!lines.empty() && lines.back() == "full")
+        return {vfBase::WriteResult::WriteFailed, "the disk is full"};
     std::ofstream file(path.str());
     file << text() << std::flush;
     return file ? vfBase::WriteResult::Written : vfBase::WriteResult::WriteFailed;

@@ -13,8 +13,11 @@ namespace vfTest {
 
 /// A text file, line by line, with the command "sheet::AddLine" that can be undone.
 ///
-/// A file whose first line is "bad" cannot be read, and one with "throw" raises. Other commands: "sheet::Fail" is a change
-/// that fails, "sheet::Throw" raises, "sheet::Switch" turns a switch that it shows as a check mark.
+/// A file whose first line is "bad" cannot be read, one with "reason" says why not, and those with "throw" and "number"
+/// throw an exception and a number. With the first line "thorn" it throws when it is closed, with the last line "burns" when
+/// it is saved, and with "full" it cannot be saved. Other commands: "sheet::Fail" is a change that fails, "sheet::Throw"
+/// throws, and with the argument "number" a number, "sheet::Switch" turns a switch that it shows as a check mark,
+/// "sheet::Unmade" cannot be made while isUnmade is set.
 class Sheet : public vfApplication::Document
 {
 public:
@@ -31,6 +34,9 @@ public:
     void changed();
 
     static bool isSwitchOn;
+    static bool isUnmade;
+
+    bool deleteContents() override;
 
 protected:
     bool doOpenDocument(const vfBase::VfString& path, const vfBase::Options& options) override;

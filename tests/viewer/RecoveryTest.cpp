@@ -104,6 +104,73 @@ TEST_F(Recoveries, WhatAProgramLeftBehindIsFoundByTheNext)
     EXPECT_EQ(0u, countFiles());
 }
 
+TEST_F(Recoveries, TheFileOfAModelIsFoundFromAnotherDirectory)
+{
+    ASSERT_EQ(0, chdir(directory.path().c_str()));
+    const pid_t child = fork();
+    if (child == 0) {
+        Recovery recovery(place());
+        ModelDocument document;
+        fill(document, "one");
+        document.setFilename("one.obj", false);
+        document.setDocumentSaved(true);
+        ModelDocument unnamed;
+        fill(unnamed, "unnamed1");
+        unnamed.setFilename("unnamed1", false);
+        recovery.keepNow(document);
+        recovery.keepNow(unnamed);
+        kill(getpid(), SIGKILL);
+    }
+    waitpid(child, nullptr, 0);
+    ASSERT_EQ(0, chdir("/"));
+    const auto found = Recovery(place()).findLeftBehind();
+    ASSERT_EQ(2u, found.size());
+    EXPECT_EQ(directory.file("one.obj"), found[0].original);
+    EXPECT_TRUE(found[0].hasFile());
+    EXPECT_EQ("unnamed1", found[1].original);
+    EXPECT_FALSE(found[1].hasFile());
+}
+
+TEST_F(Recoveries, AFileThatAnotherProgramChangedMeanwhileIsNoticed)
+{
+    const std::string path = directory.write("one.obj", "v 0 0 0\n");
+    const pid_t child = fork();
+    if (child == 0) {
+        Recovery recovery(place());
+        ModelDocument document;
+        fill(document, "one");
+        document.setFilename(path, false);
+        document.setDocumentSaved(true);
+        document.setFileIdentity(vfViewer::FileIdentity::of(path));
+        recovery.keepNow(document);
+        kill(getpid(), SIGKILL);
+    }
+    waitpid(child, nullptr, 0);
+    const auto found = Recovery(place()).findLeftBehind();
+    ASSERT_EQ(1u, found.size());
+    EXPECT_FALSE(found[0].isOriginalChanged());
+    // As long as before, and moved into its place.
+    const std::string other = directory.write("other.obj", "v 0 0 1\n");
+    ASSERT_EQ(0, rename(other.c_str(), path.c_str()));
+    EXPECT_TRUE(found[0].isOriginalChanged());
+    ASSERT_EQ(0, unlink(path.c_str()));
+    EXPECT_TRUE(found[0].isOriginalChanged());
+}
+
+TEST_F(Recoveries, ACopyOfAnEarlierVersionIsFoundAsBefore)
+{
+    crash();
+    for (const auto& entry : fs::directory_iterator(place())) {
+        if (entry.path().extension() == ".path")
+            std::ofstream(entry.path()) << "one.obj";
+    }
+    const auto found = Recovery(place()).findLeftBehind();
+    ASSERT_EQ(2u, found.size());
+    EXPECT_EQ("one.obj", found[0].original);
+    EXPECT_FALSE(found[0].hasFile());
+    EXPECT_FALSE(found[0].isOriginalChanged());
+}
+
 TEST_F(Recoveries, WhatARunningProgramKeepsIsItsOwn)
 {
     Recovery recovery(place());

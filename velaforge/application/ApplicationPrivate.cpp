@@ -9,6 +9,7 @@
 #include <velaforge/base/Require.h>
 #include <velaforge/dockwindows/DockWindowManager.h>
 #include <velaforge/documents/DocManager.h>
+#include <velaforge/documents/DocManagerProducer.h>
 
 #include <osgDB/FileNameUtils>
 
@@ -27,7 +28,8 @@ Application* ApplicationPrivate::_s_Application = nullptr;
 
 ApplicationPrivate::ApplicationPrivate(int& argc, char** argv)
 {
-    auto documents = std::make_unique<DocManager>(true);
+    std::unique_ptr<DocManager> documents(
+        DocManagerProducer::Realizer ? DocManagerProducer::Realizer->create() : new DocManager(true));
     docManager = documents.get();
     applicationFilePath = argc >= 1 && argv && argv[0] ? argv[0] : "";
     applicationPath = osgDB::getFilePath(applicationFilePath);

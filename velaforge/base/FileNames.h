@@ -15,6 +15,12 @@ VFBASE_EXPORT VfString getSimpleFileName(const VfString& path);
 /// @return the path without the extension of its last component, directories included
 VFBASE_EXPORT VfString getNameLessExtension(const VfString& path);
 
+/// Makes a path absolute and lexically normal, so that "a.pts" and "./b/../a.pts" are one text. Links are not resolved and
+/// the file need not exist.
+/// @return the path below the current directory, without "." and ".."; @p path as it is when it is empty, has a scheme
+///         ("https://host/a.pts"), or there is no current directory
+VFBASE_EXPORT VfString absolutePath(const VfString& path);
+
 /// @return @p name as one component of a path: without slashes and zero bytes, and neither "." nor ".."
 VFBASE_EXPORT VfString makePathComponent(const VfString& name);
 

@@ -54,7 +54,9 @@ void tellApplication(Document* document)
     } catch (const std::exception& cause) {
         throw vfBase::BaseException("std::exception in " + routine, cause);
     } catch (...) {
-        throw vfBase::BaseException("Unknown exception in " + routine);
+        vfBase::BaseException unknown("Unknown exception in " + routine);
+        unknown.setReason(vfBase::BaseException::unknownReason);
+        throw unknown;
     }
 }
 

@@ -3,6 +3,7 @@
 
 #include <velaforge/application/Application.h>
 #include <velaforge/base/ArgumentParser.h>
+#include <velaforge/base/BaseException.h>
 #include <velaforge/base/NotifyHandler.h>
 #include <velaforge/base/Printable.h>
 #include <velaforge/base/StringList.h>
@@ -13,6 +14,7 @@
 #include <velaforge/documents/DocManager.h>
 #include <velaforge/documents/Document.h>
 #include <velaforge/documents/View.h>
+#include <velaforge/headless/HeadlessDocManager.h>
 #include <velaforge/headless/HeadlessDockWindowProducer.h>
 #include <velaforge/headless/HeadlessStatusBar.h>
 #include <velaforge/headless/HeadlessTitleBar.h>
@@ -21,6 +23,8 @@
 #include <velaforge/headless/OffscreenRenderer.h>
 #include <velaforge/headless/SnapshotSource.h>
 #include <velaforge/headless/UiListing.h>
+#include <velaforge/headless/internal/Script.h>
+#include <velaforge/headless/internal/Tell.h>
 #include <velaforge/toolkit/CommandNames.h>
 #include <velaforge/toolkit/Declarations.h>
 
@@ -31,10 +35,11 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <fstream>
 #include <iostream>
 #include <string>
 #include <vector>
+
+#include <unistd.h>
 
 namespace vfApplication {
 
@@ -46,46 +51,57 @@ struct Request
 {
     bool isListWanted = false;
     bool areCommandsWanted = false;
-    vfBase::StringList commands; ///< each with its argument behind "="
+
+    /// Each with its argument behind "=".
+    vfBase::StringList commands;
     vfBase::VfString script;
     vfBase::VfString snapshot;
     SnapshotFormat format;
-    int turntable = 0; ///< number of pictures all around; 0 for one as it is
+
+    /// Number of pictures around the model; 0 for one with the camera as it is.
+    int turntable = 0;
 };
 
-/// The command line is the process's, and so is what it asks for.
+/// What the command line of the current application asks for. It is read before there is a shell.
 Request& request()
 {
     static Request asked;
     return asked;
 }
 
-bool say(const vfBase::VfString& subject, const vfBase::VfString& reason)
+bool failPicture(const vfBase::VfString& path, const vfBase::VfString& reason)
 {
-    std::cerr << Application::instance(false)->getApplicationName() << ": " << vfBase::printable(subject)
-              << ": " << reason << std::endl;
-    return false;
+    return tell(path, "snapshot not written: " + reason.str());
 }
 
-bool fail(const vfBase::VfString& path, const vfBase::VfString& reason)
+/// Runs a piece of work for the command line. An exception costs this piece and not the program: it is told.
+/// @param subject  what the line is about
+/// @return what @p work returns; false when it throws
+template <class Work>
+bool attempt(const vfBase::VfString& subject, Work work)
 {
-    return say(path, "snapshot not written: " + reason.str());
+    try {
+        return work();
+    } catch (...) {
+        return tell(subject, vfBase::BaseException::describeCurrent());
+    }
 }
 
-/// A command of the command line, or of a script.
+/// A command that the command line or a script names.
 struct Invocation
 {
     std::string name;
     Command command;
     vfBase::VfVariant argument;
-    std::string
-        where; ///< in which file and line, for whoever looks for a mistake; empty for the command line
-    bool isLast = false; ///< a script goes no further when it fails
+
+    /// File and line of a script, for messages; empty for the command line.
+    std::string where;
 
     std::string subject() const { return where + name; }
+    bool isOfScript() const { return !where.empty(); }
 };
 
-/// @param text  a name, and behind "=" an argument
+/// @param text  a name, or a name, "=" and an argument
 Invocation makeInvocation(const std::string& text)
 {
     const std::size_t equals = text.find('=');
@@ -96,49 +112,8 @@ Invocation makeInvocation(const std::string& text)
     return invocation;
 }
 
-std::string trimmed(const std::string& text)
-{
-    const char* const blanks = " \t\r\n";
-    const std::size_t first = text.find_first_not_of(blanks);
-    return first == std::string::npos ? std::string()
-                                      : text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
-
-/// Reads one command a line; empty lines and what begins with "#" are for people.
-/// @param path  "-" for standard input
-bool readScript(const vfBase::VfString& path, std::vector<Invocation>& invocations, vfBase::VfString& reason)
-{
-    std::ifstream file;
-    if (path != "-") {
-        errno = 0;
-        file.open(path.str());
-        if (!file || file.peek() == std::ifstream::traits_type::eof()) {
-            // A directory can be opened, and fails when it is read.
-            if (!file || errno != 0)
-                reason = std::strerror(errno != 0 ? errno : ENOENT);
-            else
-                file.clear();
-        }
-        if (!reason.empty())
-            return false;
-    }
-    std::istream& input = path == "-" ? std::cin : file;
-    int number = 0;
-    for (std::string line; std::getline(input, line);) {
-        ++number;
-        const std::string text = trimmed(line);
-        if (text.empty() || text[0] == '#')
-            continue;
-        Invocation invocation = makeInvocation(text);
-        invocation.where =
-            (path == "-" ? std::string("standard input") : path.str()) + ":" + std::to_string(number) + ": ";
-        invocation.isLast = true;
-        invocations.push_back(invocation);
-    }
-    return true;
-}
-
-/// @return false when a name is unknown, which is told for each
+/// Makes the commands, and tells of each name that nobody registered.
+/// @return false when there is such a name
 bool findCommands(std::vector<Invocation>& invocations)
 {
     bool areAllKnown = true;
@@ -147,9 +122,9 @@ bool findCommands(std::vector<Invocation>& invocations)
         if (invocation.command.isValid())
             continue;
         const vfBase::VfString nearest = nearestName(invocation.name, commandNames());
-        areAllKnown = say(invocation.subject(),
-                          nearest.empty() ? std::string("there is no such command")
-                                          : "there is no such command; did you mean " + nearest.str() + "?");
+        areAllKnown = tell(invocation.subject(),
+                           nearest.empty() ? std::string("there is no such command")
+                                           : "there is no such command; did you mean " + nearest.str() + "?");
     }
     return areAllKnown;
 }
@@ -159,46 +134,108 @@ bool isSet(const Command& command, const char* property)
     return command.getProperties().value(property, vfBase::VfVariant()).toBool();
 }
 
-/// Nobody tells whether a command that was invoked did its work. One that can be undone stands in the history if so;
-/// others may say it in their properties.
-bool invoke(Invocation& invocation)
+/// @return how many failures the document manager told, of files that could not be opened for instance
+unsigned int failureCount()
 {
-    const Document* document = Application::instance(false)->getActiveDocument();
-    if (!document && !isSet(invocation.command, "standalone"))
-        return say(invocation.subject(), "there is no document for the command");
-    invocation.command.invoke(invocation.argument);
-    if (isSet(invocation.command, "failed"))
-        return !invocation.isLast || say(invocation.subject(), "the command could not be carried out");
-    if (!document || !invocation.command.canUndo() ||
-        Application::instance(false)->getActiveDocument() != document)
-        return true;
-    const bool isDone = document->getCommandProcessor()->getCurrentCommand() == invocation.command;
-    return isDone || say(invocation.subject(), "the command could not be carried out");
+    const auto* manager =
+        dynamic_cast<const HeadlessDocManager*>(&Application::instance(false)->getDocManager());
+    return manager ? manager->getFailureCount() : 0;
 }
 
-/// Stops at the first change that fails: those behind it may rely on it.
-bool invokeCommands(const Request& asked)
+enum class Result
+{
+    Done,
+    Failed,         ///< the commands behind it may rely on it
+    FailedHarmless, ///< the command told the user, and changed nothing that others rely on
+};
+
+/// Command::invoke() returns nothing. A command that can be undone did its work when it stands in the history; another one
+/// may set its property "failed".
+Result invoke(Invocation& invocation)
+{
+    const unsigned int failuresBefore = failureCount();
+    const Document* document = Application::instance(false)->getActiveDocument();
+    if (!document && !isSet(invocation.command, "standalone")) {
+        tell(invocation.subject(), "there is no document for the command");
+        return Result::Failed;
+    }
+    invocation.command.invoke(invocation.argument);
+    // Who reads a script looks for the line; otherwise what the command told the manager is enough.
+    const bool isTold = !invocation.isOfScript() && failureCount() > failuresBefore;
+    if (isSet(invocation.command, "failed")) {
+        if (!invocation.isOfScript())
+            return Result::FailedHarmless;
+        tell(invocation.subject(), "the command could not be carried out");
+        return Result::Failed;
+    }
+    if (!document || !invocation.command.canUndo() ||
+        Application::instance(false)->getActiveDocument() != document)
+        return Result::Done;
+    if (document->getCommandProcessor()->getCurrentCommand() == invocation.command)
+        return Result::Done;
+    if (!isTold)
+        tell(invocation.subject(), "the command could not be carried out");
+    return Result::Failed;
+}
+
+/// Invokes the commands in order, up to the first that others may rely on and that fails.
+/// @return false when one failed
+bool invokeInOrder(std::vector<Invocation>& invocations, bool& isPictureWanted)
+{
+    bool isAllDone = true;
+    for (Invocation& invocation : invocations) {
+        Result result = Result::Failed;
+        attempt(invocation.subject(), [&] {
+            result = invoke(invocation);
+            return true;
+        });
+        isAllDone = isAllDone && result == Result::Done;
+        if (result == Result::Failed) {
+            isPictureWanted = false;
+            break;
+        }
+    }
+    return isAllDone;
+}
+
+/// @param isPictureWanted  set to false when a command fails that the picture may rely on
+bool invokeCommands(const Request& asked, bool& isPictureWanted)
 {
     std::vector<Invocation> invocations;
+    std::vector<ScriptLine> lines;
     vfBase::VfString reason;
-    if (!asked.script.empty() && !readScript(asked.script, invocations, reason))
-        return say(asked.script, reason);
+    if (!asked.script.empty() && !readScript(asked.script, lines, reason)) {
+        isPictureWanted = false;
+        return tell(asked.script, reason);
+    }
+    for (const ScriptLine& line : lines) {
+        invocations.push_back(makeInvocation(line.text));
+        invocations.back().where = line.where;
+    }
     for (unsigned int i = 0; i < asked.commands.size(); ++i)
         invocations.push_back(makeInvocation(asked.commands.get(i).str()));
-    return findCommands(invocations) &&
-           std::all_of(invocations.begin(), invocations.end(), [](Invocation& one) { return invoke(one); });
+    if (!attempt("commands", [&] { return findCommands(invocations); })) {
+        isPictureWanted = false;
+        return false;
+    }
+    return invokeInOrder(invocations, isPictureWanted);
 }
 
 bool takeSnapshot(SnapshotSource& source, const SnapshotFormat& format, const vfBase::VfString& path)
 {
     const osg::Timer_t start = osg::Timer::instance()->tick();
     vfBase::VfString reason;
-    const osg::ref_ptr<osg::Image> image = source.takeSnapshot(format, reason);
+    osg::ref_ptr<osg::Image> image;
+    try {
+        image = source.takeSnapshot(format, reason);
+    } catch (...) {
+        reason = vfBase::BaseException::describeCurrent();
+    }
     if (!image)
-        return fail(path, reason);
+        return failPicture(path, reason);
     const double duration = osg::Timer::instance()->delta_m(start, osg::Timer::instance()->tick());
     if (!writeImage(*image, path, reason))
-        return fail(path, reason);
+        return failPicture(path, reason);
     if (vfBase::NotifyHandler::instance().isNotifyEnabled())
         osg::notify(osg::ALWAYS) << "Snapshot of " << format.width << "x" << format.height
                                  << " pixels rendered in: " << duration << " ms, written to "
@@ -218,11 +255,11 @@ vfBase::VfString numbered(const vfBase::VfString& path, int number, int count)
 bool takeSnapshots(const Request& asked)
 {
     if (!Application::instance(false)->getActiveDocument())
-        return fail(asked.snapshot, "no document is open");
+        return failPicture(asked.snapshot, "no document is open");
     auto* source =
         dynamic_cast<SnapshotSource*>(Application::instance(false)->getDocManager().getCurrentView());
     if (!source)
-        return fail(asked.snapshot, "this kind of document cannot be shown without a window");
+        return failPicture(asked.snapshot, "this kind of document cannot be shown without a window");
     if (asked.turntable == 0)
         return takeSnapshot(*source, asked.format, asked.snapshot);
     for (int i = 0; i < asked.turntable; ++i) {
@@ -241,13 +278,28 @@ void listCommands()
     std::cout.flush();
 }
 
+/// Does what the command line asks for: lists, commands, pictures.
+/// @return false when a part of it failed
 bool serve(const Request& asked)
 {
+    bool isAllDone = true;
     if (asked.isListWanted)
-        listUi(std::cout);
+        isAllDone = attempt("--list-ui", [] {
+            listUi(std::cout);
+            return true;
+        });
     if (asked.areCommandsWanted)
-        listCommands();
-    return invokeCommands(asked) && (asked.snapshot.empty() || takeSnapshots(asked));
+        isAllDone = attempt("--list-commands",
+                            [] {
+                                listCommands();
+                                return true;
+                            }) &&
+                    isAllDone;
+    bool isPictureWanted = !asked.snapshot.empty();
+    isAllDone = invokeCommands(asked, isPictureWanted) && isAllDone;
+    if (isPictureWanted)
+        isAllDone = takeSnapshots(asked) && isAllDone;
+    return isAllDone;
 }
 
 } // namespace
@@ -320,6 +372,11 @@ void HeadlessApplication::readOptions(vfBase::ArgumentParser& parser)
         request().areCommandsWanted = true;
 }
 
+void HeadlessApplication::forgetOptions()
+{
+    request() = Request();
+}
+
 bool HeadlessApplication::wantsSnapshot()
 {
     return !request().snapshot.empty();
@@ -333,14 +390,36 @@ int HeadlessApplication::onBeforeRun()
 
 int HeadlessApplication::runEventLoop()
 {
-    HeadlessDockWindowProducer::restoreStates();
-    const CommandItem toolbars = declaredToolbars();
-    d->toolbars.assign(toolbars.getList().begin(), toolbars.getList().end());
-    const bool isDone = d->exitRequested || serve(request());
-    HeadlessDockWindowProducer::saveStates();
+    attempt("dock windows", [this] {
+        HeadlessDockWindowProducer::restoreStates();
+        const CommandItem toolbars = declaredToolbars();
+        d->toolbars.assign(toolbars.getList().begin(), toolbars.getList().end());
+        return true;
+    });
+    bool isDone = d->exitRequested || serve(request());
+    attempt("dock windows", [] {
+        HeadlessDockWindowProducer::saveStates();
+        return true;
+    });
     if (d->exitRequested)
         return d->exitCode;
-    return isDone ? 0 : requestFailed;
+    isDone = finishOutput() && isDone;
+    return isDone && failureCount() == 0 ? 0 : requestFailed;
+}
+
+bool HeadlessApplication::finishOutput()
+{
+    std::cout.flush();
+    if (std::cout)
+        return true;
+    // The stream does not keep the reason; writing one more byte tells it again.
+    const bool isWritten = write(STDOUT_FILENO, "\n", 1) == 1;
+    return tell("standard output", isWritten ? "not all of it could be written" : std::strerror(errno));
+}
+
+void HeadlessApplication::reset()
+{
+    d = std::make_unique<HeadlessApplicationPrivate>();
 }
 
 HeadlessTitleBar& HeadlessApplication::getTitleBar()

@@ -21,19 +21,25 @@ class HeadlessToolbar;
 ///
 /// | option | meaning |
 /// |---|---|
-/// | `--snapshot <file>` | a picture of the active document goes into this file |
-/// | `--size <width>x<height>` | size of the picture in pixels, 1280x800 unless given |
-/// | `--invoke <command>[=<argument>]` | a command runs on the active document; as often as given, in order |
-/// | `--list-ui` | menus, toolbars, dock windows and options pages are listed on standard output |
-/// | `--list-commands` | the names of all commands are listed on standard output |
+/// | `--snapshot <file>` | write a picture of the active document to this file |
+/// | `--size <width>x<height>` | size of the picture in pixels, 1280x800 by default |
+/// | `--transparent` | leave the background out of the picture |
+/// | `--turntable <n>` | write that many pictures around the model, numbered |
+/// | `--invoke <command>[=<argument>]` | run a command on the active document; may be given several times |
+/// | `--script <file>` | run the commands of a file, one a line; `-` for standard input |
+/// | `--list-ui` | list menus, toolbars, dock windows and options pages on standard output |
+/// | `--list-commands` | list the names of all commands on standard output |
 ///
-/// They are served in the order: lists, commands, picture. A command that is unknown keeps all of them from running. The
-/// dock windows are put as they stood at the end of the last run first, and how they stand is kept at the end. The view to be shown is a SnapshotSource. HeadlessApplicationProducer makes the shell.
+/// The order is: lists, the script, the commands of `--invoke`, pictures. An unknown command keeps all commands from
+/// running. A command that fails ends a script, and keeps the picture from being taken; a command that throws fails, with
+/// one line on standard error. Dock windows are restored from the settings before, and kept there afterwards. The view of
+/// the picture must be a SnapshotSource. HeadlessApplicationProducer makes the shell.
 class VFAPPLICATIONHEADLESS_EXPORT HeadlessApplication : public ApplicationInterface
 {
 public:
-    /// What runEventLoop() returns when the picture could not be made or written, or a command is unknown or failed; the
-    /// reason stands on standard error.
+    /// What runEventLoop() returns, and with it Application::run(), when a file named on the command line or by a command
+    /// could not be opened or saved (HeadlessDocManager), a command is unknown or failed, a script could not be read, a
+    /// picture could not be written, or standard output is full. The reason stands on standard error, one line each.
     static constexpr int requestFailed = 4;
 
     HeadlessApplication();
@@ -50,12 +56,23 @@ public:
     /// itself calls it in onBeforeRun().
     static void readOptions(vfBase::ArgumentParser& parser);
 
+    /// Forgets the options that were read, for the next application.
+    static void forgetOptions();
+
     /// @return whether the command line asked for a picture, once its options have been read
     static bool wantsSnapshot();
 
+    /// Flushes standard output, and tells on standard error when not all of it could be written.
+    /// @return false then
+    static bool finishOutput();
+
+    /// Ends what belongs to the current application: status bar, title, toolbars, the request to exit.
+    void reset();
+
     int onBeforeRun() override;
 
-    /// @return what exit() was called with if that was before, otherwise 0 or requestFailed
+    /// Does what the command line asks for.
+    /// @return the code of exit() when that was called, otherwise 0 or requestFailed
     int runEventLoop() override;
     int onAfterRun() override;
     void exit(int code) override;
@@ -64,15 +81,15 @@ public:
     /// @return a HeadlessStatusBar
     StatusBar& getStatusBar() override;
 
-    /// @return the title bar, whose title is made anew
+    /// @return the title bar, with the title of the active document
     HeadlessTitleBar& getTitleBar();
 
-    /// @return the toolbars that the modules declared when the event loop began; none before
+    /// @return the toolbars that the modules had declared when the event loop began; none before
     const std::vector<HeadlessToolbar>& getToolbars() const;
     void shellExtensionB() override;
     void shellExtensionC() override;
 
-    /// Nothing is watched: the program ends before a file could change.
+    /// Does nothing: the program ends before a file could change.
     void addFileToFileSystemWatcher(vfBase::VfString path) override;
 
 private:

@@ -1,20 +1,23 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/headless/HeadlessApplicationProducer.h>
 
+#include <velaforge/documents/DocManagerProducer.h>
 #include <velaforge/headless/HeadlessApplication.h>
+#include <velaforge/headless/HeadlessDocManager.h>
 #include <velaforge/headless/HeadlessDockWindowProducer.h>
-
-#include <memory>
 
 namespace vfApplication {
 
 namespace {
 
-std::unique_ptr<HeadlessApplication>& shell()
+/// The library keeps the pointer until the process ends, so the shell is never destroyed: a later application begins with
+/// it anew.
+HeadlessApplication* shell = nullptr;
+
+struct ManagerProducer : DocManagerProducer
 {
-    static std::unique_ptr<HeadlessApplication> kept;
-    return kept;
-}
+    DocManager* create() override { return new HeadlessDocManager; }
+};
 
 } // namespace
 
@@ -23,17 +26,22 @@ HeadlessApplicationProducer::~HeadlessApplicationProducer() = default;
 void HeadlessApplicationProducer::install()
 {
     static HeadlessApplicationProducer producer;
+    static ManagerProducer managers;
     Realizer = &producer;
+    DocManagerProducer::Realizer = &managers;
     HeadlessDockWindowProducer::install();
 }
 
 ApplicationInterface* HeadlessApplicationProducer::create(Application*, int&, char**, bool destroy)
 {
-    if (destroy)
-        shell().reset();
-    else
-        shell() = std::make_unique<HeadlessApplication>();
-    return shell().get();
+    if (destroy) {
+        HeadlessApplication::forgetOptions();
+        if (shell)
+            shell->reset();
+    } else if (!shell) {
+        shell = new HeadlessApplication;
+    }
+    return shell;
 }
 
 } // namespace vfApplication

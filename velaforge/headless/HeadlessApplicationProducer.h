@@ -6,7 +6,7 @@
 
 namespace vfApplication {
 
-/// Makes the shell without a screen.
+/// Makes the shell of a program without a screen.
 ///
 ///     int main(int argc, char** argv)
 ///     {
@@ -16,8 +16,12 @@ namespace vfApplication {
 ///     }
 struct VFAPPLICATIONHEADLESS_EXPORT HeadlessApplicationProducer : ApplicationProducer
 {
-    /// Makes this kind of shell, and of dock windows, the one of the process. Before the application is constructed.
+    /// Makes this kind of shell, of dock windows and of document manager (HeadlessDocManager) the ones of the process. Must
+    /// be called before the application is constructed.
     static void install();
+
+    /// Returns the shell, which is made once and never destroyed. @param destroy  the application ends: the shell forgets
+    /// what belongs to it, and serves the next application
 
     ApplicationInterface* create(Application* application, int& argc, char** argv, bool destroy) override;
 

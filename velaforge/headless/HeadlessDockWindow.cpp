@@ -3,6 +3,16 @@
 
 namespace vfApplication {
 
+namespace {
+
+/// @return whether all bits of an area are among the allowed ones, as those of NoDockArea always are
+bool isAllowed(DockWindow::DockArea area, unsigned int areas)
+{
+    return (static_cast<unsigned int>(area) & ~areas) == 0;
+}
+
+} // namespace
+
 HeadlessDockWindow::HeadlessDockWindow() = default;
 
 HeadlessDockWindow::~HeadlessDockWindow() = default;
@@ -15,7 +25,7 @@ void HeadlessDockWindow::setTitle(const char* title, const char*)
 void HeadlessDockWindow::setAllowedDockingAreas(unsigned int areas)
 {
     m_allowedAreas = areas;
-    if (!(static_cast<unsigned int>(m_area) & areas))
+    if (!isAllowed(m_area, areas))
         m_area = DockWindow::NoDockArea;
 }
 
@@ -106,8 +116,7 @@ bool HeadlessDockWindow::getAutoHide() const
 
 void HeadlessDockWindow::setArea(DockWindow::DockArea area)
 {
-    const bool isAllowed = (static_cast<unsigned int>(area) & ~m_allowedAreas) == 0;
-    if (isAllowed)
+    if (isAllowed(area, m_allowedAreas))
         m_area = area;
 }
 

@@ -7,9 +7,9 @@
 
 namespace vfApplication {
 
-/// A dock window that nobody sees: it keeps how it would stand.
+/// A dock window without a screen: it keeps its state.
 ///
-/// At first it is visible, docked nowhere, allowed everywhere, and may be closed, moved, torn off and tabbed.
+/// At first it is visible, in no area, allowed in all areas, and may be closed, moved, floated and tabbed.
 class VFAPPLICATIONHEADLESS_EXPORT HeadlessDockWindow : public DockWindowInterface
 {
 public:
@@ -20,11 +20,12 @@ public:
 
     void setTitle(const char* title, const char* context) override;
 
-    /// A window that stands in an area which is no longer allowed goes to none.
+    /// Keeps the areas as bits of DockWindow::DockArea. An area is allowed when all its bits are; NoDockArea always is. A
+    /// window whose area is no longer allowed moves to NoDockArea.
     void setAllowedDockingAreas(unsigned int areas) override;
     unsigned int getAllowedDockingAreas() const override;
 
-    /// @return whether it stands in no area, though it may be torn off
+    /// @return whether it is floatable and in no area
     bool isFloating() const override;
     void setVisible(bool visible) override;
     bool getVisible() const override;
@@ -44,11 +45,11 @@ public:
     void setAutoHide(bool autoHide) override;
     bool getAutoHide() const override;
 
-    /// An area that is not allowed changes nothing; NoDockArea always is.
+    /// Moves the window, unless the area is not allowed.
     void setArea(DockWindow::DockArea area) override;
     DockWindow::DockArea getArea() const override;
 
-    /// Nothing: titles are told anew by those who translate them.
+    /// Does nothing: whoever translates a title sets it.
     void onLanguageChange() override;
 
 private:

@@ -6,14 +6,14 @@
 
 namespace vfApplication {
 
-/// Places dock windows without a screen: a window stands in the area that its half says.
+/// Keeps the areas of dock windows without a screen.
 class VFAPPLICATIONHEADLESS_EXPORT HeadlessDockWindowManager : public DockWindowManagerInterface
 {
 public:
-    /// Nothing for null.
+    /// Moves a window to an area; does nothing for null.
     void dockDockWindowToArea(DockWindow::DockArea area, DockWindow* dockWindow) override;
 
-    /// @return NoDockArea for null
+    /// @return the area of a window; NoDockArea for null
     DockWindow::DockArea getDockedDockWindowArea(DockWindow* dockWindow) const override;
 };
 

@@ -13,22 +13,24 @@
 
 namespace vfApplication {
 
-/// Makes the halves of dock windows that nobody sees, and keeps each while its window is there.
+/// Makes the toolkit halves of dock windows without a screen, and owns each as long as its window exists.
 struct VFAPPLICATIONHEADLESS_EXPORT HeadlessDockWindowProducer : DockWindowProducer
 {
-    /// Makes this kind of dock window, and of their manager, the one of the process. HeadlessApplicationProducer does it.
+    /// Makes this kind of dock window and of dock window manager the ones of the process. HeadlessApplicationProducer does
+    /// it.
     static void install();
 
+    /// @return the half of a window, owned by this producer
     DockWindowInterface* create(DockWindow* dockWindow) override;
 
-    /// @return the windows that are there, in the order in which they were made
+    /// @return the windows that exist, in the order in which they were made
     static std::vector<DockWindow*> windows();
 
-    /// Puts each window as it stood at the end of the last run, as far as that is known.
+    /// Restores the state of each window from the settings, as the last run left it.
     static void restoreStates();
 
-    /// Keeps how the windows stand in the settings. Windows that were destroyed while they were in the manager's table
-    /// are taken out of it first.
+    /// Writes the state of the windows to the settings. Windows that were destroyed while they were in the manager's table
+    /// are removed from it first.
     static void saveStates();
 
 protected:

@@ -9,10 +9,11 @@
 
 namespace vfApplication {
 
-/// A status bar that nobody sees: it keeps what it would show.
+/// A status bar without a screen: it keeps the texts and numbers that a window would show.
 class VFAPPLICATIONHEADLESS_EXPORT HeadlessStatusBar : public StatusBarInterface
 {
 public:
+    /// One field of the bar.
     struct Field
     {
         vfBase::VfString text;
@@ -22,15 +23,19 @@ public:
     HeadlessStatusBar();
     ~HeadlessStatusBar() override;
 
-    /// Null empties the field.
+    /// Keeps text and value of a field; null empties the text.
     void updateStatus(StatusBarTextEnum kind, const char* text, int value) override;
 
-    /// What is below 0 or above 100 counts as that.
+    /// Keeps the progress, limited to 0 to 100.
     void updateProgressPercent(int percent) override;
+
+    /// Keeps the text of the progress; must not be null.
     void updateProgressText(const char* text) override;
 
-    /// @return what was told last, an empty field before
+    /// @return the field as it was set last; an empty one before
     Field getField(StatusBarTextEnum kind) const;
+
+    /// @return from 0 to 100; 0 before it is set
     int getProgressPercent() const { return m_percent; }
     const vfBase::VfString& getProgressText() const { return m_progressText; }
 

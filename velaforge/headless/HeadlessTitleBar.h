@@ -7,16 +7,17 @@
 
 namespace vfApplication {
 
-/// A title bar that nobody sees: it keeps the title.
+/// A title bar without a screen: it keeps the title.
 class VFAPPLICATIONHEADLESS_EXPORT HeadlessTitleBar final : public TitleBarInterface
 {
 public:
-    /// Makes the title anew: the name of the active document, marked when it is modified, and that of the program.
+    /// Composes the title: the name of the active document, "*" when it is modified, and the name of the program.
     void titleBarOperationA() override;
 
-    /// Nothing here.
+    /// Does nothing.
     void titleBarOperationB() override {}
 
+    /// @return the title as it was composed last; empty before
     const vfBase::VfString& getTitle() const { return m_title; }
 
 private:

@@ -7,21 +7,24 @@
 
 namespace vfApplication {
 
-/// A toolbar that nobody sees: it keeps what was declared, and whether it is shown.
+/// A toolbar without a screen: it keeps its declaration and whether it is shown.
 class VFAPPLICATIONHEADLESS_EXPORT HeadlessToolbar final : public ToolbarInterface
 {
 public:
     /// @param declaration  what a UiSetup declared below the root of its toolbars; shared
     HeadlessToolbar(const CommandItem& declaration) : m_declaration(declaration) {}
 
-    /// Shows the toolbar, and hides it.
+    /// Shows the toolbar.
     void toolbarOperationA() override { m_isShown = true; }
+
+    /// Hides the toolbar.
     void toolbarOperationB() override { m_isShown = false; }
 
-    /// Nothing here.
+    /// Do nothing.
     void toolbarOperationC() override {}
     void toolbarOperationD() override {}
 
+    /// @return the declaration, shared with the UiSetup
     const CommandItem& getDeclaration() const { return m_declaration; }
     bool isShown() const { return m_isShown; }
 

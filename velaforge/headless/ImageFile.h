@@ -14,7 +14,7 @@ namespace vfApplication {
 /// @param reason  why not
 VFAPPLICATIONHEADLESS_EXPORT bool canWriteImage(const vfBase::VfString& path, vfBase::VfString& reason);
 
-/// @return whether pictures in the format of that file's extension can be seen through
+/// @return whether the format of that file's extension has transparency
 VFAPPLICATIONHEADLESS_EXPORT bool canBeTransparent(const vfBase::VfString& path);
 
 /// Reads a size as in "1280x800", each part from 1 to OffscreenRenderer::sizeLimit.

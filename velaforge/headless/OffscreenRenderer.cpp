@@ -26,8 +26,8 @@ namespace vfApplication {
 
 namespace {
 
-/// A desktop OpenGL context that has no surface of its own: all drawing goes to frame buffer objects. Current from its
-/// making to its end.
+/// A desktop OpenGL context without a surface: everything is drawn into frame buffer objects. It is current from its
+/// construction to its destruction.
 class Context
 {
 public:
@@ -74,7 +74,7 @@ private:
                                                                                              : EGL_NO_DISPLAY;
     }
 
-    /// There is one in the process, and ending it would end the contexts of everybody: it stays.
+    /// The process has one display, and closing it would destroy the contexts of other code: it stays open.
     static EGLDisplay display()
     {
         static const EGLDisplay opened = openDisplay();
@@ -100,8 +100,8 @@ private:
 /// Pictures of more pixels are drawn without smoothed edges.
 constexpr long long hugePicture = 64LL * 1024 * 1024;
 
-/// @return the picture in half its size, each pixel the mean of four. Drawn large and made small, edges are smooth, and so
-///         is all that lies between them; a software driver takes less time for it than for several samples a pixel.
+/// Returns the picture in half its size, each pixel the mean of four. A picture that is drawn large and made small is smooth
+/// at edges and within textures, and takes a software driver less time than several samples a pixel.
 osg::ref_ptr<osg::Image> halved(const osg::Image& large)
 {
     osg::ref_ptr<osg::Image> small = new osg::Image;
@@ -119,7 +119,7 @@ osg::ref_ptr<osg::Image> halved(const osg::Image& large)
     return small;
 }
 
-/// Colours drawn over nothing come out multiplied by their alpha; files hold them as they are.
+/// Divides the colours by their alpha: drawn over an empty background they are multiplied by it, and files hold them plain.
 void divideByAlpha(osg::Image& image)
 {
     unsigned char* pixel = image.data();
@@ -132,7 +132,7 @@ void divideByAlpha(osg::Image& image)
     }
 }
 
-/// What can be seen through leaves its alpha behind, although there was something behind it.
+/// Sets alpha to opaque: a transparent surface leaves its own alpha, although the background lies behind it.
 void makeOpaque(osg::Image& image)
 {
     unsigned char* data = image.data();
@@ -141,7 +141,7 @@ void makeOpaque(osg::Image& image)
         data[i] = 255;
 }
 
-/// Has lines and points of a scene drawn in other widths, and restores them at its end.
+/// Multiplies the widths of the lines and points of a scene, and restores them in its destructor.
 class ScaledWidths : public osg::NodeVisitor
 {
 public:
@@ -179,7 +179,7 @@ private:
     std::map<osg::ref_ptr<osg::Point>, float> m_points;
 };
 
-/// @return a group with the scene in which lines and points that have no width of their own are that wide
+/// Returns a group with the scene that gives this width to lines and points without one of their own.
 osg::ref_ptr<osg::Group> withWidthsFor(osg::Node& scene, float width)
 {
     osg::ref_ptr<osg::Group> group = new osg::Group;
@@ -189,7 +189,7 @@ osg::ref_ptr<osg::Group> withWidthsFor(osg::Node& scene, float width)
     return group;
 }
 
-/// What each pixel of an image holds before it is drawn into: no driver leaves it so.
+/// Each pixel holds this before it is drawn; a picture that still holds it everywhere was not drawn.
 constexpr std::array<unsigned char, 4> mark = {17, 34, 51, 0};
 
 void fillWithMark(osg::Image& image)
@@ -233,28 +233,44 @@ struct OffscreenRendererPrivate
     vfBase::VfString rendererName;
 
     /// Draws in a context of its own, so that nothing of one picture is left for the next.
+    /// @return null with the reason
     osg::ref_ptr<osg::Image> draw(osg::Node& scene, const osg::Matrixd& view, const osg::Matrixd& projection,
                                   int width, int height, vfBase::VfString& reason);
+
+    /// @return a group with the scene, and what is drawn behind it
+    osg::ref_ptr<osg::Group> withBackground(osg::Node& scene) const;
+
+    /// Has a camera draw into an image of its size instead of a window.
+    void aimAt(osg::Camera& camera, osg::GraphicsContext& context, osg::Image& image) const;
+
+    /// Draws one frame in the current context.
+    void drawFrame(osg::Node& scene, const osg::Matrixd& view, const osg::Matrixd& projection,
+                   osg::Image& image);
+
+    /// @return whether the driver drew nothing into an image that was filled with the mark
+    bool isUntouched(const osg::Image& image) const
+    {
+        return isMarked(image) || (!isTransparent && isBlank(image));
+    }
 };
 
-osg::ref_ptr<osg::Image> OffscreenRendererPrivate::draw(osg::Node& scene, const osg::Matrixd& view,
-                                                        const osg::Matrixd& projection, int width, int height,
-                                                        vfBase::VfString& reason)
+namespace {
+
+/// @return whether the driver can draw a picture of that size; otherwise sets @p reason
+bool isSizeSupported(int width, int height, vfBase::VfString& reason)
 {
-    const Context context(reason);
-    if (!context.isCurrent())
-        return nullptr;
     GLint limit = 0;
     glGetIntegerv(GL_MAX_RENDERBUFFER_SIZE_EXT, &limit);
-    if (width > limit || height > limit) {
-        reason = "a picture can be 1 to " + std::to_string(limit) + " pixels wide and high here";
-        return nullptr;
-    }
-    reason = "the graphics driver cannot draw a picture of this size";
-    osg::ref_ptr<osg::Image> image = new osg::Image;
-    image->allocateImage(width, height, 1, GL_RGBA, GL_UNSIGNED_BYTE);
-    fillWithMark(*image);
+    if (width <= limit && height <= limit)
+        return true;
+    reason = "a picture can be 1 to " + std::to_string(limit) + " pixels wide and high here";
+    return false;
+}
 
+} // namespace
+
+osg::ref_ptr<osg::Group> OffscreenRendererPrivate::withBackground(osg::Node& scene) const
+{
     osg::ref_ptr<osg::Group> root = new osg::Group;
     if (isTransparent)
         root->getOrCreateStateSet()->setAttribute(
@@ -263,26 +279,37 @@ osg::ref_ptr<osg::Image> OffscreenRendererPrivate::draw(osg::Node& scene, const 
     else
         root->addChild(makeGradientBackground(top, bottom));
     root->addChild(&scene);
+    return root;
+}
 
+void OffscreenRendererPrivate::aimAt(osg::Camera& camera, osg::GraphicsContext& context,
+                                     osg::Image& image) const
+{
+    camera.setGraphicsContext(&context);
+    camera.setViewport(0, 0, image.s(), image.t());
+    camera.setRenderTargetImplementation(osg::Camera::FRAME_BUFFER_OBJECT);
+    camera.setDrawBuffer(GL_COLOR_ATTACHMENT0_EXT);
+    camera.setReadBuffer(GL_COLOR_ATTACHMENT0_EXT);
+    camera.attach(osg::Camera::COLOR_BUFFER, &image);
+    camera.setClearColor(isTransparent ? osg::Vec4(0, 0, 0, 0) : osg::Vec4(bottom, 1));
+    camera.setClearMask(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    camera.setComputeNearFarMode(osg::CullSettings::COMPUTE_NEAR_FAR_USING_BOUNDING_VOLUMES);
+}
+
+void OffscreenRendererPrivate::drawFrame(osg::Node& scene, const osg::Matrixd& view,
+                                         const osg::Matrixd& projection, osg::Image& image)
+{
     osgViewer::Viewer viewer;
     viewer.setThreadingModel(osgViewer::Viewer::SingleThreaded);
     viewer.setKeyEventSetsDone(0);
     viewer.setReleaseContextAtEndOfFrameHint(false);
     viewer.setLightingMode(osg::View::NO_LIGHT);
     const osg::ref_ptr<osgViewer::GraphicsWindowEmbedded> window =
-        new osgViewer::GraphicsWindowEmbedded(0, 0, width, height);
-    osg::Camera* camera = viewer.getCamera();
-    camera->setGraphicsContext(window);
-    camera->setViewport(0, 0, width, height);
-    camera->setRenderTargetImplementation(osg::Camera::FRAME_BUFFER_OBJECT);
-    camera->setDrawBuffer(GL_COLOR_ATTACHMENT0_EXT);
-    camera->setReadBuffer(GL_COLOR_ATTACHMENT0_EXT);
-    camera->attach(osg::Camera::COLOR_BUFFER, image);
-    camera->setClearColor(isTransparent ? osg::Vec4(0, 0, 0, 0) : osg::Vec4(bottom, 1));
-    camera->setClearMask(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-    camera->setComputeNearFarMode(osg::CullSettings::COMPUTE_NEAR_FAR_USING_BOUNDING_VOLUMES);
-    camera->setViewMatrix(view);
-    camera->setProjectionMatrix(projection);
+        new osgViewer::GraphicsWindowEmbedded(0, 0, image.s(), image.t());
+    aimAt(*viewer.getCamera(), *window, image);
+    viewer.getCamera()->setViewMatrix(view);
+    viewer.getCamera()->setProjectionMatrix(projection);
+    const osg::ref_ptr<osg::Group> root = withBackground(scene);
     viewer.setSceneData(root);
     viewer.realize();
     viewer.frame();
@@ -294,7 +321,24 @@ osg::ref_ptr<osg::Image> OffscreenRendererPrivate::draw(osg::Node& scene, const 
     root->removeChildren(0, root->getNumChildren());
     scene.releaseGLObjects(window->getState());
     window->close();
-    return isMarked(*image) || (!isTransparent && isBlank(*image)) ? nullptr : image;
+}
+
+osg::ref_ptr<osg::Image> OffscreenRendererPrivate::draw(osg::Node& scene, const osg::Matrixd& view,
+                                                        const osg::Matrixd& projection, int width, int height,
+                                                        vfBase::VfString& reason)
+{
+    const Context context(reason);
+    if (!context.isCurrent() || !isSizeSupported(width, height, reason))
+        return nullptr;
+    osg::ref_ptr<osg::Image> image = new osg::Image;
+    image->allocateImage(width, height, 1, GL_RGBA, GL_UNSIGNED_BYTE);
+    fillWithMark(*image);
+    drawFrame(scene, view, projection, *image);
+    if (isUntouched(*image)) {
+        reason = "the graphics driver cannot draw a picture of this size";
+        return nullptr;
+    }
+    return image;
 }
 
 void OffscreenRenderer::prepare()
@@ -336,8 +380,9 @@ osg::ref_ptr<osg::Image> OffscreenRenderer::render(osg::Node& scene, const osg::
     if (d->isSmooth && static_cast<long long>(width) * height <= hugePicture) {
         const ScaledWidths scaled(scene, 2);
         const osg::ref_ptr<osg::Group> thick = withWidthsFor(scene, 2);
+        vfBase::VfString ignored; // a driver that cannot draw it so large draws it plain
         const osg::ref_ptr<osg::Image> large =
-            d->draw(*thick, view, projection, 2 * width, 2 * height, reason);
+            d->draw(*thick, view, projection, 2 * width, 2 * height, ignored);
         thick->removeChild(&scene);
         if (large)
             image = halved(*large);

@@ -19,8 +19,8 @@ namespace vfApplication {
 
 struct OffscreenRendererPrivate;
 
-/// Draws a scene into an image without a window and without a display: on the graphics card where there is one that
-/// can, in software otherwise.
+/// Draws a scene into an image without a window and without a display, on the graphics card if it can, otherwise in
+/// software.
 ///
 ///     vfApplication::OffscreenRenderer renderer;
 ///     vfBase::VfString reason;
@@ -28,16 +28,16 @@ struct OffscreenRendererPrivate;
 ///     if (!image)
 ///         std::cerr << reason << '\n';
 ///
-/// Each picture has a graphics context of its own. Edges are smooth but in huge pictures, where they are fine by
-/// themselves. Belongs on one thread.
+/// Each picture has a graphics context of its own. Edges are smoothed except in pictures of more than 64 million pixels.
+/// Belongs on one thread.
 class VFAPPLICATIONHEADLESS_EXPORT OffscreenRenderer
 {
 public:
     /// Largest width and height of a picture, in pixels. The implementation may allow less.
     static constexpr int sizeLimit = 16384;
 
-    /// Loads the driver and opens it, which the first picture does otherwise: for a program that has to wait for something
-    /// else meanwhile. Nothing when there is none.
+    /// Loads the graphics driver, which the first picture does otherwise: for a program that waits for something else
+    /// meanwhile. Does nothing without a driver.
     static void prepare();
 
     OffscreenRenderer();
@@ -46,16 +46,17 @@ public:
     OffscreenRenderer(const OffscreenRenderer&) = delete;
     OffscreenRenderer& operator=(const OffscreenRenderer&) = delete;
 
-    /// The colours at the top and the bottom of the background, from 0 to 1.
+    /// Sets the colours at the top and the bottom of the background, each part from 0 to 1.
     void setBackground(const osg::Vec3f& top, const osg::Vec3f& bottom);
 
-    /// Leaves the background out: where nothing is drawn, the picture can be seen through. False unless set.
+    /// Leaves the background out: pixels without a part of the scene are transparent. False by default.
     void setTransparent(bool isTransparent);
 
-    /// Whether edges are smooth; true unless set.
+    /// Smooths edges. True by default.
     void setSmooth(bool isSmooth);
 
-    /// @param view, projection  as a camera has them
+    /// Draws a scene with a camera. The scene is as before afterwards.
+    /// @param view, projection  the matrices of the camera
     /// @param width, height     in pixels, at least 1
     /// @return the picture, RGBA with 8 bits a channel, colours not multiplied by alpha, the bottom row first; null with
     ///         the reason when there is no graphics context, or not one for that size
@@ -63,7 +64,7 @@ public:
                                     const osg::Matrixd& projection, int width, int height,
                                     vfBase::VfString& reason);
 
-    /// @return what draws the pictures, as the implementation calls itself; empty before the first picture
+    /// @return the name that the OpenGL driver gives for itself; empty before the first picture
     const vfBase::VfString& getRendererName() const;
 
 private:

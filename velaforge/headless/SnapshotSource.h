@@ -10,18 +10,21 @@
 
 namespace vfApplication {
 
-/// What a picture is to be like.
+/// Size and kind of a picture.
 struct SnapshotFormat
 {
-    int width = 1280; ///< in pixels, at least 1
+    /// In pixels, at least 1.
+    int width = 1280;
     int height = 800;
-    bool isTransparent = false; ///< what lies behind everything is left out
 
-    /// For one of several pictures all around: which part of a whole turn this one has made, from 0 to 1.
+    /// Whether the background is left out.
+    bool isTransparent = false;
+
+    /// For one of several pictures around the model: the part of a whole turn, from 0 to 1.
     std::optional<double> turn;
 };
 
-/// What a view is, beside a View, when the shell without a screen can take a picture of it.
+/// Base class of views, beside View, that the shell without a screen can take a picture of.
 ///
 ///     class ChartView : public vfApplication::View, public vfApplication::SnapshotSource
 ///     {
@@ -34,6 +37,7 @@ class SnapshotSource
 public:
     virtual ~SnapshotSource() = default;
 
+    /// Draws the view. An exception counts as a failure with its reason.
     /// @return the picture, the bottom row first; null with the reason
     virtual osg::ref_ptr<osg::Image> takeSnapshot(const SnapshotFormat& format, vfBase::VfString& reason) = 0;
 };

@@ -2,12 +2,14 @@
 #include <velaforge/qt/internal/ActionTable.h>
 
 #include <velaforge/application/Application.h>
+#include <velaforge/base/BaseException.h>
 #include <velaforge/base/NotifyHandler.h>
 #include <velaforge/base/Printable.h>
 #include <velaforge/commands/CommandProcessor.h>
 #include <velaforge/documents/Document.h>
 #include <velaforge/qt/internal/Icons.h>
 #include <velaforge/qt/internal/Prompts.h>
+#include <velaforge/qt/internal/Reasons.h>
 #include <velaforge/qt/internal/Text.h>
 #include <velaforge/qt/internal/WindowSettings.h>
 #include <velaforge/toolkit/CommandNames.h>
@@ -16,8 +18,6 @@
 
 #include <QCoreApplication>
 #include <QSet>
-
-#include <exception>
 
 namespace vfApplication {
 
@@ -177,7 +177,7 @@ void ActionTable::refresh()
         refresh(*entry);
 }
 
-void ActionTable::refreshUnknown(Entry& entry)
+void ActionTable::refreshUnknown(Entry& entry, const std::string& problem)
 {
     const QString text = Properties(entry.item, Command::Properties()).text("text");
     entry.isKnown = false;
@@ -189,17 +189,27 @@ void ActionTable::refreshUnknown(Entry& entry)
     entry.isMissTold = true;
     if (vfBase::NotifyHandler::instance().isNotifyEnabled())
         osg::notify(osg::WARN) << "A menu or toolbar names the command "
-                               << vfBase::printable(vfBase::VfString(entry.name))
-                               << ", which nobody registered" << std::endl;
+                               << vfBase::printable(vfBase::VfString(entry.name)) << ", which "
+                               << vfBase::printable(problem) << std::endl;
 }
 
 void ActionTable::refresh(Entry& entry)
 {
-    const Command command = Command::getCommandByName(entry.name);
-    if (!command.isValid()) {
-        refreshUnknown(entry);
-        return;
+    std::string problem = "nobody registered";
+    try {
+        const Command command = Command::getCommandByName(entry.name);
+        if (command.isValid()) {
+            show(entry, command);
+            return;
+        }
+    } catch (...) {
+        problem = "cannot be made: " + vfBase::BaseException::describeCurrent();
     }
+    refreshUnknown(entry, problem);
+}
+
+void ActionTable::show(Entry& entry, const Command& command)
+{
     entry.isKnown = true;
     const Command::Properties ofCommand = command.getProperties();
     const Properties properties(entry.item, ofCommand);
@@ -247,16 +257,16 @@ void ActionTable::applyKeys()
 
 bool ActionTable::run(const std::string& name, const vfBase::VfVariant& argument)
 {
-    Command command = Command::getCommandByName(name);
-    if (!command.isValid()) {
-        Q_EMIT failed(labelFor(name), tr("There is no such command."));
-        return false;
-    }
-    vfBase::VfVariant given = argument;
-    if (given.isEmpty() && !askForArgument(m_window, command.getProperties(), given))
-        return false;
     bool isDone = true;
     try {
+        Command command = Command::getCommandByName(name);
+        if (!command.isValid()) {
+            Q_EMIT failed(labelFor(name), tr("There is no such command."));
+            return false;
+        }
+        vfBase::VfVariant given = argument;
+        if (given.isEmpty() && !askForArgument(m_window, command.getProperties(), given))
+            return false;
         const Document* document = activeDocument();
         command.invoke(given);
         // Nobody tells whether a command did its work; one that can be undone stands in the history if so.
@@ -264,9 +274,9 @@ bool ActionTable::run(const std::string& name, const vfBase::VfVariant& argument
             isDone = document->getCommandProcessor()->getCurrentCommand() == command;
         if (!isDone)
             Q_EMIT failed(labelFor(name), tr("The command could not be carried out."));
-    } catch (const std::exception& problem) {
+    } catch (...) {
         isDone = false;
-        Q_EMIT failed(labelFor(name), QString::fromUtf8(problem.what()));
+        Q_EMIT failed(labelFor(name), currentReason());
     }
     Q_EMIT commandRun();
     return isDone;

@@ -2,6 +2,7 @@
 // The shell's commands on documents: "vfApplicationQt::ActionOpen" and its kin.
 #include <velaforge/application/Application.h>
 #include <velaforge/base/ClassInfo.h>
+#include <velaforge/base/FileNames.h>
 #include <velaforge/commands/CommandProcessor.h>
 #include <velaforge/documents/DocManager.h>
 #include <velaforge/documents/DocTemplate.h>
@@ -102,7 +103,10 @@ struct ActionSave : ShellCommand
     }
     bool carryOut(MainWindow&, const vfBase::VfVariant&) override
     {
-        return document() && document()->save().success();
+        if (!document())
+            return false;
+        auto* asking = dynamic_cast<QtDocManager*>(&manager());
+        return asking ? asking->save(*document()) : document()->save().success();
     }
 };
 
@@ -119,7 +123,9 @@ struct ActionSaveAs : ShellCommand
     {
         if (!document())
             return false;
-        const vfBase::VfString path = argument.toString();
+        const vfBase::VfString path = vfBase::absolutePath(argument.toString());
+        if (auto* asking = dynamic_cast<QtDocManager*>(&manager()))
+            return path.empty() ? asking->saveAs(*document()) : asking->save(*document(), path);
         return path.empty() ? document()->saveAs().success()
                             : document()->onSaveDocument(path, vfBase::Options::invalid()).success();
     }
@@ -135,7 +141,10 @@ struct ActionRevert : ShellCommand
     }
     bool carryOut(MainWindow&, const vfBase::VfVariant&) override
     {
-        return document() && document()->revert();
+        if (!document())
+            return false;
+        auto* asking = dynamic_cast<QtDocManager*>(&manager());
+        return asking ? asking->revertWithQuestion(*document()) : document()->revert();
     }
 };
 

@@ -15,6 +15,7 @@
 #include <velaforge/qt/internal/DocumentArea.h>
 #include <velaforge/qt/internal/Languages.h>
 #include <velaforge/qt/internal/ProblemsDialog.h>
+#include <velaforge/qt/internal/Reasons.h>
 #include <velaforge/qt/internal/RecentFilesMenu.h>
 #include <velaforge/qt/internal/Text.h>
 #include <velaforge/qt/internal/ViewFrame.h>
@@ -31,6 +32,7 @@
 
 #include <algorithm>
 #include <tuple>
+#include <utility>
 
 namespace vfApplication {
 
@@ -289,6 +291,18 @@ void MainWindow::fillLanguages(QMenu& menu)
     }
 }
 
+void MainWindow::refreshGuarded()
+{
+    // The event loop calls this between two events, where QApplication::notify catches nothing.
+    try {
+        refresh();
+    } catch (...) {
+        const QString reason = currentReason();
+        if (std::exchange(m_lastReason, reason) != reason)
+            showProblem(QString(), reason);
+    }
+}
+
 void MainWindow::refresh()
 {
     const Application* application = Application::instance(false);
@@ -318,6 +332,7 @@ void MainWindow::refresh()
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
+    event->ignore(); // when something throws
     // As it stands while everything is open.
     m_docks->save();
     auto* asking = dynamic_cast<QtDocManager*>(&documents());

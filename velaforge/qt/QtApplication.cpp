@@ -11,6 +11,7 @@
 #include <velaforge/qt/internal/DocumentReloader.h>
 #include <velaforge/qt/internal/Languages.h>
 #include <velaforge/qt/internal/MainWindow.h>
+#include <velaforge/qt/internal/Reasons.h>
 #include <velaforge/qt/internal/Splash.h>
 #include <velaforge/qt/internal/Text.h>
 #include <velaforge/qt/internal/WindowSettings.h>
@@ -20,8 +21,7 @@
 #include <QByteArrayList>
 #include <QEvent>
 
-#include <exception>
-
+#include <cassert>
 #include <cstdio>
 #include <cstdlib>
 
@@ -31,7 +31,7 @@ namespace {
 
 QtApplication* current = nullptr;
 
-/// What somebody throws in answer to an event goes no further than here: the toolkit cannot carry it.
+/// Shows what an event's handler throws: the toolkit cannot pass it on.
 class GuardedApplication : public QApplication
 {
 public:
@@ -41,19 +41,11 @@ public:
     {
         try {
             return QApplication::notify(receiver, event);
-        } catch (const std::exception& problem) {
-            report(problem.what());
         } catch (...) {
-            report("something went wrong that has no name");
+            if (current)
+                current->showProblem(vfBase::VfString(), fromQt(currentReason()));
         }
         return true;
-    }
-
-private:
-    static void report(const char* problem)
-    {
-        if (current)
-            current->showProblem(vfBase::VfString(), problem);
     }
 };
 
@@ -107,7 +99,8 @@ struct QtApplicationPrivate
 {
     QtApplicationPrivate(int& argc, char** argv) : toolkit(argc, argv) {}
 
-    Toolkit toolkit; // first, so that it goes last
+    /// First, so that it is destroyed last.
+    Toolkit toolkit;
     Languages languages;
     Splash splash;
     std::unique_ptr<MainWindow> window;
@@ -116,22 +109,46 @@ struct QtApplicationPrivate
     int exitCode = 0;
 };
 
-QtApplication::QtApplication(int& argc, char** argv) : d(std::make_unique<QtApplicationPrivate>(argc, argv))
+QtApplication::QtApplication(int& argc, char** argv)
 {
+    begin(argc, argv);
+}
+
+QtApplication::~QtApplication()
+{
+    end();
+}
+
+void QtApplication::begin(int& argc, char** argv)
+{
+    d = std::make_unique<QtApplicationPrivate>(argc, argv);
     current = this;
     d->languages.set(toQt(WindowSettings::instance().language));
     d->window = std::make_unique<MainWindow>();
     d->reloader = std::make_unique<DocumentReloader>(*d->window);
 }
 
-QtApplication::~QtApplication()
+void QtApplication::end()
 {
+    if (!d)
+        return;
     // What asked to be deleted while the event loop was at its end.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     d->reloader.reset();
     current = nullptr;
     d->window.reset();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    d.reset();
+}
+
+QtApplicationPrivate& QtApplication::parts()
+{
+    if (!d) {
+        const Application* application = Application::instance(false);
+        assert(application && "without an application the shell has no window");
+        begin(application->getArgumentCount(), application->getArgumentVector());
+    }
+    return *d;
 }
 
 QtApplication* QtApplication::instance()
@@ -147,20 +164,20 @@ vfBase::VfString QtApplication::whyNoDisplay(int argc, char** argv)
 
 int QtApplication::onBeforeRun()
 {
-    d->splash.show();
+    parts().splash.show();
     return 0;
 }
 
 int QtApplication::runEventLoop()
 {
-    if (d->isExitRequested)
+    if (parts().isExitRequested)
         return d->exitCode;
     d->window->build();
     d->window->show();
     d->splash.finish(*d->window);
     QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock,
-                     d->window.get(), &MainWindow::refresh);
-    d->window->refresh();
+                     d->window.get(), &MainWindow::refreshGuarded);
+    d->window->refreshGuarded();
     const int code = QApplication::exec();
     if (d->window->isVisible()) {
         d->window->docks().save();
@@ -176,7 +193,7 @@ int QtApplication::onAfterRun()
 
 void QtApplication::exit(int code)
 {
-    d->isExitRequested = true;
+    parts().isExitRequested = true;
     d->exitCode = code;
     QCoreApplication::exit(code);
 }
@@ -185,7 +202,7 @@ void QtApplication::shellExtensionA() {}
 
 StatusBar& QtApplication::getStatusBar()
 {
-    return d->window->shellStatusBar();
+    return parts().window->shellStatusBar();
 }
 
 void QtApplication::shellExtensionB() {}
@@ -194,12 +211,13 @@ void QtApplication::shellExtensionC() {}
 
 void QtApplication::addFileToFileSystemWatcher(vfBase::VfString path)
 {
-    d->reloader->add(path);
+    parts().reloader->add(path);
 }
 
 void QtApplication::removeFileFromFileSystemWatcher(vfBase::VfString path)
 {
-    d->reloader->remove(path);
+    if (d)
+        d->reloader->remove(path);
 }
 
 QMainWindow& QtApplication::getMainWindow() const
@@ -280,7 +298,7 @@ MainWindow& QtApplication::getImp() const
 
 void QtApplication::setOtherFiles(Document& document, const std::vector<vfBase::VfString>& paths)
 {
-    if (d->reloader)
+    if (d && d->reloader)
         d->reloader->setOtherFiles(document, paths);
 }
 

@@ -37,14 +37,19 @@ public:
     /// Makes the QApplication of the process, which takes its own options off the command line.
     QtApplication(int& argc, char** argv);
 
-    /// Destroys the window, and the QApplication.
+    /// Does what end() does.
     ~QtApplication() override;
 
     QtApplication(const QtApplication&) = delete;
     QtApplication& operator=(const QtApplication&) = delete;
 
-    /// @return the shell of the process; null before it is made and after it is gone
+    /// @return the shell while it has a window; null before it is made and after end(). For a second application it is null
+    ///         until the library calls the shell: in onBeforeRun, or before that for its status bar or to exit
     static QtApplication* instance();
+
+    /// Destroys the window and the QApplication, at the end of an application. The shell stays, since the library keeps a
+    /// pointer to it: the next application begins with another window.
+    void end();
 
     /// Tells whether a window could be opened, without opening one: whether the display that the environment or the
     /// command line names answers.
@@ -57,7 +62,7 @@ public:
     int runEventLoop() override;
     int onAfterRun() override;
 
-    /// Ends the event loop, with whatever dialog is open. Nobody is asked: documents with changes ask when they close.
+    /// Ends the event loop, also while a dialog is open. It puts no question: documents with changes do when they close.
     void exit(int code) override;
     void shellExtensionA() override;
 
@@ -66,7 +71,7 @@ public:
     void shellExtensionB() override;
     void shellExtensionC() override;
 
-    /// A file that changes on the disk is read again if the user wants it.
+    /// Watches a file: when another program changes it, the user is asked whether to read it again.
     void addFileToFileSystemWatcher(vfBase::VfString path) override;
 
     /// Stops watching the file unless another open document has it.
@@ -129,6 +134,10 @@ public:
     DocumentReloader& getReloader() const;
 
 private:
+    void begin(int& argc, char** argv);
+    QtApplicationPrivate& parts();
+
+    /// Null after end().
     std::unique_ptr<QtApplicationPrivate> d;
 };
 

@@ -1,20 +1,23 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/qt/QtApplicationProducer.h>
 
+#include <velaforge/documents/DocManagerProducer.h>
 #include <velaforge/qt/QtApplication.h>
+#include <velaforge/qt/QtDocManager.h>
 #include <velaforge/qt/internal/Docks.h>
-
-#include <memory>
 
 namespace vfApplication {
 
 namespace {
 
-std::unique_ptr<QtApplication>& shell()
+/// The library keeps the pointer until the process ends, so the shell is never destroyed: a later application begins with
+/// it anew.
+QtApplication* shell = nullptr;
+
+struct ManagerProducer : DocManagerProducer
 {
-    static std::unique_ptr<QtApplication> kept;
-    return kept;
-}
+    DocManager* create() override { return new QtDocManager; }
+};
 
 } // namespace
 
@@ -23,17 +26,19 @@ QtApplicationProducer::~QtApplicationProducer() = default;
 void QtApplicationProducer::install()
 {
     static QtApplicationProducer producer;
+    static ManagerProducer managers;
     Realizer = &producer;
+    DocManagerProducer::Realizer = &managers;
     Docks::install();
 }
 
 ApplicationInterface* QtApplicationProducer::create(Application*, int& argc, char** argv, bool destroy)
 {
-    if (destroy)
-        shell().reset();
-    else
-        shell() = std::make_unique<QtApplication>(argc, argv);
-    return shell().get();
+    if (!destroy && !shell)
+        shell = new QtApplication(argc, argv);
+    else if (destroy && shell)
+        shell->end();
+    return shell;
 }
 
 } // namespace vfApplication

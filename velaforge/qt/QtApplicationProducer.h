@@ -6,7 +6,7 @@
 
 namespace vfApplication {
 
-/// Makes the shell with a window.
+/// Makes the shell of a program with a window.
 ///
 ///     int main(int argc, char** argv)
 ///     {
@@ -16,8 +16,12 @@ namespace vfApplication {
 ///     }
 struct VFAPPLICATIONQT_EXPORT QtApplicationProducer : ApplicationProducer
 {
-    /// Makes this kind of shell, and of dock windows, the one of the process. Before the application is constructed.
+    /// Makes this kind of shell, of dock windows and of document manager (QtDocManager) the ones of the process. Must be
+    /// called before the application is constructed.
     static void install();
+
+    /// Returns the shell, which is made once and never destroyed. @param destroy  the application ends: the shell destroys
+    /// its window and the QApplication, and serves the next application
 
     ApplicationInterface* create(Application* application, int& argc, char** argv, bool destroy) override;
 

@@ -2,11 +2,15 @@
 #include <velaforge/qt/QtDocManager.h>
 
 #include <velaforge/application/Application.h>
+#include <velaforge/base/BaseException.h>
+#include <velaforge/base/FileNames.h>
 #include <velaforge/documents/DocTemplate.h>
 #include <velaforge/documents/Document.h>
 #include <velaforge/qt/QtApplication.h>
+#include <velaforge/qt/internal/Reasons.h>
 #include <velaforge/qt/internal/Text.h>
 #include <velaforge/shell/StatusBar.h>
+#include <velaforge/toolkit/GuardedDocuments.h>
 
 #include <QDir>
 #include <QFileDialog>
@@ -18,8 +22,6 @@
 #include <QPushButton>
 
 #include <algorithm>
-#include <exception>
-#include <new>
 #include <set>
 #include <string>
 #include <utility>
@@ -28,10 +30,21 @@ namespace vfApplication {
 
 struct QtDocManagerPrivate
 {
-    Document* asked = nullptr;     ///< the document that is being closed
-    bool isRevertAnswered = false; ///< the user has said already that the file is to be read again
-    bool isEnding = false;         ///< the documents go, whatever is answered
-    bool isCancelled = false;      ///< the user has given up the work that is under way
+    /// The document that is being closed.
+    Document* asked = nullptr;
+
+    /// The user has said already that the file is to be read again.
+    bool isRevertAnswered = false;
+
+    /// The manager is being destroyed: the documents close, whatever is answered.
+    bool isEnding = false;
+
+    /// The user has given up the work that is under way.
+    bool isCancelled = false;
+
+    /// The user wants the document that is being closed to be saved.
+    bool isSaveChosen = false;
+
     int failures = 0;
 };
 
@@ -86,7 +99,11 @@ QtDocManager::~QtDocManager()
     d->isEnding = true;
     while (getNumDocuments() > 0) {
         d->asked = getDocumentList()[0];
-        closeDocument(d->asked, true);
+        const vfBase::VfString name = d->asked->getUserReadableName();
+        std::string problem;
+        closeGuarded(*this, *d->asked, true, problem);
+        if (!problem.empty())
+            QtDocManager::reportFailure(name, fromQt(translatedReason(problem)));
     }
 }
 
@@ -108,27 +125,50 @@ void QtDocManager::endWork()
 Document* QtDocManager::createDocument(const vfBase::VfString& path, const vfBase::Options& options)
 {
     const int failuresBefore = d->failures;
-    vfBase::VfString reason = fromQt(tr("The file could not be opened."));
     const bool isNew = options.isValid() && options.getPluginStringData("NEWDOC") == "TRUE";
+    const vfBase::VfString absolute = vfBase::absolutePath(path);
     Document* document = nullptr;
-    bool isCancelled = isNew; // the one who is asked for a kind may give up
     d->isCancelled = false;
     if (window())
-        beginWork(path);
-    try {
-        document = DocManager::createDocument(path, options);
-    } catch (const std::bad_alloc&) {
-        reason = fromQt(tr("There is not enough memory."));
-        isCancelled = false;
-    } catch (const std::exception& problem) {
-        reason = problem.what();
-        isCancelled = false;
-    }
+        beginWork(absolute);
+    std::string reason = runReading(
+        [&] { return (document = DocManager::createDocument(absolute, options)) != nullptr; }, std::string());
     if (window())
         endWork();
-    if (!document && !isCancelled && !d->isCancelled && d->failures == failuresBefore)
-        reportFailure(path, reason);
-    return document;
+    if (document)
+        return document;
+    // Who is asked for a kind of document may give up.
+    const bool isCancelled = d->isCancelled || (isNew && reason.empty());
+    if (!isCancelled && reason.empty())
+        reason = reasonNotReadable(*this, absolute, options);
+    if (!isCancelled && d->failures == failuresBefore)
+        reportFailure(
+            path, fromQt(reason.empty() ? tr("The file could not be opened.") : translatedReason(reason)));
+    return nullptr;
+}
+
+bool QtDocManager::updateDocument(Document* document, const vfBase::VfString& path,
+                                  const vfBase::Options& options)
+{
+    if (!document)
+        return false;
+    const int failuresBefore = d->failures;
+    const vfBase::VfString absolute = vfBase::absolutePath(path);
+    const vfBase::VfString before = document->getFilename();
+    d->isCancelled = false;
+    bool isDone = false;
+    std::string reason = runReading(
+        [&] { return isDone = DocManager::updateDocument(document, absolute, options); }, std::string());
+    if (isDone)
+        return true;
+    if (containsDocument(document) && document->getFilename() != before)
+        document->setFilename(before, false); // the base class does so unless an exception passes through it
+    if (reason.empty())
+        reason = reasonNotReadable(*this, absolute, options);
+    if (!d->isCancelled && d->failures == failuresBefore)
+        reportFailure(
+            path, fromQt(reason.empty() ? tr("The file could not be opened.") : translatedReason(reason)));
+    return false;
 }
 
 void QtDocManager::noteCancelled()
@@ -162,7 +202,7 @@ std::vector<vfBase::VfString> QtDocManager::selectFilesToOpen()
                                                              filters.join(QLatin1String(";;")));
     std::vector<vfBase::VfString> paths;
     for (const QString& path : chosen)
-        paths.push_back(fromQt(path));
+        paths.push_back(vfBase::absolutePath(fromQt(path)));
     if (!paths.empty())
         setLastDirectory(fromQt(QFileInfo(chosen.first()).absolutePath()));
     return paths;
@@ -177,7 +217,7 @@ DocTemplate* QtDocManager::selectDocumentPath(DocTemplate** templates, int count
                                     : QFileDialog::getOpenFileName(window(), tr("Open"), start, filters);
     if (chosen.isEmpty())
         return nullptr;
-    path = fromQt(chosen);
+    path = vfBase::absolutePath(fromQt(chosen));
     setLastDirectory(fromQt(QFileInfo(chosen).absolutePath()));
     for (int i = 0; i < count; ++i) {
         if (templates[i]->fileMatchesTemplate(path))
@@ -231,10 +271,12 @@ int QtDocManager::askForUserConfirmation()
     }
     switch (box.exec()) {
     case QMessageBox::Save:
+        d->isSaveChosen = true;
         return 1;
     case QMessageBox::Discard:
         return 2;
     default:
+        d->isCancelled = true;
         return 0;
     }
 }
@@ -251,7 +293,8 @@ int QtDocManager::askForConfirmRevert()
     box.setInformativeText(tr("All changes since it was saved are lost."));
     const QAbstractButton* revert = box.addButton(tr("Revert"), QMessageBox::DestructiveRole);
     box.exec();
-    return box.clickedButton() == revert ? 1 : 0;
+    d->isCancelled = box.clickedButton() != revert;
+    return d->isCancelled ? 0 : 1;
 }
 
 vfBase::VfString QtDocManager::selectDocumentSavePath(const char* directory, const char* name,
@@ -279,19 +322,37 @@ vfBase::VfString QtDocManager::selectDocumentSavePath(const char* directory, con
             dialog.setDefaultSuffix(chosen.mid(2));
     });
     dialog.selectFile(QString::fromUtf8(name));
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
+        d->isCancelled = true;
         return vfBase::VfString();
+    }
     const QString path = dialog.selectedFiles().constFirst();
     setLastDirectory(fromQt(QFileInfo(path).absolutePath()));
-    return fromQt(path);
+    return vfBase::absolutePath(fromQt(path));
 }
 
 bool QtDocManager::closeWithQuestion(Document& document)
 {
-    document.activate();
+    const int failuresBefore = d->failures;
+    const vfBase::VfString name = document.getUserReadableName();
+    d->isCancelled = false;
+    d->isSaveChosen = false;
     const auto before = std::exchange(d->asked, &document);
-    const bool isClosed = closeDocument(&document, false);
+    std::string problem;
+    bool isClosed = false;
+    try {
+        document.activate();
+    } catch (...) {
+        problem = vfBase::BaseException::describeCurrent();
+    }
+    if (problem.empty() || containsDocument(&document))
+        isClosed = closeGuarded(*this, document, false, problem);
     d->asked = before;
+    const bool isSaveMissed = !isClosed && d->isSaveChosen && !d->isCancelled;
+    if (!problem.empty())
+        reportFailure(name, fromQt(translatedReason(problem)));
+    else if (isSaveMissed && d->failures == failuresBefore)
+        reportFailure(name, fromQt(tr("The document could not be saved.")));
     return isClosed;
 }
 
@@ -305,23 +366,62 @@ bool QtDocManager::closeAllWithQuestions()
     return true;
 }
 
-bool QtDocManager::reload(Document& document)
+bool QtDocManager::save(Document& document, const vfBase::VfString& path)
+{
+    return saveGuarded(document, [&] {
+        return path.empty() ? document.save()
+                            : document.onSaveDocument(vfBase::absolutePath(path), vfBase::Options::invalid());
+    });
+}
+
+bool QtDocManager::saveAs(Document& document)
+{
+    return saveGuarded(document, [&document] { return document.saveAs(); });
+}
+
+bool QtDocManager::saveGuarded(Document& document, const std::function<vfBase::WriteResult()>& write)
 {
     const int failuresBefore = d->failures;
-    vfBase::VfString reason = fromQt(tr("The file could not be read again. The document is as it was."));
-    bool isDone = false;
-    d->isRevertAnswered = true;
+    const vfBase::VfString name =
+        document.alreadySaved() ? document.getFilename() : document.getUserReadableName();
+    QString reason;
     d->isCancelled = false;
-    beginWork(document.getFilename());
     try {
-        isDone = document.revert();
-    } catch (const std::exception& problem) {
-        reason = problem.what();
+        const vfBase::WriteResult result = write();
+        if (result.success())
+            return true;
+        if (result.getStatus() == vfBase::WriteResult::NoPath)
+            return false; // the user gave up
+        reason = translatedReason(result.getMessage().str());
+    } catch (...) {
+        reason = currentReason();
     }
+    if (d->failures == failuresBefore)
+        reportFailure(name, fromQt(reason.isEmpty() ? tr("The document could not be saved.") : reason));
+    return false;
+}
+
+bool QtDocManager::reload(Document& document)
+{
+    d->isRevertAnswered = true;
+    beginWork(document.getFilename());
+    const bool isDone = revertWithQuestion(document);
     endWork();
     d->isRevertAnswered = false;
+    return isDone;
+}
+
+bool QtDocManager::revertWithQuestion(Document& document)
+{
+    const int failuresBefore = d->failures;
+    const vfBase::VfString path = document.getFilename();
+    bool isDone = false;
+    d->isCancelled = false;
+    const std::string reason = runReading([&] { return isDone = document.revert(); }, std::string());
     if (!isDone && !d->isCancelled && d->failures == failuresBefore)
-        reportFailure(document.getFilename(), reason);
+        reportFailure(path, fromQt(reason.empty()
+                                       ? tr("The file could not be read again. The document is as it was.")
+                                       : translatedReason(reason)));
     return isDone;
 }
 

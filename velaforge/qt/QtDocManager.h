@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <velaforge/base/WriteResult.h>
 #include <velaforge/documents/DocManager.h>
 #include <velaforge/qt/Export.h>
 
 #include <QCoreApplication>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -15,15 +17,17 @@ struct QtDocManagerPrivate;
 
 /// A document manager that asks the user.
 ///
+/// QtApplicationProducer::install() gives it to each application, so a program says nothing of it:
+///
 ///     void MySetup::onRegisterDocumentType() const
 ///     {
-///         auto* manager = new vfApplication::QtDocManager;
-///         vfApplication::Application::instance(false)->setDocManager(manager);
-///         new vfApplication::DocTemplate(manager, ...);
+///         vfApplication::DocManager& manager = vfApplication::Application::instance(false)->getDocManager();
+///         new vfApplication::DocTemplate(&manager, ...);
 ///     }
 ///
-/// Every question of DocManager is a dialog, and what cannot be opened is told in the window. Without a window it
-/// answers as DocManager does, apart from unsaved changes: those it discards rather than writing what nobody saw.
+/// Every question of DocManager is a dialog, and the window shows which file could not be opened or saved, and why. Without
+/// a window it answers as DocManager does, except that it discards unsaved changes. Paths become absolute before the
+/// library sees them, so "a.txt" and "./a.txt" are one document.
 class VFAPPLICATIONQT_EXPORT QtDocManager : public DocManager
 {
     Q_DECLARE_TR_FUNCTIONS(vfApplication::QtDocManager)
@@ -31,14 +35,21 @@ class VFAPPLICATIONQT_EXPORT QtDocManager : public DocManager
 public:
     QtDocManager();
 
-    /// Closes the documents while questions can still be put. What is not saved then is lost.
+    /// Closes the documents while the user can still be asked. Changes that are not saved then are lost. A document that
+    /// throws meanwhile is told and destroyed; the others are closed all the same.
     ~QtDocManager() override;
 
     QtDocManager(const QtDocManager&) = delete;
     QtDocManager& operator=(const QtDocManager&) = delete;
 
-    /// As DocManager::createDocument, but nothing is raised: a failure is told by reportFailure.
+    /// Opens or makes a document as DocManager does, but never throws.
+    /// @return null when the user gave up, or after a failure, which reportFailure() was told, with the reason of
+    ///         setReadError(), of the exception, or of the file system
     Document* createDocument(const vfBase::VfString& path, const vfBase::Options& options) override;
+
+    /// Reads another file into a document, and fails as createDocument() does. The document keeps its name then.
+    bool updateDocument(Document* document, const vfBase::VfString& path,
+                        const vfBase::Options& options) override;
 
     /// A dialog for one file of the kinds given. @param path  what is proposed, and what was chosen
     /// @param isSaving  for a file to write
@@ -62,16 +73,29 @@ public:
     /// A dialog for any number of files. @return those chosen, none when the user gave up
     std::vector<vfBase::VfString> selectFilesToOpen();
 
-    /// Closes a document with the question about just this document's changes. @return false when it stays
+    /// Closes a document with the question about just this document's changes. Never throws: a document that does is told
+    /// and destroyed, unless it still has changes.
+    /// @return false when it stays open
     bool closeWithQuestion(Document& document);
 
     /// The same for all, the active one first. @return false at the first that stays
     virtual bool closeAllWithQuestions();
 
+    /// Saves a document, and shows the reason when that fails or throws.
+    /// @param path  empty for the file of the document, or the one that the user chooses
+    /// @return false when it was not saved
+    bool save(Document& document, const vfBase::VfString& path = vfBase::VfString());
+
+    /// The same to a file that the user chooses.
+    bool saveAs(Document& document);
+
     /// Reads the file again without a question; the user has been asked already. @return false when that failed
     virtual bool reload(Document& document);
 
-    /// A file could not be opened, saved or read again. Shows it in the window; the file is named there.
+    /// Reads the file again when the user wants it, and shows the reason when that fails. @return false when it was not read
+    bool revertWithQuestion(Document& document);
+
+    /// Shows in the window that a file could not be opened, saved or read again, and why.
     virtual void reportFailure(const vfBase::VfString& path, const vfBase::VfString& reason);
 
 protected:
@@ -84,6 +108,8 @@ protected:
     virtual void endWork();
 
 private:
+    bool saveGuarded(Document& document, const std::function<vfBase::WriteResult()>& write);
+
     std::unique_ptr<QtDocManagerPrivate> d;
 };
 

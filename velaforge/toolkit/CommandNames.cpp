@@ -38,6 +38,16 @@ std::string withoutNamespace(const std::string& name)
     return colons == std::string::npos ? name : name.substr(colons + 2);
 }
 
+/// @return whether a command of that name can be made; false when its constructor throws
+bool canBeMade(const char* name)
+{
+    try {
+        return Command::getCommandByName(name).isValid();
+    } catch (...) {
+        return false;
+    }
+}
+
 } // namespace
 
 std::vector<vfBase::VfString> commandNames()
@@ -45,8 +55,7 @@ std::vector<vfBase::VfString> commandNames()
     std::vector<vfBase::VfString> names;
     const vfBase::ClassInfo* root = vfBase::Registry_::instance().findClass("vfApplication::CommandPrivate");
     for (const vfBase::ClassInfo* record : vfBase::Registry_::instance().getClasses()) {
-        if (record != root && record->isDerivedFrom(root) &&
-            Command::getCommandByName(record->getClassId()).isValid())
+        if (record != root && record->isDerivedFrom(root) && canBeMade(record->getClassId()))
             names.emplace_back(record->getClassId());
     }
     return names;

@@ -234,8 +234,11 @@ ReadOutcome ModelDocument::read(ReadKind readKind, const vfBase::VfString& path)
 bool ModelDocument::doOpenDocument(const vfBase::VfString& path, const vfBase::Options& options)
 {
     Document::doOpenDocument(path, options);
+    const FileIdentity before =
+        FileIdentity::of(path.str()); // another program may change it while it is read
     const ReadOutcome outcome = read(kind(), path);
     if (outcome.scene) {
+        m_fileIdentity = before;
         m_scene->setModel(outcome.scene);
         m_animation.reset();
         m_otherFiles = outcome.files;
@@ -331,6 +334,7 @@ vfBase::WriteResult ModelDocument::doSaveDocument(const vfBase::VfString& path,
     Document::doSaveDocument(path, options);
     vfBase::VfString reason;
     if (writeModel(scene(), path, reason)) {
+        m_fileIdentity = FileIdentity::of(path.str());
         for (const CameraPlace& place :
              path == before ? std::vector<CameraPlace>() : CameraPlaces::instance().of(before))
             CameraPlaces::instance().keep(path.str(), place);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "model/FileIdentity.h"
 #include "model/Measurement.h"
 #include "model/ModelAnimation.h"
 #include "model/ModelScene.h"
@@ -96,6 +97,12 @@ public:
     /// @return the files that were read for the model beside its own: materials, textures
     const std::vector<std::string>& getOtherFiles() const { return m_otherFiles; }
 
+    /// @return the file that the model was read from or saved to last, as it was then; of no file before
+    const FileIdentity& getFileIdentity() const { return m_fileIdentity; }
+
+    /// For a model that was recovered: its changes are those of that file.
+    void setFileIdentity(const FileIdentity& identity) { m_fileIdentity = identity; }
+
     /// What of a model is looked at, by the places and names of its parts.
     struct Look
     {
@@ -172,6 +179,7 @@ private:
     osg::ref_ptr<osg::Node> m_selection;
     std::vector<Measurement> m_measurements;
     std::vector<std::string> m_otherFiles;
+    FileIdentity m_fileIdentity;
     std::optional<Units> m_units;
 };
 

@@ -8,6 +8,7 @@
 
 #include <velaforge/application/Application.h>
 #include <velaforge/base/ClassInfo.h>
+#include <velaforge/base/FileNames.h>
 #include <velaforge/base/StringList.h>
 #include <velaforge/commands/CommandProcessor.h>
 #include <velaforge/documents/DocManager.h>
@@ -178,7 +179,7 @@ struct SaveAs : DirectCommand
 {
     bool carryOut(ModelDocument& document, const VfVariant& argument) override
     {
-        const VfString path = argument.toString();
+        const VfString path = vfBase::absolutePath(argument.toString());
         if (path.empty())
             return failed(document,
                           "to save it under another name, that name is needed: vfViewer::SaveAs=<file>");

@@ -3,6 +3,7 @@
 
 #include "model/ModelDocument.h"
 
+#include <velaforge/base/FileNames.h>
 #include <velaforge/base/StandardPaths.h>
 
 #include <osg/Timer>
@@ -54,6 +55,15 @@ osg::ref_ptr<osg::Node> copyOf(const ModelDocument& document)
     return osg::clone(static_cast<osg::Node*>(&root), copy);
 }
 
+/// @return what is kept of a document beside its copy: the path of its file, and the file as it was, apart by a zero byte
+std::string originOf(const ModelDocument& document)
+{
+    // The name of a new document is none of a file.
+    const vfBase::VfString name = document.getFilename();
+    const vfBase::VfString path = document.alreadySaved() ? vfBase::absolutePath(name) : name;
+    return path.str() + '\0' + document.getFileIdentity().text();
+}
+
 bool writeText(const std::string& path, const std::string& text)
 {
     std::ofstream file(path, std::ios::binary);
@@ -72,6 +82,11 @@ bool isGone(const std::string& lock)
 }
 
 } // namespace
+
+bool Recovery::Found::isOriginalChanged() const
+{
+    return identity.isOfFile() && identity != FileIdentity::of(original);
+}
 
 std::string Recovery::standardDirectory()
 {
@@ -134,8 +149,9 @@ bool Recovery::keep(const ModelDocument& document)
     m_nextTime = now() + 10 * m_secondsTaken; // a large model is not written all the time
     // The copy shares what is large with the model: the last to let go of that is to be this thread.
     m_written = copyOf(document);
-    m_writer = std::thread([this, scene = m_written, copy = entry.copy,
-                            original = document.getFilename().str()] { write(scene, copy, original); });
+    m_writer = std::thread([this, scene = m_written, copy = entry.copy, origin = originOf(document)] {
+        write(scene, copy, origin);
+    });
     return true;
 }
 
@@ -148,13 +164,12 @@ bool Recovery::keepNow(const ModelDocument& document)
     return isBegun && fs::exists(m_entries[&document].copy);
 }
 
-void Recovery::write(const osg::ref_ptr<osg::Node>& scene, const std::string& copy,
-                     const std::string& original)
+void Recovery::write(const osg::ref_ptr<osg::Node>& scene, const std::string& copy, const std::string& origin)
 {
     const double start = now();
     const std::string draft = copy + ".part";
     osgDB::ReaderWriter* writer = osgDB::Registry::instance()->getReaderWriterForExtension("osgb");
-    bool isWritten = writer && writeText(withoutEnding(copy) + originalEnding, original);
+    bool isWritten = writer && writeText(withoutEnding(copy) + originalEnding, origin);
     if (isWritten) {
         std::ofstream file(draft, std::ios::binary);
         const osg::ref_ptr<osgDB::Options> options = new osgDB::Options("WriteImageHint=IncludeData");
@@ -173,7 +188,9 @@ void Recovery::drop(const ModelDocument* document)
     if (found == m_entries.end())
         return;
     finishWriting();
-    discard({found->second.copy, "", 0});
+    Found dropped;
+    dropped.copy = found->second.copy;
+    discard(dropped);
     m_entries.erase(found);
 }
 
@@ -211,8 +228,10 @@ std::vector<Recovery::Found> Recovery::findLeftBehind() const
                 continue;
             std::ifstream file(withoutEnding(path) + originalEnding, std::ios::binary);
             std::string original;
+            std::string identity;
             std::getline(file, original, '\0');
-            found.push_back({path, original, status.st_mtime});
+            std::getline(file, identity, '\0');
+            found.push_back({path, original, FileIdentity::fromText(identity), status.st_mtime});
             isEmpty = false;
         }
         if (isEmpty)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "model/FileIdentity.h"
+
 #include <osg/Node>
 #include <osg/ref_ptr>
 
@@ -27,9 +29,24 @@ public:
     /// A copy that a program has left behind.
     struct Found
     {
-        std::string copy;     ///< to be opened like any model
-        std::string original; ///< the file that the document was of
-        std::time_t time = 0; ///< when it was written
+        /// To be opened like any model.
+        std::string copy;
+
+        /// The absolute path of the file that the document was of; the name of a document without a file.
+        std::string original;
+
+        /// That file as it was when the document was read from it or saved to it.
+        FileIdentity identity;
+
+        /// When the copy was written.
+        std::time_t time = 0;
+
+        /// Returns whether the document had a file. False for a copy of an earlier version that kept a relative path.
+        bool hasFile() const { return !original.empty() && original.front() == '/'; }
+
+        /// Returns whether another program changed, replaced or removed the file since: saving the copy to it would lose
+        /// that. False for a copy of an earlier version, which kept no identity.
+        bool isOriginalChanged() const;
     };
 
     /// @return the directory of this program's copies
@@ -78,7 +95,7 @@ private:
     };
 
     bool begin();
-    void write(const osg::ref_ptr<osg::Node>& scene, const std::string& copy, const std::string& original);
+    void write(const osg::ref_ptr<osg::Node>& scene, const std::string& copy, const std::string& origin);
 
     std::string m_directory;
     std::string m_session; ///< what the names of this program's files begin with

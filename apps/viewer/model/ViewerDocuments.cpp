@@ -6,15 +6,14 @@
 
 #include <velaforge/base/ApplicationInfo.h>
 #include <velaforge/base/ClassInfo.h>
+#include <velaforge/base/FileNames.h>
 #include <velaforge/base/Printable.h>
 #include <velaforge/base/Version.h>
 #include <velaforge/documents/DocTemplate.h>
 
 #include <osgDB/FileNameUtils>
 
-#include <exception>
 #include <iostream>
-#include <new>
 
 #include <unistd.h>
 
@@ -24,12 +23,6 @@ namespace {
 
 constexpr int warningLimit = 5; // a file
 constexpr int millisecondsUntilProgress = 500;
-
-void say(const vfBase::VfString& path, const vfBase::VfString& text)
-{
-    std::cerr << vfBase::ApplicationInfo::instance().getApplicationName() << ": " << vfBase::printable(path)
-              << ": " << vfBase::printable(text) << std::endl;
-}
 
 } // namespace
 
@@ -53,6 +46,20 @@ std::string whyNotTried(vfApplication::DocManager& manager, const vfBase::VfStri
     return manager.findTemplateForPath(path.c_str()) ? "" : "not a format that can be read";
 }
 
+void FailureLog::beginFile(const vfBase::VfString& typed)
+{
+    m_warningCount = 0;
+    m_typed[vfBase::absolutePath(typed).str()] = typed.str();
+}
+
+void FailureLog::say(const vfBase::VfString& path, const vfBase::VfString& text) const
+{
+    const auto typed = m_typed.find(path.str());
+    std::cerr << vfBase::ApplicationInfo::instance().getApplicationName() << ": "
+              << vfBase::printable(typed == m_typed.end() ? path : vfBase::VfString(typed->second)) << ": "
+              << vfBase::printable(text) << std::endl;
+}
+
 void FailureLog::keep(Message::Kind kind, const vfBase::VfString& path, const vfBase::VfString& text)
 {
     m_messages.push_back({kind, path.str(), text.str()});
@@ -63,7 +70,7 @@ void FailureLog::keep(Message::Kind kind, const vfBase::VfString& path, const vf
 void FailureLog::onFailure(const vfBase::VfString& path, const vfBase::VfString& reason)
 {
     keep(Message::Failure, path, reason);
-    m_failures.push_back(path.str());
+    m_failures.push_back(vfBase::absolutePath(path).str());
     say(path, reason);
 }
 
@@ -90,32 +97,31 @@ ViewerDocManager::ViewerDocManager(const vfBase::ClassInfo& viewClass)
 
 ViewerDocManager::~ViewerDocManager()
 {
-    closeDocuments(true);
+    closeAll();
 }
 
 vfApplication::Document* ViewerDocManager::createDocument(const vfBase::VfString& path,
                                                           const vfBase::Options& options)
 {
     const bool isNew = options.isValid() && options.getPluginStringData("NEWDOC") == "TRUE";
-    vfBase::VfString reason = isNew ? "" : whyNotTried(*this, path);
+    const std::string reason = isNew ? "" : whyNotTried(*this, path);
     if (!reason.empty()) {
         onFailure(path, reason);
         return nullptr;
     }
-    beginFile();
-    const std::size_t failuresBefore = failures().size();
-    reason = "it could not be opened";
-    try {
-        if (vfApplication::Document* document = DocManager::createDocument(path, options))
-            return document;
-    } catch (const std::bad_alloc&) {
-        reason = "not enough memory";
-    } catch (const std::exception& problem) {
-        reason = problem.what();
-    }
-    if (failures().size() == failuresBefore)
-        onFailure(path, reason);
-    return nullptr;
+    beginFile(path);
+    return HeadlessDocManager::createDocument(path, options);
+}
+
+void ViewerDocManager::onFailure(const vfBase::VfString& path, const vfBase::VfString& reason)
+{
+    FailureLog::onFailure(path, reason);
+    noteFailure();
+}
+
+void ViewerDocManager::reportFailure(const vfBase::VfString& path, const vfBase::VfString& reason)
+{
+    onFailure(path, reason);
 }
 
 void ViewerDocManager::waitFor(ReadJob& job)
@@ -130,11 +136,6 @@ void ViewerDocManager::waitFor(ReadJob& job)
         std::cerr << std::flush;
     } while (!job.wait(100));
     std::cerr << "\r\033[K" << std::flush; // the line is free again
-}
-
-int ViewerDocManager::askForUserConfirmation()
-{
-    return 2;
 }
 
 } // namespace vfViewer

@@ -3,9 +3,10 @@
 
 #include "model/ModelDocument.h"
 
-#include <velaforge/documents/DocManager.h>
+#include <velaforge/headless/HeadlessDocManager.h>
 
 #include <deque>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -45,10 +46,10 @@ public:
     void onWarning(const vfBase::VfString& path, const vfBase::VfString& warning) override;
     void onDetail(const vfBase::VfString& path, const vfBase::VfString& detail) override;
 
-    /// The warnings that follow are of another file.
-    void beginFile() { m_warningCount = 0; }
+    /// The warnings that follow are of another file, which standard error names as @p typed.
+    void beginFile(const vfBase::VfString& typed);
 
-    /// @return the files that could not be opened or saved, as often as that was
+    /// @return the absolute paths of the files that could not be opened or saved, once for each failure
     const std::vector<std::string>& failures() const { return m_failures; }
 
     /// @return what was told last, up to messageLimit, the oldest first
@@ -59,20 +60,23 @@ public:
 
 private:
     void keep(Message::Kind kind, const vfBase::VfString& path, const vfBase::VfString& text);
+    void say(const vfBase::VfString& path, const vfBase::VfString& text) const;
 
+    /// What the user typed, by absolute path.
+    std::map<std::string, std::string> m_typed;
     std::vector<std::string> m_failures;
     std::deque<Message> m_messages;
     int m_warningCount = 0;
 };
 
-/// The viewer's document manager without a window: tells why a file could not be opened, and raises nothing.
-class ViewerDocManager : public vfApplication::DocManager, public FailureLog, public ReadWaiter
+/// The viewer's document manager without a window: keeps what is told of files as well.
+class ViewerDocManager : public vfApplication::HeadlessDocManager, public FailureLog, public ReadWaiter
 {
 public:
     /// Enters the kinds of document, shown by views of that class.
     explicit ViewerDocManager(const vfBase::ClassInfo& viewClass);
 
-    /// Closes the documents, while nobody else can be asked about their changes.
+    /// Closes the documents, which use the parts of this class.
     ~ViewerDocManager() override;
 
     vfApplication::Document* createDocument(const vfBase::VfString& path,
@@ -81,8 +85,8 @@ public:
     /// Shows on a terminal how far it has come, when it takes a moment.
     void waitFor(ReadJob& job) override;
 
-    /// Nobody is there to ask: closing discards changes.
-    int askForUserConfirmation() override;
+    void onFailure(const vfBase::VfString& path, const vfBase::VfString& reason) override;
+    void reportFailure(const vfBase::VfString& path, const vfBase::VfString& reason) override;
 };
 
 } // namespace vfViewer

@@ -11,6 +11,7 @@
 #include "reading/ReadJob.h"
 
 #include <velaforge/application/Application.h>
+#include <velaforge/base/FileNames.h>
 #include <velaforge/documents/View.h>
 #include <velaforge/qt/QtApplication.h>
 
@@ -91,7 +92,8 @@ bool QtViewerDocManager::closeAllWithQuestions()
     for (const vfApplication::Document* document : getDocumentList()) {
         const auto* view = dynamic_cast<const ModelView*>(document->getFirstView());
         if (view && document->alreadySaved())
-            entries.push_back({document->getFilename().str(), view->getCamera(), view->getStyle()});
+            entries.push_back(
+                {vfBase::absolutePath(document->getFilename()).str(), view->getCamera(), view->getStyle()});
     }
     if (!QtDocManager::closeAllWithQuestions())
         return false;
@@ -121,10 +123,13 @@ void QtViewerDocManager::offerLeftBehind()
     if (found.empty() || !shell)
         return;
     QStringList names;
-    for (const Recovery::Found& one : found)
-        names << tr("%1, changed on %2")
-                     .arg(QString::fromStdString(osgDB::getSimpleFileName(one.original)),
+    for (const Recovery::Found& one : found) {
+        const QString line = one.isOriginalChanged()
+                                 ? tr("%1, changed on %2; another program has changed its file since")
+                                 : tr("%1, changed on %2");
+        names << line.arg(QString::fromStdString(osgDB::getSimpleFileName(one.original)),
                           QLocale().toString(QDateTime::fromSecsSinceEpoch(one.time), QLocale::ShortFormat));
+    }
     QMessageBox box(QMessageBox::Question, tr("Recover"),
                     tr("The program ended before these models were saved:"), QMessageBox::NoButton,
                     &shell->getMainWindow());
@@ -159,8 +164,12 @@ void QtViewerDocManager::recover(const Recovery::Found& found)
     shell->removeFileFromFileSystemWatcher(found.copy);
     model->setTitle(osgDB::getSimpleFileName(found.original));
     model->setFilename(found.original, true);
+    model->setFileIdentity(found.identity);
+    // Saving asks for a file when there was none, and when another program has written it since.
+    model->setDocumentSaved(found.hasFile() && !found.isOriginalChanged());
     model->modify(true);
-    shell->addFileToFileSystemWatcher(found.original);
+    if (model->alreadySaved())
+        shell->addFileToFileSystemWatcher(found.original);
     if (m_recovery->keepNow(*model))
         Recovery::discard(found);
 }
@@ -174,8 +183,9 @@ vfApplication::Document* QtViewerDocManager::createDocument(const vfBase::VfStri
         onFailure(path, reason);
         return nullptr;
     }
-    beginFile();
-    const bool isOpen = findDocumentByPath(path.c_str()) != nullptr; // and is not read again
+    beginFile(path);
+    const bool isOpen =
+        findDocumentByPath(vfBase::absolutePath(path).c_str()) != nullptr; // and is not read again
     vfApplication::Document* document = QtDocManager::createDocument(path, options);
     if (!isOpen)
         watchFilesOf(document);

@@ -82,7 +82,10 @@ Q_SIGNALS:
 private:
     Entry& entry(const std::string& name, const CommandItem& item);
     void refresh(Entry& entry);
-    void refreshUnknown(Entry& entry);
+    static void show(Entry& entry, const Command& command);
+
+    /// @param problem  continues "a command, which"
+    void refreshUnknown(Entry& entry, const std::string& problem);
 
     QWidget& m_window;
     QList<QPointer<QWidget>> m_otherWindows;

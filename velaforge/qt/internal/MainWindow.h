@@ -65,6 +65,9 @@ public:
     /// Looks whether anything changed that menus, titles and panels show.
     void refresh();
 
+    /// The same, and shows what the program throws meanwhile; one reason once.
+    void refreshGuarded();
+
     /// How documents were when that was looked at last.
     struct State
     {
@@ -110,6 +113,7 @@ private:
     ProblemsDialog* m_problems = nullptr;
     std::string m_viewMenus; ///< the name of the views whose menus are shown
     State m_state;
+    QString m_lastReason; ///< of refreshGuarded
     bool m_isBuilt = false;
     bool m_isAdding = false;
 };

@@ -179,6 +179,25 @@
     </message>
 </context>
 <context>
+    <name>Reasons</name>
+    <message>
+        <source>There is not enough memory.</source>
+        <translation>Der Speicher reicht nicht.</translation>
+    </message>
+    <message>
+        <source>An unknown error occurred.</source>
+        <translation>Ein unbekannter Fehler ist aufgetreten.</translation>
+    </message>
+    <message>
+        <source>This is not a kind of file that can be opened.</source>
+        <translation>Dateien dieser Art können nicht geöffnet werden.</translation>
+    </message>
+    <message>
+        <source>There is no file name.</source>
+        <translation>Es fehlt ein Dateiname.</translation>
+    </message>
+</context>
+<context>
     <name>vfApplication::ActionTable</name>
     <message>
         <source>This command is not available</source>
@@ -317,10 +336,6 @@
         <translation>Die Datei konnte nicht geöffnet werden.</translation>
     </message>
     <message>
-        <source>There is not enough memory.</source>
-        <translation>Der Speicher reicht nicht.</translation>
-    </message>
-    <message>
         <source>All that can be opened</source>
         <translation>Alles, was geöffnet werden kann</translation>
     </message>
@@ -375,6 +390,10 @@
     <message>
         <source>The file could not be read again. The document is as it was.</source>
         <translation>Die Datei konnte nicht noch einmal gelesen werden. Das Dokument ist, wie es war.</translation>
+    </message>
+    <message>
+        <source>The document could not be saved.</source>
+        <translation>Das Dokument konnte nicht gespeichert werden.</translation>
     </message>
 </context>
 <context>

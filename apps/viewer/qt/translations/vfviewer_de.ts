@@ -282,6 +282,10 @@
         <source>&amp;Later</source>
         <translation>&amp;Später</translation>
     </message>
+    <message>
+        <source>%1, changed on %2; another program has changed its file since</source>
+        <translation>%1, geändert am %2; ein anderes Programm hat die Datei seither geändert</translation>
+    </message>
 </context>
 <context>
     <name>vfViewer::ScenePanel</name>
