@@ -12,8 +12,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include <fcntl.h>
 #include <poll.h>
-#include <sys/mman.h>
 #include <sys/prctl.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
@@ -54,37 +54,53 @@ std::vector<std::string> casesOf(const std::vector<std::string>& chosen)
     std::exit(2);
 }
 
-/// What a case prints goes to a file in memory: a pipe would be held open by processes that outlive the case.
+/// What a case prints, through a pipe. It is read until the case ends, not until nobody can write any more: processes
+/// that the case leaves behind hold it open.
 class Output
 {
 public:
-    Output() : m_file(memfd_create("output of a test case", MFD_CLOEXEC))
+    Output()
     {
-        if (m_file < 0)
-            fail("memfd_create");
+        if (pipe2(m_ends, O_CLOEXEC) != 0 || fcntl(m_ends[0], F_SETFL, O_NONBLOCK) != 0)
+            fail("pipe2");
     }
-    ~Output() { close(m_file); }
+    ~Output()
+    {
+        close(m_ends[0]);
+        close(m_ends[1]);
+    }
 
     Output(const Output&) = delete;
     Output& operator=(const Output&) = delete;
 
+    /// The descriptor that is readable when there is something to read.
+    int descriptor() const { return m_ends[0]; }
+
     void becomeStandardOutput() const
     {
-        dup2(m_file, STDOUT_FILENO);
-        dup2(m_file, STDERR_FILENO);
+        dup2(m_ends[1], STDOUT_FILENO);
+        dup2(m_ends[1], STDERR_FILENO);
     }
 
-    std::string text() const
+    /// Takes what is there, without waiting for more, and not for ever from a case that never stops to print. Keeps the
+    /// first 16 MiB.
+    void read()
     {
-        std::string text;
         char buffer[65536];
-        for (ssize_t length = 0; (length = pread(m_file, buffer, sizeof(buffer), off_t(text.size()))) > 0;)
-            text.append(buffer, static_cast<std::size_t>(length));
-        return text;
+        for (int times = 0; times < 16; ++times) {
+            const ssize_t length = ::read(m_ends[0], buffer, sizeof(buffer));
+            if (length <= 0)
+                break;
+            if (m_text.size() < std::size_t(16) * 1024 * 1024)
+                m_text.append(buffer, static_cast<std::size_t>(length));
+        }
     }
+
+    const std::string& text() const { return m_text; }
 
 private:
-    int m_file;
+    int m_ends[2] = {-1, -1};
+    std::string m_text;
 };
 
 /// Runs in the forked process, and ends it as main() would.
@@ -98,24 +114,33 @@ private:
     std::exit(RUN_ALL_TESTS());
 }
 
-/// @return the process's wait status; that of a process killed by SIGKILL when it took too long
-int waitFor(pid_t process, int secondsAllowed, std::string& remark)
+/// Reads what the process prints until it ends or its time is over.
+/// @return its wait status; that of a process killed by SIGKILL when it took too long
+int waitFor(pid_t process, int secondsAllowed, Output& output, std::string& remark)
 {
+    using Clock = std::chrono::steady_clock;
+    using Milliseconds = std::chrono::milliseconds;
     const int handle = static_cast<int>(syscall(SYS_pidfd_open, process, 0));
     if (handle < 0)
         fail("pidfd_open");
-    pollfd ended = {handle, POLLIN, 0};
-    int count = 0;
-    while ((count = poll(&ended, 1, secondsAllowed * 1000)) < 0 && errno == EINTR) {
-    }
+    const Clock::time_point end = Clock::now() + std::chrono::seconds(secondsAllowed);
+    pollfd watched[] = {{handle, POLLIN, 0}, {output.descriptor(), POLLIN, 0}};
+    do {
+        const auto left = std::chrono::duration_cast<Milliseconds>(end - Clock::now());
+        if (left <= Milliseconds::zero()) {
+            remark = "killed after " + std::to_string(secondsAllowed) + " seconds";
+            break;
+        }
+        poll(watched, 2, static_cast<int>(left.count()));
+        output.read();
+    } while (watched[0].revents == 0);
     close(handle);
-    if (count == 0)
-        remark = "killed after " + std::to_string(secondsAllowed) + " seconds";
     kill(-process, SIGKILL); // what it started and left behind, too
     kill(process, SIGKILL);
     int status = 0;
     while (waitpid(process, &status, 0) < 0 && errno == EINTR) {
     }
+    output.read();
     return status;
 }
 
@@ -143,7 +168,7 @@ Result judge(const std::string& text, int status, std::string& remark)
 Result runCase(const std::string& name, int secondsAllowed)
 {
     const TemporaryDirectory home;
-    const Output output;
+    Output output;
     const auto begin = std::chrono::steady_clock::now();
     std::fflush(nullptr);
     const pid_t process = fork();
@@ -152,8 +177,8 @@ Result runCase(const std::string& name, int secondsAllowed)
     if (process == 0)
         becomeCase(name, home.path(), output);
     std::string remark;
-    const int status = waitFor(process, secondsAllowed, remark);
-    const std::string text = output.text();
+    const int status = waitFor(process, secondsAllowed, output, remark);
+    const std::string& text = output.text();
     const Result result = judge(text, status, remark);
     const auto took = std::chrono::steady_clock::now() - begin;
     if (result != Result::Passed)
