@@ -29,13 +29,28 @@ if(VELAFORGE_SANITIZE)
     target_compile_options(velaforge_build_flags INTERFACE
         "-fsanitize=${VELAFORGE_SANITIZE}" -fno-omit-frame-pointer -fno-sanitize-recover=all)
     target_link_options(velaforge_build_flags INTERFACE "-fsanitize=${VELAFORGE_SANITIZE}")
+    if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+        # As g++ does by itself.
+        if(VELAFORGE_SANITIZE MATCHES "address")
+            target_compile_definitions(velaforge_build_flags INTERFACE __SANITIZE_ADDRESS__)
+        elseif(VELAFORGE_SANITIZE MATCHES "thread")
+            target_compile_definitions(velaforge_build_flags INTERFACE __SANITIZE_THREAD__)
+        endif()
+    endif()
 endif()
 
+# How sources are compiled differs between presets, so that what costs time is done once and nothing is hidden: where
+# headers are precompiled, or several sources are compiled as one, a source that forgets an include still compiles.
+#   VELAFORGE_PRECOMPILE   headers that all sources of a library read are read once; the default compiles each source
+#                          of what is installed by itself
+#   VELAFORGE_UNITE_TESTS  sources of a test program are compiled four at a time; the sanitizers' presets compile each
+#                          by itself
+option(VELAFORGE_PRECOMPILE "Precompile headers of libraries" OFF)
+option(VELAFORGE_UNITE_TESTS "Compile the sources of a test program several at a time" ON)
+
 # velaforge_precompile(<target> <header>...)
-# Builds with sanitizers are made beside another one: there headers that all sources read are read once. The other build
-# tells what a source forgot to include.
 function(velaforge_precompile name)
-    if(VELAFORGE_SANITIZE)
+    if(VELAFORGE_PRECOMPILE)
         target_precompile_headers(${name} PRIVATE ${ARGN})
     endif()
 endfunction()
@@ -90,7 +105,11 @@ function(velaforge_test name)
     if(VELAFORGE_SANITIZE OR NOT ARG_OPTIMIZED)
         target_compile_options(${name} PRIVATE -O0)
     endif()
-    velaforge_precompile(${name} <gmock/gmock.h>)
+    if(VELAFORGE_UNITE_TESTS)
+        # Names in the anonymous namespaces of sources that are compiled together must differ.
+        set_target_properties(${name} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 4)
+        target_compile_options(${name} PRIVATE -Wno-shadow) # of one source's names by another's
+    endif()
     if(ARG_LONG_CASES)
         list(APPEND ARG_PROPERTIES COST 10)
     endif()
