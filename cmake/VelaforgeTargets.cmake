@@ -29,13 +29,28 @@ if(VELAFORGE_SANITIZE)
     target_compile_options(velaforge_build_flags INTERFACE
         "-fsanitize=${VELAFORGE_SANITIZE}" -fno-omit-frame-pointer -fno-sanitize-recover=all)
     target_link_options(velaforge_build_flags INTERFACE "-fsanitize=${VELAFORGE_SANITIZE}")
+    if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+        # As g++ does by itself.
+        if(VELAFORGE_SANITIZE MATCHES "address")
+            target_compile_definitions(velaforge_build_flags INTERFACE __SANITIZE_ADDRESS__)
+        elseif(VELAFORGE_SANITIZE MATCHES "thread")
+            target_compile_definitions(velaforge_build_flags INTERFACE __SANITIZE_THREAD__)
+        endif()
+    endif()
 endif()
 
+# How sources are compiled differs between presets, so that what costs time is done once and nothing is hidden: where
+# headers are precompiled, or several sources are compiled as one, a source that forgets an include still compiles.
+#   VELAFORGE_PRECOMPILE   headers that all sources of a library read are read once; the default compiles each source
+#                          of what is installed by itself
+#   VELAFORGE_UNITE_TESTS  sources of a test program are compiled four at a time; the sanitizers' presets compile each
+#                          by itself
+option(VELAFORGE_PRECOMPILE "Precompile headers of libraries" OFF)
+option(VELAFORGE_UNITE_TESTS "Compile the sources of a test program several at a time" ON)
+
 # velaforge_precompile(<target> <header>...)
-# Builds with sanitizers are made beside another one: there headers that all sources read are read once. The other build
-# tells what a source forgot to include.
 function(velaforge_precompile name)
-    if(VELAFORGE_SANITIZE)
+    if(VELAFORGE_PRECOMPILE)
         target_precompile_headers(${name} PRIVATE ${ARGN})
     endif()
 endfunction()
@@ -75,20 +90,39 @@ function(velaforge_program name)
     target_link_libraries(${name} PRIVATE ${ARG_LINK} velaforge_build_flags)
 endfunction()
 
-# velaforge_test(<name> [OPTIMIZED] SOURCES <file>... [LINK <target>...] [PROPERTIES <ctest property> <value>...])
+# velaforge_test(<name> [OPTIMIZED] [LONG_CASES] SOURCES <file>... [LINK <target>...]
+#                [PROPERTIES <ctest property> <value>...])
 # One program of many test cases. What is tested is optimised, in libraries; the tests themselves take longer to optimise than
-# to run, unless what they test stands in headers. ctest runs each case in a process of its own, because
-# singletons are never rebuilt; tests/support gives each process its own home directory.
+# to run, unless what they test stands in headers (OPTIMIZED).
+#
+# For ctest each suite is a test, which runs its cases one after another, each in a forked process of its own with a
+# home directory of its own (tests/support/CasesApart.h), because singletons are never rebuilt. LONG_CASES makes each
+# case a test, so that ctest runs the cases of one suite beside one another; these tests begin before the others.
 function(velaforge_test name)
-    cmake_parse_arguments(ARG "OPTIMIZED" "" "SOURCES;LINK;PROPERTIES" ${ARGN})
+    cmake_parse_arguments(ARG "OPTIMIZED;LONG_CASES" "" "SOURCES;LINK;PROPERTIES" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE ${ARG_LINK} velaforge_test_support velaforge_build_flags)
     if(VELAFORGE_SANITIZE OR NOT ARG_OPTIMIZED)
         target_compile_options(${name} PRIVATE -O0)
     endif()
-    velaforge_precompile(${name} <gmock/gmock.h>)
-    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
-                         PROPERTIES TIMEOUT 300 ${ARG_PROPERTIES})
+    if(VELAFORGE_UNITE_TESTS)
+        # Names in the anonymous namespaces of sources that are compiled together must differ.
+        set_target_properties(${name} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 4)
+        target_compile_options(${name} PRIVATE -Wno-shadow) # of one source's names by another's
+    endif()
+    if(ARG_LONG_CASES)
+        list(APPEND ARG_PROPERTIES COST 10)
+    endif()
+    set(discovery "${CMAKE_CURRENT_BINARY_DIR}/${name}")
+    file(GENERATE OUTPUT "${discovery}_discover.cmake" CONTENT "# Made by CMake.
+set(program [==[$<TARGET_FILE:${name}>]==])
+set(list [==[${discovery}_cases.txt]==])
+set(long_cases ${ARG_LONG_CASES})
+set(seconds 300)
+set(properties [==[${ARG_PROPERTIES}]==])
+include([==[${PROJECT_SOURCE_DIR}/cmake/VelaforgeDiscoverTests.cmake]==])
+")
+    set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES "${discovery}_discover.cmake")
 endfunction()
 
 # velaforge_benchmark(<name> SOURCES <file>... [LINK <target>...])

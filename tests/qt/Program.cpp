@@ -37,7 +37,7 @@ struct Program::Setup : vfApplication::ApplicationSetup
     const SheetUi& ui;
 };
 
-struct Program::Callback : vfApplication::ApplicationCallback
+struct Program::Callback final : vfApplication::ApplicationCallback
 {
     explicit Callback(Program& owner) : program(owner) {}
 
