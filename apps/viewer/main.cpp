@@ -22,6 +22,7 @@
 #include <velaforge/base/FileNames.h>
 #include <velaforge/base/NotifyHandler.h>
 #include <velaforge/base/Printable.h>
+#include <velaforge/base/StandardDescriptors.h>
 #include <velaforge/base/Version.h>
 #include <velaforge/headless/HeadlessApplication.h>
 #include <velaforge/headless/HeadlessApplicationProducer.h>
@@ -238,6 +239,8 @@ int run(int argc, char** argv)
 
 int main(int argc, char** argv)
 {
+    // First of all: a socket of the reader's must not come to lie on a standard stream that is closed.
+    vfBase::openStandardDescriptors();
     int status = EXIT_FAILURE;
     try {
         vfViewer::ReaderHost::start(); // before there are threads

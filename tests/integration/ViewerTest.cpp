@@ -707,6 +707,21 @@ TEST(Viewer, WorksWithoutAHomeAndWithoutADisplay)
     EXPECT_EQ(20, Picture(picture).width);
 }
 
+TEST(Viewer, WorksWithItsStandardStreamsClosed)
+{
+    const TemporaryDirectory directory;
+    const std::string picture = directory.file("out.png");
+    const std::string saved = directory.file("saved.stl");
+    // A script from a closed standard input is an empty one, and does not wait.
+    const Outcome outcome = vfTest::runProgram(
+        {"bash", "-c",
+         "exec " VELAFORGE_PROGRAM_DIR "/vfviewer --size 20x20 --script - --invoke 'vfViewer::SaveAs=" +
+             saved + "' --snapshot '" + picture + "' '" + signpost("obj") + "' <&- >&- 2>&-"});
+    EXPECT_EQ(0, outcome.status) << outcome.err;
+    EXPECT_EQ(20, Picture(picture).width);
+    EXPECT_TRUE(std::filesystem::exists(saved));
+}
+
 TEST(Viewer, AMillionTrianglesLoadInReasonableTime)
 {
     const TemporaryDirectory directory;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/headless/HeadlessApplicationProducer.h>
 
+#include <velaforge/base/StandardDescriptors.h>
 #include <velaforge/documents/DocManagerProducer.h>
 #include <velaforge/headless/HeadlessApplication.h>
 #include <velaforge/headless/HeadlessDocManager.h>
@@ -25,6 +26,7 @@ HeadlessApplicationProducer::~HeadlessApplicationProducer() = default;
 
 void HeadlessApplicationProducer::install()
 {
+    vfBase::openStandardDescriptors();
     static HeadlessApplicationProducer producer;
     static ManagerProducer managers;
     Realizer = &producer;

@@ -17,7 +17,7 @@ namespace vfApplication {
 struct VFAPPLICATIONHEADLESS_EXPORT HeadlessApplicationProducer : ApplicationProducer
 {
     /// Makes this kind of shell, of dock windows and of document manager (HeadlessDocManager) the ones of the process. Must
-    /// be called before the application is constructed.
+    /// be called before the application is constructed. Opens standard streams that are closed on /dev/null.
     static void install();
 
     /// Returns the shell, which is made once and never destroyed. @param destroy  the application ends: the shell forgets

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/qt/QtApplicationProducer.h>
 
+#include <velaforge/base/StandardDescriptors.h>
 #include <velaforge/documents/DocManagerProducer.h>
 #include <velaforge/qt/QtApplication.h>
 #include <velaforge/qt/QtDocManager.h>
@@ -25,6 +26,7 @@ QtApplicationProducer::~QtApplicationProducer() = default;
 
 void QtApplicationProducer::install()
 {
+    vfBase::openStandardDescriptors();
     static QtApplicationProducer producer;
     static ManagerProducer managers;
     Realizer = &producer;
