@@ -416,12 +416,11 @@ TEST_F(ViewerWindow, WhatAFormatDoesNotKeepIsAskedAboutBeforeItIsWritten)
     });
 }
 
-TEST_F(ViewerWindow, AfterACrashWhatWasNotSavedIsOfferedAgain)
+namespace {
+
+/// A program that shows a model is ended from one moment to the other, two seconds after a change.
+void crashAfterAChange(const std::string& path)
 {
-    const TemporaryDirectory directory;
-    const std::string path = copyOfSailboat(directory);
-    const std::string original = vfTest::readFile(path);
-    // The program is ended from one moment to the other, two seconds after a change.
     inAnotherProcess([&] {
         Viewer viewer({path});
         viewer.run([&] {
@@ -441,6 +440,16 @@ TEST_F(ViewerWindow, AfterACrashWhatWasNotSavedIsOfferedAgain)
             _exit(testing::Test::HasFailure() ? 1 : 0);
         });
     });
+}
+
+} // namespace
+
+TEST_F(ViewerWindow, AfterACrashWhatWasNotSavedIsOfferedAgain)
+{
+    const TemporaryDirectory directory;
+    const std::string path = copyOfSailboat(directory);
+    const std::string original = vfTest::readFile(path);
+    crashAfterAChange(path);
     for (const char* answer : {"Later", "Recover"}) {
         inAnotherProcess([&] {
             const bool isNamed = std::string(answer) == "Recover";
@@ -468,6 +477,29 @@ TEST_F(ViewerWindow, AfterACrashWhatWasNotSavedIsOfferedAgain)
     viewer.run([&] {
         Program::pause(500);
         EXPECT_FALSE(viewer.ui([] { return Program::dialog() != nullptr; }));
+    });
+}
+
+TEST_F(ViewerWindow, AfterACrashAFileThatAnotherProgramChangedIsNotReplacedWithoutAQuestion)
+{
+    const TemporaryDirectory directory;
+    const std::string path = copyOfSailboat(directory);
+    crashAfterAChange(path);
+    std::ofstream(path, std::ios::app) << "# changed\n";
+    Viewer viewer;
+    viewer.program().run([&] {
+        ASSERT_TRUE(viewer.program().waitForDialog("recoverQuestion"));
+        EXPECT_TRUE(viewer.ui([] {
+            return qobject_cast<QMessageBox*>(Program::dialog())
+                ->informativeText()
+                .contains(QLatin1String("another program has changed its file since"));
+        }));
+        clickButton(viewer, "recoverQuestion", "Recover");
+        EXPECT_TRUE(viewer.waitFor([&] { return viewer.model() && viewer.model()->isModified(); }));
+        viewer.ui([&] {
+            EXPECT_EQ(path, viewer.model()->getFilename().str());
+            EXPECT_FALSE(viewer.model()->alreadySaved()); // so that saving asks for a file
+        });
     });
 }
 

@@ -745,7 +745,7 @@ TEST(NamedCommands, FilesAreAddedBesideTheModelInOneStep)
     shop.invoke("vfViewer::Undo");
     // What cannot be read is told, and the others are added all the same.
     EXPECT_THAT(shop.invoke("vfViewer::AddFile", "/none.stl"), HasSubstr("/none.stl: No such file"));
-    EXPECT_THAT(shop.invoke("vfViewer::AddFile", VELAFORGE_SOURCE_DIR "/LICENSE"),
+    EXPECT_THAT(shop.invoke("vfViewer::AddFile", signpost("mtl")),
                 HasSubstr("not a format that can be read"));
     EXPECT_THAT(shop.invoke("vfViewer::AddFile"), HasSubstr("its name is needed"));
     EXPECT_EQ(before, shop.digest());
