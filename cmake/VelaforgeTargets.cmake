@@ -39,14 +39,9 @@ if(VELAFORGE_SANITIZE)
     endif()
 endif()
 
-# How sources are compiled differs between presets, so that what costs time is done once and nothing is hidden: where
-# headers are precompiled, or several sources are compiled as one, a source that forgets an include still compiles.
-#   VELAFORGE_PRECOMPILE   headers that all sources of a library read are read once; the default compiles each source
-#                          of what is installed by itself
-#   VELAFORGE_UNITE_TESTS  sources of a test program are compiled four at a time; the sanitizers' presets compile each
-#                          by itself
+# VELAFORGE_PRECOMPILE: headers that all sources of a library read are read once. A source that forgets to include one of
+# them compiles all the same, so the release preset goes without: it compiles each source of what is installed by itself.
 option(VELAFORGE_PRECOMPILE "Precompile headers of libraries" OFF)
-option(VELAFORGE_UNITE_TESTS "Compile the sources of a test program several at a time" ON)
 
 # velaforge_precompile(<target> <header>...)
 function(velaforge_precompile name)
@@ -105,11 +100,7 @@ function(velaforge_test name)
     if(VELAFORGE_SANITIZE OR NOT ARG_OPTIMIZED)
         target_compile_options(${name} PRIVATE -O0)
     endif()
-    if(VELAFORGE_UNITE_TESTS)
-        # Names in the anonymous namespaces of sources that are compiled together must differ.
-        set_target_properties(${name} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 4)
-        target_compile_options(${name} PRIVATE -Wno-shadow) # of one source's names by another's
-    endif()
+    target_precompile_headers(${name} PRIVATE <gmock/gmock.h>)
     if(ARG_LONG_CASES)
         list(APPEND ARG_PROPERTIES COST 10)
     endif()

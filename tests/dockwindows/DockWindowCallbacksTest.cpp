@@ -63,9 +63,9 @@ struct ActingProducer : vfApplication::DockWindowProducer
     std::vector<std::unique_ptr<ActingSide>> sides;
 };
 
-struct Desk
+struct ActingDesk
 {
-    Desk()
+    ActingDesk()
     {
         ActingSide::told = 0;
         ActingSide::inHook = nullptr;
@@ -81,7 +81,7 @@ struct Desk
 
 TEST(DockWindowCallbacks, AWindowMayRemoveItselfAndItsNeighbourWhenTheLanguageChanges)
 {
-    Desk desk;
+    ActingDesk desk;
     ActingSide::inHook = [&] {
         desk.manager->removeDockWindow("a");
         desk.manager->removeDockWindow("b");
@@ -93,7 +93,7 @@ TEST(DockWindowCallbacks, AWindowMayRemoveItselfAndItsNeighbourWhenTheLanguageCh
 
 TEST(DockWindowCallbacks, AWindowMayAddAnotherOneWhenTheLanguageChanges)
 {
-    Desk desk;
+    ActingDesk desk;
     ActingSide::inHook = [&] {
         desk.manager->addNewOrGetExistingDockWindow("d", DockWindow::NoDockArea, true, false, 0, nullptr);
     };
@@ -104,7 +104,7 @@ TEST(DockWindowCallbacks, AWindowMayAddAnotherOneWhenTheLanguageChanges)
 
 TEST(DockWindowCallbacks, AWindowMayBeRemovedWhileItsStateIsSaved)
 {
-    Desk desk;
+    ActingDesk desk;
     ActingSide::inHook = [&] { desk.manager->removeDockWindow("a"); };
     desk.manager->saveDockWindowsState();
     EXPECT_EQ(3, ActingSide::told);
@@ -115,7 +115,7 @@ TEST(DockWindowCallbacks, AWindowMayBeRemovedWhileItsStateIsSaved)
 
 TEST(DockWindowCallbacks, TheManagerMayBeDestroyedWhenTheLanguageChanges)
 {
-    Desk desk;
+    ActingDesk desk;
     ActingSide::inHook = [&] {
         ActingSide::inHook = nullptr;
         desk.manager.reset();
@@ -126,7 +126,7 @@ TEST(DockWindowCallbacks, TheManagerMayBeDestroyedWhenTheLanguageChanges)
 
 TEST(DockWindowCallbacks, AnEntryWhoseWindowWasDestroyedIsPassedOver)
 {
-    Desk desk;
+    ActingDesk desk;
     auto own = std::make_unique<RecordedWindow>("own");
     desk.manager->addDockWindow(own.get());
     own.reset();
@@ -148,7 +148,7 @@ TEST(DockWindowCallbacks, AWindowKnowsItsIdInItsDestructorWhenItIsRemoved)
         }
         const char* key = "registered";
     };
-    Desk desk;
+    ActingDesk desk;
     auto* producer = new Producer;
     const char* key = producer->key;
     const vfApplication::DockWindowRegistryPrivate::Proxy proxy(producer);
@@ -186,7 +186,7 @@ TEST(DockWindowCallbacks, AWindowThatItsBodyDestroysAnswersAsAnEmptyOne)
 
 TEST(DockWindowCallbacks, AWindowMayUseTheTableWhileTheManagerIsDestroyed)
 {
-    Desk desk;
+    ActingDesk desk;
     DockWindowManager& manager = *desk.manager;
     struct Removing : DockWindow
     {

@@ -80,9 +80,9 @@ const vfBase::ClassInfo ActingView::s_classInfo("callbacks", "ActingView", "call
                                                 &View::s_classInfo, nullptr, sizeof(ActingView),
                                                 []() -> vfBase::VfObject* { return new ActingView; });
 
-struct Bench : RecordingApplication
+struct CallbackBench : RecordingApplication
 {
-    Bench()
+    CallbackBench()
     {
         ActingView::reset();
         new vfApplication::DocTemplate(&manager, "acting", "obj", "", "obj", "vfTest::Document",
@@ -110,7 +110,7 @@ struct Bench : RecordingApplication
 
 TEST(Callbacks, AViewThatRefusesItsCreationCostsTheDocumentOnce)
 {
-    Bench bench;
+    CallbackBench bench;
     ActingView::accepts = false;
     EXPECT_EQ(nullptr, bench.manager.createDocument("a.obj", Options()));
     EXPECT_EQ(0, bench.manager.getNumDocuments());
@@ -128,7 +128,7 @@ TEST(Callbacks, ADocumentIsStillThereForItsOwnOnCreateWhenAViewRefuses)
             return isMade;
         }
     };
-    Bench bench;
+    CallbackBench bench;
     ActingView::accepts = false;
     struct Kind : vfApplication::DocTemplate
     {
@@ -144,7 +144,7 @@ TEST(Callbacks, ADocumentIsStillThereForItsOwnOnCreateWhenAViewRefuses)
 
 TEST(Callbacks, ADocumentThatAViewClosesInOnUpdateIsGone)
 {
-    Bench bench;
+    CallbackBench bench;
     Document* document = bench.open("a.obj", 3);
     bench.closeIn("onUpdate", document);
     ActingView::told = 0;
@@ -155,7 +155,7 @@ TEST(Callbacks, ADocumentThatAViewClosesInOnUpdateIsGone)
 
 TEST(Callbacks, ADocumentThatAViewClosesInOnDeselectIsGone)
 {
-    Bench bench;
+    CallbackBench bench;
     Document* document = bench.open("a.obj", 3);
     bench.closeIn("onDeselect", document);
     document->deselectAllViews(nullptr);
@@ -165,7 +165,7 @@ TEST(Callbacks, ADocumentThatAViewClosesInOnDeselectIsGone)
 
 TEST(Callbacks, ADocumentThatAViewClosesInOnChangeFilenameIsGone)
 {
-    Bench bench;
+    CallbackBench bench;
     Document* document = bench.open("a.obj", 3);
     bench.closeIn("onChangeFilename", document);
     document->setFilename("b.obj", true);
@@ -175,7 +175,7 @@ TEST(Callbacks, ADocumentThatAViewClosesInOnChangeFilenameIsGone)
 
 TEST(Callbacks, ADocumentThatAViewClosesWhileItIsOpenedIsNotReturned)
 {
-    Bench bench;
+    CallbackBench bench;
     ActingView::hook = "onUpdate";
     ActingView::inHook = [&bench](ActingView& view) {
         bench.manager.closeDocument(view.getDocument(), true);
@@ -186,7 +186,7 @@ TEST(Callbacks, ADocumentThatAViewClosesWhileItIsOpenedIsNotReturned)
 
 TEST(Callbacks, AViewThatDeletesItselfKeepsNoOtherFromBeingTold)
 {
-    Bench bench;
+    CallbackBench bench;
     Document* document = bench.open("a.obj", 3);
     ActingView::hook = "onUpdate";
     ActingView::told = 0;
@@ -201,7 +201,7 @@ TEST(Callbacks, AViewThatDeletesItselfKeepsNoOtherFromBeingTold)
 
 TEST(Callbacks, AViewThatDeletesItsNeighbourIsToldOnce)
 {
-    Bench bench;
+    CallbackBench bench;
     Document* document = bench.open("a.obj", 3);
     ActingView::hook = "onUpdate";
     ActingView::told = 0;
@@ -217,7 +217,7 @@ TEST(Callbacks, AViewThatDeletesItsNeighbourIsToldOnce)
 
 TEST(Callbacks, TheSenderOfAnUpdateThatIsDeletedMeanwhileIsNotNamedToTheNextView)
 {
-    Bench bench;
+    CallbackBench bench;
     Document* document = bench.open("a.obj", 3);
     struct Listener : View
     {
@@ -241,7 +241,7 @@ TEST(Callbacks, TheSenderOfAnUpdateThatIsDeletedMeanwhileIsNotNamedToTheNextView
 
 TEST(Callbacks, ClosingADocumentThatIsClosingIsRefusedAndItClosesOnce)
 {
-    Bench bench;
+    CallbackBench bench;
     Document* document = bench.open("a.obj", 1);
     bool answer = true;
     ActingView::hook = "onClosingDocument";
@@ -255,7 +255,7 @@ TEST(Callbacks, ClosingADocumentThatIsClosingIsRefusedAndItClosesOnce)
 
 TEST(Callbacks, AnApplicationThatOpensAFileWheneverOneClosesComesToAnEnd)
 {
-    Bench bench;
+    CallbackBench bench;
     bench.open("a.obj", 1);
     int tries = 0;
     ActingView::hook = "onClosingDocument";
@@ -270,7 +270,7 @@ TEST(Callbacks, AnApplicationThatOpensAFileWheneverOneClosesComesToAnEnd)
 
 TEST(Callbacks, AViewThatDeletesItselfWhileItIsActivatedIsNotTheCurrentOne)
 {
-    Bench bench;
+    CallbackBench bench;
     Document* document = bench.open("a.obj", 2);
     ActingView::hook = "onActivateView";
     ActingView::inHook = [](ActingView& view) { delete &view; };
@@ -286,7 +286,7 @@ TEST(Callbacks, ADocumentThatTheCallbackClosesIsNotReturned)
         void onDocumentCreated(Document* document) override { manager->closeDocument(document, true); }
         vfApplication::DocManager* manager = nullptr;
     };
-    Bench bench;
+    CallbackBench bench;
     Closing callback;
     callback.manager = &bench.manager;
     bench.application.registerCallback(&callback);
@@ -305,7 +305,7 @@ TEST(Callbacks, ACommandMayCloseItsDocument)
             return application.closeDocument(application.getActiveDocument());
         }
     };
-    Bench bench;
+    CallbackBench bench;
     Document* document = bench.open("a.obj", 1);
     EXPECT_TRUE(document->getCommandProcessor()->submit(vfApplication::Command(new Close), true));
     EXPECT_EQ(0, bench.manager.getNumDocuments());
@@ -334,7 +334,7 @@ const vfBase::ClassInfo derived("callbacks", "Derived", "callbacks::Derived", &R
 
 TEST(Callbacks, AClassWithoutARecordOfItsOwnIsMadeAgainAndAgain)
 {
-    Bench bench;
+    CallbackBench bench;
     new vfApplication::DocTemplate(&bench.manager, "", "one", "", "one", "callbacks::Unrecorded",
                                    "callbacks::ActingView", nullptr, nullptr, 1, 0, Options());
     new vfApplication::DocTemplate(&bench.manager, "", "two", "", "two", "callbacks::Derived",
@@ -357,7 +357,7 @@ TEST(Callbacks, ADocumentThatThrowsWhileTheApplicationEndsCostsNoOtherItsSaving)
         Document* doCreateDocument(const Options&) override { return new Throwing; }
     };
     {
-        Bench bench;
+        CallbackBench bench;
         new Kind(&bench.manager, "throwing", "thr", "", "thr", "", "", nullptr, &ActingView::s_classInfo, 1,
                  0, Options());
         bench.manager.createDocument("a.thr", Options());
@@ -384,7 +384,7 @@ TEST(Callbacks, ADocumentThatThrowsInOnCreateLeavesNoViewBehind)
         using DocTemplate::DocTemplate;
         Document* doCreateDocument(const Options&) override { return new Throwing; }
     };
-    Bench bench;
+    CallbackBench bench;
     new Kind(&bench.manager, "throwing", "thr", "", "thr", "", "", nullptr, &RecordingView::s_classInfo, 1, 0,
              Options());
     recorder().take();
@@ -395,7 +395,7 @@ TEST(Callbacks, ADocumentThatThrowsInOnCreateLeavesNoViewBehind)
 
 TEST(Callbacks, DeletingADocumentLeavesItsViewsWithoutOne)
 {
-    Bench bench;
+    CallbackBench bench;
     Document* document = bench.open("a.obj", 1);
     const std::unique_ptr<View> view(document->getFirstView());
     delete document;
@@ -405,7 +405,7 @@ TEST(Callbacks, DeletingADocumentLeavesItsViewsWithoutOne)
 
 TEST(Callbacks, AViewThatWasGivenToAnotherDocumentLeavesBoth)
 {
-    Bench bench;
+    CallbackBench bench;
     Document* first = bench.open("a.obj", 2);
     Document* second = bench.open("b.obj", 1);
     View* view = first->getFirstView();
@@ -418,7 +418,7 @@ TEST(Callbacks, AViewThatWasGivenToAnotherDocumentLeavesBoth)
 
 TEST(Callbacks, DeletingATemplateLeavesItsDocumentsWithoutAManager)
 {
-    Bench bench;
+    CallbackBench bench;
     Document* document = bench.open("a.obj", 1);
     delete document->getDocumentTemplate();
     EXPECT_EQ(nullptr, document->getDocumentTemplate());
@@ -447,7 +447,7 @@ TEST(Callbacks, ReplacingTheManagerWhileItOpensADocumentEndsTheOpening)
             vfApplication::Application::instance(false)->setDocManager(new vfTest::RecordingManager);
         }
     };
-    Bench bench;
+    CallbackBench bench;
     Replacing callback;
     bench.application.registerCallback(&callback);
     EXPECT_EQ(nullptr, bench.manager.createDocument("a.obj", Options()));
@@ -457,7 +457,7 @@ TEST(Callbacks, ReplacingTheManagerWhileItOpensADocumentEndsTheOpening)
 
 TEST(Callbacks, UpdatingAnOddNumberOfDocumentsEndsBehindTheLast)
 {
-    Bench bench;
+    CallbackBench bench;
     bench.open("a.obj", 1);
     ActingView::hook = "onUpdate";
     ActingView::told = 0;
