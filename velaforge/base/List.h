@@ -111,7 +111,8 @@ public:
         return cursor(d->container->erase(first.getImp()->position, last.getImp()->position));
     }
 
-    /// @return a new container with the same elements
+    /// Conversions between the containers. Each makes a new container with the same elements; those to and from a Vector
+    /// stand in <velaforge/base/Vector.h>, those to and from a Set in <velaforge/base/Set.h>.
     Vector<T> toVector() const;
     Set<T> toSet() const;
     static List fromVector(const Vector<T>& vector);
@@ -128,37 +129,5 @@ private:
         return Iterator<List>(new typename Iterator<List>::Body(d, position));
     }
 };
-
-} // namespace vfBase
-
-#include <velaforge/base/Set.h>
-#include <velaforge/base/Vector.h>
-
-namespace vfBase {
-
-template <class T>
-Vector<T> List<T>::toVector() const
-{
-    return Vector<T>::fromList(*this);
-}
-
-template <class T>
-Set<T> List<T>::toSet() const
-{
-    return Set<T>::fromList(*this);
-}
-
-template <class T>
-List<T> List<T>::fromVector(const Vector<T>& vector)
-{
-    const auto& elements = vector.asStdVector();
-    return Base::adopt(Container(elements.begin(), elements.end()));
-}
-
-template <class T>
-List<T> List<T>::fromSet(const Set<T>& set)
-{
-    return set.toList();
-}
 
 } // namespace vfBase

@@ -3,15 +3,13 @@
 
 #include <velaforge/base/ContainerHandle.h>
 #include <velaforge/base/Iterator.h>
+#include <velaforge/base/List.h>
 
 #include <algorithm>
 #include <iterator>
 #include <set>
 
 namespace vfBase {
-
-template <class T>
-class List;
 
 /// Body of Set.
 template <class T>
@@ -168,12 +166,6 @@ private:
     }
 };
 
-} // namespace vfBase
-
-#include <velaforge/base/List.h>
-
-namespace vfBase {
-
 template <class T>
 List<T> Set<T>::toList() const
 {
@@ -187,6 +179,18 @@ Set<T> Set<T>::fromList(const List<T>& list)
 {
     const auto& elements = list.asStdList();
     return Base::adopt(Container(elements.begin(), elements.end()));
+}
+
+template <class T>
+Set<T> List<T>::toSet() const
+{
+    return Set<T>::fromList(*this);
+}
+
+template <class T>
+List<T> List<T>::fromSet(const Set<T>& set)
+{
+    return set.toList();
 }
 
 } // namespace vfBase

@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <velaforge/base/List.h>
 #include <velaforge/base/SequenceHandle.h>
 
 #include <type_traits>
 #include <vector>
 
 namespace vfBase {
-
-template <class T>
-class List;
 
 /// Body of Vector.
 template <class T>
@@ -127,12 +125,6 @@ private:
     using Base::d;
 };
 
-} // namespace vfBase
-
-#include <velaforge/base/List.h>
-
-namespace vfBase {
-
 template <class T>
 List<T> Vector<T>::toList() const
 {
@@ -143,6 +135,19 @@ template <class T>
 Vector<T> Vector<T>::fromList(const List<T>& list)
 {
     const auto& elements = list.asStdList();
+    return Base::adopt(Container(elements.begin(), elements.end()));
+}
+
+template <class T>
+Vector<T> List<T>::toVector() const
+{
+    return Vector<T>::fromList(*this);
+}
+
+template <class T>
+List<T> List<T>::fromVector(const Vector<T>& vector)
+{
+    const auto& elements = vector.asStdVector();
     return Base::adopt(Container(elements.begin(), elements.end()));
 }
 

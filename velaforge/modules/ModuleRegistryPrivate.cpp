@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/modules/ModuleRegistryPrivate.h>
 
-#include <velaforge/application/Application.h>
 #include <velaforge/base/ChildProcess.h>
+#include <velaforge/base/Version.h>
 #include <velaforge/modules/Module.h>
 #include <velaforge/modules/ModuleSettings.h>
 
@@ -49,7 +49,7 @@ void forgetModules(ModuleSettings& settings)
 ModuleRegistryPrivate::ModuleRegistryPrivate()
 {
     const std::string directory =
-        osgDB::findLibraryFile(std::string("vfModules-") + getVersion(), osgDB::CASE_SENSITIVE);
+        osgDB::findLibraryFile(std::string("vfModules-") + vfBase::getVersion(), osgDB::CASE_SENSITIVE);
     if (directory.empty())
         return;
     discoverModules(directory);
