@@ -18,9 +18,10 @@ class VFBASE_TEMPLATE_EXPORT RefBidirectionalSequentialIterator : public osg::Re
 public:
     using Position = typename B::Container::iterator;
 
-    /// Without a container.
+    /// A body without a container, of an invalid cursor.
     RefBidirectionalSequentialIterator() = default;
 
+    /// A body on the container body @p body, which it counts.
     RefBidirectionalSequentialIterator(B* body, Position at) : container(body), position(at) {}
 
     osg::ref_ptr<B> container;
@@ -35,8 +36,8 @@ protected:
 ///     for (auto it = list.getIterator(); it.hasNext();)
 ///         use(it.next());
 ///
-/// Copies share the cursor and move together; assignment rebinds to the other's cursor. The elements live as long
-/// as a cursor stands on them, but a cursor on an element that was removed must not be used.
+/// Copies share the cursor and move together; assignment rebinds to the other's cursor. The elements live as
+/// long as a cursor stands on them, but a cursor on an element that was removed must not be used.
 template <class C>
 class VFBASE_TEMPLATE_EXPORT Iterator
     : public CursorHandle<RefBidirectionalSequentialIterator<typename C::Body>, C>
@@ -50,18 +51,25 @@ public:
 
     using Base::Base;
 
+    /// @return true when there is an element behind the cursor; false without a container
     bool hasNext() const { return d->container.valid() && d->position != d->container->container->end(); }
+
+    /// @return true when there is an element before the cursor; false without a container
     bool hasPrevious() const
     {
         return d->container.valid() && d->position != d->container->container->begin();
     }
 
-    /// Move by one and return the element passed; only where there is one.
+    /// Moves behind the next element, which must exist. @return that element
     Reference next() { return *d->position++; }
+
+    /// Moves in front of the previous element, which must exist. @return that element
     Reference previous() { return *--d->position; }
 
-    /// Return the element that next or previous would; only where there is one.
+    /// @return the next element, which must exist; does not move
     Reference peekNext() const { return *d->position; }
+
+    /// @return the previous element, which must exist; does not move
     Reference peekPrevious() const { return *std::prev(d->position); }
 
     /// Moves behind the next element equal to @p x, or to the end. @return true if there was one
@@ -86,7 +94,10 @@ public:
         return false;
     }
 
+    /// Moves in front of the first element.
     void toFront() { d->position = d->container->container->begin(); }
+
+    /// Moves behind the last element.
     void toBack() { d->position = d->container->container->end(); }
 
 private:

@@ -26,8 +26,8 @@ protected:
 ///     names.insert(0, "mast");
 ///     names.get(0);  // "mast"
 ///
-/// A handle: copies and assignment share one list. Out-of-range positions are a caller's error
-/// and caught by an assertion in debug builds.
+/// A handle: copies and assignment share one list. A position out of range is a caller's error; a debug build
+/// asserts.
 class VFBASE_EXPORT StringList : public Referenced
 {
 public:
@@ -47,26 +47,40 @@ public:
     /// A handle on the other's body if that is a list of texts, otherwise a handle without one.
     explicit StringList(const Referenced& other);
 
+    /// Shares the other's list.
     StringList(const StringList& other) = default;
+
+    /// Shares the other's list instead of the former one.
     StringList& operator=(const StringList& other);
 
+    /// Shares the other's list if it is one of texts; otherwise the handle has none.
     void setImp(const Referenced& other) override;
 
     /// @return number of entries
     unsigned int size() const { return static_cast<unsigned int>(d->entries.size()); }
+
+    /// @return true when there is no entry
     bool isEmpty() const { return d->entries.empty(); }
 
+    /// @return a copy of the entry at @p index
     VfString get(unsigned int index) const;
+
+    /// Adds an entry at the end.
     void append(const VfString& text);
 
     /// Inserts before @p index; an index equal to size() appends.
     void insert(unsigned int index, const VfString& text);
+
+    /// Removes the entry at @p index.
     void remove(unsigned int index);
+
+    /// Removes all entries.
     void clear();
 
-    /// @return a list of its own with the same entries
+    /// @return a new list with the same entries
     StringList clone() const;
 
+    /// @return the body, uncounted; null for a handle without a list
     StringListPrivate* getImp() const { return d; }
 
 private:

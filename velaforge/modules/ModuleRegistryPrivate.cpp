@@ -13,8 +13,8 @@
 #include <algorithm>
 #include <utility>
 
-// The extension of modules, with its dot. No file has this one, and so none is opened: modules come to the registry by
-// addModule. Tests build this file with another value.
+// The extension of modules, with its dot. No file has this one, and so none is opened: modules come to the
+// registry by addModule. Tests build this file with another value.
 #ifndef VF_MODULE_EXTENSION
 #define VF_MODULE_EXTENSION "VF_MODULE_EXTENSION"
 #endif
