@@ -81,8 +81,10 @@ TEST(ChildProcess, TheResultIsRightWhateverTheProgramDoesWithItsChildren)
     ignore.sa_handler = SIG_IGN;
     struct sigaction collect = {};
     collect.sa_handler = [](int) {
+        const int error = errno;
         while (waitpid(-1, nullptr, WNOHANG) > 0) {
         }
+        errno = error;
     };
     for (const struct sigaction& action : {noWait, ignore, collect}) {
         sigaction(SIGCHLD, &action, nullptr);

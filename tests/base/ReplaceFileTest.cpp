@@ -51,7 +51,8 @@ std::vector<std::string> namesIn(const std::string& directory)
     return names;
 }
 
-/// Does some work in a further process, as the user nobody where this one is root. @return whether it returned true
+/// Does some work in a further process, as the user nobody where this one is root. @return whether it
+/// returned true
 template <class Work>
 bool succeedsAsOrdinaryUser(gid_t group, const Work& work)
 {

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 // A program for what can be seen only at the beginning or the end of one.
 //
-//     services_program late-warning        warns from a static destructor and prints on standard output what was kept
-//     services_program descriptors <file>  opens the standard descriptors, then writes into <file> which of them lead to
-//                                          /dev/null, which number the next file gets, and what standard input holds
+//     services_program late-warning
+//         warns from a static destructor and prints on standard output what the monitor kept
+//     services_program descriptors <file>
+//         opens the standard descriptors, then writes into <file> which of them lead to /dev/null, whether the
+//         next file gets a number of its own, and how many bytes standard input gives
 
 #include <velaforge/base/NotifyHandler.h>
 #include <velaforge/base/StandardDescriptors.h>

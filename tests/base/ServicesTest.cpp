@@ -251,23 +251,22 @@ TEST(NotifyHandler, ThreadsMayWarnWhileItIsSwitchedOnAndOff)
     handler.install();
     vfBase::clearMonitor();
     testing::internal::CaptureStderr();
-    std::atomic<bool> isOver{false};
     std::atomic<int> timesEnabled{0};
     std::vector<std::thread> threads;
     for (int i = 0; i < 2; ++i) {
         threads.emplace_back([&] {
             for (int message = 0; message < 200; ++message) {
                 timesEnabled += handler.isNotifyEnabled();
+                for (int note = 0; note < 10; ++note)
+                    osg::getNotifyHandler()->notify(osg::INFO, "a note, which the monitor does not keep\n");
                 osg::getNotifyHandler()->notify(osg::WARN, "a warning\n");
             }
-            isOver = true;
         });
     }
-    while (!isOver) {
+    for (int times = 0; times < 20000; ++times) {
         handler.setQuiet(!handler.isQuiet());
         handler.setNotifyEnabled(!handler.isNotifyEnabled());
         handler.install();
-        EXPECT_LE(vfBase::getMonitorMessages().size(), 400u);
     }
     for (std::thread& thread : threads)
         thread.join();

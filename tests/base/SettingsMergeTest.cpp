@@ -81,7 +81,8 @@ Texts textsIn(const SettingsValue& value)
     return texts;
 }
 
-/// Two programs begin with @p base; one saves @p theirs and then the other @p mine. @return what a third one reads
+/// Two programs begin with @p base; one saves @p theirs and then the other @p mine. @return what a third one
+/// reads
 SettingsValue merged(const SettingsValue& base, const SettingsValue& mine, const SettingsValue& theirs)
 {
     const vfTest::TemporaryDirectory directory;

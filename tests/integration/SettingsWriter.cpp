@@ -1,16 +1,20 @@
 // SPDX-License-Identifier: MIT
 // A program that keeps settings in a file: one value, to be killed at any moment,
 //
-//     settings_writer save <file> <value>    saves through the store; says "saved" on standard output when it was
-//     settings_writer naive <file> <value>   saves as a careless program does
-//     settings_writer print <file>           loads through the store and prints the value
+//     settings_writer save <file> <value>
+//         saves through the store; says "saved" on standard output when it was
+//     settings_writer naive <file> <value>
+//         saves as a careless program does
+//     settings_writer print <file>
+//         loads through the store and prints the value
 //
 // or places and recent files, beside other programs of its kind:
 //
-//     settings_writer visit <file> <name> <rounds> <gate>  loads, makes the file "<gate> <name>", waits until the file
-//                                                          <gate> exists, then in each round keeps a place, adds a
-//                                                          recent file in front, and saves
-//     settings_writer visits <file>                        loads and prints the places, then the recent files
+//     settings_writer visit <file> <name> <rounds> <gate>
+//         loads, makes the file "<gate> <name>", waits until the file <gate> exists, then in each round keeps a
+//         place, adds a recent file in front, and saves
+//     settings_writer visits <file>
+//         loads and prints the places, then the recent files
 
 #include <velaforge/base/NotifyHandler.h>
 #include <velaforge/base/Settings.h>

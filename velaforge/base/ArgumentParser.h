@@ -12,7 +12,8 @@ namespace vfBase {
 
 struct ArgumentParserPrivate;
 
-/// The command line: who reads an option takes it off, and what nobody took is reported at the end.
+/// The command line. Reading an option removes it from the vector; options that remain can be reported as
+/// unrecognised.
 ///
 ///     vfBase::ArgumentParser parser(&argc, argv);
 ///     vfBase::VfString picture;
@@ -23,19 +24,20 @@ struct ArgumentParserPrivate;
 ///         parser.printErrorMessages();
 ///
 /// An argument is an option when it begins with "-" and is longer than that; "-" itself is a file name.
-/// What stands behind a "--" is never an option. Works on the argc and argv given, in place, and also on
-/// an argc of 0 and a null argv.
+/// Arguments behind "--" are file names. The parser changes the caller's argc and argv in place; an argc of 0
+/// and a null argv are allowed.
 class VFBASE_EXPORT ArgumentParser : public VfObject
 {
 public:
-    /// What kind of help is asked for.
+    /// The kind of help that the command line asks for.
     enum HelpType : int
     {
         NoHelp = 0,
         CommandLineHelp = 1 ///< "--help" or "-h": the usage text with all options
     };
 
-    /// @param argc, argv  both stay with the caller and must live as long as the parser; argc must not be null
+    /// Works on the caller's command line.
+    /// @param argc, argv  stay the caller's and must live as long as the parser; argc must not be null
     ArgumentParser(int* argc, char** argv);
     ~ArgumentParser() override;
 
@@ -45,40 +47,56 @@ public:
     static const ClassInfo s_classInfo;
     const ClassInfo* getClassInfo() const override;
 
+    /// @return the number of arguments that are left, the program's name included; the caller's argc itself
     int& getArgumentCount();
+
+    /// @return the caller's vector, in which the arguments that are left stand in front
     char** getArgumentVector();
 
-    /// @return the argument, null outside 0 to the count
+    /// @return the argument at @p index, valid as long as the caller's argv; null for an index out of range
     const char* getArgumentAt(int index) const;
 
     /// @return true when the argument at @p index is an option and not a file name; false outside the range
     bool isOption(int index) const;
 
-    /// Takes a flag off the command line, as often as it stands there.
-    /// @return true when it was there
+    /// Reads a flag, as "--log", and removes every occurrence of it.
+    /// @return true when there was one
     bool readOptionParameter(const char* option);
 
-    /// Takes an option and its parameter off the command line, as "--size 640x480" or "--size=640x480".
-    /// Given several times, the last one counts. An option whose parameter is missing (nothing follows, or
-    /// another option) or malformed is an error that hasErrors() tells, and leaves @p value as it was.
+    /// Reads an option with a text, as "--size 640x480" or "--size=640x480", and removes both. Of several the
+    /// last one counts. A missing parameter (nothing follows, or another option) is recorded as an error and
+    /// leaves @p value.
     /// @return true when a value was read
     bool readOptionParameter(const char* option, VfString& value);
+
+    /// Reads an option with a whole number in the same way. A parameter that is malformed or out of range is
+    /// an error too.
     bool readOptionParameter(const char* option, int& value);
+
+    /// Reads an option with a real number in the same way.
     bool readOptionParameter(const char* option, double& value);
 
-    /// Takes every one of them, and appends the parameters in the order in which they stand.
+    /// Reads an option that may be given several times, and appends the parameters to @p values in their
+    /// order.
+    /// @return true when a value was read
     bool readOptionParameter(const char* option, StringList& values);
 
-    /// The name shown in usage text and errors; null or empty until it is set.
+    /// @return the name in the usage text and in front of errors; null or empty until it is set
     const char* getApplicationName() const;
+
+    /// Sets that name. The text is copied.
     void setApplicationName(const char* name);
 
-    /// One line that tells what the program is for.
+    /// @return the line of the usage text that says what the program is for
     const char* getDescription() const;
+
+    /// Sets that line. The text is copied.
     void setDescription(const char* description);
 
-    /// The line behind "Usage:".
+    /// @return the line behind "Usage:"
     const char* getCommandLineUsage() const;
+
+    /// Sets that line. The text is copied.
     void setCommandLineUsage(const char* usage);
 
     /// Adds a row to the usage text.
@@ -92,9 +110,10 @@ public:
     /// Writes the usage text to standard output; nothing for NoHelp.
     void printUsage(HelpType type);
 
-    /// Records an error that hasErrors() then tells. A text that is recorded already is not recorded again.
+    /// Records an error. A text that is recorded already is not recorded again.
     void reportError(const VfString& message);
 
+    /// @return true when an error was recorded
     bool hasErrors() const;
 
     /// @return the errors in the order in which they were recorded, one a line, without a line end at the end
@@ -103,7 +122,7 @@ public:
     /// Writes the errors to standard error, a line each with the application name in front.
     void printErrorMessages();
 
-    /// Records an error for each option that nobody has read.
+    /// Records an error for each option that has not been read, whether the usage text has it or not.
     void reportRemainingOptionsAsUnrecognized();
 
     /// @return "vfBase::ArgumentParser"

@@ -128,8 +128,8 @@ ChildResult tryInChild(const std::function<bool()>& work, unsigned int seconds)
     }
     theirs.close();
 
-    // The child process waits for the first byte, so the number is its own until then. Its end is watched rather than
-    // the channel, which processes that the work starts may hold open for ever.
+    // The child process waits for the first byte, so the number is its own until then. Its end is watched
+    // rather than the channel, which processes that the work starts may hold open for ever.
     setpgid(child, child);
     const posix::Descriptor watch(static_cast<int>(syscall(SYS_pidfd_open, child, 0)));
     (void)!send(ours, &go, 1, MSG_NOSIGNAL);

@@ -12,15 +12,16 @@ class VfObject;
 ///     const vfBase::ClassInfo Planet::s_classInfo("solar", "Planet", "solar::Planet", &vfBase::VfObject::s_classInfo,
 ///                                                 nullptr, sizeof(Planet), [] { return asObject(new Planet); });
 ///
-/// Each class that takes part in creation by name has one static record. Constructing it makes the
-/// class known to Registry_, destroying it ends that: a plug-in's records come and go with its library.
-/// The texts are not copied and must live as long as the record.
+/// Each class that takes part in creation by name has one static record. The constructor registers the class
+/// with Registry_, the destructor removes it again, so a plug-in's classes are known while its library is
+/// loaded. The texts are not copied and must live as long as the record.
 class VFBASE_EXPORT ClassInfo
 {
 public:
     /// Makes a default object; the caller owns it.
     using Creator = VfObject* (*)();
 
+    /// Registers the class with Registry_.
     /// @param libraryName  namespace and library name, as "vfApplication"
     /// @param className    short name, as "CommandItem"
     /// @param classId      full name, as "vfApplication::CommandItem"
@@ -30,6 +31,8 @@ public:
     /// @param creator      null when the class cannot be created by name
     ClassInfo(const char* libraryName, const char* className, const char* classId, const ClassInfo* parent,
               const ClassInfo* secondParent, int size, Creator creator);
+
+    /// Removes the class from Registry_.
     ~ClassInfo();
 
     ClassInfo(const ClassInfo&) = delete;
@@ -38,18 +41,25 @@ public:
     /// @return a new object, owned by the caller; null for a class without a creator
     VfObject* create() const;
 
+    /// @return the namespace and library name, as "vfApplication"
     const char* getLibraryName() const { return m_libraryName; }
+
+    /// @return the short name, as "CommandItem"
     const char* getClassName() const { return m_className; }
+
+    /// @return the full name, as "vfApplication::CommandItem"
     const char* getClassId() const { return m_classId; }
 
     /// @return the record of the base class, null for a root
     const ClassInfo* getParent() const { return m_parent; }
+
+    /// @return the record of the second base class, null where there is none
     const ClassInfo* getSecondParent() const { return m_secondParent; }
 
     /// @return size of an object in bytes
     int getSize() const { return m_size; }
 
-    /// @return true for this record itself and for each record above it
+    /// @return true when @p other is this record or that of a direct or indirect base class; false for null
     bool isDerivedFrom(const ClassInfo* other) const;
 
 private:

@@ -11,7 +11,7 @@
 
 namespace vfBase {
 
-/// Body of a container: wraps one standard container.
+/// Body of a container: one standard container.
 template <class StdContainer>
 class VFBASE_TEMPLATE_EXPORT ContainerBody : public osg::Referenced
 {
@@ -21,14 +21,14 @@ public:
     /// Wraps a new, empty container.
     ContainerBody() : ContainerBody(new Container, true) {}
 
-    /// Wraps @p wrapped, and deletes it at the end if @p owns.
+    /// Wraps @p wrapped, and deletes it with this body if @p owns.
     ContainerBody(Container* wrapped, bool owns) : data(wrapped), ownsData(owns), container(wrapped) {}
 
     ContainerBody(const ContainerBody&) = delete;
     ContainerBody& operator=(const ContainerBody&) = delete;
 
     void* data;           ///< the container, untyped
-    bool ownsData;        ///< whether the container goes with this body
+    bool ownsData;        ///< whether the container is deleted with this body
     Container* container; ///< the container
 
 protected:
@@ -41,9 +41,9 @@ protected:
 
 /// What the four containers share: handles on one body, without copy-on-write.
 ///
-/// Copies of a handle share its body, and every change goes straight into it. Assignment does not rebind: it
-/// copies the elements of the right side into the body of the left. That copying shares and assigning copies
-/// is meant. A handle that was made without a body must be given one by setImp or assignment before use.
+/// Copies of a handle share its body, and every change is made in it. Assignment does not rebind: it copies
+/// the elements of the right side into the body of the left, which all handles on that body see. A handle
+/// that was made without a body must be given one by setImp or assignment before use.
 template <class Self, class BodyType>
 class VFBASE_TEMPLATE_EXPORT ContainerHandle : public Referenced
 {
@@ -63,12 +63,16 @@ public:
         d = body.get();
     }
 
+    /// @return the number of elements
     unsigned int size() const { return static_cast<unsigned int>(d->container->size()); }
+    /// @return true when there is no element
     bool isEmpty() const { return d->container->empty(); }
 
-    /// The positions of the standard container, for a range-based for loop. They are undone by what undoes those
-    /// of that container.
+    /// @return an iterator of the standard container, invalidated as that container does it; for range-based
+    ///         for loops
     typename Container::iterator begin() const { return d->container->begin(); }
+
+    /// @return the end iterator
     typename Container::iterator end() const { return d->container->end(); }
 
     /// Removes all elements; the body stays.

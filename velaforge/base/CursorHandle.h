@@ -9,7 +9,8 @@
 
 namespace vfBase {
 
-/// What the two cursors share: handles on one body that says where they stand.
+/// The operations that Iterator and AssociativeIterator share: a handle on a body that holds a container and
+/// a position.
 ///
 /// Copies share the cursor and move together; assignment rebinds to the other's cursor.
 template <class BodyType, class Target>
@@ -18,10 +19,10 @@ class VFBASE_TEMPLATE_EXPORT CursorHandle : public Referenced
 public:
     using Body = BodyType;
 
-    /// Without a body, and so invalid.
+    /// A handle without a body, which is invalid.
     CursorHandle() : d(nullptr) {}
 
-    /// At the front of @p container.
+    /// A new cursor at the front of @p container.
     explicit CursorHandle(const Target& container) : CursorHandle(atFront(container)) {}
 
     /// A handle on @p body; null gives an invalid one.
@@ -30,7 +31,10 @@ public:
     /// A handle on the other's body if that is a cursor of this kind, otherwise an invalid one.
     explicit CursorHandle(const Referenced& other) : CursorHandle(dynamic_cast<Body*>(other.getImp())) {}
 
+    /// Shares the other's cursor; both move together.
     CursorHandle(const CursorHandle& other) = default;
+
+    /// Shares the other's cursor instead of the former one.
     CursorHandle& operator=(const CursorHandle& other)
     {
         Body* body = other.d; // read first: letting go of our own body may end other
@@ -39,6 +43,7 @@ public:
         return *this;
     }
 
+    /// Shares the other's cursor if it is of this kind; otherwise the handle becomes invalid.
     void setImp(const Referenced& other) override
     {
         const osg::ref_ptr<Body> body(dynamic_cast<Body*>(other.getImp()));
@@ -49,14 +54,15 @@ public:
     /// @return true when there is a container to move in
     bool isValid() const override { return d && d->container.valid(); }
 
-    /// Starts anew at the front of @p container. The former cursor is never released: other parties may still
-    /// hold it uncounted.
+    /// Makes a new cursor at the front of @p container. The former cursor is kept until the process ends,
+    /// since other code may hold it uncounted.
     void set(const Target& container)
     {
         keepForProcess(d);
         *this = CursorHandle(container);
     }
 
+    /// @return the body, uncounted; null for a handle without one
     Body* getImp() const { return d; }
 
 protected:

@@ -21,11 +21,12 @@ VFBASE_EXPORT VfString getNameLessExtension(const VfString& path);
 ///         ("https://host/a.pts"), or there is no current directory
 VFBASE_EXPORT VfString absolutePath(const VfString& path);
 
-/// @return @p name as one component of a path: without slashes and zero bytes, and neither "." nor ".."
+/// Makes a file name of any text.
+/// @return @p name with slashes and zero bytes replaced by "_"; "." and ".." become "_" and "__"
 VFBASE_EXPORT VfString makePathComponent(const VfString& name);
 
-/// @return true when @p path names an existing directory, also through a link; false for an empty path,
-///         and for one that holds a zero byte
+/// @return true when @p path names an existing directory, also through a link; false for an empty path, for
+///         one that holds a zero byte, and for one that cannot be examined
 VFBASE_EXPORT bool directoryExists(const VfString& path);
 
 } // namespace vfBase

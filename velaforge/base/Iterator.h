@@ -19,9 +19,10 @@ class VFBASE_TEMPLATE_EXPORT RefBidirectionalSequentialIterator : public osg::Re
 public:
     using Position = typename B::Container::iterator;
 
-    /// Without a container.
+    /// A body without a container, of an invalid cursor.
     RefBidirectionalSequentialIterator() = default;
 
+    /// A body on the container body @p body, which it counts.
     RefBidirectionalSequentialIterator(B* body, Position at) : container(body), position(at) {}
 
     osg::ref_ptr<B> container;
@@ -36,8 +37,8 @@ protected:
 ///     for (auto it = list.getIterator(); it.hasNext();)
 ///         use(it.next());
 ///
-/// Copies share the cursor and move together; assignment rebinds to the other's cursor. The elements live as long
-/// as a cursor stands on them, but a cursor on an element that was removed must not be used.
+/// Copies share the cursor and move together; assignment rebinds to the other's cursor. The elements live as
+/// long as a cursor stands on them, but a cursor on an element that was removed must not be used.
 template <class C>
 class VFBASE_TEMPLATE_EXPORT Iterator
     : public CursorHandle<RefBidirectionalSequentialIterator<typename C::Body>, C>
@@ -51,30 +52,37 @@ public:
 
     using Base::Base;
 
+    /// @return true when there is an element behind the cursor; false without a container
     bool hasNext() const { return d->container.valid() && d->position != d->container->container->end(); }
+
+    /// @return true when there is an element before the cursor; false without a container
     bool hasPrevious() const
     {
         return d->container.valid() && d->position != d->container->container->begin();
     }
 
-    /// Move by one and return the element passed. Where there is none they end the process with one line.
+    /// Moves behind the next element. Ends the process with one line where there is none. @return that element
     Reference next()
     {
         requireNext();
         return *d->position++;
     }
+
+    /// Moves in front of the previous element. Ends the process with one line where there is none. @return that element
     Reference previous()
     {
         requirePrevious();
         return *--d->position;
     }
 
-    /// Return the element that next or previous would, and end the process likewise.
+    /// @return the next element; does not move. Ends the process with one line where there is none
     Reference peekNext() const
     {
         requireNext();
         return *d->position;
     }
+
+    /// @return the previous element; does not move. Ends the process with one line where there is none
     Reference peekPrevious() const
     {
         requirePrevious();
@@ -103,7 +111,10 @@ public:
         return false;
     }
 
+    /// Moves in front of the first element.
     void toFront() { d->position = d->container->container->begin(); }
+
+    /// Moves behind the last element.
     void toBack() { d->position = d->container->container->end(); }
 
 private:

@@ -23,7 +23,7 @@ protected:
     ~RefListPrivate() override = default;
 };
 
-/// A shared list: a handle on one std::list. Operations with an index walk from the front.
+/// A shared list: a handle on one std::list. Operations with an index walk through the list from the front.
 ///
 ///     vfBase::List<vfBase::VfString> names;
 ///     names << "hull" << "mast";
@@ -44,6 +44,7 @@ public:
     using typename Base::Body;
     using typename Base::Container;
 
+    /// An empty list.
     List() : Base(new Body) {}
 
     /// A handle on @p body; null gives a handle without one.
@@ -81,11 +82,11 @@ public:
         return before - this->size();
     }
 
-    /// Exchanges two elements.
+    /// Exchanges the elements at the two indexes.
     void swap(unsigned int i, unsigned int j) { std::iter_swap(this->place(i), this->place(j)); }
 
-    /// Takes the element at @p from and puts it before the one that was at @p to; size() puts it last.
-    /// A move forward thus lands at to - 1. A @p from of size() does nothing.
+    /// Moves the element at @p from in front of the one that is at @p to before the call; size() moves it to
+    /// the end. Moved towards the end, it has the index to - 1 afterwards. A @p from of size() does nothing.
     void move(unsigned int from, unsigned int to)
     {
         if (from == this->size())
@@ -117,13 +118,19 @@ public:
         return cursor(d->container->erase(place(first), end));
     }
 
-    /// @return a new container with the same elements
+    /// @return a new vector with the same elements. Defined in <velaforge/base/Vector.h>
     Vector<T> toVector() const;
+
+    /// @return a new set of the elements. Defined in <velaforge/base/Set.h>
     Set<T> toSet() const;
+
+    /// @return a new list with the elements of @p vector. Defined in <velaforge/base/Vector.h>
     static List fromVector(const Vector<T>& vector);
+
+    /// @return a new list with the elements of @p set, in its order. Defined in <velaforge/base/Set.h>
     static List fromSet(const Set<T>& set);
 
-    /// @return the standard container itself, not const: a view on the shared elements
+    /// @return the standard container itself, which all handles on this body share
     Container& asStdList() const { return *d->container; }
 
 private:
@@ -142,37 +149,5 @@ private:
         return Iterator<List>(new typename Iterator<List>::Body(d, position));
     }
 };
-
-} // namespace vfBase
-
-#include <velaforge/base/Set.h>
-#include <velaforge/base/Vector.h>
-
-namespace vfBase {
-
-template <class T>
-Vector<T> List<T>::toVector() const
-{
-    return Vector<T>::fromList(*this);
-}
-
-template <class T>
-Set<T> List<T>::toSet() const
-{
-    return Set<T>::fromList(*this);
-}
-
-template <class T>
-List<T> List<T>::fromVector(const Vector<T>& vector)
-{
-    const auto& elements = vector.asStdVector();
-    return Base::adopt(Container(elements.begin(), elements.end()));
-}
-
-template <class T>
-List<T> List<T>::fromSet(const Set<T>& set)
-{
-    return set.toList();
-}
 
 } // namespace vfBase

@@ -47,6 +47,7 @@ public:
     using Value = V;
     using Cursor = AssociativeIterator<Map>;
 
+    /// An empty map.
     Map() : Base(new Body) {}
 
     /// A handle on @p body; null gives a handle without one.
@@ -65,18 +66,20 @@ public:
         return *this;
     }
 
-    /// Makes an entry with a default value for an absent key, also through a const handle.
+    /// Adds an entry with a default value for an absent key. @return the value
     V& operator[](const K& key) { return (*d->container)[key]; }
+
+    /// Adds an entry for an absent key as well, although the handle is const. @return a copy of the value
     V operator[](const K& key) const { return (*d->container)[key]; }
 
-    /// @return the value, or @p def for an absent key
+    /// @return a copy of the value, or @p def for an absent key; never adds an entry
     V value(const K& key, const V& def = V()) const
     {
         const auto found = d->container->find(key);
         return found == end() ? def : found->second;
     }
 
-    /// @return the first key with that value, or @p def
+    /// @return the first key, in their order, whose value equals @p value, or @p def; linear
     K key(const V& value, const K& def = K()) const
     {
         const auto found =
@@ -84,7 +87,7 @@ public:
         return found == end() ? def : found->first;
     }
 
-    /// @return a new list, in order of the keys
+    /// @return a new list of the keys, in their order
     List<K> keys() const
     {
         List<K> list;
@@ -92,6 +95,8 @@ public:
             list.append(entry.first);
         return list;
     }
+
+    /// @return a new list of the values, in the order of their keys
     List<V> values() const
     {
         List<V> list;
@@ -100,7 +105,7 @@ public:
         return list;
     }
 
-    /// @return a new list of all keys with that value
+    /// @return a new list of all keys whose value equals @p value
     List<K> keys(const V& value) const
     {
         List<K> list;
@@ -111,15 +116,16 @@ public:
         return list;
     }
 
+    /// @return true when there is an entry for @p key
     bool contains(const K& key) const { return d->container->find(key) != end(); }
 
-    /// @return 0 or 1
+    /// @return the number of entries for @p key: 0 or 1
     unsigned int count(const K& key) const { return static_cast<unsigned int>(d->container->count(key)); }
 
-    /// Makes an entry, unless the key is there: then the old value stays. @return a cursor on the entry
+    /// Adds an entry. An entry with that key keeps its old value. @return a new cursor on the entry
     Cursor insert(const K& key, const V& value) { return cursor(d->container->emplace(key, value).first); }
 
-    /// The same, with a cursor near the place as a hint; a cursor in another map is none.
+    /// The same, with a cursor near the new entry as a hint. An invalid cursor is no hint, nor is one in another map.
     Cursor insert(const Cursor& it, const K& key, const V& value)
     {
         if (!it.isValid() || it.getImp()->container.get() != d)
@@ -127,10 +133,10 @@ public:
         return cursor(d->container->emplace_hint(it.getImp()->position, key, value));
     }
 
-    /// @return true if an entry was removed
+    /// Removes the entry for @p key. @return true if there was one
     bool remove(const K& key) { return d->container->erase(key) != 0; }
 
-    /// Removes the entry. @return its value, a default one for an absent key
+    /// Removes the entry for @p key. @return its value; a default one for an absent key
     V take(const K& key)
     {
         const auto found = d->container->find(key);
@@ -141,22 +147,32 @@ public:
         return taken;
     }
 
-    /// @return a cursor on the entry; an invalid one without a container when there is none
+    /// @return a new cursor on the entry for @p key; an invalid one when there is none
     Cursor find(const K& key) const { return cursor(d->container->find(key)); }
 
-    /// @return a cursor on the first entry whose key is not below, or is above, @p key; invalid at the end
+    /// @return a new cursor on the first entry whose key is not less than @p key; an invalid one when there
+    ///         is none
     Cursor lowerBound(const K& key) const { return cursor(d->container->lower_bound(key)); }
+
+    /// @return a new cursor on the first entry whose key is greater than @p key; an invalid one when there is
+    ///         none
     Cursor upperBound(const K& key) const { return cursor(d->container->upper_bound(key)); }
 
-    /// References into the map, which must not be empty.
+    /// @return the value with the smallest key; the map must not be empty
     V& first() { return checkedFilled().begin()->second; }
     const V& first() const { return checkedFilled().begin()->second; }
+
+    /// @return the value with the largest key; the map must not be empty
     V& last() { return checkedFilled().rbegin()->second; }
     const V& last() const { return checkedFilled().rbegin()->second; }
+
+    /// @return the smallest key; the map must not be empty
     const K& firstKey() const { return checkedFilled().begin()->first; }
+
+    /// @return the largest key; the map must not be empty
     const K& lastKey() const { return checkedFilled().rbegin()->first; }
 
-    /// Adds the entries of @p other. Of two values for one key the smaller one stays.
+    /// Adds the entries of @p other. Of two values for one key the smaller one is kept.
     Map unite(const Map& other)
     {
         // By key and then by value, and the first for a key wins.
@@ -173,13 +189,14 @@ public:
         return *this;
     }
 
+    /// @return true when both have equal keys with equal values
     bool operator==(const Map& other) const { return *d->container == *other.d->container; }
     bool operator!=(const Map& other) const { return !(*this == other); }
 
     /// @return a new cursor on the first entry
     Cursor getIterator() const { return Cursor(*this); }
 
-    /// @return the standard container itself, not const: a view on the shared entries
+    /// @return the standard container itself, which all handles on this body share
     Container& asStdMap() const { return *d->container; }
 
 private:

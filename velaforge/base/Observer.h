@@ -7,12 +7,13 @@
 
 namespace vfBase {
 
-/// Names an osg::Observer that is to hear of the end of a handle's body.
+/// Refers to an osg::Observer, which is notified when a handle's body is destroyed.
 ///
-/// Holds the pointer without owning it: the osg::Observer must live until it is removed or told.
+/// Does not own the osg::Observer, which must live until it is removed or notified.
 class VFBASE_EXPORT Observer
 {
 public:
+    /// Refers to @p observer, which may be null.
     explicit Observer(osg::Observer* observer = nullptr) : m_observer(observer) {}
 
     /// @return the observer, null when none was given
@@ -22,14 +23,17 @@ private:
     osg::Observer* m_observer;
 };
 
-/// Handle on the set of observers of one body; it stays usable after that body is gone.
+/// A handle on the set of observers of one body. It stays usable when that body has been destroyed.
 class VFBASE_EXPORT ObserverSet : public Referenced
 {
 public:
+    /// A handle without a set.
     ObserverSet() = default;
+
+    /// A handle on @p set, which may be null.
     explicit ObserverSet(osg::ObserverSet* set) : Referenced(set, true) {}
 
-    /// @return the observed body, null once it is gone or for a handle without a set
+    /// @return the observed body, uncounted; null when it has been destroyed, and for a handle without a set
     osg::Referenced* getObserved() const
     {
         auto* set = static_cast<osg::ObserverSet*>(Referenced::getImp());

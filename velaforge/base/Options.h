@@ -14,31 +14,33 @@ namespace vfBase {
 ///     options.setPluginStringData("SILENT", "TRUE");
 ///     vfBase::Options own = options.clone();  // keys set on it are not seen through options
 ///
-/// A handle: copies and assignment share the body, clone() makes one of its own. An invalid handle
-/// takes no key and gives empty values.
+/// A handle: copies and assignment share the body, clone() makes one of its own. On an invalid handle setting
+/// a key does nothing, and every value is empty.
 class VFBASE_EXPORT Options : public Referenced
 {
 public:
-    /// Valid, without keys.
+    /// Valid options without keys.
     Options();
 
-    /// A handle on that object, whose keys this one then changes; null gives an invalid handle.
+    /// A handle on @p options, counted: setting a key here changes that object. Null gives an invalid handle.
     Options(const osgDB::Options* options);
 
     /// A handle on the other's body if that is an osgDB::Options, otherwise an invalid one.
     explicit Options(const Referenced& other);
 
+    /// Shares the other's body.
     Options(const Options& other) = default;
 
-    /// Shares the other's body. The shared invalid() handle stays as it is.
+    /// Shares the other's body. Assigning to the shared invalid() handle does nothing.
     Options& operator=(const Options& other);
 
+    /// Takes over the other's body if that is an osgDB::Options; otherwise the handle becomes invalid.
     void setImp(const Referenced& other) override;
 
     /// @return a copy with a body of its own; a clone of invalid options is invalid
     Options clone() const;
 
-    /// @return the shared invalid options: the answer, and the default argument, where there are none
+    /// @return the shared invalid options, the default argument of operations that take options
     static Options& invalid();
 
     /// Sets a key, replacing an earlier value. Does nothing on invalid options.

@@ -14,7 +14,10 @@ template <class K, class V>
 class VFBASE_TEMPLATE_EXPORT Pair : public VfObject
 {
 public:
+    /// A default key and a default value.
     Pair() : key(), value() {}
+
+    /// Copies both.
     Pair(const K& aKey, const V& aValue) : key(aKey), value(aValue) {}
     Pair(const Pair& other) : VfObject(), key(other.key), value(other.value) {}
     Pair(Pair&& other) noexcept(
@@ -36,6 +39,7 @@ public:
         return *this;
     }
 
+    /// @return true when keys and values are equal
     bool operator==(const Pair& other) const { return key == other.key && value == other.value; }
     bool operator!=(const Pair& other) const { return !(*this == other); }
 

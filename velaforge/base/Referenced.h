@@ -21,9 +21,9 @@ class ObserverSet;
 ///     a == b;                         // true: the same body, whatever it holds
 ///     vfBase::Referenced::invalid();  // the answer of an operation that has nothing to give
 ///
-/// Copies share the body, which goes with its last holder. A derived handle keeps the body a second
-/// time in typed form, sets that pointer in each constructor that is given a body, and in setImp.
-/// Handles may be copied and destroyed on several threads; one handle belongs to one thread at a time.
+/// Copies share the body, which is destroyed with its last holder. A derived handle keeps a second, typed
+/// pointer to the body; it sets that pointer in each constructor that is given a body, and in setImp. Handles
+/// may be copied and destroyed on several threads; one handle belongs to one thread at a time.
 class VFBASE_EXPORT Referenced : public virtual VfObject
 {
 public:
@@ -35,6 +35,7 @@ public:
     /// Holds @p imp, which may be null. The flag has no effect; true by custom.
     Referenced(osg::Referenced* imp, bool) : m_imp(imp) {}
 
+    /// Shares the other's body.
     Referenced(const Referenced& other) : VfObject(), m_imp(other.m_imp) {}
     ~Referenced() override = default;
 
@@ -52,7 +53,7 @@ public:
     bool operator==(const Referenced& other) const { return m_imp == other.m_imp; }
     bool operator!=(const Referenced& other) const { return m_imp != other.m_imp; }
 
-    /// An order for sorted containers: by body, and so without a meaning that outlives the process.
+    /// Orders handles by the addresses of their bodies, for sorted containers.
     bool operator<(const Referenced& other) const
     {
         return std::less<const osg::Referenced*>()(m_imp.get(), other.m_imp.get());
@@ -66,27 +67,30 @@ public:
     /// @return the identity of the body, so that two handles on one body agree; 0 without a body
     std::uint64_t getUniqueId() const override;
 
-    /// Takes over the other handle's body.
+    /// Shares the other handle's body, or becomes a handle without one.
     virtual void setImp(const Referenced& other);
 
-    /// As osg::Referenced has it; bodies are always counted atomically. Nothing without a body.
+    /// Calls osg::Referenced::setThreadSafeRefUnref of the body; bodies are counted atomically whatever is
+    /// passed. Does nothing without a body.
     virtual void setThreadSafeRefUnref(bool threadSafe);
 
-    /// Counts the body up by hand. @return the new count, 0 without a body
+    /// Adds a count to the body. @return the new count, 0 without a body
     virtual int ref() const;
 
-    /// Counts the body down by hand; at 0 the body goes, and every handle on it dangles.
+    /// Removes a count from the body. At 0 the body is destroyed, and every handle on it dangles.
     /// @return the new count, 0 without a body
     virtual int unref() const;
 
-    /// As unref, but the body stays at 0. @return the new count, 0 without a body
+    /// Removes a count from the body without destroying it at 0. @return the new count, 0 without a body
     virtual int unref_nodelete() const;
 
     /// @return true when there is a body
     virtual bool isValid() const;
 
-    /// Has the observer told when the body goes. Nothing without a body or an observer.
+    /// Notifies the observer when the body is destroyed. Does nothing without a body or an observer.
     virtual void addObserver(const Observer& observer) const;
+
+    /// Ends that for the observer. Does nothing without a body or an observer.
     virtual void removeObserver(const Observer& observer) const;
 
     /// @return the observer set of the body, made if needed; a handle without one when there is no body
@@ -99,13 +103,13 @@ public:
     static const char* classId();
 
 protected:
-    // To move a handle, for derived classes that have a use for it: this class does not know their typed pointers.
+    // For derived classes that can be moved: this class does not know their typed pointers.
 
     /// Takes over a count of a body.
     explicit Referenced(osg::ref_ptr<osg::Referenced>&& imp) noexcept { m_imp.swap(imp); }
 
-    /// @return the body with this handle's count of it, which the handle then no longer has. A derived handle clears
-    ///         its typed pointer.
+    /// @return the body with this handle's count of it, which the handle then no longer has. A derived handle
+    ///         clears its typed pointer.
     osg::ref_ptr<osg::Referenced> takeImp()
     {
         osg::ref_ptr<osg::Referenced> taken;

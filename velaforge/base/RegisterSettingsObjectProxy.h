@@ -8,15 +8,16 @@ namespace vfBase {
 class Settings;
 class SettingsObject;
 
-/// Constructing one, as a static object of a library, makes a settings object known to a store.
+/// Registers a settings object with a store when it is constructed, as a static object of a library.
 ///
 ///     static const vfBase::RegisterSettingsObjectProxy proxy(vfBase::SettingsObject(SolarSettings::instance(false)),
 ///                                                            vfBase::Settings::global());
 ///
-/// There is no way back: the store keeps the object.
+/// The store holds the object until the process ends; it cannot be unregistered.
 class VFBASE_EXPORT RegisterSettingsObjectProxy
 {
 public:
+    /// Adds @p object to @p settings, in place of one with the same names. An invalid handle is ignored.
     RegisterSettingsObjectProxy(const SettingsObject& object, Settings& settings);
 };
 

@@ -8,10 +8,10 @@
 
 namespace vfBase {
 
-/// A table of producers by key, filled by plug-ins while they are loaded.
+/// A table of producers by key, which plug-ins fill while they are loaded.
 ///
-/// @tparam Private   the class that derives from this one. Its static instance(bool erase), to which this class is a
-///                   friend, gives the one registry.
+/// @tparam Private   the class that derives from this one. Its static instance(bool erase), to which this
+///         class is a friend, gives the one registry.
 /// @tparam Producer  a RegistryObjectProducerInterface
 /// @tparam Key       what getKey() is turned into; its own order is that of the table
 ///
@@ -20,12 +20,12 @@ template <class Private, class Producer, class Key>
 class VFBASE_TEMPLATE_EXPORT Registry
 {
 public:
-    /// Constructing one, as a static object of a plug-in, hands a producer to the registry.
+    /// Registers a producer when it is constructed, as a static object of a plug-in.
     class VFBASE_TEMPLATE_EXPORT Proxy
     {
     public:
-        /// Registers @p producer, which must not be null, and gives it away. One registered under the same key before
-        /// is let go.
+        /// Registers @p producer, which must not be null; the registry owns it from then on. A producer that
+        /// was registered under the same key is destroyed.
         explicit Proxy(Producer* producer)
         {
             // Owned first, in case the key cannot be asked for; and in the end the owner of the producer that loses its
@@ -45,7 +45,7 @@ public:
         Proxy& operator=(const Proxy&) { return *this; }
         Proxy& operator=(Proxy&&) noexcept { return *this; }
 
-        /// Leaves the producer where it is: it goes with the registry.
+        /// The producer stays registered until the registry is destroyed.
         virtual ~Proxy() = default;
     };
 
@@ -54,14 +54,14 @@ public:
 
     // In the order of their slots, which is part of the binary interface.
 
-    /// Lets the producers go, in the order of their keys.
+    /// Destroys the producers in the order of their keys.
     virtual ~Registry()
     {
         while (!producers.empty())
             producers.erase(producers.begin());
     }
 
-    /// For registries to give a meaning to; nothing here calls it.
+    /// Reserved for the derived registry; this class does not call it.
     virtual void registryHook() = 0;
 
     /// The producers by key.

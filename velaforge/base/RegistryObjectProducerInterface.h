@@ -5,7 +5,7 @@
 
 namespace vfBase {
 
-/// Says that a producer needs no argument to create an object.
+/// The argument type of a producer that needs no argument to create an object.
 struct NilType
 {};
 
@@ -29,11 +29,12 @@ public:
     // In the order of their slots, which is part of the binary interface.
     virtual ~RegistryObjectProducerInterface() = default;
 
-    /// For plug-ins to give a meaning to; nothing here calls it.
+    /// Reserved for plug-ins; the libraries do not call it.
     virtual void producerExtension() {}
 
-    /// @return the key under which to register, asked for once; must live as long as the registry where the registry
-    ///         compares keys by pointer
+    /// Called once, when the producer is registered.
+    /// @return the key of the producer. A registry whose keys are pointers does not copy the text, which must
+    ///         then live as long as the registry
     virtual Key getKey() = 0;
 
     /// @return a new object, owned by the caller

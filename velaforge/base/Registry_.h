@@ -17,15 +17,16 @@ class VfObject;
 ///     std::unique_ptr<vfBase::VfObject> object(vfBase::Registry_::instance().createType("solar::Planet"));
 ///     auto* planet = dynamic_cast<Planet*>(object.get());
 ///
-/// Filled while libraries are loaded, on the loading thread, and read afterwards; there is no lock.
+/// Class records add themselves while libraries are loaded, on the loading thread; there is no lock.
 class VFBASE_EXPORT Registry_
 {
 public:
-    /// @return the one registry; usable during static initialisation, and until the last class record is gone
+    /// @return the one registry; usable during static initialisation, and until the last class record is
+    ///         destroyed
     static Registry_& instance();
 
-    /// Creates an object by class id ("solar::Planet") or, where no class has that id, by class name ("Planet").
-    /// Of several records with one name the first registered answers.
+    /// Creates an object by class id ("solar::Planet") or, where no class has that id, by class name
+    /// ("Planet"). Of several records with one name the first registered answers.
     /// @param name  null is allowed and names no class
     /// @return a new object, owned by the caller; null for an unknown name and for a class without a creator
     VfObject* createType(const char* name) const;

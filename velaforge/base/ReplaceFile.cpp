@@ -17,8 +17,8 @@ namespace {
 
 bool writeDirectly(const std::string& path, const std::string& contents)
 {
-    // A regular file is reached here through a link of procfs only, as by /dev/stdout: it is open elsewhere, and what
-    // was written there before stays.
+    // A regular file is reached here through a link of procfs only, as by /dev/stdout: it is open elsewhere,
+    // and what was written there before stays.
     Descriptor file(path, O_WRONLY | O_APPEND | O_NOCTTY);
     return file.isOpen() && writeAll(file, contents.data(), contents.size()) && file.close();
 }

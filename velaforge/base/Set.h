@@ -3,15 +3,13 @@
 
 #include <velaforge/base/ContainerHandle.h>
 #include <velaforge/base/Iterator.h>
+#include <velaforge/base/List.h>
 
 #include <algorithm>
 #include <iterator>
 #include <set>
 
 namespace vfBase {
-
-template <class T>
-class List;
 
 /// Body of Set.
 template <class T>
@@ -30,8 +28,8 @@ protected:
 ///     a << 1 << 2;
 ///     a - other;  // changes a, as every operator here does
 ///
-/// See ContainerHandle for what copies share. The operators that return a set return a further handle on this one;
-/// the binary operators too work on their left operand.
+/// See ContainerHandle for what copies share. The operators that return a set return a further handle on this
+/// one. That includes the binary operators, which change their left operand.
 template <class T>
 class VFBASE_TEMPLATE_EXPORT Set : public ContainerHandle<Set<T>, RefSetPrivate<T>>
 {
@@ -44,6 +42,7 @@ public:
     using typename Base::Body;
     using typename Base::Container;
 
+    /// An empty set.
     Set() : Base(new Body) {}
 
     /// A handle on @p body; null gives a handle without one.
@@ -62,15 +61,16 @@ public:
         return *this;
     }
 
-    /// @return a new cursor on the element, present or new
+    /// Adds @p x unless an equal element is there. @return a new cursor on that element
     Iterator<Set> insert(const T& x) { return cursor(d->container->insert(x).first); }
 
-    /// @return true if an element was removed
+    /// Removes the element equal to @p x. @return true if there was one
     bool remove(const T& x) { return d->container->erase(x) != 0; }
 
+    /// @return true when there is an element equal to @p x
     bool contains(const T& x) const { return d->container->find(x) != end(); }
 
-    /// @return true if every element of @p other is here; so for an empty one
+    /// @return true when every element of @p other is in this set; true for an empty @p other
     bool contains(const Set& other) const
     {
         return std::includes(begin(), end(), other.begin(), other.end(), d->container->key_comp());
@@ -83,20 +83,25 @@ public:
         return found == end() ? Iterator<Set>(new typename Iterator<Set>::Body) : cursor(found);
     }
 
-    /// Adds the elements of @p other, keeps those in both, or removes those of @p other.
+    /// Adds the elements of @p other.
     Set unite(const Set& other)
     {
         return merge(other, [](auto... range) { std::set_union(range...); });
     }
+
+    /// Removes the elements that are not in @p other.
     Set intersect(const Set& other)
     {
         return merge(other, [](auto... range) { std::set_intersection(range...); });
     }
+
+    /// Removes the elements of @p other.
     Set subtract(const Set& other)
     {
         return merge(other, [](auto... range) { std::set_difference(range...); });
     }
 
+    /// Adds @p x.
     Set operator<<(const T& x)
     {
         d->container->insert(x);
@@ -104,13 +109,15 @@ public:
     }
     Set operator+=(const T& x) { return *this << x; }
     Set operator|=(const T& x) { return *this << x; }
+
+    /// Removes the element equal to @p x.
     Set operator-=(const T& x)
     {
         d->container->erase(x);
         return *this;
     }
 
-    /// Leaves only @p x if it was here, otherwise nothing.
+    /// Removes every element but the one equal to @p x.
     Set operator&=(const T& x)
     {
         Container left;
@@ -121,6 +128,7 @@ public:
         return *this;
     }
 
+    /// Adds the elements of @p other; the same as |=.
     Set operator+=(const Set& other)
     {
         if (other.d->container != d->container)
@@ -128,22 +136,29 @@ public:
         return *this;
     }
     Set operator|=(const Set& other) { return unite(other); }
+
+    /// Removes the elements of @p other.
     Set operator-=(const Set& other) { return subtract(other); }
+
+    /// Removes the elements that are not in @p other.
     Set operator&=(const Set& other) { return intersect(other); }
 
-    /// Change the left operand, const though it is, and return a handle on it.
+    // Each changes the left operand like the operator with "=", although it is const, and returns a handle on
+    // it.
+
     Set operator+(const Set& other) const { return Set(*this) += other; }
     Set operator-(const Set& other) const { return Set(*this) -= other; }
     Set operator&(const Set& other) const { return Set(*this) &= other; }
     Set operator|(const Set& other) const { return Set(*this) |= other; }
 
+    /// @return true when both have equal elements
     bool operator==(const Set& other) const { return *d->container == *other.d->container; }
     bool operator!=(const Set& other) const { return !(*this == other); }
 
     /// @return a new cursor before the first element
     Iterator<Set> getIterator() const { return Iterator<Set>(*this); }
 
-    /// @return a new list, in sorted order
+    /// @return a new list of the elements, in sorted order
     List<T> toList() const;
 
     /// @return a new set with the elements of @p list
@@ -168,12 +183,6 @@ private:
     }
 };
 
-} // namespace vfBase
-
-#include <velaforge/base/List.h>
-
-namespace vfBase {
-
 template <class T>
 List<T> Set<T>::toList() const
 {
@@ -187,6 +196,18 @@ Set<T> Set<T>::fromList(const List<T>& list)
 {
     const auto& elements = list.asStdList();
     return Base::adopt(Container(elements.begin(), elements.end()));
+}
+
+template <class T>
+Set<T> List<T>::toSet() const
+{
+    return Set<T>::fromList(*this);
+}
+
+template <class T>
+List<T> List<T>::fromSet(const Set<T>& set)
+{
+    return set.toList();
 }
 
 } // namespace vfBase

@@ -80,7 +80,8 @@ private:
     std::optional<VfString> m_ownPath;
     std::vector<SettingsObject> m_objects;
 
-    /// What this program has read from or written to the file last: a save writes only what has changed against it.
+    /// What this program has read from or written to the file last: a save writes only what has changed
+    /// against it.
     std::optional<SettingsDocument> m_base;
     std::string m_basePath;
     bool m_keepCopy = false; ///< the file holds values that we could not take

@@ -138,8 +138,8 @@ void mergeInto(json& theirs, const json& mine, const json* base);
 /// Merges a value that both have and that mine has changed.
 void mergeValue(json& theirs, const json& mine, const json* base);
 
-/// @return what an element of a list is recognised by: a text by itself, an object by its text "id", "path" or "name",
-///         another object by all it holds; nothing for any other kind of value
+/// @return what an element of a list is recognised by: a text by itself, an object by its text "id", "path"
+///         or "name", another object by all it holds; nothing for any other kind of value
 std::optional<std::string> identity(const json& element)
 {
     if (element.is_string())
@@ -162,7 +162,8 @@ struct ElementSet
 
     bool has(const std::string& element) const { return positions.count(element) != 0; }
 
-    /// @return nothing for a list that is no set: it holds other values than texts and objects, or one of them twice
+    /// @return nothing for a list that is no set: it holds other values than texts and objects, or one of
+    ///         them twice
     static std::optional<ElementSet> of(const json& list)
     {
         ElementSet set;
@@ -176,9 +177,10 @@ struct ElementSet
     }
 };
 
-/// Merges two lists that are sets. Elements that either side has added or removed are added or removed; an element that
-/// one side has removed and the other has changed inside stays. Elements that mine has added or moved stand behind their
-/// predecessors in mine, those without one in front; all others keep the order of theirs.
+/// Merges two lists that are sets. Elements that either side has added or removed are added or removed; an
+/// element that one side has removed and the other has changed inside stays. Elements that mine has added or
+/// moved stand behind their predecessors in mine, those without one in front; all others keep the order of
+/// theirs.
 class ListMerge
 {
 public:

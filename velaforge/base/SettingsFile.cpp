@@ -52,7 +52,8 @@ SettingsFile::Contents readFile(const std::string& path)
     }
 }
 
-/// Gives @p from the second name @p to, which must not exist. Where the file system has no second names, makes a copy.
+/// Gives @p from the second name @p to, which must not exist. Where the file system has no second names,
+/// makes a copy.
 bool linkOrCopy(const std::string& from, const std::string& to)
 {
     if (link(from.c_str(), to.c_str()) == 0)

@@ -8,9 +8,10 @@ namespace vfBase {
 
 /// One text file that is replaced as a whole or not at all, with the generation before it kept beside it.
 ///
-/// Knows nothing of what the text means. No operation throws; failures come back with a reason in plain words.
-/// Beside the file stand, while they are needed: "<file>.previous", the generation before; ".<file>.lock"; and what an
-/// interrupted save leaves and the next load or save removes: a FileDraft, "<file>.previous-new".
+/// Knows nothing of what the text means. No operation throws; failures come back with a reason in plain
+/// words. Beside the file stand, while they are needed: "<file>.previous", the generation before;
+/// ".<file>.lock"; and what an interrupted save leaves and the next load or save removes: a FileDraft,
+/// "<file>.previous-new".
 class SettingsFile
 {
 public:
@@ -37,15 +38,21 @@ public:
 
     /// @return the path behind all links
     const std::string& path() const { return m_path; }
+
+    /// @return the path of the generation before
     std::string previousPath() const { return m_path + ".previous"; }
 
+    /// Reads the file, without waiting for a FIFO or a device.
     Contents read() const;
+
+    /// Reads the generation before in the same way.
     Contents readPrevious() const;
 
-    /// @return whether the file is there and for its user alone
+    /// @return whether the file exists and only its user has access
     bool isPrivate() const;
 
-    /// Makes the missing directories on the way to the file, for the user alone.
+    /// Makes the missing directories of the file's path, with access for the user alone.
+    /// @return false when the last one cannot be made
     bool makeDirectories(std::string& reason) const;
 
     /// Replaces the file by a new one that holds @p text, private to the user.
@@ -57,7 +64,8 @@ public:
     /// @return that path, empty when it could not be done
     std::string keepCopy(const char* kind, std::string& reason) const;
 
-    /// Puts the generation before in the place of the file, or, where that is not usable, removes the file.
+    /// Replaces the file by the generation before or, where that is not usable, removes the file.
+    /// @return false on failure
     bool restorePrevious(bool isUsable, std::string& reason) const;
 
     /// @return whether an interrupted save left "<file>.previous-new"
@@ -69,17 +77,23 @@ public:
     /// Removes the drafts of programs that were killed. Needs no lock: drafts in use are recognised.
     void removeAbandonedDrafts() const;
 
-    /// Keeps other programs from replacing the file. Waits for them, but not for ever.
+    /// Keeps other programs from replacing the file while it lives. Waits five seconds at most for one that
+    /// does.
     class Lock
     {
     public:
         explicit Lock(const SettingsFile& file);
+
+        /// Releases the lock.
         ~Lock();
 
         Lock(const Lock&) = delete;
         Lock& operator=(const Lock&) = delete;
 
+        /// @return whether the lock was got; true on a file system without locks
         bool isHeld() const { return m_held; }
+
+        /// @return why it was not, in words
         const std::string& reason() const { return m_reason; }
 
     private:

@@ -13,37 +13,48 @@
 
 namespace vfBase {
 
-/// The properties of a settings class that are kept: name, getter and setter, declared once beside its source.
+/// The properties of a settings class that the store keeps: name, getter and setter, declared once beside its
+/// source.
 ///
 ///     static const vfBase::SettingsProperties properties("solar::Settings",
 ///         {vfBase::SettingsProperties::property("planets", &SolarSettings::getPlanets, &SolarSettings::setPlanets)});
 ///
-/// The virtual table of a settings class is fixed, so the store finds the list by "libraryName::className".
-/// A static object: it counts while it lives, and of two for one class the later one does.
+/// The store finds the list by "libraryName::className", since the virtual operations of a settings class are
+/// fixed. Make it a static object: the store uses it while it lives, and of two for one class the one that
+/// was made later.
 class VFBASE_EXPORT SettingsProperties
 {
 public:
     struct Property
     {
+        /// The key in the file.
         std::string name;
+
+        /// Returns the object's value.
         std::function<SettingsValue(const SettingsObjectPrivate&)> get;
 
-        /// Returns false for a value of the wrong kind, and leaves the object as it was.
+        /// Sets the object's value. Returns false for a value of the wrong kind, and leaves the object as it
+        /// was.
         std::function<bool(SettingsObjectPrivate&, const SettingsValue&)> set;
     };
 
+    /// Declares the properties of a class.
+    /// @param className  "libraryName::className" of its objects
     SettingsProperties(const char* className, std::vector<Property> properties);
+
+    /// Ends the declaration; an earlier one for the same class counts again.
     ~SettingsProperties();
 
     SettingsProperties(const SettingsProperties&) = delete;
     SettingsProperties& operator=(const SettingsProperties&) = delete;
 
+    /// @return the properties, in the order in which they were declared
     const std::vector<Property>& properties() const { return m_properties; }
 
     /// @return the list of the object's class, null when it has none
     static const SettingsProperties* find(const SettingsObjectPrivate& object);
 
-    /// A property of a plain kind, by its accessors.
+    /// @return a property of a kind that SettingsValue reads, by its accessors
     template <class Class, class Result, class Argument>
     static Property property(const char* name, Result (Class::*getter)() const,
                              void (Class::*setter)(Argument))
@@ -60,7 +71,8 @@ public:
             });
     }
 
-    /// A property of any other kind: @p get makes a SettingsValue of a const Class&, @p set takes one into a Class&.
+    /// @return a property of any other kind: @p get makes a SettingsValue of a const Class&, @p set takes one
+    ///         into a Class&.
     template <class Class, class Get, class Set>
     static Property property(const char* name, Get get, Set set)
     {

@@ -5,7 +5,7 @@
 
 namespace vfBase {
 
-/// Where the files of a user go, by the rules for base directories and user directories of free desktops.
+/// The directories of the user, by the XDG base directory and user directory rules.
 ///
 ///     vfBase::StandardPaths::standardLocation(vfBase::StandardPaths::Documents);
 class VFBASE_EXPORT StandardPaths
@@ -33,10 +33,11 @@ public:
         ApplicationData = 17
     };
 
-    /// LocalData, ApplicationData and Cache lie below a directory named by the vendor's short name and the name of
-    /// ApplicationInfo, all others are the user's own. The directory need not exist.
-    /// @return an absolute path without a slash at the end; never null, empty for an unknown location. Valid for the
-    ///         whole process. Asked anew each time, so that a changed environment counts.
+    /// Finds a directory, which need not exist. LocalData, ApplicationData and Cache end with the vendor's
+    /// short name and the program's name of ApplicationInfo; the others are shared by all programs. Each call
+    /// reads the environment again.
+    /// @return an absolute path without a slash at the end; empty for an unknown location, never null. The
+    ///         text stays valid until the process ends
     static const char* standardLocation(StandardLocation location);
 };
 

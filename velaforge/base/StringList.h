@@ -26,7 +26,7 @@ protected:
 ///     names.insert(0, "mast");
 ///     names.get(0);  // "mast"
 ///
-/// A handle: copies and assignment share one list. Positions count from 0.
+/// A handle: copies and assignment share one list.
 class VFBASE_EXPORT StringList : public Referenced
 {
 public:
@@ -46,16 +46,22 @@ public:
     /// A handle on the other's body if that is a list of texts, otherwise a handle without one.
     explicit StringList(const Referenced& other);
 
+    /// Shares the other's list.
     StringList(const StringList& other) = default;
+
+    /// Shares the other's list instead of the former one.
     StringList& operator=(const StringList& other);
 
+    /// Shares the other's list if it is one of texts; otherwise the handle has none.
     void setImp(const Referenced& other) override;
 
     /// @return number of entries
     unsigned int size() const { return static_cast<unsigned int>(d->entries.size()); }
+
+    /// @return true when there is no entry
     bool isEmpty() const { return d->entries.empty(); }
 
-    /// @return the entry, the empty text for a position out of range
+    /// @return a copy of the entry at @p index, the empty text for an index out of range
     VfString get(unsigned int index) const;
 
     /// Adds an entry at the end.
@@ -64,15 +70,16 @@ public:
     /// Inserts before @p index; an index equal to size() appends, one beyond it does nothing.
     void insert(unsigned int index, const VfString& text);
 
-    /// Removes an entry; does nothing for a position out of range.
+    /// Removes the entry at @p index; does nothing for an index out of range.
     void remove(unsigned int index);
 
     /// Removes all entries, for every handle on this list.
     void clear();
 
-    /// @return a list of its own with the same entries
+    /// @return a new list with the same entries
     StringList clone() const;
 
+    /// @return the body, uncounted; null for a handle without a list
     StringListPrivate* getImp() const { return d; }
 
 private:

@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <velaforge/base/List.h>
 #include <velaforge/base/SequenceHandle.h>
 
 #include <type_traits>
 #include <vector>
 
 namespace vfBase {
-
-template <class T>
-class List;
 
 /// Body of Vector.
 template <class T>
@@ -45,6 +43,7 @@ public:
     using typename Base::Body;
     using typename Base::Container;
 
+    /// An empty vector.
     Vector() : Base(new Body) {}
 
     /// A handle on @p body; null gives a handle without one.
@@ -73,18 +72,20 @@ public:
         return *this;
     }
 
+    /// @return how many elements fit without a new allocation
     unsigned int capacity() const { return static_cast<unsigned int>(d->container->capacity()); }
 
-    /// Never shrinks.
+    /// Allocates storage for @p n elements at least. Never shrinks it.
     void reserve(unsigned int n) { d->container->reserve(n); }
 
-    /// Cuts the tail, or appends default elements.
+    /// Removes elements at the end, or appends default ones, until there are @p n.
     void resize(unsigned int n) { d->container->resize(n); }
 
-    /// Gives up storage beyond the size; all of it when there is no element.
+    /// Releases storage beyond the size; all of it when there is no element.
     void squeeze() { Container(*d->container).swap(*d->container); }
 
-    /// Assigns @p x to every element, last to first. @param n  the new size before that; npos keeps the size
+    /// Assigns @p x to every element, from the last to the first.
+    /// @param n  first resizes to this size; npos keeps the size
     Vector fill(const T& x, unsigned int n = npos)
     {
         const T value(x); // may be an element itself
@@ -95,7 +96,7 @@ public:
         return *this;
     }
 
-    /// Inserts @p n copies before @p index.
+    /// Inserts @p n copies of @p x before @p index; an index equal to size() appends them.
     void insert(unsigned int index, unsigned int n, const T& x)
     {
         d->container->insert(this->placeOrEnd(index), n, x);
@@ -109,9 +110,11 @@ public:
         d->container->erase(from, from + static_cast<std::ptrdiff_t>(n));
     }
 
-    /// @return pointer to the first element; not to be read when there is none
+    /// @return a pointer to the first of size() elements, valid until the vector reallocates
     T* data() { return d->container->data(); }
     const T* data() const { return d->container->data(); }
+
+    /// @return the same pointer, also on a vector that is not const
     const T* constData() const { return d->container->data(); }
 
     /// @return a new list with the same elements
@@ -120,18 +123,12 @@ public:
     /// @return a new vector with the elements of @p list
     static Vector fromList(const List<T>& list);
 
-    /// @return the standard container itself, not const: a view on the shared elements
+    /// @return the standard container itself, which all handles on this body share
     Container& asStdVector() const { return *d->container; }
 
 private:
     using Base::d;
 };
-
-} // namespace vfBase
-
-#include <velaforge/base/List.h>
-
-namespace vfBase {
 
 template <class T>
 List<T> Vector<T>::toList() const
@@ -143,6 +140,19 @@ template <class T>
 Vector<T> Vector<T>::fromList(const List<T>& list)
 {
     const auto& elements = list.asStdList();
+    return Base::adopt(Container(elements.begin(), elements.end()));
+}
+
+template <class T>
+Vector<T> List<T>::toVector() const
+{
+    return Vector<T>::fromList(*this);
+}
+
+template <class T>
+List<T> List<T>::fromVector(const Vector<T>& vector)
+{
+    const auto& elements = vector.asStdVector();
     return Base::adopt(Container(elements.begin(), elements.end()));
 }
 

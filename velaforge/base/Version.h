@@ -5,11 +5,11 @@
 
 namespace vfBase {
 
-/// @return version of the whole family of libraries, as "1.2.3"; valid for the whole process
+/// @return the version of this family of libraries, as "1.2.3"; valid until the process ends
 VFBASE_EXPORT const char* getVersion();
 
-/// Turns verbose diagnostics on or off: osg::notify then passes messages up to osg::INFO,
-/// or falls back to the level that stood before.
+/// Turns verbose diagnostics on, so that osg::notify passes messages up to osg::INFO, or back to the former
+/// level.
 VFBASE_EXPORT void setVerbose(bool verbose);
 
 /// @return true between setVerbose(true) and setVerbose(false)

@@ -19,7 +19,11 @@ public:
     static const ClassInfo s_classInfo;
 
     VfObject() = default;
+
+    /// A new object: nothing is copied.
     VfObject(const VfObject&) {}
+
+    /// Copies nothing; the object keeps its identity.
     VfObject& operator=(const VfObject&) { return *this; }
 
     /// @return the record of the most derived class that has one; never null, not owned by the caller
@@ -27,7 +31,8 @@ public:
 
     virtual ~VfObject() = default;
 
-    /// @return a value that no other living object has; a new object may get the value of one that is gone
+    /// @return a number that no other living object has; a new object may get the number of one that was
+    ///         destroyed
     virtual std::uint64_t getUniqueId() const;
 
     /// @return "vfBase::VfObject"

@@ -24,13 +24,17 @@ class StringList;
 class VFBASE_EXPORT VfString : public VfObject
 {
 public:
+    /// The empty text.
     VfString() = default;
+
     VfString(const VfString& other) : VfObject(), m_text(other.m_text) {}
     VfString(VfString&& other) noexcept : VfObject(), m_text(std::move(other.m_text)) {}
+
+    /// The bytes of @p text, zero bytes included.
     VfString(const std::string& text) : m_text(text) {}
     VfString(std::string&& text) noexcept : m_text(std::move(text)) {}
 
-    /// @param text  zero-terminated; null counts as the empty text
+    /// The bytes of @p text up to its zero byte; null counts as the empty text.
     VfString(const char* text) : m_text(text ? text : "") {}
 
     ~VfString() override = default;
@@ -46,7 +50,8 @@ public:
         return *this;
     }
 
-    /// @param text  zero-terminated, also a part of this very text; null counts as the empty text
+    /// Assigns the bytes up to the zero byte; null counts as the empty text. @p text may be a part of this
+    /// very text.
     VfString& operator=(const char* text)
     {
         m_text = text ? text : "";
@@ -55,6 +60,7 @@ public:
 
     const ClassInfo* getClassInfo() const override;
 
+    /// Comparisons, byte by byte. A null pointer on either side counts as the empty text.
     bool operator==(const VfString& other) const { return m_text == other.m_text; }
     bool operator!=(const VfString& other) const { return m_text != other.m_text; }
     bool operator<(const VfString& other) const { return m_text < other.m_text; }
@@ -67,29 +73,33 @@ public:
 
     friend bool operator<(const char* text, const VfString& other) { return VfString(text) < other; }
 
+    /// @return a new text, this one followed by @p other; null counts as the empty text
     VfString operator+(const VfString& other) const { return VfString(m_text + other.m_text); }
     VfString operator+(const char* other) const { return VfString(m_text + (other ? other : "")); }
+
+    /// Appends @p other, which may be this very text.
     VfString& operator+=(const VfString& other)
     {
         m_text += other.m_text;
         return *this;
     }
 
+    /// @return a copy of the text
     operator std::string() const { return m_text; }
 
-    /// @return the text, valid while this object lives and does not change
+    /// @return the text; the reference is valid while this object lives
     const std::string& str() const { return m_text; }
 
     /// @return zero-terminated text, valid while this object lives and does not change
     const char* c_str() const { return m_text.c_str(); }
 
+    /// @return true when there is no byte
     bool empty() const { return m_text.empty(); }
 
     /// @return length in bytes
     std::size_t size() const { return m_text.size(); }
 
-    /// @return the pieces between separators, in order, in a list of their own; empty pieces are dropped,
-    ///         and an empty text has no pieces
+    /// @return a new list of the pieces between separators, in their order; empty pieces are left out
     StringList split(char separator) const;
 
     static const ClassInfo s_classInfo;

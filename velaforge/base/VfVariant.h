@@ -19,6 +19,7 @@ namespace vfBase {
 class VFBASE_EXPORT VfVariantPrivate : public osg::Referenced
 {
 public:
+    /// Holds @p contents for its whole life.
     explicit VfVariantPrivate(std::any contents) : value(std::move(contents)) {}
 
     const std::any value;
@@ -35,10 +36,10 @@ protected:
 ///     count.get<double>();          // 0: nothing else is converted
 ///     vfBase::VfVariant(osg::Vec3(0, 0, 1)).get<osg::Vec3>();
 ///
-/// An integer answers to every integer type but bool in which its value fits, character types included; which type it was
-/// given as does not matter. A floating value answers to float, double and long double, rounded where necessary; a finite
-/// value beyond the range of a type does not answer to it. Texts answer to VfString. Any other value answers to its own
-/// type, and bool to bool.
+/// An integer answers to every integer type but bool in which its value fits, character types included; which
+/// type it was given as does not matter. A floating value answers to float, double and long double, rounded
+/// where necessary; a finite value beyond the range of a type does not answer to it. Texts answer to
+/// VfString. Any other value answers to its own type, and bool to bool.
 ///
 /// A handle on a body that never changes, so copies are cheap and cannot change one another.
 class VFBASE_EXPORT VfVariant : public Referenced
@@ -47,26 +48,32 @@ public:
     /// The empty value.
     VfVariant() = default;
 
+    /// Shares the other's body.
     VfVariant(const VfVariant& other) = default;
 
-    /// A copy. The flag has no effect; true by custom.
+    /// Shares the other's body. The flag has no effect; true by custom.
     VfVariant(const VfVariant& other, bool) : VfVariant(other) {}
 
     /// A handle on the other's body if that is a value, otherwise the empty value.
     explicit VfVariant(const Referenced& other);
 
+    /// A text; null counts as the empty text.
     VfVariant(const char* text) : VfVariant(VfString(text)) {}
+
+    /// A text.
     VfVariant(const std::string& text) : VfVariant(VfString(text)) {}
 
-    /// Any copyable value that is no handle on a variant itself.
+    /// A copy of any value that can be copied.
     template <class T,
               class = std::enable_if_t<!std::is_base_of_v<VfVariant, T> && !std::is_same_v<Referenced, T> &&
                                        std::is_copy_constructible_v<T>>>
     VfVariant(const T& value) : Referenced(new VfVariantPrivate(stored(value)), true)
     {}
 
+    /// Shares the other's body instead of the former one.
     VfVariant& operator=(const VfVariant& other) = default;
 
+    /// Shares the other's body if it holds a value; otherwise this becomes the empty value.
     void setImp(const Referenced& other) override;
 
     /// @return true for the empty value
@@ -109,8 +116,8 @@ private:
     template <class T>
     static constexpr bool isInteger = std::is_integral_v<T> && !std::is_same_v<T, bool>;
 
-    /// Each number has one form only: long long where that holds it, else unsigned long long; double where that holds it
-    /// exactly, else long double.
+    /// Each number has one form only: long long where that holds it, else unsigned long long; double where
+    /// that holds it exactly, else long double.
     template <class T>
     static std::any stored(const T& value)
     {

@@ -6,7 +6,7 @@
 
 namespace vfBase {
 
-/// What came of writing a document.
+/// The result of writing a document: a status and, on failure, a reason.
 ///
 ///     const vfBase::WriteResult result = document->save();
 ///     if (result.error())
@@ -22,17 +22,23 @@ public:
         NoPath = 4       ///< no path was chosen
     };
 
-    /// @param message  the reason of a failure, for a person to read
+    /// A result with that status. Implicit, so that a status can be returned as a result.
+    /// @param message  the reason of a failure, for people to read
     WriteResult(WriteStatus status, const VfString& message = VfString());
     WriteResult(const WriteResult& other);
     WriteResult& operator=(const WriteResult& other);
     ~WriteResult();
 
+    /// @return the status
     WriteStatus getStatus() const { return m_status; }
+
+    /// @return the reason of a failure; empty when none was given
     const VfString& getMessage() const { return m_message; }
 
-    /// @return true for every status but Written; success() is the opposite
+    /// @return true for every status but Written
     bool error() const { return m_status != Written; }
+
+    /// @return true for Written
     bool success() const { return !error(); }
 
 private:

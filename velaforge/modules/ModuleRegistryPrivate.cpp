@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/modules/ModuleRegistryPrivate.h>
 
-#include <velaforge/application/Application.h>
 #include <velaforge/base/ChildProcess.h>
 #include <velaforge/base/ProcessSingleton.h>
+#include <velaforge/base/Version.h>
 #include <velaforge/modules/Module.h>
 #include <velaforge/modules/ModuleSettings.h>
 
@@ -13,8 +13,8 @@
 
 #include <algorithm>
 
-// The extension of modules, with its dot. No file has this one, and so none is opened: modules come to the registry by
-// addModule. Tests build this file with another value.
+// The extension of modules, with its dot. No file has this one, and so none is opened: modules come to the
+// registry by addModule. Tests build this file with another value.
 #ifndef VF_MODULE_EXTENSION
 #define VF_MODULE_EXTENSION "VF_MODULE_EXTENSION"
 #endif
@@ -49,7 +49,7 @@ void forgetModules(ModuleSettings& settings)
 ModuleRegistryPrivate::ModuleRegistryPrivate()
 {
     const std::string directory =
-        osgDB::findLibraryFile(std::string("vfModules-") + getVersion(), osgDB::CASE_SENSITIVE);
+        osgDB::findLibraryFile(std::string("vfModules-") + vfBase::getVersion(), osgDB::CASE_SENSITIVE);
     if (directory.empty())
         return;
     discoverModules(directory);
