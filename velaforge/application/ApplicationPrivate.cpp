@@ -4,7 +4,7 @@
 #include <velaforge/application/ApplicationCallback.h>
 #include <velaforge/application/ApplicationProducer.h>
 #include <velaforge/base/CopyCount.h>
-#include <velaforge/base/KeptForProcess.h>
+#include <velaforge/base/LeakForProcess.h>
 #include <velaforge/base/LifeWatch.h>
 #include <velaforge/base/Require.h>
 #include <velaforge/dockwindows/DockWindowManager.h>
@@ -67,7 +67,7 @@ ApplicationPrivate& ApplicationPrivate::operator=(ApplicationPrivate& other)
     if (docManager != other.docManager) {
         // The former manager stays allocated, by contract: other bodies may share it.
         vfBase::CopyCount::add(other.docManager);
-        vfBase::keepReachable(docManager);
+        vfBase::leakForProcess(docManager);
         docManager = other.docManager;
     }
     return *this;

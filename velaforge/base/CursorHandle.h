@@ -2,7 +2,7 @@
 #pragma once
 
 #include <velaforge/base/Export.h>
-#include <velaforge/base/KeptForProcess.h>
+#include <velaforge/base/LeakForProcess.h>
 #include <velaforge/base/Referenced.h>
 
 #include <osg/ref_ptr>
@@ -53,7 +53,7 @@ public:
     /// hold it uncounted.
     void set(const Target& container)
     {
-        keepForProcess(d);
+        leakForProcess(d);
         *this = CursorHandle(container);
     }
 

@@ -3,7 +3,7 @@
 
 #include <velaforge/base/ClassInfo.h>
 #include <velaforge/base/CopyCount.h>
-#include <velaforge/base/KeptForProcess.h>
+#include <velaforge/base/LeakForProcess.h>
 #include <velaforge/base/LifeWatch.h>
 #include <velaforge/base/Require.h>
 #include <velaforge/commands/CommandPrivate.h>
@@ -235,7 +235,7 @@ CommandProcessor& CommandProcessor::operator=(const CommandProcessor& other)
         return *this;
     vfBase::CopyCount::add(other.d);
     // The former history stays allocated, by contract: other processors may work on it.
-    vfBase::keepReachable(d);
+    vfBase::leakForProcess(d);
     d = other.d;
     return *this;
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/modules/MinimalUiSetup.h>
 
-#include <velaforge/base/KeptForProcess.h>
+#include <velaforge/base/LeakForProcess.h>
 #include <velaforge/commands/CommandItem.h>
 
 #include <string>
@@ -30,7 +30,7 @@ void MinimalUiSetup::setupToolbars(CommandItem* root)
 {
     // A handle of its own that stays, by contract: a toolkit side may hold on to it.
     auto* standard = new CommandItem(root);
-    vfBase::keepReachable(standard);
+    vfBase::leakForProcess(standard);
     (*standard << "vfApplicationQt::CommandAbout").setCommand("Standard", nullptr);
 }
 

@@ -54,7 +54,7 @@ public:
     /// Tells whether a window could be opened, without opening one: whether the display that the environment or the
     /// command line names answers.
     /// @return why not; empty when it could
-    static vfBase::VfString whyNoDisplay(int argc, char** argv);
+    static vfBase::VfString displayError(int argc, char** argv);
 
     int onBeforeRun() override;
 

@@ -2,7 +2,7 @@
 #include <velaforge/shell/OptionsPageManager.h>
 
 #include <velaforge/base/CopyCount.h>
-#include <velaforge/base/KeptForProcess.h>
+#include <velaforge/base/LeakForProcess.h>
 #include <velaforge/base/Registry_.h>
 #include <velaforge/base/Require.h>
 #include <velaforge/shell/UiOptionsPage.h>
@@ -24,7 +24,7 @@ OptionsPageManager& OptionsPageManager::operator=(const OptionsPageManager& othe
     if (ids == other.ids)
         return *this;
     vfBase::CopyCount::add(other.ids);
-    vfBase::keepReachable(ids); // other managers may share it
+    vfBase::leakForProcess(ids); // other managers may share it
     ids = other.ids;
     return *this;
 }
@@ -60,7 +60,7 @@ vfBase::Vector<UiOptionsPage*> OptionsPageManager::createPages() const
         if (auto* page = dynamic_cast<UiOptionsPage*>(object))
             pages.append(page);
         else
-            vfBase::keepReachable(object); // it may know its way by itself, and is not ours to end
+            vfBase::leakForProcess(object); // it may know its way by itself, and is not ours to end
     }
     return pages;
 }
