@@ -610,11 +610,11 @@ bool Document::onSaveModified()
     if (watch.isGone())
         return true;
     switch (answer) {
-    case 0:
+    case 0: // cancel
         return false;
-    case 1:
+    case 1: // save
         return save(vfBase::Options::invalid()).success();
-    case 2:
+    case 2: // discard
         modify(false);
         return true;
     default:

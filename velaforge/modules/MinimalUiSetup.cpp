@@ -28,7 +28,7 @@ void MinimalUiSetup::setupViewMenus(const char* viewName, CommandItem* root)
 
 void MinimalUiSetup::setupToolbars(CommandItem* root)
 {
-    // A handle of its own that stays, by contract: a toolkit side may hold on to it.
+    // By contract this handle is never deleted.
     auto* standard = new CommandItem(root);
     vfBase::leakForProcess(standard);
     (*standard << "vfApplicationQt::CommandAbout").setCommand("Standard", nullptr);

@@ -13,8 +13,8 @@
 
 #include <algorithm>
 
-// The extension of modules, with its dot. No file has this one, and so none is opened: modules come to the registry by
-// addModule. Tests build this file with another value.
+// The extension of modules, including the dot. No file has this value as its extension, so discovery opens
+// none and modules are added by addModule only. Tests compile this file with another value.
 #ifndef VF_MODULE_EXTENSION
 #define VF_MODULE_EXTENSION "VF_MODULE_EXTENSION"
 #endif
@@ -27,14 +27,15 @@ using Lock = OpenThreads::ScopedLock<OpenThreads::ReentrantMutex>;
 
 constexpr unsigned int secondsToLoad = 10;
 
-/// An exception or a crash while a library is loaded ends the process, so it is tried in another one.
+/// Loads the library in a child process: an exception or a crash while it is loaded would end this one.
+/// @return true if it could be loaded in time
 bool loadsWithoutHarm(const std::string& path)
 {
     const auto load = [&path] { return osgDB::DynamicLibrary::loadLibrary(path) != nullptr; };
     return vfBase::tryInChild(load, secondsToLoad) == vfBase::ChildResult::Succeeded;
 }
 
-/// Entry by entry, since each removal undoes its position.
+/// Removes all entries. Takes the next position before each removal, which invalidates the current one.
 void forgetModules(ModuleSettings& settings)
 {
     const std::map<std::string, bool>& list = settings.getModuleList();
@@ -78,7 +79,8 @@ void ModuleRegistryPrivate::discoverModules(const std::string& directory)
     const std::string mark = "vf_";
     ModuleSettings& settings = *ModuleSettings::instance(false);
     for (const std::string& entry : osgDB::getDirectoryContents(directory)) {
-        const std::size_t found = entry.find(mark); // anywhere, not only in front
+        // By contract the mark may be anywhere in the name.
+        const std::size_t found = entry.find(mark);
         if (found == std::string::npos)
             continue;
         if (osgDB::getFileExtensionIncludingDot(entry) != moduleExtension)
@@ -86,7 +88,7 @@ void ModuleRegistryPrivate::discoverModules(const std::string& directory)
         const std::string name = osgDB::getNameLessExtension(entry).substr(found + mark.size());
         const std::string path = std::string(directory).append("/").append(entry);
         moduleInfoMap[name] = path;
-        // What cannot be opened stays listed, and nothing is said.
+        // A file that cannot be opened stays listed, without a message.
         if (settings.isValidModule(name)) {
             if (settings.getModuleStateSettings(name))
                 loadModule(path);
@@ -110,7 +112,8 @@ bool ModuleRegistryPrivate::loadModule(const std::string& path)
         if (isOpen(path))
             return true;
     }
-    // Without the lock: in the child nobody would unlock it for code of the library that calls the registry.
+    // Without the lock: in the child it would stay locked, and code of the library that calls the registry
+    // would block.
     if (!loadsWithoutHarm(path))
         return false;
     const Lock lock(mutex);
