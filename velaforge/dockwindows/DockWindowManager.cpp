@@ -35,14 +35,14 @@ void release(Body& body)
 {
     if (!body || body->referenceCount() != 1 || !body->dockWindow)
         return;
-    // The reference that the window gave up in handOver: its destructor releases it.
+    // The reference that the window gave up in moveToTable: its destructor releases it.
     body->ref();
     delete body->dockWindow;
 }
 
 /// Adds the body of a window to the table and releases the window's own reference on it: the table then owns
 /// the window.
-DockWindow& handOver(std::unique_ptr<DockWindow> dockWindow, DockWindows& table,
+DockWindow& moveToTable(std::unique_ptr<DockWindow> dockWindow, DockWindows& table,
                         const vfBase::VfString& id)
 {
     Body entry = dockWindow->getDockWindowPrivate();
@@ -105,7 +105,7 @@ DockWindow& DockWindowManager::addNewDockWindow()
     VF_REQUIRE_APPLICATION_THREAD("DockWindowManager::addNewDockWindow");
     auto dockWindow = std::make_unique<DockWindow>();
     const vfBase::VfString id = dockWindow->getId();
-    return handOver(std::move(dockWindow), d->dockWindows, id);
+    return moveToTable(std::move(dockWindow), d->dockWindows, id);
 }
 
 DockWindow& DockWindowManager::addNewOrGetExistingDockWindow(const char* id, DockWindow::DockArea area,
@@ -129,7 +129,7 @@ DockWindow& DockWindowManager::addNewOrGetExistingDockWindow(const char* id, Doc
         made->setShortcut(shortcut);
         screen(d).dockDockWindowToArea(area, made.get());
     }
-    return handOver(std::move(made), d->dockWindows, key);
+    return moveToTable(std::move(made), d->dockWindows, key);
 }
 
 DockWindow* DockWindowManager::findDockWindow(const char* id) const
