@@ -58,7 +58,7 @@ public:
     /// Returns whether a view shows the application's logo; false here.
     virtual bool showViewLogo() const;
 
-    /// Returns whether a view has a slider to choose a document; false here.
+    /// Returns whether a view has a slider that switches between the open documents; false here.
     virtual bool showViewDocumentSlider() const;
 
     /// A declaration whose meaning the toolkit side defines. This library does not call it.
