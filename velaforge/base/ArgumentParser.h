@@ -12,7 +12,8 @@ namespace vfBase {
 
 struct ArgumentParserPrivate;
 
-/// The command line: who reads an option takes it off, and what nobody took is reported at the end.
+/// Reads the command line. Reading an option consumes it; options that no code has read are reported at the
+/// end.
 ///
 ///     vfBase::ArgumentParser parser(&argc, argv);
 ///     vfBase::VfString picture;
@@ -22,91 +23,109 @@ struct ArgumentParserPrivate;
 ///     if (parser.hasErrors())
 ///         parser.printErrorMessages();
 ///
-/// An argument is an option when it begins with "-" and is longer than that; "-" itself is a file name.
-/// What stands behind a "--" is never an option. Works on the argc and argv given, in place, and also on
-/// an argc of 0 and a null argv.
+/// An argument is an option if it begins with "-" and is longer than that; "-" itself is a file name.
+/// Arguments behind "--" are not options. The parser changes the argc and argv given, in place. It also works
+/// with an argc of 0 and a null argv.
 class VFBASE_EXPORT ArgumentParser : public VfObject
 {
 public:
-    /// What kind of help is asked for.
+    /// The kind of help that the command line asks for.
     enum HelpType : int
     {
-        NoHelp = 0,
+        NoHelp = 0,         ///< none
         CommandLineHelp = 1 ///< "--help" or "-h": the usage text with all options
     };
 
-    /// @param argc, argv  both stay with the caller and must live as long as the parser; argc must not be null
+    /// Makes a parser of the command line. @p argc, which must not be null, and @p argv belong to the caller
+    /// and must live as long as the parser.
     ArgumentParser(int* argc, char** argv);
     ~ArgumentParser() override;
 
     ArgumentParser(const ArgumentParser&) = delete;
     ArgumentParser& operator=(const ArgumentParser&) = delete;
 
+    /// The class record, without a creator.
     static const ClassInfo s_classInfo;
     const ClassInfo* getClassInfo() const override;
 
+    /// Returns the number of arguments left, program name included.
     int& getArgumentCount();
+
+    /// Returns the arguments left, program name included.
     char** getArgumentVector();
 
-    /// @return the argument, null outside 0 to the count
+    /// Returns the argument at @p index, null for an index out of range.
     const char* getArgumentAt(int index) const;
 
-    /// @return true when the argument at @p index is an option and not a file name; false outside the range
+    /// Returns whether the argument at @p index is an option; false for a file name and for an index out of
+    /// range.
     bool isOption(int index) const;
 
-    /// Takes a flag off the command line, as often as it stands there.
-    /// @return true when it was there
+    /// Consumes every occurrence of the flag @p option.
+    /// @return false if there was none
     bool readOptionParameter(const char* option);
 
-    /// Takes an option and its parameter off the command line, as "--size 640x480" or "--size=640x480".
-    /// Given several times, the last one counts. An option whose parameter is missing (nothing follows, or
-    /// another option) or malformed is an error that hasErrors() tells, and leaves @p value as it was.
-    /// @return true when a value was read
+    /// Consumes every occurrence of an option with its parameter, such as "--size 640x480" or
+    /// "--size=640x480", and sets @p value to the last parameter. If a parameter is missing, because another
+    /// option or nothing follows, or is malformed, records an error and leaves @p value unchanged.
+    /// @return true if a value was read
     bool readOptionParameter(const char* option, VfString& value);
+
+    /// Does the same for a whole number.
     bool readOptionParameter(const char* option, int& value);
+
+    /// Does the same for a number.
     bool readOptionParameter(const char* option, double& value);
 
-    /// Takes every one of them, and appends the parameters in the order in which they stand.
+    /// Does the same, and appends the parameters of all occurrences to @p values, in order.
     bool readOptionParameter(const char* option, StringList& values);
 
-    /// The name shown in usage text and errors; null or empty until it is set.
+    /// Returns the name shown in usage text and errors; null or empty until it is set.
     const char* getApplicationName() const;
+
+    /// Sets the name shown in usage text and errors.
     void setApplicationName(const char* name);
 
-    /// One line that tells what the program is for.
+    /// Returns the line that describes the program.
     const char* getDescription() const;
+
+    /// Sets the line that describes the program.
     void setDescription(const char* description);
 
-    /// The line behind "Usage:".
+    /// Returns the line behind "Usage:".
     const char* getCommandLineUsage() const;
+
+    /// Sets the line behind "Usage:".
     void setCommandLineUsage(const char* usage);
 
     /// Adds a row to the usage text.
-    /// @param option        with its parameter, as "--image <filename>"
+    /// @param option        option and parameter, such as "--image <filename>"
+    /// @param explanation   what the option does
     /// @param defaultValue  shown behind the explanation; may be null
     void addCommandLineOption(const char* option, const char* explanation, const char* defaultValue);
 
-    /// @return the kind of help asked for on the command line; asking changes nothing
+    /// Returns the kind of help that the command line asks for. Consumes nothing.
     HelpType getHelpTypeRequested();
 
     /// Writes the usage text to standard output; nothing for NoHelp.
     void printUsage(HelpType type);
 
-    /// Records an error that hasErrors() then tells. A text that is recorded already is not recorded again.
+    /// Records an error, unless an error with the same text is recorded.
     void reportError(const VfString& message);
 
+    /// Returns whether an error was recorded.
     bool hasErrors() const;
 
-    /// @return the errors in the order in which they were recorded, one a line, without a line end at the end
+    /// Returns the recorded errors in order, one per line, without a line end behind the last.
     VfString getErrorMessage();
 
-    /// Writes the errors to standard error, a line each with the application name in front.
+    /// Writes the recorded errors to standard error, one per line, with the application name in front.
     void printErrorMessages();
 
-    /// Records an error for each option that nobody has read.
+    /// Records an error for each option that is left on the command line.
     void reportRemainingOptionsAsUnrecognized();
 
-    /// @return "vfBase::ArgumentParser"
+    /// Returns "vfBase::ArgumentParser".
     static const char* classId();
 
 private:

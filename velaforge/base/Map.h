@@ -43,40 +43,50 @@ public:
     using Base::end;
     using typename Base::Body;
     using typename Base::Container;
+
+    /// The type of the keys.
     using Key = K;
+
+    /// The type of the values.
     using Value = V;
+
+    /// The cursor of the map.
     using Cursor = AssociativeIterator<Map>;
 
+    /// Makes an empty map.
     Map() : Base(new Body) {}
 
-    /// A handle on @p body; null gives a handle without one.
+    /// Makes a handle on @p body; null gives a handle without one.
     Map(Body* body) : Base(body) {}
 
-    /// A handle on the other's body if that is one of the same kind, otherwise one without a body.
+    /// Makes a handle on the body of @p other; one without a body if that is no map of this kind.
     explicit Map(const Referenced& other) : Base(other) {}
 
-    /// Shares the body.
+    /// Shares the body of @p other.
     Map(const Map& other) = default;
 
-    /// Copies the entries into this body. @return a further handle on it
+    /// Copies the entries of @p other into this body.
+    /// @return a further handle on it
     Map operator=(const Map& other)
     {
         Base::operator=(other);
         return *this;
     }
 
-    /// Makes an entry with a default value for an absent key, also through a const handle.
+    /// Returns the value of @p key; makes an entry with a default value for an absent key.
     V& operator[](const K& key) { return (*d->container)[key]; }
+
+    /// Returns a copy of the value of @p key; makes an entry with a default value for an absent key.
     V operator[](const K& key) const { return (*d->container)[key]; }
 
-    /// @return the value, or @p def for an absent key
+    /// Returns a copy of the value of @p key; @p def for an absent key.
     V value(const K& key, const V& def = V()) const
     {
         const auto found = d->container->find(key);
         return found == end() ? def : found->second;
     }
 
-    /// @return the first key with that value, or @p def
+    /// Returns the first key with the value @p value; @p def if there is none.
     K key(const V& value, const K& def = K()) const
     {
         const auto found =
@@ -84,7 +94,7 @@ public:
         return found == end() ? def : found->first;
     }
 
-    /// @return a new list, in order of the keys
+    /// Returns a new list of all keys, in order.
     List<K> keys() const
     {
         List<K> list;
@@ -92,6 +102,8 @@ public:
             list.append(entry.first);
         return list;
     }
+
+    /// Returns a new list of all values, in order of the keys.
     List<V> values() const
     {
         List<V> list;
@@ -100,7 +112,7 @@ public:
         return list;
     }
 
-    /// @return a new list of all keys with that value
+    /// Returns a new list of all keys with the value @p value, in order.
     List<K> keys(const V& value) const
     {
         List<K> list;
@@ -111,15 +123,17 @@ public:
         return list;
     }
 
+    /// Returns whether there is an entry for @p key.
     bool contains(const K& key) const { return d->container->find(key) != end(); }
 
-    /// @return 0 or 1
+    /// Returns the number of entries for @p key: 0 or 1.
     unsigned int count(const K& key) const { return static_cast<unsigned int>(d->container->count(key)); }
 
-    /// Makes an entry, unless the key is there: then the old value stays. @return a cursor on the entry
+    /// Makes an entry. If the key exists, its value stays.
+    /// @return a cursor on the entry
     Cursor insert(const K& key, const V& value) { return cursor(d->container->emplace(key, value).first); }
 
-    /// The same, with a cursor near the place as a hint; a cursor in another map is none.
+    /// Does the same, with a cursor near the position as a hint. A cursor of another map has no effect.
     Cursor insert(const Cursor& it, const K& key, const V& value)
     {
         if (!it.isValid() || it.getImp()->container.get() != d)
@@ -127,10 +141,12 @@ public:
         return cursor(d->container->emplace_hint(it.getImp()->position, key, value));
     }
 
-    /// @return true if an entry was removed
+    /// Removes the entry of @p key.
+    /// @return false if there is none
     bool remove(const K& key) { return d->container->erase(key) != 0; }
 
-    /// Removes the entry. @return its value, a default one for an absent key
+    /// Removes the entry of @p key.
+    /// @return its value; a default one for an absent key
     V take(const K& key)
     {
         const auto found = d->container->find(key);
@@ -141,22 +157,35 @@ public:
         return taken;
     }
 
-    /// @return a cursor on the entry; an invalid one without a container when there is none
+    /// Returns a cursor on the entry of @p key; an invalid one if there is none.
     Cursor find(const K& key) const { return cursor(d->container->find(key)); }
 
-    /// @return a cursor on the first entry whose key is not below, or is above, @p key; invalid at the end
+    /// Returns a cursor on the first entry whose key is not below @p key; an invalid one if there is none.
     Cursor lowerBound(const K& key) const { return cursor(d->container->lower_bound(key)); }
+
+    /// Returns a cursor on the first entry whose key is above @p key; an invalid one if there is none.
     Cursor upperBound(const K& key) const { return cursor(d->container->upper_bound(key)); }
 
-    /// References into the map, which must not be empty.
+    /// Returns the value of the first entry. The map must not be empty.
     V& first() { return checkedFilled().begin()->second; }
+
+    /// Returns the value of the first entry. The map must not be empty.
     const V& first() const { return checkedFilled().begin()->second; }
+
+    /// Returns the value of the last entry. The map must not be empty.
     V& last() { return checkedFilled().rbegin()->second; }
+
+    /// Returns the value of the last entry. The map must not be empty.
     const V& last() const { return checkedFilled().rbegin()->second; }
+
+    /// Returns the first key. The map must not be empty.
     const K& firstKey() const { return checkedFilled().begin()->first; }
+
+    /// Returns the last key. The map must not be empty.
     const K& lastKey() const { return checkedFilled().rbegin()->first; }
 
     /// Adds the entries of @p other. Of two values for one key the smaller one stays.
+    /// @return a further handle on this map
     Map unite(const Map& other)
     {
         // By key and then by value, and the first for a key wins.
@@ -173,13 +202,16 @@ public:
         return *this;
     }
 
+    /// Returns whether both maps have equal entries.
     bool operator==(const Map& other) const { return *d->container == *other.d->container; }
+
+    /// Returns whether the maps have different entries.
     bool operator!=(const Map& other) const { return !(*this == other); }
 
-    /// @return a new cursor on the first entry
+    /// Returns a new cursor on the first entry.
     Cursor getIterator() const { return Cursor(*this); }
 
-    /// @return the standard container itself, not const: a view on the shared entries
+    /// Returns the standard container itself: changes of it change the map.
     Container& asStdMap() const { return *d->container; }
 
 private:

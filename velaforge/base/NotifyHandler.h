@@ -8,28 +8,34 @@
 
 namespace vfBase {
 
-/// Whether, and where to, diagnostics go that are written through osg::notify.
+/// Switches the diagnostics that are written through osg::notify, and collects them.
 ///
 ///     if (vfBase::NotifyHandler::instance().isNotifyEnabled())
 ///         osg::notify(osg::WARN) << "Failed to save user settings!" << std::endl;
 ///
-/// Each message of this family of libraries is guarded by that test. install() makes this object the
-/// sink of osg::notify for the whole process: every message goes to standard error, none to standard
-/// output, and warnings and worse are kept in the monitor until clearMonitor().
+/// The libraries of this family test this before each message. install() makes this object the handler of
+/// osg::notify for the whole process: it writes every message to standard error, none to standard output, and
+/// stores warnings and errors in the monitor until clearMonitor().
 class VFBASE_EXPORT NotifyHandler
 {
 public:
+    /// Returns the object of the process.
     static NotifyHandler& instance();
 
-    /// @return true unless notification was switched off
+    /// Returns whether the libraries of this family write messages; true unless switched off.
     bool isNotifyEnabled() const { return m_enabled; }
+
+    /// Switches the messages of this family of libraries on or off.
     void setNotifyEnabled(bool enabled) { m_enabled = enabled; }
 
-    /// Becomes the sink of osg::notify. Meant for programs, early in main(); a second call changes nothing.
+    /// Makes this object the handler of osg::notify. A program calls it early in main(); a second call
+    /// changes nothing.
     void install();
 
-    /// While quiet, messages go into the monitor only. Fatal ones are written all the same.
+    /// Sets whether messages are stored in the monitor only. Fatal messages are written all the same.
     void setQuiet(bool quiet) { m_quiet = quiet; }
+
+    /// Returns whether messages go into the monitor only.
     bool isQuiet() const { return m_quiet; }
 
 private:
@@ -43,12 +49,12 @@ private:
     std::atomic<bool> m_installed{false};
 };
 
-/// Forgets what the monitor has kept. The loading of a document begins with this, so that
-/// the monitor then tells what the readers of that document complained about.
+/// Clears the monitor. Loading a document begins with this call, so that the monitor then has the messages of
+/// that document's readers only.
 VFBASE_EXPORT void clearMonitor();
 
-/// @return warnings and worse since the last clearMonitor(), oldest first, without line ends: a list of its
-///         own. Beyond 1000 messages the later ones are dropped. Empty unless NotifyHandler is installed.
+/// Returns a new list of the warnings and errors since the last clearMonitor(), oldest first, without line
+/// ends. Only the first 1000 are stored. Empty unless NotifyHandler is installed.
 VFBASE_EXPORT StringList getMonitorMessages();
 
 } // namespace vfBase

@@ -7,29 +7,32 @@
 
 namespace vfBase {
 
-/// Names an osg::Observer that is to hear of the end of a handle's body.
+/// Names an osg::Observer that is notified when the body of a handle is destroyed.
 ///
-/// Holds the pointer without owning it: the osg::Observer must live until it is removed or told.
+/// Does not own the osg::Observer, which must live until it is removed or notified.
 class VFBASE_EXPORT Observer
 {
 public:
+    /// Names @p observer, which may be null.
     explicit Observer(osg::Observer* observer = nullptr) : m_observer(observer) {}
 
-    /// @return the observer, null when none was given
+    /// Returns the observer, null if there is none.
     osg::Observer* get() const { return m_observer; }
 
 private:
     osg::Observer* m_observer;
 };
 
-/// Handle on the set of observers of one body; it stays usable after that body is gone.
+/// A handle on the set of observers of a body. Stays usable after that body was destroyed.
 class VFBASE_EXPORT ObserverSet : public Referenced
 {
 public:
     ObserverSet() = default;
+
+    /// Makes a handle on @p set, which may be null.
     explicit ObserverSet(osg::ObserverSet* set) : Referenced(set, true) {}
 
-    /// @return the observed body, null once it is gone or for a handle without a set
+    /// Returns the observed body; null after its destruction and for a handle without a set.
     osg::Referenced* getObserved() const
     {
         auto* set = static_cast<osg::ObserverSet*>(Referenced::getImp());

@@ -6,47 +6,54 @@
 
 #include <sys/types.h>
 
-/// What the writers of files in this library share: plain calls of the system, each result looked at. Failures leave
-/// their reason in errno.
+/// Functions for writing files with POSIX calls, each result checked. A function that fails leaves the reason
+/// in errno.
 namespace vfBase::posix {
 
-/// @return what errno says, in words
+/// Returns the text for errno.
 std::string systemReason();
 
-/// @return the directory of a path, "." when it names none
+/// Returns the directory of a path; "." if it has none.
 std::string directoryOf(const std::string& path);
+
+/// Returns the last component of a path.
 std::string nameOf(const std::string& path);
 
 /// Follows symbolic links, also where the last one points to a file that does not exist yet.
-/// @return the path of the file; where that cannot be found, of a link: a link of procfs, such as /dev/stdout leads to,
-///         or one of a ring
+/// @return the path of the file; where that cannot be found, of a link: a link of procfs, such as /dev/stdout
+///         leads to, or one of a ring
 std::string behindLinks(std::string path);
 
-/// An open file that is closed at the end.
+/// An open file, which the destructor closes.
 class Descriptor
 {
 public:
+    /// Opens the file @p path as open(2) does.
     Descriptor(const std::string& path, int flags, mode_t mode = 0);
 
-    /// Takes over an open descriptor; a negative number stands for none.
+    /// Takes ownership of an open descriptor; a negative number means none.
     explicit Descriptor(int descriptor) : m_value(descriptor) {}
     ~Descriptor();
 
     Descriptor(const Descriptor&) = delete;
     Descriptor& operator=(const Descriptor&) = delete;
 
+    /// Returns whether the file is open.
     bool isOpen() const { return m_value >= 0; }
+
+    /// Returns the number of the descriptor, negative if it is not open.
     operator int() const { return m_value; }
 
-    /// Closing may be the moment in which a file system tells that it could not write.
+    /// Closes the file.
+    /// @return false on failure: some file systems report a failed write only here
     bool close();
 
 private:
     int m_value;
 };
 
-/// While it lives, a write beyond the file size limit fails with EFBIG and a write without a reader with EPIPE; neither
-/// raises the signal that would end the program. Holds for the thread that made it.
+/// While it lives, a write beyond the file size limit fails with EFBIG and a write without a reader with
+/// EPIPE; neither raises the signal that would end the program. Holds for the thread that made it.
 class WriteSignalsHeld
 {
 public:
@@ -61,20 +68,26 @@ private:
     sigset_t m_before;
 };
 
+/// Writes all @p size bytes at @p data, in as many calls as needed.
+/// @return false on failure
 bool writeAll(int descriptor, const char* data, std::size_t size);
 
-/// Some file systems have no flushing of their own and say so; that is no failure.
+/// Flushes the file to the disk. A file system without such an operation counts as success.
+/// @return false on failure
 bool flush(int descriptor);
+
+/// Flushes the entries of the directory of @p path, as flush() does for a file.
 bool flushDirectory(const std::string& path);
 
-/// Writes a new file that nobody has opened before. On failure nothing is left of it.
+/// Makes the new file @p path with the contents @p text. On failure removes it.
+/// @return false on failure, also if the file exists
 bool writeNewFile(const std::string& path, const std::string& text, mode_t mode);
 
-/// @return whether there is something of that name, a dangling link too
+/// Returns whether @p path exists, as a dangling link too.
 bool isThere(const std::string& path);
 
-/// @return whether a file may be replaced: it is not there, or it may be written. Root may write what is marked as
-///         read-only; the mark counts all the same.
+/// Returns whether a file may be replaced: it does not exist or has write permission. A file without write
+/// permission may not be replaced, not even by root.
 bool isWritable(const std::string& path);
 
 } // namespace vfBase::posix

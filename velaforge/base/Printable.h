@@ -6,11 +6,12 @@
 
 namespace vfBase {
 
-/// Makes text fit for one line on a terminal or in a log: a file name may hold any byte.
+/// Returns @p text in a form for one line of a terminal or a log, since a file name may have any byte.
 ///
 ///     vfBase::printable("a\nb")   // a\nb, four characters
 ///
-/// @return @p text with control characters written as `\n`, `\t`, `\r` or `\xNN`, and bytes that are not UTF-8 as `\xNN`
+/// @return @p text with control characters written as `\n`, `\t`, `\r` or `\xNN`, and bytes that are not
+///         UTF-8 as `\xNN`
 VFBASE_EXPORT VfString printable(const VfString& text);
 
 } // namespace vfBase

@@ -8,15 +8,17 @@ namespace vfBase {
 class Settings;
 class SettingsObject;
 
-/// Constructing one, as a static object of a library, makes a settings object known to a store.
+/// Registers a settings object with a store when it is constructed. A library defines a static object of this
+/// class.
 ///
 ///     static const vfBase::RegisterSettingsObjectProxy proxy(vfBase::SettingsObject(SolarSettings::instance(false)),
 ///                                                            vfBase::Settings::global());
 ///
-/// There is no way back: the store keeps the object.
+/// An object cannot be unregistered: the store holds a reference on it.
 class VFBASE_EXPORT RegisterSettingsObjectProxy
 {
 public:
+    /// Registers @p object with the store @p settings.
     RegisterSettingsObjectProxy(const SettingsObject& object, Settings& settings);
 };
 

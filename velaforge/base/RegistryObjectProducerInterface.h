@@ -5,15 +5,15 @@
 
 namespace vfBase {
 
-/// Says that a producer needs no argument to create an object.
+/// The argument type of producers that need no argument to make an object.
 struct NilType
 {};
 
-/// A factory that a plug-in hands to a Registry: it names its key and makes objects.
+/// The interface of a factory that a plug-in registers with a Registry under a key.
 template <class Product, class Key, class Argument>
 class RegistryObjectProducerInterface;
 
-/// A factory whose objects need no argument.
+/// The interface of a factory that makes objects without an argument.
 ///
 ///     class LayersProducer
 ///         : public vfBase::RegistryObjectProducerInterface<DockWindow, const char*, vfBase::NilType>
@@ -29,14 +29,15 @@ public:
     // In the order of their slots, which is part of the binary interface.
     virtual ~RegistryObjectProducerInterface() = default;
 
-    /// For plug-ins to give a meaning to; nothing here calls it.
+    /// An operation that the plug-in defines. This library does not call it.
     virtual void producerExtension() {}
 
-    /// @return the key under which to register, asked for once; must live as long as the registry where the registry
-    ///         compares keys by pointer
+    /// Returns the key under which the producer is registered. Called once. A registry that compares keys by
+    /// pointer requires the key to live as long as the registry.
     virtual Key getKey() = 0;
 
-    /// @return a new object, owned by the caller
+    /// Makes an object.
+    /// @return the object, owned by the caller
     virtual Product* create() = 0;
 };
 

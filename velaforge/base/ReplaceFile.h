@@ -14,22 +14,22 @@ namespace vfBase {
 ///     if (!vfBase::replaceFile("picture.png", contents, reason))
 ///         std::cerr << "picture.png: " << reason << '\n';
 ///
-/// Writes the contents to a draft in the same directory, flushes it, and renames it to @p path. A program that is killed
-/// leaves the former file as it was; the next call for that path removes its draft. Several threads and programs may
-/// replace one file at the same time: the last one wins, as a whole.
+/// Writes the contents to a draft in the same directory, flushes it, and renames it to @p path. A program
+/// that is killed leaves the former file as it was; the next call for that path removes its draft. Several
+/// threads and programs may replace one file at the same time: the last one wins, as a whole.
 ///
-/// Of a file that exists, the permissions, owner, group, access list and extended attributes are kept. Where the system
-/// does not let this user keep the owner, the file becomes this user's; where it does not let the group or the access
-/// list be kept, the new file grants less access, never more. The bits set-user-ID and set-group-ID are dropped.
-/// Symbolic links stay, and the file that they lead to is replaced. Other hard links to the file keep the former
-/// contents. A new file gets its permissions by the umask.
+/// Of a file that exists, the permissions, owner, group, access list and extended attributes are kept. Where
+/// the system does not let this user keep the owner, the file becomes this user's; where it does not let the
+/// group or the access list be kept, the new file grants less access, never more. The bits set-user-ID and
+/// set-group-ID are dropped. Symbolic links stay, and the file that they lead to is replaced. Other hard
+/// links to the file keep the former contents. A new file gets its permissions by the umask.
 ///
-/// A device or a FIFO is written to directly, a FIFO after waiting for its reader; so is what /dev/stdout and other
-/// links to open files lead to.
+/// A device or a FIFO is written to directly, a FIFO after waiting for its reader; so is what /dev/stdout and
+/// other links to open files lead to.
 /// @param path  must name neither a directory nor a file that its owner has marked as read-only
 /// @param reason  on failure gets the reason in words; otherwise stays as it was
-/// @return false on failure; a file that exists is then as it was. Without permission to write to the directory the call
-///         fails even if the file itself is writable
+/// @return false on failure; a file that exists is then as it was. Without permission to write to the
+///         directory the call fails even if the file itself is writable
 VFBASE_EXPORT bool replaceFile(const VfString& path, const std::string& contents, VfString& reason);
 
 } // namespace vfBase

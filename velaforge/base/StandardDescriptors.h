@@ -12,8 +12,9 @@ namespace vfBase {
 ///         vfBase::openStandardDescriptors();
 ///         ...
 ///
-/// A program that is started with a closed standard stream would otherwise get that number for the next file or socket
-/// that it opens, and write its messages there or wait for input from it. Descriptors that are open stay as they are.
+/// A program that is started with a closed standard stream would otherwise get that number for the next file
+/// or socket that it opens, and write its messages there or wait for input from it. Descriptors that are open
+/// stay as they are.
 /// @return false when /dev/null cannot be opened; a descriptor that was closed then stays closed
 VFBASE_EXPORT bool openStandardDescriptors();
 

@@ -5,12 +5,13 @@
 
 namespace vfBase {
 
-/// Where the files of a user go, by the rules for base directories and user directories of free desktops.
+/// Returns the directories of the user, by the XDG rules for base directories and user directories.
 ///
 ///     vfBase::StandardPaths::standardLocation(vfBase::StandardPaths::Documents);
 class VFBASE_EXPORT StandardPaths
 {
 public:
+    /// The locations, numbered as in the binary interface.
     enum StandardLocation : int
     {
         Desktop = 0,
@@ -33,10 +34,11 @@ public:
         ApplicationData = 17
     };
 
-    /// LocalData, ApplicationData and Cache lie below a directory named by the vendor's short name and the name of
-    /// ApplicationInfo, all others are the user's own. The directory need not exist.
-    /// @return an absolute path without a slash at the end; never null, empty for an unknown location. Valid for the
-    ///         whole process. Asked anew each time, so that a changed environment counts.
+    /// Returns the directory of @p location, which need not exist. LocalData, ApplicationData and Cache end
+    /// in the vendor's short name and the application name of ApplicationInfo; the others belong to all
+    /// programs of the user. Reads the environment at each call.
+    /// @return an absolute path without a slash at the end, valid until the process ends; never null, empty
+    ///         for an unknown location
     static const char* standardLocation(StandardLocation location);
 };
 
