@@ -63,7 +63,7 @@ protected:
     ~ApplicationSettings() override;
 
 private:
-    friend vfBase::SettingsBase<ApplicationSettings>;
+    friend class vfBase::SettingsBase<ApplicationSettings>;
     static constexpr const char* settingsLibrary = "vfApplication";
     static constexpr const char* settingsName = "Application";
 

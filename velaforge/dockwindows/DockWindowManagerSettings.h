@@ -82,7 +82,7 @@ protected:
     ~DockWindowManagerSettings() override;
 
 private:
-    friend vfBase::SettingsBase<DockWindowManagerSettings>;
+    friend class vfBase::SettingsBase<DockWindowManagerSettings>;
     static constexpr const char* settingsLibrary = "vfApplication";
     static constexpr const char* settingsName = "DockWindows";
 

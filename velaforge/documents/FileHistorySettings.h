@@ -36,7 +36,7 @@ protected:
 
 private:
     friend class FileHistory;
-    friend vfBase::SettingsBase<FileHistorySettings>;
+    friend class vfBase::SettingsBase<FileHistorySettings>;
     static constexpr const char* settingsLibrary = "vfApplication";
     static constexpr const char* settingsName = "FileHistorySettings";
 

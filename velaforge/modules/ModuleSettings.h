@@ -55,7 +55,7 @@ protected:
     ~ModuleSettings() override;
 
 private:
-    friend vfBase::SettingsBase<ModuleSettings>;
+    friend class vfBase::SettingsBase<ModuleSettings>;
     static constexpr const char* settingsLibrary = "vfApplication";
     static constexpr const char* settingsName = "Modules";
 
