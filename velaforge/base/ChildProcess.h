@@ -31,7 +31,8 @@ enum class ChildResult
 /// the group are killed when it ends, except where this process ignores SIGCHLD. Neither the handling of
 /// SIGCHLD nor other child processes of this process are touched; no process and no descriptor is left
 /// behind.
-/// @param seconds  the time limit; 0 counts as 1
+/// @param work     the work; it returns true for success
+/// @param seconds  the time limit in seconds; 0 counts as 1
 VFBASE_EXPORT ChildResult tryInChild(const std::function<bool()>& work, unsigned int seconds);
 
 } // namespace vfBase
