@@ -50,18 +50,19 @@ void redirectStandardStreams()
         close(nowhere);
 }
 
-/// The life of the child process: waits until it is being watched, does the work, sends the result.
+/// The main function of the child process: waits until the parent watches it, does the work, sends the
+/// result.
 [[noreturn]] void runAndExit(const std::function<bool()>& work, int channel, pid_t parent)
 {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (getppid() != parent)
-        _exit(0); // the parent ended before the line above
+        _exit(0); // the parent ended before the call above
     for (const int number : {SIGSEGV, SIGABRT, SIGBUS, SIGFPE, SIGILL})
         std::signal(number, SIG_DFL);
     const rlimit noCore{0, 0};
     setrlimit(RLIMIT_CORE, &noCore);
     resultChannel =
-        fcntl(channel, F_DUPFD_CLOEXEC, 3); // the standard streams may be closed and their numbers taken
+        fcntl(channel, F_DUPFD_CLOEXEC, 3); // the standard streams may be closed and their numbers in use
     redirectStandardStreams();
     char answer = 0;
     while (read(resultChannel, &answer, 1) < 0 && errno == EINTR) {
@@ -78,7 +79,7 @@ void redirectStandardStreams()
     finish(isDone ? succeeded : failed);
 }
 
-/// Waits until the descriptor has something to read, or the time is over.
+/// Waits until the descriptor has data to read or the time limit is reached.
 void waitUntil(Clock::time_point deadline, int descriptor)
 {
     for (;;) {
@@ -95,7 +96,7 @@ void waitUntil(Clock::time_point deadline, int descriptor)
 /// Kills the process group of the child process and waits for its end.
 void end(pid_t child, int watch)
 {
-    // As long as it was not waited for, its number belongs to no other process and no other group.
+    // Until waitpid its number cannot belong to another process or group.
     siginfo_t info;
     const auto type = watch >= 0 ? P_PIDFD : P_PID;
     const auto id = static_cast<id_t>(watch >= 0 ? watch : child);
@@ -128,8 +129,8 @@ ChildResult tryInChild(const std::function<bool()>& work, unsigned int seconds)
     }
     theirs.close();
 
-    // The child process waits for the first byte, so the number is its own until then. Its end is watched rather than
-    // the channel, which processes that the work starts may hold open for ever.
+    // The child process waits for the first byte, so its number is valid until then. Watches the process
+    // rather than the channel, which processes started by the work may keep open.
     setpgid(child, child);
     const posix::Descriptor watch(static_cast<int>(syscall(SYS_pidfd_open, child, 0)));
     (void)!send(ours, &go, 1, MSG_NOSIGNAL);

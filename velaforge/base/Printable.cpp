@@ -10,7 +10,8 @@ namespace vfBase {
 
 namespace {
 
-/// @return whether the character of @p length bytes at @p pos is a control character: U+0000 to U+001F, U+007F to U+009F
+/// Returns whether the character of @p length bytes at @p pos is a control character: U+0000 to U+001F,
+/// U+007F to U+009F.
 bool isControl(const std::string& text, std::size_t pos, std::size_t length)
 {
     const auto first = static_cast<unsigned char>(text[pos]);

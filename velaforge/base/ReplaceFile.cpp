@@ -17,8 +17,8 @@ namespace {
 
 bool writeDirectly(const std::string& path, const std::string& contents)
 {
-    // A regular file is reached here through a link of procfs only, as by /dev/stdout: it is open elsewhere, and what
-    // was written there before stays.
+    // A regular file gets here only through a link of procfs such as /dev/stdout. It is open elsewhere, so
+    // its contents stay and the new ones are appended.
     Descriptor file(path, O_WRONLY | O_APPEND | O_NOCTTY);
     return file.isOpen() && writeAll(file, contents.data(), contents.size()) && file.close();
 }
@@ -30,7 +30,8 @@ bool replaceRegular(const std::string& path, const std::string& contents, bool e
     if (!draft.isOpen() || (exists && !draft.copyAttributesOfTarget()) || !draft.write(contents) ||
         !draft.replaceTarget())
         return false;
-    flushDirectory(directoryOf(path)); // after a power failure either file is there, and whole
+    // So that after a power failure the old or the new file exists, complete.
+    flushDirectory(directoryOf(path));
     return true;
 }
 

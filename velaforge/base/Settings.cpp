@@ -58,13 +58,13 @@ public:
     VfString path() const;
 
 private:
-    /// What stands on the disk, after what is damaged was told and replaced by the generation before.
+    /// The contents of the file, after damage was reported and the previous generation taken instead.
     struct Disk
     {
         std::optional<SettingsDocument> document;
-        /// False for a file that must be neither read nor replaced.
+        /// False if the file must be neither read nor replaced.
         bool isUsable = true;
-        /// The file itself is damaged, and document is the generation before, if there is one.
+        /// True if the file is damaged; document is then the previous generation, if there is one.
         bool isDamaged = false;
         std::string reason;
     };
@@ -76,14 +76,14 @@ private:
     SettingsDocument ours() const;
     bool saveLocked(const SettingsFile& file, std::string& reason);
 
-    /// None for the global store, whose path depends on the application's name.
+    /// Empty for the global store, whose path depends on the application's name.
     std::optional<VfString> m_ownPath;
     std::vector<SettingsObject> m_objects;
 
-    /// What this program has read from or written to the file last: a save writes only what has changed against it.
+    /// The state that this program read or wrote last: a save writes only changes against it.
     std::optional<SettingsDocument> m_base;
     std::string m_basePath;
-    bool m_keepCopy = false; ///< the file holds values that we could not take
+    bool m_keepCopy = false; ///< the file has values of a wrong type, so a copy is kept
 };
 
 VfString SettingsPrivate::path() const
@@ -99,7 +99,7 @@ void SettingsPrivate::add(const SettingsObject& object)
     };
     m_objects.erase(std::remove_if(m_objects.begin(), m_objects.end(), sameEntry), m_objects.end());
     m_objects.push_back(object);
-    // A plug-in that comes after the load must not save its defaults over the user's values.
+    // A plug-in loaded after the settings must not overwrite the user's values by its defaults.
     if (m_base)
         applyTo(added);
 }
@@ -173,7 +173,7 @@ bool SettingsPrivate::load()
         const SettingsFile::Lock lock(file);
         if (lock.isHeld()) {
             file.clearLeftovers();
-            disk = readDisk(file); // another program may have put it right
+            disk = readDisk(file); // another program may have repaired it
         }
         std::string reason = lock.reason();
         if (disk.isDamaged && !(lock.isHeld() && setAsideDamaged(file, disk, reason) &&
@@ -187,7 +187,8 @@ bool SettingsPrivate::load()
     if (!disk.isUsable)
         tell("Settings in " + printable(file.path()).str() + " are not read: " + disk.reason);
     if (!disk.isUsable || !disk.document) {
-        m_base = ours(); // what is not changed from here on must not win over a file that turns up later
+        // Values that do not change from here on must not overwrite a file that appears later.
+        m_base = ours();
         return false;
     }
     m_base = std::move(disk.document);
@@ -235,7 +236,7 @@ bool SettingsPrivate::saveLocked(const SettingsFile& file, std::string& reason)
         return false;
     }
     if (m_base && m_basePath != file.path())
-        m_base.reset(); // the application has another name by now, and so another file
+        m_base.reset(); // the application's name, and thus the path, has changed
     const bool isPresent = disk.document.has_value();
     SettingsDocument mine = ours();
     std::optional<SettingsDocument> merged;
@@ -243,7 +244,7 @@ bool SettingsPrivate::saveLocked(const SettingsFile& file, std::string& reason)
         merged = SettingsDocument::merged(m_base ? *m_base : SettingsDocument(), mine, *disk.document);
     const SettingsDocument& result = merged ? *merged : mine;
 
-    // What is there already is not written again: that would only push out the generation before.
+    // Does not write the same contents again: that would only replace the previous generation.
     if (isPresent && !disk.isDamaged && result == *disk.document && file.isPrivate()) {
         m_base = std::move(mine);
         m_basePath = file.path();
@@ -287,7 +288,8 @@ Settings::Settings(SettingsPrivate* body) : Referenced(body, true), d(body) {}
 
 Settings& Settings::operator=(const Settings& other)
 {
-    SettingsPrivate* body = other.d; // read first: letting go of our own body may end other
+    // Read first: releasing our own body may destroy other.
+    SettingsPrivate* body = other.d;
     Referenced::operator=(other);
     d = body;
     return *this;
@@ -301,7 +303,7 @@ void Settings::setImp(const Referenced& other)
 
 Settings& Settings::global()
 {
-    // Never destroyed: objects of all libraries are registered with it, and exit handlers may save.
+    // Never destroyed: exit handlers of all libraries may save.
     static Settings& settings = *new Settings(new SettingsPrivate(std::nullopt));
     return settings;
 }

@@ -27,7 +27,8 @@ namespace {
 
 const char* const formatKey = "format";
 
-// JSON has no numbers for what is not finite; SettingsValue reads these texts as numbers.
+// JSON has no infinities and no not-a-number: they are written as these texts, which SettingsValue reads as
+// numbers.
 json numberOrText(double value)
 {
     if (std::isnan(value))
@@ -101,7 +102,7 @@ SettingsValue fromJson(const json& value)
     }
 }
 
-/// The library's values are made and copied by recursion: the depth is looked at before it gets the text.
+/// Checks the depth before the JSON library parses the text, because that library recurses.
 bool isTooDeep(const std::string& text)
 {
     int depth = 0;
@@ -135,11 +136,11 @@ const json* member(const json& object, const std::string& key)
 
 void mergeInto(json& theirs, const json& mine, const json* base);
 
-/// Merges a value that both have and that mine has changed.
+/// Merges a value that both documents have and mine has changed.
 void mergeValue(json& theirs, const json& mine, const json* base);
 
-/// @return what an element of a list is recognised by: a text by itself, an object by its text "id", "path" or "name",
-///         another object by all it holds; nothing for any other kind of value
+/// Returns the identity of a list element: a text itself; the text "id", "path" or "name" of an object; the
+/// contents of any other object; nothing for another kind of value.
 std::optional<std::string> identity(const json& element)
 {
     if (element.is_string())
@@ -162,7 +163,8 @@ struct ElementSet
 
     bool has(const std::string& element) const { return positions.count(element) != 0; }
 
-    /// @return nothing for a list that is no set: it holds other values than texts and objects, or one of them twice
+    /// Returns nothing if the list is no set: it has other values than texts and objects, or one of them
+    /// twice.
     static std::optional<ElementSet> of(const json& list)
     {
         ElementSet set;
@@ -176,13 +178,14 @@ struct ElementSet
     }
 };
 
-/// Merges two lists that are sets. Elements that either side has added or removed are added or removed; an element that
-/// one side has removed and the other has changed inside stays. Elements that mine has added or moved stand behind their
-/// predecessors in mine, those without one in front; all others keep the order of theirs.
+/// Merges two lists that are sets. Elements that either side has added or removed are added or removed; an
+/// element that one side has removed and the other has changed inside stays. Elements that mine has added or
+/// moved follow their predecessors in mine, those without one come first; all others keep the order of
+/// theirs.
 class ListMerge
 {
 public:
-    /// @return nothing when one of the lists is no set
+    /// Returns the merged list; nothing if one of the lists is no set.
     static std::optional<json> merged(const json& theirs, const json& mine, const json& base)
     {
         const auto theirSet = ElementSet::of(theirs);
@@ -231,7 +234,8 @@ private:
         return list;
     }
 
-    /// Seen from the end of mine, an element that stood behind one that follows it now was moved forward.
+    /// Finds the elements that mine moved forward: seen from the end of mine, those that were behind an
+    /// element that follows them now.
     void findMoved()
     {
         std::size_t lowest = m_baseSet.identities.size();
@@ -249,7 +253,7 @@ private:
         return element != m_base[m_baseSet.positions.at(name)];
     }
 
-    /// @return the element as mine, theirs, or both have changed it
+    /// Returns the element with the changes of mine and theirs.
     json valueOf(const std::string& name) const
     {
         const auto my = m_mySet.positions.find(name);
@@ -273,7 +277,7 @@ private:
     const json& m_base;
     const ElementSet& m_baseSet;
 
-    std::unordered_set<std::string> m_moved; ///< what mine has added too
+    std::unordered_set<std::string> m_moved; ///< includes the elements that mine added
     Result m_result;
     std::unordered_map<std::string, Result::iterator> m_placed;
 };
@@ -373,7 +377,7 @@ bool SettingsDocument::isOfKnownFormat() const
     const json* number = member(m_json->root, formatKey);
     if (!number)
         return true;
-    // As a floating value every number is in range; none of those beyond 2^53 is known.
+    // Read as a floating value, so that every number is in range; no known format number is beyond 2^53.
     const auto value = number->get<double>();
     return value >= 1 && value <= currentFormat && value == std::floor(value);
 }

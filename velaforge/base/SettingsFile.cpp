@@ -23,7 +23,7 @@ namespace {
 SettingsFile::Contents readFile(const std::string& path)
 {
     using State = SettingsFile::State;
-    // Without O_NONBLOCK a FIFO in the place of the file would hold the program up for ever.
+    // With O_NONBLOCK, because opening a FIFO would otherwise block the program.
     const Descriptor file(path, O_RDONLY | O_NONBLOCK | O_NOCTTY);
     if (!file.isOpen()) {
         if (errno == ENOENT || errno == ENOTDIR)
@@ -52,7 +52,8 @@ SettingsFile::Contents readFile(const std::string& path)
     }
 }
 
-/// Gives @p from the second name @p to, which must not exist. Where the file system has no second names, makes a copy.
+/// Gives @p from the second name @p to, which must not exist. Makes a copy on a file system without hard
+/// links.
 bool linkOrCopy(const std::string& from, const std::string& to)
 {
     if (link(from.c_str(), to.c_str()) == 0)
@@ -100,7 +101,7 @@ bool SettingsFile::makeDirectories(std::string& reason) const
         if (mkdir(part.c_str(), 0700) == 0) {
             flushDirectory(directoryOf(part));
         } else if (errno != EEXIST && end == std::string::npos) {
-            // On the way to it, what cannot be made may be there all the same, out of reach of a question.
+            // A directory that cannot be made may exist without being accessible.
             reason = systemReason();
             return false;
         }
@@ -127,14 +128,16 @@ bool SettingsFile::write(const std::string& text, bool keepPrevious, std::string
     if (!draft.isOpen() || !draft.write(text))
         return failed();
     if (keepPrevious && isThere(m_path)) {
-        // Both names are there before the old one goes, so that each moment has a whole generation.
+        // Both names exist before the old one is removed, so that a complete generation exists at every
+        // moment.
         if (!linkOrCopy(m_path, previousNewPath()) ||
             rename(previousNewPath().c_str(), previousPath().c_str()) != 0) {
             failed();
             unlink(previousNewPath().c_str());
             return false;
         }
-        unlink(previousNewPath().c_str()); // rename leaves it where both names are one file
+        // Rename leaves it if both names are the same file.
+        unlink(previousNewPath().c_str());
     }
     return (draft.replaceTarget() && flushDirectory(directoryOf(m_path))) || failed();
 }
@@ -202,7 +205,7 @@ SettingsFile::Lock::Lock(const SettingsFile& file)
             return;
         }
         if (errno != EWOULDBLOCK && errno != EINTR) {
-            m_held = true; // a file system without locks: better unguarded than not at all
+            m_held = true; // a file system without locks: goes on without one
             return;
         }
         const timespec pause{0, 10000000}; // ten milliseconds

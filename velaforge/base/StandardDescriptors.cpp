@@ -13,7 +13,7 @@ bool openStandardDescriptors()
     for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream) {
         if (fcntl(stream, F_GETFD) != -1 || errno != EBADF)
             continue;
-        // Takes the lowest number that is free, which is that of the stream. Programs started from here inherit it.
+        // Opens the lowest free number, which is that of the stream. Programs started from here inherit it.
         const int opened = open("/dev/null", stream == STDIN_FILENO ? O_RDONLY : O_WRONLY);
         if (opened < 0)
             return false;
