@@ -170,7 +170,7 @@ bool findWindow(int argc, char** argv, const vfViewer::WindowSide*& window)
         std::cerr << "vfviewer: warning: there will be no window: " << vfBase::printable(reason) << std::endl;
         return true;
     }
-    reason = window->whyNoDisplay(argc, argv);
+    reason = window->displayError(argc, argv);
     if (!reason.empty())
         std::cerr << "vfviewer: " << vfBase::printable(reason) << "; --headless works without a display"
                   << std::endl;

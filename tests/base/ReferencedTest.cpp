@@ -2,7 +2,7 @@
 #include "support/Slots.h"
 
 #include <velaforge/base/ClassInfo.h>
-#include <velaforge/base/KeptForProcess.h>
+#include <velaforge/base/LeakForProcess.h>
 #include <velaforge/base/Observer.h>
 #include <velaforge/base/RefObject.h>
 #include <velaforge/base/Referenced.h>
@@ -171,12 +171,13 @@ TEST(Referenced, OperationsKeepTheirSlots)
         EXPECT_EQ(slots[i - 1] + 1, slots[i]) << i;
 }
 
-TEST(KeptForProcess, WhatIsKeptStaysAlive)
+TEST(LeakForProcess, ALeakedBodyStaysAlive)
 {
     {
         const Referenced handle(new Body(5), true);
-        vfBase::keepForProcess(handle.getImp());
-        vfBase::keepForProcess(nullptr);
+        vfBase::leakForProcess(handle.getImp());
+        vfBase::leakForProcess(static_cast<const osg::Referenced*>(nullptr));
+        vfBase::leakForProcess(static_cast<const void*>(nullptr));
     }
     EXPECT_EQ(1, Body::s_alive);
 }

@@ -3,7 +3,7 @@
 #include "fixtures/Producers.h"
 #include "support/RecordingDockWindows.h"
 
-#include <velaforge/base/KeptForProcess.h>
+#include <velaforge/base/LeakForProcess.h>
 #include <velaforge/dockwindows/DockWindowManager.h>
 #include <velaforge/dockwindows/DockWindowPrivate.h>
 #include <velaforge/dockwindows/DockWindowRegistry.h>
@@ -36,7 +36,7 @@ osg::ref_ptr<osgDB::DynamicLibrary> openPlugin(const std::string& name)
 osgDB::DynamicLibrary& lastingPlugin()
 {
     const osg::ref_ptr<osgDB::DynamicLibrary> library = openPlugin("plugin");
-    vfBase::keepForProcess(library.get());
+    vfBase::leakForProcess(library.get());
     return *library;
 }
 

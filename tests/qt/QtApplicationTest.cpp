@@ -140,7 +140,7 @@ TEST(QtApplication, OpensTheFilesOfTheCommandLineBeforeTheWindowShows)
     }));
 }
 
-TEST(QtApplication, WhyNoDisplaySaysWhatIsMissing)
+TEST(QtApplication, DisplayErrorSaysWhatIsMissing)
 {
     char name[] = "program";
     char platform[] = "-platform";
@@ -151,15 +151,15 @@ TEST(QtApplication, WhyNoDisplaySaysWhatIsMissing)
     unsetenv("DISPLAY");
     unsetenv("WAYLAND_DISPLAY");
     EXPECT_EQ("there is no display: neither DISPLAY nor WAYLAND_DISPLAY is set",
-              QtApplication::whyNoDisplay(1, plain));
-    EXPECT_EQ("", QtApplication::whyNoDisplay(3, asking));
+              QtApplication::displayError(1, plain));
+    EXPECT_EQ("", QtApplication::displayError(3, asking));
     setenv("DISPLAY", ":9876", 1);
-    EXPECT_EQ("the display :9876 does not answer", QtApplication::whyNoDisplay(1, plain));
+    EXPECT_EQ("the display :9876 does not answer", QtApplication::displayError(1, plain));
     unsetenv("DISPLAY");
     setenv("WAYLAND_DISPLAY", "wayland-none", 1);
-    EXPECT_EQ("the display wayland-none does not answer", QtApplication::whyNoDisplay(1, plain));
+    EXPECT_EQ("the display wayland-none does not answer", QtApplication::displayError(1, plain));
     setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    EXPECT_EQ("", QtApplication::whyNoDisplay(1, plain));
+    EXPECT_EQ("", QtApplication::displayError(1, plain));
 }
 
 TEST(QtApplication, ShowsProblemsInAWindowThatWaitsForNothing)

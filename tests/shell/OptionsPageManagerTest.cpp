@@ -2,7 +2,7 @@
 #include "support/Slots.h"
 
 #include <velaforge/base/ClassInfo.h>
-#include <velaforge/base/KeptForProcess.h>
+#include <velaforge/base/LeakForProcess.h>
 #include <velaforge/shell/OptionsPageManager.h>
 #include <velaforge/shell/Registry.h>
 #include <velaforge/shell/UiOptionsPage.h>
@@ -144,8 +144,8 @@ TEST(OptionsPageManager, CopiesAndAssignmentShareOneList)
     OptionsPageManager manager;
     auto* copy = new OptionsPageManager(manager);
     auto* assigned = new OptionsPageManager;
-    vfBase::keepReachable(copy);
-    vfBase::keepReachable(assigned);
+    vfBase::leakForProcess(copy);
+    vfBase::leakForProcess(assigned);
     assigned->addOptionsPageId("test::ColorsPage"); // goes out of sight with the assignment
     EXPECT_EQ(assigned, &(*assigned = manager));
     OptionsPageManager& alias = *assigned;
@@ -223,7 +223,7 @@ TEST(ShellRegistry, CopiesShareTheListOfPages)
     auto* copy = new Registry(registry);
     auto* moved = new Registry(std::move(*copy));
     for (const Registry* kept : {copy, moved})
-        vfBase::keepReachable(kept);
+        vfBase::leakForProcess(kept);
     registry.getOptionsPageManager().addOptionsPageId("test::PlainPage");
     EXPECT_THAT(groups(copy->getOptionsPageManager().createPages()), ElementsAre("General"));
     EXPECT_THAT(groups(moved->getOptionsPageManager().createPages()), ElementsAre("General"));

@@ -33,7 +33,7 @@ bool isBlank(const char* text)
     return !text || !*text;
 }
 
-/// What the usage text says, unless the program has said it before.
+/// Fills in the usage text, except for what the program has set before.
 void declareUsage(vfBase::ArgumentParser& parser)
 {
     const std::string name = vfBase::ApplicationInfo::instance().getApplicationName();
@@ -64,7 +64,7 @@ void saveSettings()
 Application::Application(int& argc, char** argv, const ApplicationSetup& setup) : d(nullptr)
 {
     vfBase::adoptApplicationThread();
-    // Destroyed, and with it all that follows, if anything below throws.
+    // Destroyed if a step below throws.
     auto body = std::make_unique<ApplicationPrivate>(argc, argv);
     d = body.get();
     ApplicationPrivate::_s_Application = this;
@@ -124,7 +124,8 @@ int Application::run()
         return result;
     }
 
-    // Only now are all options taken off that somebody knows, so that what is left is a mistake.
+    // After the documents: shell, callback and modules have consumed their options by now, so every option
+    // left is unknown.
     openDocuments(&parser);
     parser.reportRemainingOptionsAsUnrecognized();
     if (parser.hasErrors()) {

@@ -19,7 +19,7 @@ class DockWindowManager;
 class Document;
 class StatusBar;
 
-/// The root of a program: one object, made in main, whose run() is the program.
+/// The root object of a program: main makes one and returns the result of its run().
 ///
 ///     int main(int argc, char** argv)
 ///     {
@@ -28,15 +28,19 @@ class StatusBar;
 ///         return application.run();
 ///     }
 ///
-/// It fixes the order of start and stop, owns the documents' manager and reaches the screen only through the
-/// shell that the producer makes. Everything belongs to the thread that calls run().
+/// It fixes the order of start and stop, owns the document manager and the dock window manager, and reaches
+/// the screen only through the shell, an ApplicationInterface that ApplicationProducer::Realizer makes.
+/// Everything belongs to the thread that calls run().
 class VFAPPLICATION_EXPORT Application
 {
 public:
-    /// Makes the managers of documents and dock windows, lets @p setup declare the kinds of document, and gives the
-    /// module that stands for the application to ModuleRegistry, which looks for further modules when it is used for the
-    /// first time. The command line is not looked at and the shell does not exist yet.
-    /// @param argc, argv  must live as long as the application
+    /// Makes the document manager and the dock window manager, calls
+    /// ApplicationSetup::onRegisterDocumentType, and adds the application's module to ModuleRegistry, which
+    /// searches for modules when it is first used. Does not read the command line and does not make the
+    /// shell.
+    /// @param argc   number of arguments; must live as long as the application
+    /// @param argv   arguments; must live as long as the application
+    /// @param setup  read in this constructor only
     Application(int& argc, char** argv, const ApplicationSetup& setup);
 
     Application(const Application&) = delete;
@@ -44,132 +48,194 @@ public:
 
     // In the order of their slots, which is part of the binary interface.
 
-    /// Lets the dock windows go, then closes the documents, while the shell is still there, and has the shell released.
-    /// Modules and settings stay until the process ends.
+    /// Destroys the dock window manager, closes the documents while the shell still exists, then has the
+    /// producer release the shell. Modules and settings are destroyed when the process ends.
     virtual ~Application();
 
-    /// @return the manager of all documents; a derived application may have one of its own
+    /// Returns the document manager. A derived application may return another one.
     virtual DocManager& getDocManager() const;
 
-    /// @param erase  deletes the current application first
-    /// @return the current application, the one constructed last; null when there is none. Never makes one.
+    /// Returns the current application: the one constructed last, null if there is none. Never makes one. If
+    /// @p erase is true, deletes the current application first.
     static Application* instance(bool erase);
 
     // --- after construction
 
-    /// Loads the settings, reads the command line, makes the shell, opens the documents named, runs the event loop
-    /// and saves the settings.
-    /// @return the exit code of the program: 1 help was shown, 2 errors on the command line before the start,
-    ///         3 errors on the command line after the documents were opened, otherwise what the shell or the
-    ///         callback returned. getLastError() tells the reason where this object found it.
+    /// Loads the settings, reads the command line, makes the shell, opens the documents that the command line
+    /// names, runs the event loop and saves the settings.
+    /// @return the exit code of the program: 1 if help was shown, 2 for errors on the command line before the
+    ///         start, 3 for errors on the command line after the documents were opened, otherwise the value
+    ///         that the shell or the callback returned. getLastError() returns the reason for 1, 2, 3 and for
+    ///         a failure before the event loop.
+    /// @throws any exception of the shell, the callback or DocManager::createDocument
     int run();
 
-    /// @return why run() failed; empty before, and where it did not
+    /// Returns the reason why run() failed; empty if it did not.
     const char* getLastError() const;
 
-    /// Registers the program's callback, instead of the one before; not owned.
+    /// Sets the program's callback, which replaces the one set before. The caller owns it and keeps it alive
+    /// until removeCallback().
     void registerCallback(ApplicationCallback* callback);
+
+    /// Removes the program's callback.
     void removeCallback();
 
-    /// The command line, for those who read options of their own.
+    /// Returns the parser of the command line, from which a shell, callback or module reads its options.
     vfBase::ArgumentParser& getArgumentParser() const;
+
+    /// Returns the number of arguments left on the command line, program name included.
     int& getArgumentCount() const;
+
+    /// Returns the arguments left on the command line.
     char** getArgumentVector() const;
 
-    /// Deletes the manager, with its documents and templates, and takes @p manager over in its place.
-    /// Nothing happens when it is the present one.
+    /// Deletes the document manager, which closes its documents and deletes its templates, and takes
+    /// ownership of @p manager. Does nothing if @p manager is the present one.
     void setDocManager(DocManager* manager);
 
-    /// @return the table of the dock windows
+    /// Returns the dock window manager.
     DockWindowManager& getDockWindowManager();
+
+    /// Returns the dock window manager.
     const DockWindowManager& getDockWindowManager() const;
 
+    /// Returns the body, which the application owns.
     ApplicationPrivate* getImp() const { return d; }
 
-    /// @return argv[0] and its directory; empty when there is none
+    /// Returns argv[0]; empty if there is no argument.
     const char* getApplicationFilePath() const;
+
+    /// Returns the directory of argv[0]; empty if it has none.
     const char* getApplicationPath() const;
 
-    // --- once there is a producer: the first call makes the shell, in the normal case from run()
+    // --- once ApplicationProducer::Realizer is set: the first call makes the shell; normally run() makes
+    // that call
 
-    /// Asks the shell to leave its event loop.
+    /// Has the shell leave its event loop with the exit code @p code. May be called before run().
     void exit(int code);
 
-    /// @return the shell, which stays the same until the process ends; null while the producer makes it
+    /// Returns the shell, the same for the whole process; null while the producer makes it.
     ApplicationInterface* getApplicationInterface();
 
-    /// @return the shell's status bar
+    /// Returns the shell's status bar.
     StatusBar& getStatusBar();
+
+    /// Returns the shell's status bar.
     const StatusBar& getStatusBar() const;
 
-    /// Tells the callback, if there is one.
+    /// Calls ApplicationCallback::onClosingDocument if there is a callback. View::onClosingDocument calls
+    /// this.
     void onClosingDocument(Document* document);
 
     // --- documents
 
-    /// Opens what the command line names, in order, past every option, and takes "--log" off it.
+    /// Opens the files that the command line of @p parser names, in order. Skips every option and consumes
+    /// "--log", which sets the option "LOG" for the documents. Prints a line to standard output for each
+    /// document.
     void openDocuments(vfBase::ArgumentParser* parser);
 
     /// Makes an empty document, see DocManager::createNewDocument.
+    /// @return null if no template was chosen or the document refused
     Document* newDocument();
 
-    /// Opens a file, see DocManager::createDocument. @param third  has no effect
+    /// Opens a file, see DocManager::createDocument.
+    /// @param path     path of the file
+    /// @param options  options for the document
+    /// @param third    has no effect
+    /// @return the document; null if the file could not be opened
     Document* openDocument(const char* path, const vfBase::Options& options, const char* third = nullptr);
 
-    /// Closes a document, with the question about unsaved changes. @return false for null and when it stays open
+    /// Closes @p document, after asking the user about unsaved changes.
+    /// @return false if the document stays open, and for null
     bool closeDocument(Document* document);
 
-    /// @return the open document of just this file name, null when there is none
+    /// Returns the open document with the file name @p path, compared byte by byte; null if there is none.
     Document* findDocument(const char* path);
 
-    /// @return the document of the current view, null when there is none
+    /// Returns the document of the current view, null if there is none.
     Document* getActiveDocument() const;
 
-    /// Makes the first view of @p document the current one; must not be null.
+    /// Makes the first view of @p document, which must not be null, the current view.
     void setActiveDocument(Document* document);
 
+    /// Returns the number of open documents.
     unsigned int getNumDocuments() const;
 
-    /// Has every other document, beginning with the first, update its views. Only for an even number of documents.
+    /// Updates all views of every second document, beginning with the first. Call it only with an even number
+    /// of documents.
     void onUpdate();
 
-    /// @return the directory that the user works in, or the user's documents while that does not exist
+    /// Returns the stored working directory if it exists, otherwise the user's documents directory.
     const char* getWorkingLocation() const;
 
-    /// Keeps @p path if that is an existing directory, and does nothing otherwise.
+    /// Stores the working directory in ApplicationSettings. Does nothing if @p path is no existing directory.
     void setWorkingLocation(const char* path);
 
-    // --- identity and places; the texts belong to vfBase and stay valid until they are set anew
+    // --- identity, see vfBase::ApplicationInfo, and locations, see vfBase::StandardPaths. The pointers are
+    // valid until the value is set again.
 
+    /// Returns the name of the application.
     const char* getApplicationName() const;
+
+    /// Returns the version of the application.
     const char* getApplicationVersion() const;
+
+    /// Returns the name of the application's icon, see vfBase::ApplicationInfo::setApplicationIconName.
     const char* getApplicationIconName() const;
+
+    /// Returns the address of the application's web site.
     const char* getApplicationUrl() const;
+
+    /// Returns the address of the online help.
     const char* getApplicationOnlineHelpUrl() const;
+
+    /// Returns the name of the vendor.
     const char* getApplicationVendorName() const;
+
+    /// Returns the short name of the vendor, which names the directory of the settings.
     const char* getApplicationVendorShortName() const;
+
+    /// Returns the address of the vendor's web site.
     const char* getApplicationVendorUrl() const;
+
+    /// Returns the vendor's text for the title bar.
     const char* getApplicationVendorBanner() const;
+
+    /// Returns the image of the splash screen, see vfBase::ApplicationInfo::setSplashImageName.
     const char* getSplashImageName() const;
+
+    /// Returns the user's documents directory.
     const char* getDocumentsLocation() const;
+
+    /// Returns the directory for temporary files.
     const char* getTempLocation() const;
+
+    /// Returns the user's home directory.
     const char* getHomeLocation() const;
+
+    /// Returns the directory for the application's data files.
     const char* getDataLocation() const;
+
+    /// Returns the path of the settings file.
     const char* getUserSettingsFilePath() const;
 
-    /// The look of the splash screen, for the toolkit side; colours from 0 to 1.
+    /// Returns where the splash screen shows its text, see ApplicationSettings::getSplashHorizontalAlignmet.
     const char* getSplashHorizontalAlignmet() const;
+
+    /// Returns where the splash screen shows its text, see ApplicationSettings::getSplashVerticalAlignmet.
     const char* getSplashVerticalAlignmet() const;
+
+    /// Sets @p r, @p g and @p b, each from 0 to 1, to the colour of the text on the splash screen.
     void getSplashTextColor(float& r, float& g, float& b) const;
 
 private:
     ApplicationPrivate* d;
 };
 
-/// @return "velaFORGE Application Library"
+/// Returns "velaFORGE Application Library".
 VFAPPLICATION_EXPORT const char* getLibraryName();
 
-/// @return the version of the family, as vfBase::getVersion()
+/// Returns the version of the library: that of vfBase::getVersion().
 VFAPPLICATION_EXPORT const char* getVersion();
 
 } // namespace vfApplication

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The default behaviour of the contracts that a toolkit side and a program fill in.
+// The default behaviour of the classes that toolkit sides and programs derive from.
 #include <velaforge/application/ApplicationCallback.h>
 #include <velaforge/application/ApplicationInterface.h>
 #include <velaforge/application/ApplicationProducer.h>

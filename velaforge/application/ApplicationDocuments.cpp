@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The front door for documents: what Application passes on to its manager, and the road from the command line.
+// The document operations of Application.
 #include <velaforge/application/Application.h>
 
 #include <velaforge/application/ApplicationPrivate.h>
@@ -18,7 +18,7 @@ namespace vfApplication {
 
 void Application::openDocuments(vfBase::ArgumentParser* parser)
 {
-    // First, so that the option is consumed also when no file is named.
+    // First, so that the option is consumed even if no file is named.
     const bool log = parser->readOptionParameter("--log");
     if (parser->getArgumentCount() < 2)
         return;
@@ -50,7 +50,7 @@ bool Application::closeDocument(Document* document)
 {
     if (!document)
         return false;
-    // The virtual operation: a derived application may have a manager of its own.
+    // The virtual operation: a derived application may return another manager.
     return getDocManager().closeDocument(document, false);
 }
 
@@ -77,7 +77,7 @@ unsigned int Application::getNumDocuments() const
 
 void Application::onUpdate()
 {
-    // Every second document is passed over, by contract. By index, since an update may close documents.
+    // By contract every second document is skipped. By index, because an update may close documents.
     const vfBase::Vector<Document*> documents = d->getDocManager().getDocumentList();
     for (unsigned int i = 0; i < documents.size(); i += 2) {
         if (Document* document = documents.at(i))
@@ -85,7 +85,7 @@ void Application::onUpdate()
     }
 }
 
-// A command's default road leads through the active document, which the command side does not know.
+// Here rather than beside CommandPrivate, because the commands do not include the documents.
 void CommandPrivate::invoke(const vfBase::VfVariant& argument)
 {
     setArgument(argument);

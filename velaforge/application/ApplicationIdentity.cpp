@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Who the application is and where its files are: questions that Application passes on.
+// The identity and the locations of Application, which vfBase stores.
 #include <velaforge/application/Application.h>
 
 #include <velaforge/application/ApplicationSettings.h>
@@ -17,7 +17,7 @@ using vfBase::StandardPaths;
 
 namespace {
 
-/// @return the settings of the application, which a program must not release while it runs
+/// Returns the settings of the application. The program must not have released them.
 ApplicationSettings& settings()
 {
     ApplicationSettings* present = ApplicationSettings::instance(false);

@@ -4,7 +4,7 @@
 #include <velaforge/application/ApplicationCallback.h>
 #include <velaforge/application/ApplicationProducer.h>
 #include <velaforge/base/CopyCount.h>
-#include <velaforge/base/KeptForProcess.h>
+#include <velaforge/base/LeakForProcess.h>
 #include <velaforge/base/LifeWatch.h>
 #include <velaforge/base/Require.h>
 #include <velaforge/dockwindows/DockWindowManager.h>
@@ -35,7 +35,7 @@ ApplicationPrivate::ApplicationPrivate(int& argc, char** argv)
     applicationPath = osgDB::getFilePath(applicationFilePath);
     argumentParser = std::make_unique<vfBase::ArgumentParser>(&argc, argv);
     dockWindowManager.reset(new DockWindowManager);
-    static_cast<void>(documents.release()); // nothing throws any more
+    static_cast<void>(documents.release()); // no step below throws
 }
 
 ApplicationPrivate::ApplicationPrivate(ApplicationPrivate& other)
@@ -65,9 +65,9 @@ ApplicationPrivate& ApplicationPrivate::operator=(ApplicationPrivate& other)
     exitCode = other.exitCode;
     callback = other.callback;
     if (docManager != other.docManager) {
-        // The former manager stays allocated, by contract: other bodies may share it.
+        // By contract the former manager is never deleted: other bodies may share it.
         vfBase::CopyCount::add(other.docManager);
-        vfBase::keepReachable(docManager);
+        vfBase::leakForProcess(docManager);
         docManager = other.docManager;
     }
     return *this;
@@ -75,9 +75,9 @@ ApplicationPrivate& ApplicationPrivate::operator=(ApplicationPrivate& other)
 
 ApplicationPrivate::~ApplicationPrivate()
 {
-    // The dock windows go before the documents that they may show.
+    // Before the documents, because dock windows may show them.
     std::shared_ptr<DockWindowManager>(std::move(dockWindowManager)).reset();
-    // The manager closes what is open, and closing reaches the shell through the current application.
+    // Closes the documents. That calls the shell through the current application, so both must still exist.
     deleteManager();
     if (ApplicationProducer::Realizer)
         ApplicationProducer::Realizer->destroy();
@@ -86,11 +86,11 @@ ApplicationPrivate::~ApplicationPrivate()
 
 ApplicationInterface* ApplicationPrivate::uif()
 {
-    // The producer may use the application while it makes the shell; there is none to use as yet.
+    // The producer may call this while it makes the shell: there is none yet.
     if (vfBase::RunningCall<ApplicationPrivate>::isRunning(this, creatingShell))
         return nullptr;
     const vfBase::RunningCall<ApplicationPrivate> running(this, creatingShell);
-    // Once in the process: a later application gets the shell that was made for the first.
+    // Once in the process: a later application uses the same shell.
     static ApplicationInterface* shell = [this] {
         VF_REQUIRE(ApplicationProducer::Realizer, "Application::run",
                    "no toolkit side has set ApplicationProducer::Realizer");
@@ -110,7 +110,7 @@ void ApplicationPrivate::deleteManager()
     VF_REQUIRE(!vfBase::RunningCall<ApplicationPrivate>::isRunning(this, deletingManager),
                "Application::setDocManager", "called while the present manager is destroyed");
     const vfBase::RunningCall<ApplicationPrivate> running(this, deletingManager);
-    // The pointer stays until the manager is destroyed: the documents that it closes may ask for it.
+    // Cleared after the deletion: the documents that the manager closes may call getDocManager.
     if (vfBase::CopyCount::release(docManager))
         delete docManager;
     docManager = nullptr;

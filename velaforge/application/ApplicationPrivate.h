@@ -20,51 +20,71 @@ class Document;
 class VFAPPLICATION_EXPORT ApplicationPrivate
 {
 public:
+    /// Makes the document manager, the parser of @p argc and @p argv, and the dock window manager.
     ApplicationPrivate(int& argc, char** argv);
 
-    /// Take the parser away from @p other and share its managers. Nobody counts the holders of the document manager:
-    /// of the two, one only may be destroyed with it. Assignment to itself changes nothing.
+    /// Takes the parser from @p other, which has none afterwards, shares its managers and copies the other
+    /// fields. The last body to be destroyed deletes the document manager.
     ApplicationPrivate(ApplicationPrivate& other);
+
+    /// Does the same. The former document manager is never deleted. Assignment to itself changes nothing.
     ApplicationPrivate& operator=(ApplicationPrivate& other);
 
+    /// Destroys the dock window manager, deletes the document manager, then has the producer release the
+    /// shell.
     virtual ~ApplicationPrivate();
 
-    /// @return the shell of the process, made through ApplicationProducer::Realizer at the first call, which must
-    ///         be set by then. The pointer stays the same until the process ends.
+    /// Returns the shell of the process. The first call makes it through ApplicationProducer::Realizer, which
+    /// must be set. The pointer stays the same until the process ends.
     ApplicationInterface* uif();
+
+    /// Returns the same as the other form.
     const ApplicationInterface* uif() const;
 
+    /// Returns the document manager.
     DocManager& getDocManager() const;
 
-    /// Deletes the present manager and takes over the new one, unless they are the same.
+    /// Deletes the present document manager and takes ownership of @p manager, unless they are the same.
     void setDocManager(DocManager* manager);
 
+    /// Sets the callback, which the caller owns.
     void registerCallback(ApplicationCallback* newCallback);
+
+    /// Removes the callback.
     void removeCallback();
+
+    /// Calls the operation of the same name of the callback, if there is one.
     void onApplicationInterfaceCreated();
+
+    /// Calls the operation of the same name of the callback.
+    /// @return its result; 0 without a callback
     int onApplicationInitialized();
 
-    /// Enters a document with the manager. @param path  has no effect @return true
+    /// Adds @p document to the document manager. @p path has no effect.
+    /// @return true
     bool addDocument(const char* path, Document* document);
 
-    /// Takes the document of that path off the manager's list, without deleting it. @return false if there is none
+    /// Removes the document with the file name @p path from the document manager, without deleting it.
+    /// @return false if there is none
     bool eraseDocument(const char* path);
 
+    /// Returns the open document with the file name @p path, null if there is none.
     Document* findDocument(const char* path) const;
 
-    /// The current application, null when there is none.
+    /// The current application, null if there is none.
     static Application* _s_Application;
 
-    // The order decides what is destroyed last: the parser.
-    std::unique_ptr<vfBase::ArgumentParser> argumentParser;
-    std::string applicationPath;
-    std::string applicationFilePath;
-    std::string lastError;
-    std::shared_ptr<DockWindowManager> dockWindowManager;
-    bool exitRequested = false;
-    int exitCode; // set by Application::exit
-    ApplicationCallback* callback = nullptr;
-    DocManager* docManager = nullptr;
+    // Destroyed in reverse order: the parser last.
+
+    std::unique_ptr<vfBase::ArgumentParser> argumentParser; ///< the command line
+    std::string applicationPath;                            ///< directory of applicationFilePath
+    std::string applicationFilePath;                        ///< argv[0], empty without arguments
+    std::string lastError;                                  ///< why run() failed
+    std::shared_ptr<DockWindowManager> dockWindowManager;   ///< the dock windows
+    bool exitRequested = false;                             ///< set by Application::exit
+    int exitCode;                                           ///< set by Application::exit, not initialized
+    ApplicationCallback* callback = nullptr;                ///< not owned
+    DocManager* docManager = nullptr;                       ///< owned
 
 private:
     void deleteManager();

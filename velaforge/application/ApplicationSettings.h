@@ -14,46 +14,60 @@ class SettingsProperties;
 
 namespace vfApplication {
 
-/// Settings of the application as a whole, kept between runs.
+/// Stores settings of the application as a whole between runs.
 ///
 ///     vfApplication::ApplicationSettings::instance(false)->setWorkingLocation("/models");
 ///
-/// Loaded at the start of Application::run and saved at its end. Nothing is checked here; reading and writing
-/// belong to the thread of run().
+/// Application::run loads the settings at its start and saves them after the event loop. The setters do not
+/// check their arguments. Reading and writing belong to the thread of run().
 class VFAPPLICATION_EXPORT ApplicationSettings : public vfBase::SettingsBase<ApplicationSettings>
 {
 public:
+    /// Copies the values.
     ApplicationSettings(const ApplicationSettings& other, const osg::CopyOp& copyop);
 
-    /// @param erase  releases the object for good
-    /// @return the one object; null once it was released, by erasing or at exit
+    /// Returns the only object of this class. If @p erase is true, releases it instead, for the rest of the
+    /// process.
+    /// @return null after it was released, by @p erase or when the process ends
     static ApplicationSettings* instance(bool erase);
 
-    /// Where the text stands on the splash screen; "LEFT" unless set. The toolkit side knows what else there is.
+    /// Returns where the splash screen shows its text; "LEFT" unless set. The Qt side knows "LEFT", "CENTER"
+    /// and "RIGHT".
     const std::string& getSplashHorizontalAlignmet() const { return m_splashHorizontalAlignment; }
+
+    /// Sets where the splash screen shows its text.
     void setSplashHorizontalAlignmet(const std::string& alignment);
 
-    /// "BOTTOM" unless set.
+    /// Returns where the splash screen shows its text; "BOTTOM" unless set. The Qt side knows "TOP", "CENTER"
+    /// and "BOTTOM".
     const std::string& getSplashVerticalAlignmet() const { return m_splashVerticalAlignment; }
+
+    /// Sets where the splash screen shows its text.
     void setSplashVerticalAlignmet(const std::string& alignment);
 
-    /// Red, green and blue from 0 to 1; white unless set.
+    /// Returns the colour of the text on the splash screen: red, green and blue from 0 to 1; white unless
+    /// set.
     const osg::Vec3f& getSplashTextColor() const { return m_splashTextColor; }
+
+    /// Sets the colour of the text on the splash screen.
     void setSplashTextColor(const osg::Vec3f& color) { m_splashTextColor = color; }
 
-    /// The directory the user works in; empty unless set. Application::setWorkingLocation checks it.
+    /// Returns the working directory; empty unless set. Application::getWorkingLocation checks that it
+    /// exists.
     const std::string& getWorkingLocation() const { return m_workingLocation; }
+
+    /// Sets the working directory. Application::setWorkingLocation checks that it exists.
     void setWorkingLocation(const std::string& directory);
 
 protected:
     ~ApplicationSettings() override;
 
 private:
-    friend vfBase::SettingsBase<ApplicationSettings>;
+    friend class vfBase::SettingsBase<ApplicationSettings>;
     static constexpr const char* settingsLibrary = "vfApplication";
     static constexpr const char* settingsName = "Application";
 
-    static const vfBase::SettingsProperties s_properties; ///< what the store keeps
+    static const vfBase::SettingsProperties s_properties; ///< what the store saves
 
     ApplicationSettings();
 

@@ -7,7 +7,8 @@ namespace vfApplication {
 
 class UiSetup;
 
-/// What a program declares of itself. Application reads it within its constructor only; a plain one declares nothing.
+/// Declares the user interface and the kinds of document of a program. The constructor of Application reads
+/// it. An object of this class itself declares a MinimalUiSetup and no documents.
 ///
 ///     class Setup : public vfApplication::ApplicationSetup
 ///     {
@@ -17,18 +18,24 @@ class UiSetup;
 class VFAPPLICATION_EXPORT ApplicationSetup
 {
 public:
+    /// Makes a setup.
     ApplicationSetup() = default;
+
+    /// Copies nothing: the class has no fields.
     ApplicationSetup(const ApplicationSetup&) = default;
+
+    /// Copies nothing: the class has no fields.
     ApplicationSetup& operator=(const ApplicationSetup&) = default;
 
     // In the order of their slots, which is part of the binary interface.
     virtual ~ApplicationSetup();
 
-    /// The user interface that the application declares of itself, read once.
-    /// @return here a MinimalUiSetup that all share, until the process ends
+    /// Returns the declaration of the application's user interface, which must live as long as the
+    /// application. Here it is a MinimalUiSetup that all applications of the process share.
     virtual const UiSetup& getUiSetup() const;
 
-    /// Declares the kinds of document; Application::instance(false)->getDocManager() is there to take them.
+    /// Makes the document templates, with Application::instance(false)->getDocManager() as their manager.
+    /// Does nothing here.
     virtual void onRegisterDocumentType() const;
 };
 

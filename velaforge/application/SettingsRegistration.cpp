@@ -1,6 +1,5 @@
-// SPDX-License-Identifier: MIT
-// Makes the settings objects of this library known to the store when the library is loaded. They stand in one file
-// because the order of static objects is fixed within one file only.
+// SPDX-License-Identifier: MIT Registers the settings objects of this library with the store when the library
+// is loaded. All are in one file, because C++ fixes the order of static objects within one file only.
 
 #include <velaforge/application/ApplicationSettings.h>
 #include <velaforge/base/RegisterSettingsObjectProxy.h>

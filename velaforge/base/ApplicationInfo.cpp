@@ -24,7 +24,7 @@ struct ApplicationInfoPrivate
 
 namespace {
 
-/// @return the file name of the running executable, "application" where the system does not tell
+/// Returns the file name of the running executable; "application" if the system does not report it.
 std::string executableName()
 {
     char path[PATH_MAX];

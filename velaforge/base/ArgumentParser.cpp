@@ -28,7 +28,7 @@ struct ArgumentParserPrivate
         parser.setApplicationUsage(usage.get());
     }
 
-    /// @return index of the "--" behind which nothing is an option, the count when there is none
+    /// Returns the index of the "--" that ends the options; the count if there is none.
     int endOfOptions() const
     {
         for (int i = 1; argv && i < *argc; ++i) {
@@ -42,7 +42,8 @@ struct ArgumentParserPrivate
     char** argv;
     osg::ArgumentParser parser;
 
-    // The process-wide usage object also lists what other libraries put there; the rows here are this parser's own.
+    // Not the process-wide usage object, to which other libraries add rows: these are the rows of this parser
+    // only.
     osg::ref_ptr<osg::ApplicationUsage> usage;
 
     std::string applicationName;
@@ -61,7 +62,7 @@ struct Occurrence
     std::string parameter;
 };
 
-/// Takes the first occurrence off, as two arguments or as one with "=".
+/// Consumes the first occurrence, written as two arguments or as one with "=".
 Occurrence takeFirst(ArgumentParserPrivate& d, const std::string& option)
 {
     Occurrence occurrence;
@@ -92,7 +93,7 @@ Occurrence takeFirst(ArgumentParserPrivate& d, const std::string& option)
     return occurrence;
 }
 
-/// Takes every occurrence off and hands the parameter of each to @p accept, which tells what is wrong with it.
+/// Consumes every occurrence and passes its parameter to @p accept, which returns what is wrong with it.
 template <class Accept>
 bool takeAll(ArgumentParser& parser, ArgumentParserPrivate& d, const char* option, Accept accept)
 {
@@ -112,7 +113,7 @@ bool takeAll(ArgumentParser& parser, ArgumentParserPrivate& d, const char* optio
     return read;
 }
 
-/// The system's functions pass blanks over, a person who types them has made a mistake.
+/// Returns whether the text begins with a blank: a typing mistake, which the system's functions would skip.
 bool beginsWithBlank(const std::string& text)
 {
     return !text.empty() && std::isspace(static_cast<unsigned char>(text[0])) != 0;

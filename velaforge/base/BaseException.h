@@ -15,24 +15,29 @@ namespace vfBase {
 ///         throw vfBase::BaseException("cannot open the model", cause);  // what(): "cannot open the model: no memory"
 ///     }
 ///
-/// Each layer that passes an exception on may wrap it once more. what() tells the whole way, for a developer; getReason()
-/// is the message of the exception that was thrown first, for the user.
+/// Each layer that passes an exception on may wrap it once more. what() has the messages of all layers, for a
+/// developer; getReason() has the message of the exception that was thrown first, for the user.
 class VFBASE_EXPORT BaseException : public std::exception, public VfObject
 {
 public:
+    /// Makes an exception with the message @p message and no cause.
     explicit BaseException(const std::string& message);
 
-    /// Keeps the texts of @p cause, not the exception itself.
+    /// Makes an exception with the message @p message and the texts of @p cause, not the exception itself.
     BaseException(const std::string& message, const std::exception& cause);
+
+    /// Copies the texts of @p other.
     BaseException(const BaseException& other);
+
+    /// Copies the texts of @p other.
     BaseException& operator=(const BaseException& other);
     ~BaseException() override;
 
     /// @return the message, and with a cause ": " and the cause's text behind it
     const char* what() const noexcept override;
 
-    /// @return the reason of the innermost cause, or the message without a cause; valid as long as this exception. A cause
-    ///         that is no BaseException is told as describe() tells it.
+    /// @return the reason of the innermost cause, or the message without a cause; valid as long as this
+    ///         exception. A cause that is no BaseException is told as describe() tells it.
     const char* getReason() const noexcept;
 
     /// Replaces the reason, for an exception whose message is not for the user. what() stays as it is.
@@ -42,8 +47,8 @@ public:
     /// std::bad_alloc, otherwise its text; "an unknown error" when that is empty.
     static std::string describe(const std::exception& problem);
 
-    /// Returns what to tell the user about the exception that is being handled, whatever its type is. Must be called in a
-    /// catch block.
+    /// Returns what to tell the user about the exception that is being handled, whatever its type is. Must be
+    /// called in a catch block.
     static std::string describeCurrent();
 
     /// "an unknown error", the reason of an exception that says nothing.

@@ -13,14 +13,14 @@ namespace {
 struct Counts
 {
     std::mutex mutex;
-    std::map<const void*, unsigned int> further; ///< holders besides the first
+    std::map<const void*, unsigned int> further; ///< number of holders besides the first
     std::atomic<bool> areAny{false};
 };
 
 Counts& counts()
 {
-    // Never destroyed, since objects are destroyed until the very end of the process; and in memory of its own, since a
-    // destructor that asks first must not fail.
+    // Never destroyed, because objects are destroyed until the process ends; in static memory, because a
+    // destructor that makes the first call must not fail.
     alignas(Counts) static unsigned char place[sizeof(Counts)];
     static Counts& all = *new (place) Counts;
     return all;

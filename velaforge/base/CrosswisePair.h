@@ -16,9 +16,9 @@
 ///         GaugePrivate* d;                     Gauge* owner;
 ///     };                                   };
 ///
-/// Each side clears the other's pointer before it goes on, so that nothing is destroyed twice. A table that holds only
-/// the body thereby owns the handle. While the body destroys the handle, the handle has no body: in the destructor of a
-/// class derived from it, its accessors answer as for an empty object.
+/// Each side clears the other's pointer before it goes on, so that nothing is destroyed twice. A table that
+/// holds only the body thereby owns the handle. While the body destroys the handle, the handle has no body:
+/// in the destructor of a class derived from it, its accessors answer as for an empty object.
 namespace vfBase::crosswise {
 
 /// The destructor of the handle: takes the handle from the body and releases the body.

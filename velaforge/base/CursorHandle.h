@@ -2,7 +2,7 @@
 #pragma once
 
 #include <velaforge/base/Export.h>
-#include <velaforge/base/KeptForProcess.h>
+#include <velaforge/base/LeakForProcess.h>
 #include <velaforge/base/Referenced.h>
 
 #include <osg/ref_ptr>
@@ -58,7 +58,7 @@ public:
     /// since other code may hold it uncounted.
     void set(const Target& container)
     {
-        keepForProcess(d);
+        leakForProcess(d);
         *this = CursorHandle(container);
     }
 

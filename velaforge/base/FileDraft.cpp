@@ -20,14 +20,14 @@ namespace {
 
 constexpr std::size_t digitsInName = 16;
 
-/// @return the part of the drafts' names before their digits
+/// Returns the part of a draft's name before its digits.
 std::string draftPrefix(const std::string& target)
 {
     std::string name = nameOf(target);
-    std::size_t length = 200; // with the rest it fits into the 255 bytes that file systems allow
+    std::size_t length = 200; // with the rest it fits into 255 bytes, the limit of file systems
     if (name.size() > length) {
         while (length > 0 && (static_cast<unsigned char>(name[length]) & 0xC0) == 0x80)
-            --length; // not within a character of UTF-8
+            --length; // not inside a UTF-8 character
         name.resize(length);
     }
     return "." + name + ".draft-";
@@ -39,7 +39,7 @@ bool isDraftName(const std::string& name, const std::string& prefix)
            name.find_first_not_of("0123456789abcdef", prefix.size()) == std::string::npos;
 }
 
-/// @return whether the open file still has that name
+/// Returns whether the open file still has that name.
 bool isSameFile(int descriptor, const std::string& path)
 {
     struct stat opened;
@@ -48,19 +48,20 @@ bool isSameFile(int descriptor, const std::string& path)
            opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
 }
 
-/// Locks without waiting. @return false when another descriptor holds the lock
+/// Locks without waiting.
+/// @return false if another descriptor holds the lock
 bool lockDraft(int descriptor)
 {
     while (flock(descriptor, LOCK_EX | LOCK_NB) != 0) {
         if (errno != EINTR)
-            return errno != EWOULDBLOCK; // a file system without locks: the draft's name alone has to do
+            return errno != EWOULDBLOCK; // a file system without locks: only the draft's name protects it
     }
     return true;
 }
 
 void removeIfAbandoned(const std::string& path)
 {
-    // Network file systems lock only what is open for writing.
+    // For writing: network file systems lock such files only.
     const Descriptor draft(path, O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY);
     struct stat status;
     if (!draft.isOpen() || fstat(draft, &status) != 0 || !S_ISREG(status.st_mode))
@@ -69,7 +70,8 @@ void removeIfAbandoned(const std::string& path)
         unlink(path.c_str());
 }
 
-/// Calls @p read with buffers of growing size until the answer fits. @return the answer; nothing on failure
+/// Calls @p read with buffers of growing size until the result fits.
+/// @return the result; nothing on failure
 template <class Read>
 std::optional<std::string> readGrowing(const Read& read)
 {
@@ -93,13 +95,14 @@ bool copyAttribute(const char* name, int from, int to)
     return value && fsetxattr(to, name, value->data(), value->size(), 0) == 0;
 }
 
-/// Capabilities, and signatures of the contents, do not fit the new contents.
+/// Returns whether an attribute depends on the contents, as capabilities and signatures do.
 bool belongsToContents(const std::string& name)
 {
     return name == "security.capability" || name == "security.ima" || name == "security.evm";
 }
 
-/// @return false when @p from has, or may have, an access list that @p to did not get
+/// Copies the extended attributes.
+/// @return false if @p from has, or may have, an access list that @p to did not get
 bool copyAttributes(int from, int to)
 {
     const auto names =
@@ -114,16 +117,16 @@ bool copyAttributes(int from, int to)
         if (belongsToContents(name))
             continue;
         const bool isCopied = copyAttribute(name.c_str(), from, to);
-        const bool isAccessList = name.compare(0, 7, "system.") == 0; // each file system has its own kind
+        const bool isAccessList = name.compare(0, 7, "system.") == 0; // the name depends on the file system
         hasAccessList = hasAccessList || isAccessList;
         keptAccessLists = keptAccessLists && (isCopied || !isAccessList);
     }
     if (!hasAccessList)
-        fremovexattr(to, "system.posix_acl_access"); // the draft may have one by the directory's default
+        fremovexattr(to, "system.posix_acl_access"); // the draft may have one from the directory's default
     return keptAccessLists;
 }
 
-/// @return the permissions that those of group and others had in common, for both
+/// Returns the permissions that group and others had in common, for both.
 mode_t withCommonAccess(mode_t mode)
 {
     const mode_t common = (mode >> 3) & mode & 07u;
@@ -147,7 +150,7 @@ FileDraft::FileDraft(const std::string& target, mode_t mode) : m_target(target)
             continue;
         if (descriptor < 0)
             return;
-        // Between open and flock a clean-up elsewhere may have taken the draft for an abandoned one.
+        // Between open and flock another process may have removed the draft as abandoned.
         if (lockDraft(descriptor) && isSameFile(descriptor, path)) {
             m_path = path;
             m_descriptor = descriptor;
@@ -171,7 +174,7 @@ FileDraft::~FileDraft()
 
 bool FileDraft::copyAttributesOfTarget()
 {
-    // A file that may be written but not read has attributes all the same.
+    // A file without read permission has attributes too.
     const int flags = O_NOFOLLOW | O_NONBLOCK | O_NOCTTY;
     const Descriptor readable(m_target, O_RDONLY | flags);
     const Descriptor writable(readable.isOpen() ? std::string() : m_target, O_WRONLY | flags);
@@ -181,7 +184,7 @@ bool FileDraft::copyAttributesOfTarget()
     if (original < 0 || fstat(original, &status) != 0 || fstat(m_descriptor, &own) != 0)
         return false;
 
-    // The owner first: a file of the wrong group must not be open to that group for a moment.
+    // The owner first: the file must not be accessible to the wrong group at any moment.
     if (own.st_uid != status.st_uid)
         (void)!fchown(m_descriptor, status.st_uid, static_cast<gid_t>(-1));
     const bool keepsGroup =
@@ -191,7 +194,7 @@ bool FileDraft::copyAttributesOfTarget()
         mode = withCommonAccess(mode);
     if (!copyAttributes(original, m_descriptor))
         mode &= ~mode_t{077};
-    // Where a file system has no permissions of its own this fails, and all files are alike.
+    // Fails on a file system without permissions, where all files have the same.
     fchmod(m_descriptor, mode);
     return true;
 }
@@ -200,7 +203,7 @@ bool FileDraft::write(const std::string& contents)
 {
     if (!writeAll(m_descriptor, contents.data(), contents.size()) || !flush(m_descriptor))
         return false;
-    // Closing may be the moment in which a file system reports that it could not write; the lock has to stay.
+    // Some file systems report a failed write only on close. A duplicate is closed, so that the lock stays.
     const int copy = fcntl(m_descriptor, F_DUPFD_CLOEXEC, 0);
     return copy >= 0 && (::close(copy) == 0 || errno == EINTR);
 }

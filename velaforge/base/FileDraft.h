@@ -9,7 +9,7 @@
 
 namespace vfBase::posix {
 
-/// A new file beside another one, which takes that one's place by a rename or leaves nothing behind.
+/// A new file beside a target file. Replaces the target by a rename, or removes itself.
 ///
 ///     FileDraft::removeAbandoned(path);
 ///     FileDraft draft(path, 0600);
@@ -23,16 +23,17 @@ class FileDraft
 {
 public:
     /// Makes an empty draft in the directory of @p target.
-    /// @param mode  as for open(2): the umask applies
+    /// @param target  path of the file to replace
+    /// @param mode    permissions, as for open(2): the umask applies
     FileDraft(const std::string& target, mode_t mode);
 
-    /// Removes the draft, unless it has taken the target's place. Keeps errno.
+    /// Removes the draft, unless it has replaced the target. Does not change errno.
     ~FileDraft();
 
     FileDraft(const FileDraft&) = delete;
     FileDraft& operator=(const FileDraft&) = delete;
 
-    /// @return whether the draft could be made
+    /// Returns whether the draft could be made.
     bool isOpen() const { return m_descriptor >= 0; }
 
     /// Gives the draft the owner, group, permissions and extended attributes of the regular file at the

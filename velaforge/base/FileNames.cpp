@@ -11,7 +11,7 @@ namespace vfBase {
 
 namespace {
 
-/// @return whether a text begins with a scheme and "://"
+/// Returns whether a text begins with a scheme and "://".
 bool hasScheme(const std::string& text)
 {
     const std::size_t end = text.find("://");

@@ -9,7 +9,7 @@ namespace vfBase {
 const char* internedText(const std::string& text)
 {
     static std::mutex& mutex = *new std::mutex;
-    static auto& texts = *new std::set<std::string>; // its elements never move
+    static auto& texts = *new std::set<std::string>; // the elements of a set never move
     const std::lock_guard<std::mutex> guard(mutex);
     return texts.insert(text).first->c_str();
 }

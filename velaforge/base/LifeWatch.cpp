@@ -5,7 +5,7 @@ namespace vfBase {
 
 namespace {
 
-/// The watches of this thread, the newest first. As many as calls are nested, so that a walk over them is short.
+/// The watches of this thread, newest first. The list is short: one entry per nested call.
 [[gnu::tls_model("initial-exec")]] thread_local ObjectWatch* newest = nullptr;
 
 } // namespace
@@ -30,7 +30,7 @@ void ObjectWatch::end(const void* object) noexcept
     for (ObjectWatch* watch = newest; watch; watch = watch->m_next) {
         if (watch->m_object == object) {
             watch->m_isGone = true;
-            watch->m_object = nullptr; // another object may come to lie at this address
+            watch->m_object = nullptr; // another object may get this address
         }
     }
 }

@@ -5,7 +5,7 @@
 
 namespace vfBase {
 
-/// The untyped half of LifeWatch and RunningCall: an entry in a list that each thread keeps of its own.
+/// The untyped base class of LifeWatch and RunningCall: an entry in a list of the current thread.
 class VFBASE_EXPORT ObjectWatch
 {
 public:
@@ -13,17 +13,19 @@ public:
     ObjectWatch& operator=(const ObjectWatch&) = delete;
 
 protected:
-    /// @param call  the operation that runs on the object; null for a watch that marks none
+    /// Adds an entry to the list of this thread.
+    /// @param object  the watched object
+    /// @param call    the operation that runs on the object; null for a watch that marks none
     ObjectWatch(const void* object, const void* call) noexcept;
     ~ObjectWatch();
 
-    /// @return whether the object was destroyed since
+    /// Returns whether the object was destroyed meanwhile.
     bool isGone() const noexcept { return m_isGone; }
 
-    /// Tells the watches of this thread that an object is destroyed.
+    /// Marks the watches of this thread on @p object as gone. Called when the object is destroyed.
     static void end(const void* object) noexcept;
 
-    /// @return whether an entry of this thread marks @p call as running on the object
+    /// Returns whether an entry of this thread marks @p call as running on @p object.
     static bool isMarked(const void* object, const void* call) noexcept;
 
 private:
@@ -41,8 +43,8 @@ private:
 ///     if (watch.isGone())
 ///         return;
 ///
-/// The watched class calls end() in its destructor. Costs a few nanoseconds and no allocation, and adds nothing to the
-/// watched object. The watch and the destruction of the object belong to one thread.
+/// The watched class calls end() in its destructor. Costs a few nanoseconds and no allocation, and adds
+/// nothing to the watched object. The watch and the destruction of the object belong to one thread.
 template <class T>
 class LifeWatch : private ObjectWatch
 {
@@ -63,7 +65,8 @@ private:
     const T* m_object;
 };
 
-/// Names an operation that must not be entered again while it runs on an object. Make it a constant with static storage.
+/// Names an operation that must not be entered again while it runs on an object. Make it a constant with
+/// static storage.
 struct Call
 {
     const char* name; ///< "Document::close", for people who debug
@@ -82,6 +85,7 @@ template <class T>
 class RunningCall : private ObjectWatch
 {
 public:
+    /// Marks @p call as running on @p object until this object is destroyed.
     RunningCall(const T* object, const Call& call) noexcept : ObjectWatch(object, &call) {}
 
     /// @return whether a RunningCall of this operation exists for the object

@@ -13,13 +13,13 @@ namespace vfBase {
 
 namespace {
 
-/// The messages that are kept. Safe on several threads: readers may run on threads of OpenSceneGraph's.
+/// The stored messages. Safe on several threads: OpenSceneGraph may run readers on threads of its own.
 class Monitor
 {
 public:
     static Monitor& instance()
     {
-        // Never destroyed: static destructors of the program and of plug-ins may still warn.
+        // Never destroyed: static destructors of the program and of plug-ins may report warnings.
         static Monitor& monitor = *new Monitor;
         return monitor;
     }
@@ -52,8 +52,8 @@ private:
     std::vector<std::string> m_messages;
 };
 
-/// Messages of NOTICE and below would reach standard output with OpenSceneGraph's own sink,
-/// and that belongs to the program's results.
+/// Writes every message to standard error. OpenSceneGraph's own handler writes messages of NOTICE and below
+/// to standard output, which is for the program's results.
 class Sink : public osg::NotifyHandler
 {
 public:

@@ -5,7 +5,7 @@ namespace vfBase {
 
 Options::Options() : Options(new osgDB::Options) {}
 
-// The body is counted and written to through a handle that promises no constness of its own.
+// The handle counts references on the body and changes it, so constness is cast away.
 Options::Options(const osgDB::Options* options)
     : Referenced(const_cast<osgDB::Options*>(options), true), d(const_cast<osgDB::Options*>(options))
 {}
@@ -16,7 +16,8 @@ Options& Options::operator=(const Options& other)
 {
     if (this == &invalid())
         return *this;
-    osgDB::Options* body = other.d; // read first: letting go of our own body may end other
+    // Read first: releasing our own body may destroy other.
+    osgDB::Options* body = other.d;
     Referenced::operator=(other);
     d = body;
     return *this;
@@ -46,7 +47,8 @@ void Options::setPluginStringData(const VfString& key, const VfString& value)
 
 VfString Options::getPluginStringData(const VfString& key) const
 {
-    const osgDB::Options* body = d; // the non-const reading operation would make an entry
+    // Const: the non-const operation would make an entry.
+    const osgDB::Options* body = d;
     return body ? VfString(body->getPluginStringData(key.str())) : VfString();
 }
 

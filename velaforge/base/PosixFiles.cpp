@@ -34,7 +34,8 @@ std::string nameOf(const std::string& path)
 
 namespace {
 
-/// The links of procfs name open files; their text is no path for a pipe, and not always one for a file.
+/// Returns whether the link is one of procfs, which names an open file: its text is no path for a pipe, and
+/// not always one for a file.
 bool isInProcfs(const std::string& link)
 {
     struct statfs status;

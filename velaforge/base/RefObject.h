@@ -7,7 +7,7 @@
 
 namespace vfBase {
 
-/// A counted body without state of its own, for bodies that need no other base.
+/// A reference counted body without fields, for bodies that need no other base class.
 class VFBASE_EXPORT RefObject : public osg::Referenced
 {
 public:

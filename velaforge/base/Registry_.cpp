@@ -33,7 +33,7 @@ const ClassInfo* first(const Records& records, const char* key)
 
 Registry_& Registry_::instance()
 {
-    // The constructor of the first record makes the registry, which therefore outlives every record.
+    // The constructor of the first record makes the registry, so it outlives every record.
     static Registry_ registry;
     return registry;
 }

@@ -9,21 +9,22 @@ namespace vfBase {
 [[noreturn, gnu::cold]] VFBASE_EXPORT void failRequirement(const char* operation,
                                                            const char* reason) noexcept;
 
-/// @return whether the calling thread is the one that constructed or runs the Application; true before there is one
+/// Returns whether the calling thread constructed or runs the Application; true before there is one.
 VFBASE_EXPORT bool isApplicationThread() noexcept;
 
-/// Makes the calling thread the one that isApplicationThread() answers for. Application calls it.
+/// Makes the calling thread the thread of isApplicationThread(). Application calls this.
 VFBASE_EXPORT void adoptApplicationThread() noexcept;
 
 } // namespace vfBase
 
-/// Ends the process with one line where a caller breaks the contract and going on would corrupt memory. Stays in release
-/// builds. @p operation names the class and the operation, @p reason says what the caller did.
+/// Ends the process with one line if @p condition is false: for a call that breaks the contract and would
+/// corrupt memory. Active in release builds too. @p operation names the class and the operation, @p reason
+/// says what the caller did.
 #define VF_REQUIRE(condition, operation, reason)                                                             \
     (static_cast<bool>(condition) ? static_cast<void>(0) : ::vfBase::failRequirement(operation, reason))
 
-/// In debug builds, ends the process where an operation that belongs to the thread of Application::run is called on
-/// another one.
+/// In debug builds, ends the process if an operation that belongs to the thread of Application::run is called
+/// on another thread.
 #ifdef NDEBUG
 #define VF_REQUIRE_APPLICATION_THREAD(operation) static_cast<void>(0)
 #else

@@ -9,7 +9,8 @@
 
 namespace vfBase {
 
-/// What all settings classes have in common, so that each declares its fields, its names and its properties only.
+/// The base class of settings classes. A derived class declares only its fields, its names and its
+/// properties.
 ///
 ///     class Zoom : public vfBase::SettingsBase<Zoom>
 ///     {
@@ -30,34 +31,36 @@ template <class Self>
 class SettingsBase : public SettingsObjectPrivate
 {
 public:
-    /// @return a new object with the defaults
+    /// Returns a new object with the defaults.
     osg::Object* cloneType() const override { return new Self; }
 
-    /// @return a new object with the present values
+    /// Returns a new object with the present values.
     osg::Object* clone(const osg::CopyOp& copyop) const override
     {
         return new Self(static_cast<const Self&>(*this), copyop);
     }
 
-    /// @return true for an object of this class
+    /// Returns whether @p object is of this class.
     bool isSameKindAs(const osg::Object* object) const override
     {
         return dynamic_cast<const Self*>(object) != nullptr;
     }
 
-    /// @return the first half of the name of the entry in the settings file
+    /// Returns the first part of the name of the entry in the settings file.
     const char* libraryName() const override { return Self::settingsLibrary; }
 
-    /// @return the second half of the name of the entry in the settings file
+    /// Returns the second part of the name of the entry in the settings file.
     const char* className() const override { return Self::settingsName; }
 
 protected:
     SettingsBase() = default;
+
+    /// Copies what osg::Object has; a derived class copies its fields.
     SettingsBase(const SettingsBase& other, const osg::CopyOp& copyop) : SettingsObjectPrivate(other, copyop)
     {}
     ~SettingsBase() override = default;
 
-    /// The body of `instance(bool)`, see processSingleton. Call it at one place, in a source file.
+    /// Implements `instance(bool)`, see processSingleton. Call it in one place, in a source file.
     static Self* singleton(bool erase)
     {
         return processSingleton(erase, [] { return osg::ref_ptr<Self>(new Self); });

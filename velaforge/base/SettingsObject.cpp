@@ -25,7 +25,8 @@ SettingsObject::SettingsObject(const Referenced& other)
 
 SettingsObject& SettingsObject::operator=(const SettingsObject& other)
 {
-    SettingsObjectPrivate* body = other.d; // read first: letting go of our own body may end other
+    // Read first: releasing our own body may destroy other.
+    SettingsObjectPrivate* body = other.d;
     Referenced::operator=(other);
     d = body;
     return *this;

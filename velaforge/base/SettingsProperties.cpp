@@ -12,7 +12,7 @@ using Lists = std::map<std::string, std::vector<const SettingsProperties*>>;
 
 Lists& lists()
 {
-    // Never destroyed: static lists of other libraries go after this library's own.
+    // Never destroyed: static lists of other libraries are destroyed later.
     static Lists& all = *new Lists;
     return all;
 }

@@ -24,7 +24,7 @@ std::string withoutTrailingSlash(std::string path)
     return path;
 }
 
-/// @return an absolute path from the environment; anything else counts as not set
+/// Returns an absolute path from the environment; the empty text for any other value.
 std::string fromEnvironment(const char* name)
 {
     const char* value = std::getenv(name);
@@ -62,7 +62,7 @@ std::string temporary()
     return set.empty() ? "/tmp" : set;
 }
 
-/// Reads one line of the form NAME="$HOME/Documents" or NAME="/data/documents", the only two that count.
+/// Reads one line of the form NAME="$HOME/Documents" or NAME="/data/documents", the only valid forms.
 bool parseUserDirectory(const std::string& line, const std::string& name, std::string& path)
 {
     const std::size_t begin = line.find_first_not_of(" \t");
@@ -88,7 +88,7 @@ bool parseUserDirectory(const std::string& line, const std::string& name, std::s
     return true;
 }
 
-/// @return the directory that the user chose, or the one of that name in the home directory
+/// Returns the directory that the user configured, otherwise the one with that name in the home directory.
 std::string userDirectory(const char* name, const char* inHome)
 {
     std::string path = below(home(), inHome);

@@ -12,7 +12,8 @@ StringList::StringList(const Referenced& other) : StringList(dynamic_cast<String
 
 StringList& StringList::operator=(const StringList& other)
 {
-    StringListPrivate* body = other.d; // read first: letting go of our own body may end other
+    // Read first: releasing our own body may destroy other.
+    StringListPrivate* body = other.d;
     Referenced::operator=(other);
     d = body;
     return *this;

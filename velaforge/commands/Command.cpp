@@ -18,7 +18,8 @@ Command::Command(const vfBase::Referenced& other) : Command(dynamic_cast<Command
 
 Command& Command::operator=(const Command& other)
 {
-    CommandPrivate* body = other.d; // read first: letting go of our own body may end other
+    // Read first: releasing our own body may destroy other.
+    CommandPrivate* body = other.d;
     vfBase::Referenced::operator=(other);
     d = body;
     return *this;

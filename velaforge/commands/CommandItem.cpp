@@ -18,7 +18,7 @@ vfBase::VfObject* createItem()
     return new CommandItem;
 }
 
-/// @return the first child of that name, null when there is none
+/// Returns the first child with the name @p name, null if there is none.
 const CommandItem* firstChild(const CommandItemPrivate& item, const std::string& name)
 {
     const auto found = std::find_if(item.items.begin(), item.items.end(), [&name](const CommandItem& child) {
@@ -47,7 +47,8 @@ CommandItem::CommandItem(CommandItemPrivate* body) : vfBase::Referenced(body, tr
 
 CommandItem& CommandItem::operator=(const CommandItem& other)
 {
-    CommandItemPrivate* body = other.d; // read first: letting go of our own body may end other
+    // Read first: releasing our own body may destroy other.
+    CommandItemPrivate* body = other.d;
     vfBase::Referenced::operator=(other);
     d = body;
     return *this;
@@ -84,7 +85,8 @@ bool CommandItem::insert(const CommandItem& item, const CommandItem& before)
     VF_REQUIRE(d, "CommandItem::insert", "the handle has no body");
     if (!item.isValid() || !before.isValid() || !firstChild(*d, before.d->command))
         return false;
-    d->items.append(item); // not before it: that it is there is all that counts
+    // At the end, by contract: a child with the name of before is only a condition.
+    d->items.append(item);
     return true;
 }
 
@@ -102,7 +104,7 @@ CommandItem CommandItem::find(const char* name) const
 void CommandItem::remove(const CommandItem& item)
 {
     VF_REQUIRE(d, "CommandItem::remove", "the handle has no body");
-    // May be the list's own entry.
+    // A copy: item may be the list's own entry.
     const CommandItem removed(item); // NOLINT(performance-unnecessary-copy-initialization)
     if (removed.isValid())
         d->items.removeOne(removed);
@@ -113,7 +115,8 @@ void CommandItem::remove(const char* name)
     VF_REQUIRE(d, "CommandItem::remove", "the handle has no body");
     if (!name)
         return;
-    const std::string removed(name); // may be the text of a child
+    // A copy: name may be the text of a child.
+    const std::string removed(name);
     d->items.asStdList().remove_if(
         [&removed](const CommandItem& child) { return child.d->command == removed; });
 }
@@ -123,7 +126,8 @@ void CommandItem::setCommand(const char* command, const char* context)
     VF_REQUIRE(d, "CommandItem::setCommand", "the handle has no body");
     if (!command)
         return;
-    std::string newCommand(command); // either may be a text of this very item
+    // A copy: command and context may be texts of this item.
+    std::string newCommand(command);
     if (context)
         d->context = std::string(context);
     d->command = std::move(newCommand);

@@ -14,18 +14,18 @@ namespace vfApplication {
 /// A property of an item.
 struct CommandItemProperty
 {
-    vfBase::VfVariant value;
-    std::string context;
+    vfBase::VfVariant value; ///< what getProperty returns
+    std::string context;     ///< stored only: no operation returns it
 };
 
-/// Body of CommandItem.
+/// Body of CommandItem: the node itself.
 struct VFAPPLICATION_EXPORT CommandItemPrivate : osg::Referenced
 {
-    std::string command;
-    std::string context;
-    vfBase::List<CommandItem> items;
-    std::map<std::string, CommandItemProperty> properties;
-    CommandItem::ToolbarHint toolbarHint = CommandItem::DefaultHint;
+    std::string command;                                             ///< the name
+    std::string context;                                             ///< set together with the name
+    vfBase::List<CommandItem> items;                                 ///< the children, in order
+    std::map<std::string, CommandItemProperty> properties;           ///< by key
+    CommandItem::ToolbarHint toolbarHint = CommandItem::DefaultHint; ///< how a toolbar shows the item
 
 protected:
     ~CommandItemPrivate() override;

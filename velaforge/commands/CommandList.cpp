@@ -15,7 +15,8 @@ CommandList::~CommandList() = default;
 
 CommandList& CommandList::operator=(const CommandList& other)
 {
-    CommandListPrivate* body = other.d; // read first: letting go of our own body may end other
+    // Read first: releasing our own body may destroy other.
+    CommandListPrivate* body = other.d;
     vfBase::Referenced::operator=(other);
     d = body;
     return *this;

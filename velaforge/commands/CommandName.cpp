@@ -27,7 +27,7 @@ struct CommandName::Text
     std::atomic<std::size_t> holders{1};
 };
 
-/// The texts that a thread used last, each at a place that follows from it.
+/// The texts that a thread used last: a hash table with one text per slot.
 class CommandName::Recent
 {
 public:
@@ -44,7 +44,7 @@ public:
         }
     }
 
-    /// @return a text that is counted for the caller
+    /// Returns a text equal to @p text, with a reference for the caller.
     static Text* get(const std::string& text)
     {
         Recent* recent = s_current ? s_current : makeForThread();
@@ -56,7 +56,7 @@ private:
 
     static Recent* makeForThread()
     {
-        // Null again when a thread's last objects make a name while they go.
+        // Null again if an object that is destroyed at the end of the thread makes a name.
         static thread_local Recent recent;
         return s_current;
     }

@@ -3,7 +3,7 @@
 
 #include <velaforge/base/ClassInfo.h>
 #include <velaforge/base/CopyCount.h>
-#include <velaforge/base/KeptForProcess.h>
+#include <velaforge/base/LeakForProcess.h>
 #include <velaforge/base/LifeWatch.h>
 #include <velaforge/base/Require.h>
 #include <velaforge/commands/CommandPrivate.h>
@@ -20,10 +20,10 @@ namespace vfApplication {
 
 namespace {
 
-/// A place in the history: on a command, at the end marker, or nowhere.
+/// A position in the history: on a command, at the end marker, or none.
 ///
-/// Commands are numbered for good as they are stored, so that a place keeps its meaning when the
-/// oldest are trimmed and can never be mistaken for that of an erased command.
+/// Each command has a number of its own, given when it is stored. A position thus stays right when the oldest
+/// commands are erased, and the position of an erased command never equals that of another.
 class Position
 {
 public:
@@ -56,16 +56,17 @@ private:
     Kind m_kind;
 };
 
-/// A counted CommandPrivate, kept in the type in which a handle keeps it, so that it moves from there without counting.
+/// A reference on a CommandPrivate, in the type in which a handle stores it: moving it from there does not
+/// count.
 using Body = osg::ref_ptr<osg::Referenced>;
 
 } // namespace
 
-/// The history holds counted bodies rather than handles: a long one then costs a pointer a command.
+/// Holds references on bodies rather than handles: a history then needs one pointer per command.
 ///
-/// The end of a command may run foreign code, which may use this very history: a body is therefore taken out, and every
-/// position put right, before it is released. The history keeps one free slot in reserve, so that a command which ran is
-/// always stored.
+/// The destructor of a command may use this history. Each body therefore leaves the history, and every
+/// position is corrected, before the body is released. One free slot is reserved before a command runs, so
+/// that storing it cannot fail.
 class CommandProcessorPrivate
 {
 public:
@@ -86,19 +87,19 @@ public:
         return place.isCommand() && place.number() >= m_firstNumber && place.number() < endNumber();
     }
 
-    /// @return the command at a place, null where there is none
+    /// Returns the command at @p place, null if there is none.
     CommandPrivate* command(const Position& place) const
     {
         return contains(place) ? static_cast<CommandPrivate*>(m_slots[indexOf(place)].get()) : nullptr;
     }
 
-    /// @return number of commands behind the cursor; all of them when nothing is done
+    /// Returns the number of commands behind the cursor: all of them if no command is done.
     std::size_t sizeOfRedoTail() const
     {
         return contains(currentCommand) ? size() - indexOf(currentCommand) - 1 : size();
     }
 
-    /// Makes the slot that the next append() fills.
+    /// Allocates the slot that the next append() fills.
     void reserve()
     {
         if (m_hasFreeSlot)
@@ -107,7 +108,7 @@ public:
         m_hasFreeSlot = true;
     }
 
-    /// Appends a command and sets the cursor to it; reserve() comes before.
+    /// Appends a command and sets the cursor to it. The caller has called reserve().
     void append(Body&& body)
     {
         m_slots.back().swap(body);
@@ -167,8 +168,8 @@ private:
         m_slots.erase(from, from + static_cast<std::ptrdiff_t>(count));
     }
 
-    /// Releases as many commands behind the first of the tail as fit on the stack: a tail may be long, and the release of
-    /// a command must not need memory.
+    /// Releases commands behind the first of the redo tail, oldest first: up to 4096, whose references are
+    /// moved to the stack, because releasing a command must not allocate.
     void eraseBehindAnchor()
     {
         constexpr std::size_t most = 4096;
@@ -186,17 +187,19 @@ private:
             released[i] = nullptr;
     }
 
-    std::deque<Body> m_slots; ///< the commands, oldest first, and behind them the free slot
+    /// The commands, oldest first; behind them the free slot, if there is one.
+    std::deque<Body> m_slots;
     bool m_hasFreeSlot = false;
-    std::uint64_t m_firstNumber = 0; ///< of the oldest command
+    /// The number of the oldest command.
+    std::uint64_t m_firstNumber = 0;
 };
 
 namespace {
 
 using Watch = vfBase::LifeWatch<CommandProcessorPrivate>;
 
-/// Marks a history whose cursor moves: a command that undoes or redoes while it is undone or redone itself would be
-/// called again without end.
+/// Marks a history whose cursor moves. A command that calls undo or redo while it is undone or redone would
+/// otherwise recurse without end.
 const vfBase::Call movingCursor{"CommandProcessor::undo"};
 
 using MovingCursor = vfBase::RunningCall<CommandProcessorPrivate>;
@@ -206,7 +209,7 @@ vfBase::VfObject* createProcessor()
     return new CommandProcessor(-1);
 }
 
-/// @return the place that redo would run, none when there is none
+/// Returns the position of the command that redo would run; none if there is no redo tail.
 Position redoCandidate(const CommandProcessorPrivate& d)
 {
     if (d.sizeOfRedoTail() == 0)
@@ -234,8 +237,8 @@ CommandProcessor& CommandProcessor::operator=(const CommandProcessor& other)
     if (d == other.d)
         return *this;
     vfBase::CopyCount::add(other.d);
-    // The former history stays allocated, by contract: other processors may work on it.
-    vfBase::keepReachable(d);
+    // By contract the former history is never released: other processors may use it.
+    vfBase::leakForProcess(d);
     d = other.d;
     return *this;
 }
@@ -300,7 +303,7 @@ bool CommandProcessor::submit(Command command, bool storeIt)
 {
     VF_REQUIRE_APPLICATION_THREAD("CommandProcessor::submit");
     VF_REQUIRE(command.isValid(), "CommandProcessor::submit", "the command has no body");
-    // What runs must be stored, so the memory for that comes first.
+    // Allocated before the command runs, so that storing it cannot fail.
     if (storeIt)
         d->reserve();
     const Watch watch(d);
@@ -323,14 +326,16 @@ void CommandProcessor::store(Command command)
     else
         d->eraseTail();
 
-    // After the tail, so that the oldest command is released only when the history is full without the tail.
+    // After the redo tail, so that the oldest command is released only if the history is full without the
+    // tail.
     if (!watch.isGone() && !d->isEmpty() &&
         static_cast<std::uint32_t>(d->size()) == static_cast<std::uint32_t>(d->maxCommands))
         d->eraseFirst();
 
     if (watch.isGone())
         return;
-    d->reserve(); // a released command may have stored another one
+    // Again: the destructor of a released command may have stored another command.
+    d->reserve();
     d->append(command.takeImp());
     setMenuStrings();
 }
@@ -351,7 +356,7 @@ bool CommandProcessor::undo()
         return false;
     if (running.isGone())
         return true;
-    // Unless the command moved the cursor itself, by storing another one or clearing the history.
+    // Not if the command moved the cursor by storing another command or clearing the history.
     if (d->currentCommand == before && d->contains(before))
         d->currentCommand = before == d->first() ? Position::end() : Position::at(before.number() - 1);
     setMenuStrings();

@@ -10,89 +10,116 @@ namespace vfApplication {
 
 class CommandProcessorPrivate;
 
-/// The undo and redo history of one document.
+/// The undo history of one document.
 ///
-///     processor.submit(command, true);  // runs it and, when it succeeds, keeps it
+///     processor.submit(command, true);  // runs it and, if it succeeds, stores it
 ///     processor.undo();
 ///     processor.redo();
 ///     processor.markAsSaved();
 ///     processor.isDirty();              // false
 ///
-/// A cursor stands on the command done last, or at the end when none is done. Storing drops what was undone
-/// and, at the maximum, the oldest command. A command that cannot undo is stored like any other, and blocks
-/// every undo below it. After an outside call of clearCommands the cursor stands nowhere, and initialize()
-/// must come before anything that asks for it.
+/// The cursor is on the command done last, or at the end if no command is done. The commands behind the
+/// cursor, which were undone, are the redo tail. Storing a command releases the redo tail and, at the
+/// maximum, the oldest command. A command that cannot undo is stored like any other, and blocks the undoing
+/// of all commands before it. clearCommands leaves the cursor at no position: a caller calls initialize()
+/// next.
 ///
-/// An ordinary object: a copy shares the history with its source, and only one of the two may be destroyed.
+/// A command may use this history while it runs and may close its document. undo() and redo() called by a
+/// command that is being undone or redone return false.
+///
+/// CommandProcessor is no handle: a copy shares the history with its source, and the last of them to be
+/// destroyed releases it. Document has one and deletes it.
 class VFAPPLICATION_EXPORT CommandProcessor : public vfBase::VfObject
 {
 public:
+    /// The class record, with a creator that sets no limit.
     static const vfBase::ClassInfo s_classInfo;
 
-    /// @param maximum  most commands to keep, -1 for no limit
+    /// Makes an empty history of at most @p maximum commands; -1 means no limit.
     CommandProcessor(int maximum = -1);
+
+    /// Shares the history of @p other.
     CommandProcessor(const CommandProcessor& other);
+
+    /// Shares the history of @p other. The former history is never released.
     CommandProcessor& operator=(const CommandProcessor& other);
 
-    // In the order of their slots, which is part of the binary interface. Each calls the others through
-    // these slots, so that a derived class sees the calls.
+    // In the order of their slots, which is part of the binary interface. They call one another through these
+    // slots, so that a derived class sees the calls.
     const vfBase::ClassInfo* getClassInfo() const override;
     ~CommandProcessor() override;
 
-    /// Runs @p command, which must have a body, and keeps it if @p storeIt.
-    /// @return what the command returned; false leaves everything as it was
+    /// Runs @p command, which must have a body, and stores it if it succeeded and @p storeIt is true.
+    /// @return what the command returned; false leaves the history unchanged
     virtual bool submit(Command command, bool storeIt);
 
-    /// Keeps @p command as the one done last, without running it.
+    /// Stores @p command, which must have a body, as the one done last, without running it.
     virtual void store(Command command);
 
-    /// Reverts the command at the cursor. @return false when there is none, it cannot undo, or it failed
+    /// Reverts the command at the cursor and moves the cursor back by one.
+    /// @return false, with the cursor unchanged, if there is none, if it cannot undo, or if it failed
     virtual bool undo();
 
-    /// Runs the command behind the cursor again. @return false when there is none or it failed
+    /// Runs the first command of the redo tail again and moves the cursor to it.
+    /// @return false, with the cursor unchanged, if there is none or it failed
     virtual bool redo();
 
+    /// Returns whether there is a command at the cursor and it can be undone.
     virtual bool canUndo() const;
+
+    /// Returns whether there is a redo tail.
     virtual bool canRedo() const;
 
-    /// Sets the cursor to the end: every command counts as undone, none is undone by it.
+    /// Sets the cursor to the end: every command then counts as undone, without being reverted.
     virtual void initialize();
 
-    /// Called after each change of the cursor, for a derived class to refresh its menus. Does nothing here.
+    /// Called after each change of the cursor, so that a derived class can refresh its menus. Does nothing
+    /// here.
     virtual void setMenuStrings();
 
-    /// Lets go of every command, oldest first; cursor and saved mark then stand nowhere.
+    /// Releases every command, oldest first. Cursor and saved mark are then at no position: call initialize()
+    /// next.
     virtual void clearCommands();
 
-    /// @return whether the history stands elsewhere than at the last markAsSaved(). An empty history is clean;
-    ///         one with every command undone is dirty.
+    /// Returns whether the cursor is elsewhere than at the last markAsSaved(). An empty history is never
+    /// dirty; a history whose commands are all undone always is.
     virtual bool isDirty() const;
 
-    /// @return a handle on the command at the cursor, one without a body when the cursor is at the end
+    /// Returns a handle on the command at the cursor; one without a body if the cursor is at the end.
     Command getCurrentCommand();
 
-    /// @return a handle on the command that redo() would run, one without a body when there is none; so that a menu can
-    ///         name it
+    /// Returns a handle on the command that redo() would run, so that a menu can show its name; one without a
+    /// body if there is no redo tail.
     Command getRedoCommand() const;
 
+    /// Returns the maximum passed to the constructor; -1 means no limit.
     int getMaxCommands() const;
 
     /// Sets the saved mark to the cursor.
     void markAsSaved();
 
+    /// Returns the key sequence for undo, for a menu to show; "Ctrl+Z" unless set.
     const vfBase::VfString& getUndoAccelerator() const;
+
+    /// Returns the key sequence for redo, for a menu to show; "Ctrl+Y" unless set.
     const vfBase::VfString& getRedoAccelerator() const;
+
+    /// Sets the key sequence for undo. This library stores it only.
     void setUndoAccelerator(const vfBase::VfString& accelerator);
+
+    /// Sets the key sequence for redo. This library stores it only.
     void setRedoAccelerator(const vfBase::VfString& accelerator);
 
-    /// @return "vfApplication::CommandProcessor"
+    /// Returns "vfApplication::CommandProcessor".
     static const char* classId();
 
 protected:
-    /// Runs the command with its own argument.
+    /// Runs @p command with the argument stored in its body. Called by submit and redo.
+    /// @return what the command returned
     virtual bool doCommand(Command& command);
 
-    /// Reverts the command with its own argument.
+    /// Reverts @p command with the argument stored in its body. Called by undo.
+    /// @return what the command returned
     virtual bool undoCommand(Command& command);
 
 private:

@@ -19,7 +19,7 @@ std::string nextId()
     return "vfApplication::DockWindow::" + std::to_string(++windows);
 }
 
-/// @return the toolkit side of a window, which all but its id, title and shortcut need
+/// Returns the toolkit side's part of a window. Everything except id, title and shortcut requires it.
 DockWindowInterface& shown(const DockWindowPrivate* body)
 {
     VF_REQUIRE(body, "DockWindow", "used after its body was destroyed");

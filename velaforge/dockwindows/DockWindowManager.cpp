@@ -29,29 +29,33 @@ DockWindowManagerInterface& screen(const DockWindowManagerPrivate* body)
     return *body->dockWindowManagerInterface;
 }
 
-/// Releases a body that was taken out of the table. The window of a body that nothing else holds is destroyed first, so
-/// that the destructors of derived windows can still ask for its id and title.
+/// Releases a body that was removed from the table. If nothing else references the body, deletes its window
+/// first, so that the destructors of derived windows can still call getId and getTitle.
 void release(Body& body)
 {
     if (!body || body->referenceCount() != 1 || !body->dockWindow)
         return;
-    body->ref(); // the count that the window gave up, and takes back with its end
+    // The reference that the window gave up in moveToTable: its destructor releases it.
+    body->ref();
     delete body->dockWindow;
 }
 
-/// Takes a window's own count of its body and enters the body in the table, which then owns the window.
-DockWindow& handOver(std::unique_ptr<DockWindow> dockWindow, DockWindows& table, const vfBase::VfString& id)
+/// Adds the body of a window to the table and releases the window's own reference on it: the table then owns
+/// the window.
+DockWindow& moveToTable(std::unique_ptr<DockWindow> dockWindow, DockWindows& table,
+                        const vfBase::VfString& id)
 {
     Body entry = dockWindow->getDockWindowPrivate();
-    Body& place = table[id]; // before the count is given up: this may fail
+    // Before the reference is given up: inserting may throw.
+    Body& place = table[id];
     entry->unref_nodelete();
     std::swap(place, entry);
     release(entry);
     return *dockWindow.release();
 }
 
-/// Calls @p use for each window that is in the table and still stays there, in the order of the ids. It may add and
-/// remove windows, also the one that it is called for.
+/// Calls @p use for each window that is in the table and was not removed meanwhile, in the order of the ids.
+/// @p use may add and remove windows, including the one that it is called for.
 template <class Use>
 void forEachWindow(const DockWindowManagerPrivate* manager, Use use)
 {
@@ -101,7 +105,7 @@ DockWindow& DockWindowManager::addNewDockWindow()
     VF_REQUIRE_APPLICATION_THREAD("DockWindowManager::addNewDockWindow");
     auto dockWindow = std::make_unique<DockWindow>();
     const vfBase::VfString id = dockWindow->getId();
-    return handOver(std::move(dockWindow), d->dockWindows, id);
+    return moveToTable(std::move(dockWindow), d->dockWindows, id);
 }
 
 DockWindow& DockWindowManager::addNewOrGetExistingDockWindow(const char* id, DockWindow::DockArea area,
@@ -125,7 +129,7 @@ DockWindow& DockWindowManager::addNewOrGetExistingDockWindow(const char* id, Doc
         made->setShortcut(shortcut);
         screen(d).dockDockWindowToArea(area, made.get());
     }
-    return handOver(std::move(made), d->dockWindows, key);
+    return moveToTable(std::move(made), d->dockWindows, key);
 }
 
 DockWindow* DockWindowManager::findDockWindow(const char* id) const
@@ -161,7 +165,7 @@ bool DockWindowManager::removeDockWindow(DockWindow* dockWindow)
                                     [body](const auto& entry) { return entry.second == body; });
     if (found == d->dockWindows.end())
         return false;
-    // Out of the table first, so that a window may ask the manager while it is destroyed.
+    // Removed from the table first, so that the destructor of the window may use the manager.
     Body released = found->second;
     d->dockWindows.asStdMap().erase(found);
     release(released);
@@ -196,7 +200,7 @@ DockWindow* DockWindowManager::nextDockWindow()
 
 DockWindow* DockWindowManager::previousDockWindow()
 {
-    return nullptr; // a new iterator has nothing before it
+    return nullptr; // a new iterator has no previous entry
 }
 
 DockWindow* DockWindowManager::peekNextDockWindow() const
@@ -251,7 +255,7 @@ DockWindowManagerPrivate::~DockWindowManagerPrivate()
 {
     vfBase::crosswise::endBody(dockWindowManager, &DockWindowManager::d);
     dockWindowManagerInterface.reset();
-    // A window may use the table while it is destroyed, so each leaves the table first.
+    // Each window is removed from the table before it is destroyed: its destructor may use the table.
     while (!dockWindows.isEmpty()) {
         Body released = dockWindows.asStdMap().begin()->second;
         dockWindows.asStdMap().erase(dockWindows.asStdMap().begin());

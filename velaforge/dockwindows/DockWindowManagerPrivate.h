@@ -20,17 +20,24 @@ class DockWindowManager;
 class VFAPPLICATION_EXPORT DockWindowManagerPrivate : public osg::Referenced
 {
 public:
+    /// Makes the body of @p manager, without windows.
     explicit DockWindowManagerPrivate(DockWindowManager* manager) : dockWindowManager(manager) {}
     DockWindowManagerPrivate(const DockWindowManagerPrivate&) = delete;
     DockWindowManagerPrivate& operator=(const DockWindowManagerPrivate&) = delete;
 
-    // The order decides what goes first: the interface, then the windows.
-    vfBase::Map<vfBase::VfString, osg::ref_ptr<DockWindowPrivate>> dockWindows; ///< the bodies, by id
-    std::shared_ptr<DockWindowManagerInterface> dockWindowManagerInterface;     ///< empty without a producer
-    DockWindowManager* dockWindowManager; ///< the manager of this body, null once it is gone
+    // Destroyed in reverse order: the interface before the windows.
+
+    /// The bodies of the windows, by id.
+    vfBase::Map<vfBase::VfString, osg::ref_ptr<DockWindowPrivate>> dockWindows;
+
+    /// The toolkit side's part, empty without a producer.
+    std::shared_ptr<DockWindowManagerInterface> dockWindowManagerInterface;
+
+    /// The manager of this body, null after its destruction.
+    DockWindowManager* dockWindowManager;
 
 protected:
-    /// Destroys the manager, unless that has cut itself off before.
+    /// Deletes the manager, unless it was destroyed before, and releases the windows.
     ~DockWindowManagerPrivate() override;
 };
 

@@ -8,21 +8,27 @@ namespace vfApplication {
 class DockWindowManager;
 class DockWindowManagerInterface;
 
-/// Makes the toolkit side's half of the manager. A toolkit side derives from it, makes one and stores it in Realizer
-/// before the application is constructed; this library never assigns or deletes it.
+/// Makes the toolkit side's part of the dock window manager. A toolkit side derives from it, makes one and
+/// stores it in Realizer before the application is constructed. This library neither assigns nor deletes a
+/// producer.
 struct VFAPPLICATION_EXPORT DockWindowManagerProducer
 {
     /// The producer in use; null until a toolkit side sets it.
     static DockWindowManagerProducer* Realizer;
 
+    /// Makes a producer that is not in use.
     DockWindowManagerProducer() = default;
+
+    /// Copies nothing: the class has no fields.
     DockWindowManagerProducer(const DockWindowManagerProducer&) = default;
+
+    /// Copies nothing: the class has no fields.
     DockWindowManagerProducer& operator=(const DockWindowManagerProducer&) = default;
 
     // In the order of their slots, which is part of the binary interface.
 
-    /// Called within the constructor of @p manager.
-    /// @return the half of that manager, which the manager owns from then on
+    /// Makes the toolkit side's part of @p manager, whose constructor calls this.
+    /// @return the new part, which the manager owns
     virtual DockWindowManagerInterface* create(DockWindowManager* manager) = 0;
 
 protected:

@@ -82,7 +82,7 @@ const DockWindowManagerSettings::DockWindowState* DockWindowManagerSettings::fin
 
 DockWindowManagerSettings::DockWindowState& DockWindowManagerSettings::findOrMake(const std::string& id)
 {
-    // Auto-hidden, too: a record that is worth anything has all three values set.
+    // Auto-hidden by contract; saveDockWindowsState sets all three values.
     return m_dockWindowList.emplace(id, DockWindowState{true, true, DockWindow::NoDockArea}).first->second;
 }
 

@@ -17,18 +17,19 @@ class DockWindowInterface;
 class VFAPPLICATION_EXPORT DockWindowPrivate : public osg::Referenced
 {
 public:
+    /// Makes a body with the id @p windowId; null generates one.
     explicit DockWindowPrivate(const char* windowId);
     DockWindowPrivate(const DockWindowPrivate&) = delete;
     DockWindowPrivate& operator=(const DockWindowPrivate&) = delete;
 
-    std::string id; ///< fixed after construction
-    std::string title;
-    std::int32_t shortcut = 0;
-    DockWindowInterface* dockWindowInterface = nullptr; ///< the toolkit side's
-    DockWindow* dockWindow = nullptr;                   ///< the window of this body, null once it is gone
+    std::string id;                                     ///< does not change
+    std::string title;                                  ///< the title set last
+    std::int32_t shortcut = 0;                          ///< see DockWindow::setShortcut
+    DockWindowInterface* dockWindowInterface = nullptr; ///< owned by the toolkit side
+    DockWindow* dockWindow = nullptr; ///< the window of this body, null after its destruction
 
 protected:
-    /// Destroys the window, unless that has cut itself off before.
+    /// Deletes the window, unless it was destroyed before.
     ~DockWindowPrivate() override;
 };
 

@@ -27,7 +27,7 @@ DockWindowRegistry* DockWindowRegistry::instance(bool erase)
 DockWindow* DockWindowRegistry::create(const char* key)
 {
     const auto found = d->producers.find(key);
-    // A count of its own: the producer may register another one in its place while it works.
+    // A reference of its own: the producer may register another one under its key while it runs.
     const std::shared_ptr<DockWindowRegistryPrivate::Producer> producer =
         found == d->producers.end() ? nullptr : found->second;
     return producer ? producer->create() : nullptr;

@@ -10,20 +10,22 @@ class DockWindowRegistryPrivate;
 
 /// Makes the dock windows that plug-ins offer.
 ///
-/// Plug-ins register producers with a DockWindowRegistryPrivate::Proxy. There is no lock: plug-ins are loaded one after
-/// the other, and windows made on the thread of the user interface.
+/// Plug-ins register producers with a DockWindowRegistryPrivate::Proxy. There is no lock: load plug-ins one
+/// after another, and make windows on the thread of the user interface.
 class VFAPPLICATION_EXPORT DockWindowRegistry
 {
 public:
     DockWindowRegistry(const DockWindowRegistry&) = delete;
     DockWindowRegistry& operator=(const DockWindowRegistry&) = delete;
 
-    /// @param erase  lets go of this object for good; the producers stay
-    /// @return the one object; null once it was erased
+    /// Returns the only registry. If @p erase is true, deletes this object instead, for the rest of the
+    /// process; the producers stay.
+    /// @return null after it was deleted
     static DockWindowRegistry* instance(bool erase);
 
-    /// @param key  the pointer under which a producer registered; an equal text at another address is another key
-    /// @return a new window, the caller's; null for an unknown key
+    /// Has the producer registered under the pointer @p key make a window. An equal text at another address
+    /// is another key.
+    /// @return the window, owned by the caller; null for an unknown key
     DockWindow* create(const char* key);
 
 private:

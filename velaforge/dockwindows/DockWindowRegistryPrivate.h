@@ -13,37 +13,43 @@ class DockWindow;
 ///
 ///     static const vfApplication::DockWindowRegistryPrivate::Proxy proxy(new LayersProducer);
 ///
-/// Keys are compared as pointers, never as texts: a window is made for the very pointer that getKey() returned, which a
-/// plug-in therefore keeps in one constant.
+/// Keys are compared as pointers, not as texts: the caller passes the pointer that getKey() of the producer
+/// returned. A plug-in therefore defines its key as one constant.
 class VFAPPLICATION_EXPORT DockWindowRegistryPrivate
     : public vfBase::Registry<
           DockWindowRegistryPrivate,
           vfBase::RegistryObjectProducerInterface<DockWindow, const char*, vfBase::NilType>, const char*>
 {
 public:
+    /// The interface of a producer of dock windows.
     using Producer = vfBase::RegistryObjectProducerInterface<DockWindow, const char*, vfBase::NilType>;
+
+    /// The table of producers.
     using Base = vfBase::Registry<DockWindowRegistryPrivate, Producer, const char*>;
 
-    /// What a plug-in makes a static object of.
+    /// Registers a producer when it is constructed. A plug-in defines a static object of this class.
     class VFAPPLICATION_EXPORT Proxy : public Base::Proxy
     {
     public:
-        /// See Registry::Proxy. What counts the holders of the producer is this library's, so that the entry stays sound
-        /// when the plug-in is closed.
+        /// Registers @p producer, see Registry::Proxy. The code that counts references on the producer is in
+        /// this library, so that the entry stays valid when the plug-in is closed.
         explicit Proxy(Producer* producer);
     };
 
+    /// Makes an empty table.
     DockWindowRegistryPrivate();
     ~DockWindowRegistryPrivate() override;
 
+    /// Does nothing.
     void registryHook() override {}
 
 private:
     friend class DockWindowRegistry;
     friend Base;
 
-    /// @param erase  lets go of the object for good
-    /// @return the one object; null once it was erased
+    /// Returns the only object of this class. If @p erase is true, releases it instead, for the rest of the
+    /// process.
+    /// @return null after it was released
     static DockWindowRegistryPrivate* instance(bool erase);
 };
 

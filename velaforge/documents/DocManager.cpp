@@ -25,7 +25,7 @@ namespace vfApplication {
 
 namespace {
 
-/// Takes every occurrence of @p item out.
+/// Removes every occurrence of @p item from @p list.
 template <class T>
 void eraseAll(vfBase::Vector<T>& list, T item)
 {
@@ -33,7 +33,7 @@ void eraseAll(vfBase::Vector<T>& list, T item)
         list.remove(i);
 }
 
-/// Says that a document could not be closed in order; the exception that is being handled tells why.
+/// Reports that a document could not be closed, with the text of the exception that is being handled.
 void reportClosingFailure(const vfBase::VfString& filename)
 {
     if (!vfBase::NotifyHandler::instance().isNotifyEnabled())
@@ -88,8 +88,8 @@ DocManager::~DocManager()
 {
     vfBase::LifeWatch<DocManager>::end(this);
     const vfBase::RunningCall<DocManager> running(this, s_closingAll);
-    // A document reaches the manager through its template, so documents go first. What one of them throws costs the
-    // others nothing.
+    // Documents first: they reach the manager through their template. If one throws, the others are closed
+    // all the same.
     const vfBase::Vector<Document*> documents = m_documents;
     for (unsigned int kept = 0; kept < documents.size();) {
         Document* document = documents.at(kept);
@@ -101,7 +101,7 @@ DocManager::~DocManager()
             reportClosingFailure(watch.isGone() ? vfBase::VfString() : document->getFilename());
         }
         if (kept < documents.size() && documents.at(kept) == document)
-            ++kept; // it threw, and is destroyed below
+            ++kept; // it threw, and is deleted below
     }
     m_currentView = nullptr;
     while (!m_documents.isEmpty()) {
@@ -119,7 +119,7 @@ DocManager::~DocManager()
         delete m_fileHistory;
 }
 
-// --- questions
+// --- state
 
 bool DocManager::initialize()
 {
@@ -236,7 +236,7 @@ void DocManager::enterInHistory(DocTemplate& documentTemplate, const vfBase::VfS
         if (documentTemplate.fileMatchesTemplate(path) && !watch.isGone())
             addFileToHistory(path);
     } catch (const std::bad_alloc&) {
-        // The file is open, or saved: a list of recent files without it is the smaller loss.
+        // Ignored: the file is open or saved, and only the entry in the recent files is missing.
     }
 }
 
@@ -269,8 +269,8 @@ bool DocManager::closeDocument(Document* document, bool force)
         document->deleteAllViews();
     if (self.isGone())
         return true;
-    // The document is normally gone by now. One that belongs to this manager has left the list with that; of any other
-    // the pointer is only compared.
+    // The document is normally deleted by now. A document of this manager has then left the list; the pointer
+    // to any other is only compared.
     if (!(isOurs && watch.isGone()) && m_documents.contains(document))
         removeDocument(document);
     return true;

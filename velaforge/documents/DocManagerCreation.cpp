@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// How a path becomes a document with a view: the creating half of DocManager.
+// The part of DocManager that makes, loads and updates documents and makes views.
 #include <velaforge/application/Application.h>
 #include <velaforge/application/ApplicationCallback.h>
 #include <velaforge/application/ApplicationPrivate.h>
@@ -28,7 +28,7 @@ vfBase::VfString overrideExtension(const vfBase::Options& options)
     return options.isValid() ? options.getPluginStringData("OVERRIDE_EXT") : vfBase::VfString();
 }
 
-/// @return the caller's options as they go to the document; the caller's own stay as they are
+/// Returns a copy of the caller's options for the document, with BUILD_SCENEGRAPH set.
 vfBase::Options workingCopy(const vfBase::Options& options)
 {
     vfBase::Options working = options.clone();
@@ -43,7 +43,7 @@ void tellApplication(Document* document)
         application->getImp()->callback->onDocumentCreated(document);
 }
 
-/// To be called while an exception is handled: throws it on, wrapped with the name of the routine.
+/// Throws the exception that is being handled again, wrapped in a BaseException that names the operation.
 [[noreturn]] void throwWrapped()
 {
     static const std::string routine = "vfApplication::DocManager::createDocument";
@@ -60,8 +60,8 @@ void tellApplication(Document* document)
     }
 }
 
-/// Deletes the views of a document that could not be made, and with them the document.
-/// @throws what the views throw; the document is destroyed all the same
+/// Deletes the views of a document that could not be made, and the document with them.
+/// @throws any exception that the views throw; the document is deleted all the same
 void dispose(const vfBase::LifeWatch<Document>& watch, void (*destroy)(Document*))
 {
     if (watch.isGone())
@@ -75,7 +75,8 @@ void dispose(const vfBase::LifeWatch<Document>& watch, void (*destroy)(Document*
     }
 }
 
-/// Runs a step of a document's making. When it throws, the document is destroyed and the exception is thrown on, wrapped.
+/// Runs a step of making a document. If it throws, deletes the document and throws the exception again,
+/// wrapped.
 template <class Step>
 bool guarded(const vfBase::LifeWatch<Document>& watch, void (*destroy)(Document*), Step step)
 {
@@ -94,7 +95,7 @@ Document* DocManager::createDocument(const vfBase::VfString& path, const vfBase:
     VF_REQUIRE_APPLICATION_THREAD("DocManager::createDocument");
     const vfBase::LifeWatch<DocManager> self(this);
     try {
-        // A program that opens a document whenever one is closed would never come to an end.
+        // Otherwise a program that opens a document whenever one is closed would never finish closing all.
         if (vfBase::RunningCall<DocManager>::isRunning(this, s_closingAll))
             return nullptr;
         vfBase::Vector<DocTemplate*> visible;
@@ -104,11 +105,12 @@ Document* DocManager::createDocument(const vfBase::VfString& path, const vfBase:
             return nullptr;
 
         const vfBase::Options working = workingCopy(options);
-        const vfBase::VfString name = path; // a copy: the path may belong to a document that is closed below
+        // A copy: the path may belong to a document that is closed below.
+        const vfBase::VfString name = path;
         const bool silent = isOn(working, "SILENT");
         const bool newDocument = isOn(working, "NEWDOC");
 
-        // The order is a promise: no template, then nothing is closed; open already, then nothing is closed.
+        // The order is a contract: a call that finds no template, or an open document, closes nothing.
         DocTemplate* documentTemplate = nullptr;
         if (!silent && newDocument)
             documentTemplate = selectDocumentType(visible.data(), count, false);
@@ -128,7 +130,7 @@ Document* DocManager::createDocument(const vfBase::VfString& path, const vfBase:
             }
         }
 
-        // A limit of 0 counts as 1: a document that is to be opened needs a place.
+        // A limit of 0 counts as 1: otherwise no document could be opened.
         const auto limit = std::max(static_cast<unsigned int>(m_maxDocsOpen), 1u);
         if (m_documents.size() >= limit && !closeDocument(m_documents.first(), false))
             return nullptr;
@@ -185,7 +187,8 @@ bool DocManager::updateDocument(Document* document, const vfBase::VfString& path
         return false;
     const vfBase::LifeWatch<DocManager> self(this);
     const vfBase::LifeWatch<Document> watch(document);
-    const vfBase::VfString name = path; // a copy: the path may belong to a document that a callback closes
+    // A copy: the path may belong to a document that a callback closes.
+    const vfBase::VfString name = path;
     vfBase::Vector<DocTemplate*> visible;
     getVisibleTemplates(visible);
     const int count = static_cast<int>(visible.size());
@@ -205,7 +208,7 @@ bool DocManager::updateDocument(Document* document, const vfBase::VfString& path
         return true;
     }
 
-    // Without a name the document takes the new one over on loading, and tells its views.
+    // Without a file name onOpenDocument takes the new one and notifies the views.
     const vfBase::VfString previous = document->getFilename();
     document->setFilename("", false);
     if (!document->onOpenDocument(name, working)) {

@@ -7,15 +7,19 @@ namespace vfApplication {
 
 class DocManager;
 
-/// Makes the document manager that an application has from the start. A toolkit side installs one, so that the templates
-/// of ApplicationSetup::onRegisterDocumentType belong to a manager of that side without a word of the program;
-/// Application::setDocManager replaces it.
+/// Makes the document manager that Application has from its construction on.
+///
+/// A toolkit side derives from it, makes one and stores it in Realizer before the application is constructed.
+/// The templates of ApplicationSetup::onRegisterDocumentType then belong to the toolkit side's manager. This
+/// library neither assigns nor deletes a producer.
 struct VFAPPLICATION_EXPORT DocManagerProducer
 {
-    /// Null unless a toolkit side sets it; the application makes a plain DocManager then.
+    /// The producer in use. If it is null, as until a toolkit side sets it, the application makes a plain
+    /// DocManager.
     static DocManagerProducer* Realizer;
 
-    /// @return a new manager, which the application owns; never null. There is no Application::instance yet.
+    /// Makes a manager, while Application::instance is still null.
+    /// @return the new manager, which the application owns; never null
     virtual DocManager* create() = 0;
 
 protected:

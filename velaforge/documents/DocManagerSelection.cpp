@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Which template serves a path or a request: the choosing half of DocManager.
+// The part of DocManager that chooses templates.
 #include <velaforge/application/Application.h>
 #include <velaforge/base/StringList.h>
 #include <velaforge/documents/DocManager.h>
@@ -15,7 +15,7 @@ namespace vfApplication {
 
 namespace {
 
-/// Candidates in the order found, in an array as long as the input, and the text by which each is sorted.
+/// The candidates in the order found, in an array as long as the input, and the text by which each is sorted.
 struct Candidates
 {
     explicit Candidates(int count) : templates(static_cast<std::size_t>(std::max(count, 0)), nullptr) {}
@@ -27,8 +27,8 @@ struct Candidates
         texts.push_back(text);
     }
 
-    /// Sorts the texts by byte, and finds the template of each again: of several with one text the last in
-    /// the input, visible or not.
+    /// Sorts the texts by byte, then looks up the template of each again: the last of the input with that
+    /// text, visible or not.
     template <class Text>
     void sort(DocTemplate** input, int count, Text text)
     {

@@ -20,9 +20,9 @@ namespace vfApplication {
 
 namespace {
 
-/// Makes an object of the class, or of the class registered under @p typeName while that is not known yet.
-/// @return null when @p classInfo makes something else
-/// @throws vfBase::BaseException with @p complaint when the name does not stand for a Product
+/// Makes an object by @p classInfo; if that is null, of the class registered under @p typeName.
+/// @return null if @p classInfo makes another class
+/// @throws vfBase::BaseException with the message @p complaint if the registered class is no Product
 template <class Product>
 std::unique_ptr<Product> make(const vfBase::ClassInfo*& classInfo, const vfBase::VfString& typeName,
                               const char* complaint)
@@ -36,7 +36,8 @@ std::unique_ptr<Product> make(const vfBase::ClassInfo*& classInfo, const vfBase:
         throw vfBase::BaseException(complaint);
     }
     (void)object.release(); // the product is the same object
-    // A class without a record of its own answers with that of its parent, which makes other objects or none.
+    // Not for a class without a record of its own: it returns that of its parent, which makes other objects
+    // or none.
     const vfBase::ClassInfo* record = product->getClassInfo();
     if (!classInfo && record == vfBase::Registry_::instance().findClass(typeName.c_str()))
         classInfo = record;
@@ -115,7 +116,7 @@ Document* DocTemplate::createDocument(const vfBase::VfString& path, const vfBase
     }
     if (isMade)
         return watch.get();
-    // With the views that it got before it failed.
+    // Together with the views that were made before the failure.
     Document::destroy(watch.get());
     return nullptr;
 }
@@ -124,8 +125,8 @@ bool DocTemplate::initDocument(Document* document, const vfBase::VfString& path,
                                const vfBase::Options& options)
 {
     if (!document)
-        return false; // the class record of the template makes objects of another class
-    // A view that refuses or closes the document must not delete it here: operations of it are still running.
+        return false; // the class record makes objects of another class
+    // A view that refuses or closes the document must not delete it here: its operations are still running.
     const vfBase::RunningCall<Document> making(document, Document::s_making);
     const vfBase::LifeWatch<DocTemplate> watch(this);
     try {
@@ -138,7 +139,8 @@ bool DocTemplate::initDocument(Document* document, const vfBase::VfString& path,
         m_documentManager->addDocument(document);
         return true;
     } catch (...) {
-        // Whatever it was, the caller learns that there is no document; only what got as far as the list has views.
+        // The caller learns only that there is no document. Only a document that was added to the list has
+        // views.
         if (!making.isGone() && !watch.isGone() && m_documentManager->containsDocument(document))
             document->deleteAllViews();
         return false;

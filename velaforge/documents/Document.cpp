@@ -35,20 +35,21 @@ namespace {
 
 const vfBase::Call closing{"Document::close"};
 
-/// @return the shell of the current application, null when there is no application
+/// Returns the shell of the current application, null if there is no application.
 ApplicationInterface* shell()
 {
     Application* application = Application::instance(false);
     return application ? application->getApplicationInterface() : nullptr;
 }
 
-/// Every document of the process, listed by a manager or not.
+/// All documents of the process, including those that no manager lists.
 class AllDocuments
 {
 public:
     static AllDocuments& instance()
     {
-        static AllDocuments& all = *new AllDocuments; // documents may be destroyed until the very end
+        // Never destroyed: documents may be destroyed until the process ends.
+        static AllDocuments& all = *new AllDocuments;
         return all;
     }
 
@@ -75,8 +76,8 @@ private:
     std::set<Document*> m_documents;
 };
 
-/// A walk over the views of a document that stays right while the notified views close, open and delete views.
-/// It allocates nothing, so that a notification cannot fail half-way.
+/// Iterates over the views of a document. Stays valid while the notified views close, open and delete views.
+/// Allocates nothing, so that a notification cannot fail half-way.
 class ViewWalk
 {
 public:
@@ -85,7 +86,7 @@ public:
     ViewWalk(const ViewWalk&) = delete;
     ViewWalk& operator=(const ViewWalk&) = delete;
 
-    /// @return the next view in the list, null at its end
+    /// Returns the next view in the list, null at its end.
     View* next()
     {
         while (m_next < m_views.size()) {
@@ -95,7 +96,7 @@ public:
         return nullptr;
     }
 
-    /// Keeps the walks over @p views in place when the view at @p index leaves the list.
+    /// Corrects the positions of all walks over @p views after the view at @p index was removed.
     static void onRemoved(const Views& views, unsigned int index)
     {
         for (ViewWalk* walk = innermost; walk; walk = walk->m_outer) {
@@ -107,14 +108,15 @@ public:
 private:
     static thread_local ViewWalk* innermost;
 
-    const Views m_views; ///< shares the list, which outlives the document for the walk
+    /// Shares the list and keeps it alive if the document is deleted.
+    const Views m_views;
     unsigned int m_next = 0;
     ViewWalk* const m_outer;
 };
 
 thread_local ViewWalk* ViewWalk::innermost = nullptr;
 
-/// Calls @p tell for each view but @p sender, as long as the document exists.
+/// Calls @p tell for each view except @p sender, as long as the document exists.
 template <class Tell>
 void tellViews(const Document& document, const Views& views, const View* sender, Tell tell)
 {
@@ -134,7 +136,7 @@ void Document::deleteView(View* view, const Views& views, const LifeWatch<Docume
         const RunningCall<View> ending(view, View::s_ending);
         delete view;
     }
-    // Still listed: the view was entered by addView alone and knows no document that it could leave.
+    // Still listed if the view was added by addView alone: it has no document to remove itself from.
     if (Document* document = watch.get()) {
         if (views.contains(view))
             document->removeView(view);
@@ -245,7 +247,7 @@ void Document::cutView(View* view)
             if (document->m_viewList.contains(view))
                 document->removeView(view);
         } catch (...) {
-            // An override has thrown before the view was out of the list, or after that.
+            // An override has thrown, before or after the view was removed from the list.
             if (!watch.isGone())
                 document->dropView(view);
         }
@@ -272,7 +274,7 @@ void Document::destroy(Document* document)
     while (!watch.isGone() && !views.isEmpty()) {
         View* view = views.asStdVector().front();
         if (RunningCall<View>::isRunning(view, View::s_ending))
-            return; // the document goes with this view, which is being deleted already
+            return; // this view is being deleted already, and deletes the document
         deleteView(view, views, watch);
     }
     delete watch.get();
@@ -358,7 +360,7 @@ bool Document::addView(View* view)
     if (m_viewList.contains(view))
         return true;
     m_viewList.append(view);
-    // Last: this document may be gone after it.
+    // Last: it may delete this document.
     onChangedViewList();
     return true;
 }
@@ -370,14 +372,14 @@ bool Document::removeView(View* view)
         return false;
     m_viewList.remove(index);
     ViewWalk::onRemoved(m_viewList, index);
-    // Last: this document may be gone after it.
+    // Last: it may delete this document.
     onChangedViewList();
     return true;
 }
 
 void Document::onChangedViewList()
 {
-    // While a document is made its template is still working on it, and deletes it when making it failed.
+    // While the template makes the document it still uses it, and deletes it if a step fails.
     if (m_viewList.isEmpty() && !RunningCall<Document>::isRunning(this, s_making))
         delete this;
 }
@@ -385,7 +387,8 @@ void Document::onChangedViewList()
 bool Document::deleteAllViews()
 {
     VF_REQUIRE_APPLICATION_THREAD("Document::deleteAllViews");
-    // The document goes with its last view, so from here on only locals are used: the handle keeps the list alive.
+    // The document is deleted with its last view, so only locals are used from here on. The handle keeps the
+    // list alive.
     const LifeWatch<Document> watch(this);
     DocManager* manager = getDocumentManager();
     const LifeWatch<DocManager> managerWatch(manager);
@@ -405,12 +408,12 @@ bool Document::deleteAllViews()
             delete this;
         return true;
     }
-    // The number is read before the deletion: with the last view the document goes.
+    // The number is read before the deletion: the document is deleted with the last view.
     while (!watch.isGone() && !views.isEmpty()) {
         View* view = views.asStdVector().front();
         const bool isLast = views.size() == 1;
         if (RunningCall<View>::isRunning(view, View::s_ending))
-            return true; // the call that deletes this view goes on with the others
+            return true; // an outer call deletes this view, and then the others
         deleteView(view, views, watch);
         if (isLast)
             break;
@@ -510,7 +513,7 @@ bool Document::revert()
     const LifeWatch<Document> watch(this);
     if (!confirmRevert() || watch.isGone())
         return false;
-    // A copy, since doOpenDocument assigns to the field that it is handed.
+    // A copy: doOpenDocument assigns to this field.
     const vfBase::Options options = m_openDocumentOptions;
     if (!doOpenDocument(getFilename(), options))
         return false;
@@ -545,7 +548,7 @@ vfBase::WriteResult Document::saveAs(const vfBase::Options& options)
     if (directory.empty())
         directory = requiredManager("Document::saveAs")->getLastDirectory();
 
-    // The dialog may write to the options, which then reach the writer; the caller's own stay as they are.
+    // A copy: the dialog may change the options, which the writer gets. The caller's options are not changed.
     vfBase::Options working = options.isValid() ? options.clone() : vfBase::Options(new osgDB::Options);
     const vfBase::VfString extension = documentTemplate->getDefaultExtension();
     const vfBase::VfString name = vfBase::getNameLessExtension(vfBase::getSimpleFileName(m_filename));
@@ -555,7 +558,8 @@ vfBase::WriteResult Document::saveAs(const vfBase::Options& options)
     if (path.empty() || watch.isGone())
         return WriteResult(WriteResult::NoPath);
 
-    // Copied before the file is written, so that nothing can fail between the file and the name.
+    // Copied before the file is written, so that nothing can fail between writing the file and taking its
+    // name.
     vfBase::VfString filename(path);
     vfBase::VfString title(osgDB::getSimpleFileName(path));
     const WriteResult result = onSaveDocument(path, working);
@@ -574,7 +578,8 @@ vfBase::WriteResult Document::onSaveDocument(const vfBase::VfString& path, const
     if (path.empty())
         return WriteResult(WriteResult::Written);
     const LifeWatch<Document> watch(this);
-    // Copied before the file is written, so that nothing can fail between the file and the name.
+    // Copied before the file is written, so that nothing can fail between writing the file and taking its
+    // name.
     vfBase::VfString filename(path);
     vfBase::VfString title(vfBase::getSimpleFileName(path));
     const WriteResult result = doSaveDocument(path, options);
@@ -605,11 +610,11 @@ bool Document::onSaveModified()
     if (watch.isGone())
         return true;
     switch (answer) {
-    case 0:
+    case 0: // cancel
         return false;
-    case 1:
+    case 1: // save
         return save(vfBase::Options::invalid()).success();
-    case 2:
+    case 2: // discard
         modify(false);
         return true;
     default:
@@ -622,7 +627,7 @@ bool Document::onSaveModified()
 bool Document::close()
 {
     VF_REQUIRE_APPLICATION_THREAD("Document::close");
-    // A view or the user, asked about this very closing, may close again: the first call decides.
+    // A view or a dialog may call this again while it runs: the first call decides.
     if (RunningCall<Document>::isRunning(this, closing))
         return false;
     const RunningCall<Document> running(this, closing);

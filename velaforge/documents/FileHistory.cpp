@@ -43,10 +43,11 @@ void FileHistory::addFileToHistory(const vfBase::VfString& path)
     const osg::ref_ptr<FileHistorySettings> settings = FileHistorySettings::instance(false);
     if (!settings)
         return;
-    vfBase::VfString added = path; // a copy: the path may be an entry itself
+    // A copy: the path may be an entry.
+    vfBase::VfString added = path;
     const vfBase::VfString key = normalizeFileName(added);
     std::vector<vfBase::VfString>& files = settings->files.getImp()->entries;
-    // Room for one more, so that nothing can fail between the removal of an entry and the insertion.
+    // Reserved now, so that nothing can fail between removing an entry and inserting the new one.
     files.reserve(files.size() + 1);
     unsigned int n = settings->files.size();
     for (unsigned int i = 0; i < n; ++i) {

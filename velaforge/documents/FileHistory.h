@@ -12,36 +12,39 @@ namespace vfApplication {
 ///     history.addFileToHistory("/models/hull.obj");
 ///     history.getHistoryFile(0);  // that path
 ///
-/// It holds nothing itself: the entries live in FileHistorySettings, survive the run and are the same for every
-/// FileHistory. Paths are not tested for existence, and compared byte by byte.
+/// The entries are stored in FileHistorySettings: they survive the run, and all FileHistory objects share
+/// them. Paths are compared byte by byte and not tested for existence. Belongs to the thread that calls
+/// Application::run.
 class VFAPPLICATION_EXPORT FileHistory
 {
 public:
-    /// @param maxFiles  most entries to keep, at least 1; stored for all
+    /// Sets the maximum number of entries to @p maxFiles, for all FileHistory objects. At least 1.
     explicit FileHistory(int maxFiles);
 
     // In the order of their slots, which is part of the binary interface.
     virtual ~FileHistory();
 
-    /// Puts @p path in front, takes an older entry for it out, and drops the oldest beyond the maximum.
+    /// Adds @p path in front. Removes an older entry for it, and the oldest entries beyond the maximum.
     virtual void addFileToHistory(const vfBase::VfString& path);
 
-    /// Removes an entry. @param index  0 is the newest; must be in range of the stored entries
+    /// Removes the entry at @p index, which must be less than the number of stored entries. 0 is the newest.
     virtual void removeFileFromHistory(int index);
 
-    /// @param index  0 is the newest; must be in range of the stored entries
+    /// Returns the path at @p index, which must be less than the number of stored entries. 0 is the newest.
     virtual vfBase::VfString getHistoryFile(int index) const;
 
-    /// @return the number of entries, and at most the maximum
+    /// Returns the number of stored entries, but at most the maximum.
     virtual int getCount() const;
 
+    /// Returns the maximum number of entries.
     unsigned int getMaxFiles() const;
 
-    /// Stored entries beyond a smaller maximum go with the next addFileToHistory. At least 1.
+    /// Sets the maximum number of entries, at least 1. The next addFileToHistory removes the entries beyond
+    /// it.
     void setMaxFiles(unsigned int maxFiles);
 
 protected:
-    /// The key by which paths are compared; the path itself, at present.
+    /// Returns the key by which paths are compared: @p path itself.
     static vfBase::VfString normalizeFileName(const vfBase::VfString& path);
 };
 

@@ -18,7 +18,7 @@ const SettingsProperties FileHistorySettings::s_properties(
      SettingsProperties::property<FileHistorySettings>(
          "maxFiles", [](const FileHistorySettings& settings) -> SettingsValue { return settings.maxFiles; },
          [](FileHistorySettings& settings, const SettingsValue& value) {
-             // A history that keeps nothing is of no use, so an edited file must not ask for one.
+             // Rejects 0 in an edited file: at least one entry is required.
              unsigned int maximum = 0;
              if (!value.read(maximum) || maximum == 0)
                  return false;

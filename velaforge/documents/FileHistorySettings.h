@@ -11,19 +11,24 @@ class SettingsProperties;
 
 namespace vfApplication {
 
-/// The recently used files, kept between runs; FileHistory works on it.
+/// Stores the recently used files between runs. FileHistory reads and changes them.
 class VFAPPLICATION_EXPORT FileHistorySettings : public vfBase::SettingsBase<FileHistorySettings>
 {
 public:
-    /// A deep copy (osg::CopyOp::DEEP_COPY_OBJECTS) has a list of its own, any other shares it.
+    /// Copies the fields. With osg::CopyOp::DEEP_COPY_OBJECTS the copy has a list of its own, otherwise it
+    /// shares that of
+    /// @p other.
     FileHistorySettings(const FileHistorySettings& other, const osg::CopyOp& copyop);
 
-    /// @param erase  releases the object for good
-    /// @return the one object; null once it was released, by erasing or at exit
+    /// Returns the only object of this class. If @p erase is true, releases it instead, for the rest of the
+    /// process.
+    /// @return null after it was released, by @p erase or when the process ends
     static FileHistorySettings* instance(bool erase);
 
-    /// Most entries that the history keeps, at least 1; 9 unless set.
+    /// Returns the maximum number of entries; 9 unless set.
     unsigned int getMaxFiles() const { return maxFiles; }
+
+    /// Sets the maximum number of entries, at least 1. Removes none.
     void setMaxFiles(unsigned int maximum) { maxFiles = maximum; }
 
 protected:
@@ -31,15 +36,15 @@ protected:
 
 private:
     friend class FileHistory;
-    friend vfBase::SettingsBase<FileHistorySettings>;
+    friend class vfBase::SettingsBase<FileHistorySettings>;
     static constexpr const char* settingsLibrary = "vfApplication";
     static constexpr const char* settingsName = "FileHistorySettings";
 
-    static const vfBase::SettingsProperties s_properties; ///< what the store keeps
+    static const vfBase::SettingsProperties s_properties; ///< what the store saves
 
     FileHistorySettings();
 
-    vfBase::StringList files{0}; ///< newest first, each path as it was given
+    vfBase::StringList files{0}; ///< newest first, unchanged paths
     unsigned int maxFiles = 9;
 };
 

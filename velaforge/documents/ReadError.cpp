@@ -7,7 +7,7 @@ namespace vfApplication {
 
 namespace {
 
-/// Documents belong to one thread, and so does the reason why one of them cannot be read.
+/// The reason set last. Not locked: documents belong to one thread.
 vfBase::VfString& lastReason()
 {
     static vfBase::VfString reason;

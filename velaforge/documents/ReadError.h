@@ -9,7 +9,8 @@
 
 namespace vfApplication {
 
-/// Says why a document cannot be read: Document::doOpenDocument may throw it, and the user is told the reason.
+/// The exception for a document that cannot be read. Document::doOpenDocument may throw it, and the user sees
+/// the reason.
 ///
 ///     bool Cloud::doOpenDocument(const vfBase::VfString& path, const vfBase::Options&)
 ///     {
@@ -20,20 +21,23 @@ namespace vfApplication {
 ///         return true;
 ///     }
 ///
-/// The message names neither the program nor the file; whoever tells the user does.
+/// The message names neither the program nor the file: the toolkit side adds both.
 class VFAPPLICATION_EXPORT ReadError : public vfBase::BaseException
 {
 public:
+    /// Makes an exception with the message @p reason.
     explicit ReadError(const std::string& reason);
     ~ReadError() override;
 };
 
-/// Says why a document cannot be read, for a doOpenDocument or onNewDocument that returns false instead of throwing.
-/// @return false
+/// Sets the reason why a document cannot be read, for a doOpenDocument or onNewDocument that returns false
+/// instead of throwing.
+/// @return false, so that the caller can return the result
 VFAPPLICATION_EXPORT bool setReadError(const vfBase::VfString& reason);
 
-/// Returns the reason that was set last and forgets it; empty when there is none. For a document manager, which calls it
-/// before and after it has a document opened.
+/// Returns the reason that setReadError set last, and clears it. A document manager calls it before and after
+/// it opens a document.
+/// @return the empty text if no reason was set
 VFAPPLICATION_EXPORT vfBase::VfString takeReadError();
 
 } // namespace vfApplication

@@ -27,8 +27,8 @@ View::~View()
 {
     vfBase::LifeWatch<View>::end(this);
     const vfBase::RunningCall<View> ending(this, s_ending);
-    // The manager is reached through the document, which may go with the removal of its last view. What an override
-    // throws must not leave a destructor: the view is taken out all the same.
+    // First, because the manager is reached through the document, which may be deleted with its last view. An
+    // exception of an override must not leave the destructor: the view is removed all the same.
     try {
         if (DocManager* manager = m_document ? m_document->getDocumentManager() : nullptr)
             manager->activateView(this, false);
@@ -36,7 +36,7 @@ View::~View()
         if (DocManager* manager = m_document ? m_document->getDocumentManager() : nullptr)
             manager->DocManager::activateView(this, false);
     }
-    // Also documents that it showed before it was given to another one list it still.
+    // From all documents: a document that the view showed before still lists it.
     Document::cutView(this);
 }
 
@@ -69,7 +69,8 @@ void View::activate(bool active)
     const vfBase::LifeWatch<View> watch(this);
     const vfBase::LifeWatch<DocManager> managerWatch(manager);
     View* previous = manager->getCurrentView();
-    // Before the manager changes, so that the view can compare itself with the previous one.
+    // Before the manager changes the current view, so that this view can compare itself with the previous
+    // one.
     onActivateView(active, this, previous);
     if (!watch.isGone() && !managerWatch.isGone())
         manager->activateView(this, active);

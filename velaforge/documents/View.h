@@ -12,7 +12,8 @@ namespace vfApplication {
 class DocManager;
 class Document;
 
-/// What shows a document. It draws nothing by itself: a derived view overrides the notifications.
+/// The base class of views, which show a document. It draws nothing: a derived view overrides the
+/// notifications.
 ///
 ///     class Canvas : public vfApplication::View
 ///     {
@@ -21,83 +22,99 @@ class Document;
 ///         void onUpdate(vfApplication::View*) override { repaint(); }
 ///     };
 ///
-/// A derived view must override onCreate, which refuses here. Deleting a view is the whole of its unlinking:
-/// it leaves its document and the manager by itself, and the document goes with its last view.
-/// Views belong to the thread that calls Application::run.
+/// A derived view must override onCreate, which returns false here. The destructor removes the view from its
+/// document and from the manager; the document is deleted with its last view. Views belong to the thread that
+/// calls Application::run.
 class VFAPPLICATION_EXPORT View : public vfBase::VfObject
 {
 public:
+    /// The class record, without a creator.
     static const vfBase::ClassInfo s_classInfo;
 
+    /// Makes a view without a document.
     View();
 
-    /// Copies the fields. A copy is not entered in the document's list.
+    /// Copies the fields. The copy is not added to the document's list of views.
     View(const View& other);
+
+    /// Copies the fields. Does not change any document's list of views.
     View& operator=(const View& other);
 
     // In the order of their slots, which is part of the binary interface.
     const vfBase::ClassInfo* getClassInfo() const override;
     ~View() override;
 
-    /// Makes this the current view of the manager, or takes that from it; the view hears of it first,
-    /// through onActivateView. Nothing without a document that has a manager.
+    /// Makes this the manager's current view if @p active is true; otherwise, if it is the current view,
+    /// leaves none. Calls onActivateView before that. Does nothing without a document that has a manager.
     virtual void activate(bool active);
 
-    /// @return onClose(force)
+    /// Closes the view: calls onClose with @p force.
+    /// @return false if the view refused
     virtual bool close(bool force);
 
-    /// @param previous  the current view before the change; null when there was none
+    /// Called before the current view changes. Does nothing here.
+    /// @param active     true if this view becomes the current view
+    /// @param activated  this view
+    /// @param previous   the current view before the change, null if there was none
     virtual void onActivateView(bool active, View* activated, View* previous);
 
-    /// The document's file name or its modified flag has changed.
+    /// Called after the document's file name has changed, and on the first view after its modified flag has
+    /// changed. Does nothing here.
     virtual void onChangeFilename();
 
-    /// Whether the view may go. Here it closes the whole document, with the question about unsaved changes.
-    /// @param force  not used here
-    /// @return false when the document refused; true without a document
+    /// Decides whether the view may close. Here it closes the document, which asks the user about unsaved
+    /// changes; @p force has no effect.
+    /// @return false if the document refused; true without a document
     virtual bool onClose(bool force);
 
-    /// The document is closing. Tells the application.
+    /// Called when the document closes. Here it calls Application::onClosingDocument.
     virtual void onClosingDocument();
 
-    /// Last step of making a view; the document is linked and still empty.
-    /// @return true to accept; here false, and the view is deleted
+    /// Called as the last step of making the view. @p document is linked and, if it is new, still empty; @p
+    /// options are those of the view.
+    /// @return true to accept; on false, as here, the caller deletes the view
     virtual bool onCreate(Document* document, const vfBase::Options& options);
 
-    /// Links the view to @p document, once; null unlinks nothing.
+    /// Links the view to @p document and adds it to the document's list of views. Null clears the pointer
+    /// only. Called once, by DocTemplate::createView.
     virtual void setDocument(Document* document);
 
-    /// The contents have changed. @param sender  the view that changed them, null for none
+    /// Called when the contents of the document have changed. Does nothing here. @p sender is the view that
+    /// changed them, null if there is none.
     virtual void onUpdate(View* sender);
 
-    /// Another view has taken the selection. @param sender  that view, null for none
+    /// Called when the view must clear its selection. Does nothing here. @p sender is the view that now has
+    /// the selection, null if there is none.
     virtual void onDeselect(View* sender);
 
+    /// Draws the view again; does nothing here. This library does not call it.
     virtual void redraw();
 
+    /// Sets the options of the view. DocTemplate::doCreateView calls this.
     virtual void setViewOptions(const vfBase::Options& options);
 
-    /// @return the document shown, null before setDocument
+    /// Returns the document of the view, null before setDocument.
     Document* getDocument() const { return m_document; }
 
-    /// @return the manager of the document, which must be there
+    /// Returns the manager of the document. The view must have a document.
     DocManager* getDocumentManager() const;
 
-    /// @return the view name of the template of the document; both must be there
+    /// Returns the view name of the document's template. The view must have a document with a template.
     vfBase::VfString getViewName() const;
 
     /// Does nothing: the name of a view is that of its template.
     void setViewName(const vfBase::VfString& name);
 
+    /// Returns the options of the view; Options::invalid() before they are set.
     const vfBase::Options& getViewOptions() const { return m_viewOptions; }
 
-    /// @return "vfApplication::View"
+    /// Returns "vfApplication::View".
     static const char* classId();
 
 private:
     friend class Document;
 
-    /// Marks a view whose destructor runs, or is about to.
+    /// Marks a view that is being deleted.
     static const vfBase::Call s_ending;
 
     Document* m_document = nullptr;

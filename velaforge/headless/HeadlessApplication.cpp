@@ -62,7 +62,7 @@ struct Request
     int turntable = 0;
 };
 
-/// What the command line of the current application asks for. It is read before there is a shell.
+/// The options of the command line of the current application. They are read before there is a shell.
 Request& request()
 {
     static Request asked;
@@ -74,9 +74,9 @@ bool failPicture(const vfBase::VfString& path, const vfBase::VfString& reason)
     return tell(path, "snapshot not written: " + reason.str());
 }
 
-/// Runs a piece of work for the command line. An exception costs this piece and not the program: it is told.
+/// Runs @p work and reports an exception in one line on standard error.
 /// @param subject  what the line is about
-/// @return what @p work returns; false when it throws
+/// @return the result of @p work; false if it throws
 template <class Work>
 bool attempt(const vfBase::VfString& subject, Work work)
 {
@@ -112,8 +112,8 @@ Invocation makeInvocation(const std::string& text)
     return invocation;
 }
 
-/// Makes the commands, and tells of each name that nobody registered.
-/// @return false when there is such a name
+/// Makes the commands and reports each name that is not registered.
+/// @return false if there is such a name
 bool findCommands(std::vector<Invocation>& invocations)
 {
     bool areAllKnown = true;
@@ -134,7 +134,7 @@ bool isSet(const Command& command, const char* property)
     return command.getProperties().value(property, vfBase::VfVariant()).toBool();
 }
 
-/// @return how many failures the document manager told, of files that could not be opened for instance
+/// Returns the number of failures that the document manager reported, such as files that could not be opened.
 unsigned int failureCount()
 {
     const auto* manager =
@@ -145,12 +145,12 @@ unsigned int failureCount()
 enum class Result
 {
     Done,
-    Failed,         ///< the commands behind it may rely on it
-    FailedHarmless, ///< the command told the user, and changed nothing that others rely on
+    Failed,         ///< later commands may depend on this one
+    FailedHarmless, ///< the command reported the failure, and no later command depends on it
 };
 
-/// Command::invoke() returns nothing. A command that can be undone did its work when it stands in the history; another one
-/// may set its property "failed".
+/// Invokes a command and finds out whether it succeeded, since Command::invoke() returns nothing: a command
+/// that can be undone is in the undo history afterwards; any command may set its property "failed".
 Result invoke(Invocation& invocation)
 {
     const unsigned int failuresBefore = failureCount();
@@ -160,7 +160,7 @@ Result invoke(Invocation& invocation)
         return Result::Failed;
     }
     invocation.command.invoke(invocation.argument);
-    // Who reads a script looks for the line; otherwise what the command told the manager is enough.
+    // For a script a further message has the line; otherwise the message of the document manager is enough.
     const bool isTold = !invocation.isOfScript() && failureCount() > failuresBefore;
     if (isSet(invocation.command, "failed")) {
         if (!invocation.isOfScript())
@@ -178,8 +178,8 @@ Result invoke(Invocation& invocation)
     return Result::Failed;
 }
 
-/// Invokes the commands in order, up to the first that others may rely on and that fails.
-/// @return false when one failed
+/// Invokes the commands in order. Stops after a failure on which later commands may depend.
+/// @return false if a command failed
 bool invokeInOrder(std::vector<Invocation>& invocations, bool& isPictureWanted)
 {
     bool isAllDone = true;
@@ -198,7 +198,9 @@ bool invokeInOrder(std::vector<Invocation>& invocations, bool& isPictureWanted)
     return isAllDone;
 }
 
-/// @param isPictureWanted  set to false when a command fails that the picture may rely on
+/// Runs the commands of the script and of the command line.
+/// @param isPictureWanted  set to false if a command fails on which the picture may depend
+/// @return false if a command failed
 bool invokeCommands(const Request& asked, bool& isPictureWanted)
 {
     std::vector<Invocation> invocations;
@@ -243,7 +245,7 @@ bool takeSnapshot(SnapshotSource& source, const SnapshotFormat& format, const vf
     return true;
 }
 
-/// @return the name of one of several pictures: boat.png gives boat-007.png
+/// Returns the path of one of several pictures: boat-007.png for boat.png and 7.
 vfBase::VfString numbered(const vfBase::VfString& path, int number, int count)
 {
     const std::string digits = std::to_string(number);
@@ -278,8 +280,8 @@ void listCommands()
     std::cout.flush();
 }
 
-/// Does what the command line asks for: lists, commands, pictures.
-/// @return false when a part of it failed
+/// Carries out the options of the command line: lists, commands, pictures.
+/// @return false if a part failed
 bool serve(const Request& asked)
 {
     bool isAllDone = true;
@@ -412,7 +414,7 @@ bool HeadlessApplication::finishOutput()
     std::cout.flush();
     if (std::cout)
         return true;
-    // The stream does not keep the reason; writing one more byte tells it again.
+    // The stream does not store errno; writing one more byte sets it again.
     const bool isWritten = write(STDOUT_FILENO, "\n", 1) == 1;
     return tell("standard output", isWritten ? "not all of it could be written" : std::strerror(errno));
 }

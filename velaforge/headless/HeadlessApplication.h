@@ -17,79 +17,88 @@ struct HeadlessApplicationPrivate;
 class HeadlessTitleBar;
 class HeadlessToolbar;
 
-/// The shell of a program without a screen: its event loop does what the command line asks for and returns.
+/// The shell of a program without a screen: its event loop carries out the options of the command line and
+/// returns.
 ///
 /// | option | meaning |
 /// |---|---|
 /// | `--snapshot <file>` | write a picture of the active document to this file |
 /// | `--size <width>x<height>` | size of the picture in pixels, 1280x800 by default |
-/// | `--transparent` | leave the background out of the picture |
-/// | `--turntable <n>` | write that many pictures around the model, numbered |
+/// | `--transparent` | make the background of the picture transparent |
+/// | `--turntable <n>` | write that many numbered pictures around the model |
 /// | `--invoke <command>[=<argument>]` | run a command on the active document; may be given several times |
-/// | `--script <file>` | run the commands of a file, one a line; `-` for standard input |
+/// | `--script <file>` | run the commands of a file, one per line; `-` reads standard input |
 /// | `--list-ui` | list menus, toolbars, dock windows and options pages on standard output |
 /// | `--list-commands` | list the names of all commands on standard output |
 ///
-/// The order is: lists, the script, the commands of `--invoke`, pictures. An unknown command keeps all commands from
-/// running. A command that fails ends a script, and keeps the picture from being taken; a command that throws fails, with
-/// one line on standard error. Dock windows are restored from the settings before, and kept there afterwards. The view of
-/// the picture must be a SnapshotSource. HeadlessApplicationProducer makes the shell.
+/// The order is: lists, the script, the commands of `--invoke`, pictures. If a command is unknown, no command
+/// runs. If a command fails or throws, later commands do not run and no picture is written; a command of
+/// `--invoke` that only sets its property "failed" stops nothing. The shell restores the dock windows from
+/// the settings before and stores their state afterwards. The view must be a SnapshotSource for a picture.
+/// HeadlessApplicationProducer makes the shell.
 class VFAPPLICATIONHEADLESS_EXPORT HeadlessApplication : public ApplicationInterface
 {
 public:
-    /// What runEventLoop() returns, and with it Application::run(), when a file named on the command line or by a command
-    /// could not be opened or saved (HeadlessDocManager), a command is unknown or failed, a script could not be read, a
-    /// picture could not be written, or standard output is full. The reason stands on standard error, one line each.
+    /// The result of runEventLoop(), and thus of Application::run(), if a file could not be opened or saved,
+    /// a command is unknown or failed, a script could not be read, a picture could not be written, or
+    /// standard output could not be written. Each failure writes one line with the reason to standard error.
     static constexpr int requestFailed = 4;
 
+    /// Makes a shell.
     HeadlessApplication();
     ~HeadlessApplication() override;
 
     HeadlessApplication(const HeadlessApplication&) = delete;
     HeadlessApplication& operator=(const HeadlessApplication&) = delete;
 
-    /// Enters the shell's options into the usage text.
+    /// Adds the shell's options to the usage text of @p parser.
     static void declareOptions(vfBase::ArgumentParser& parser);
 
-    /// Takes the shell's options off the command line and checks them; a fault becomes an error of the parser.
-    /// A program that calls this before Application::run learns of faults before documents are opened; the shell
-    /// itself calls it in onBeforeRun().
+    /// Consumes the shell's options from the command line of @p parser and checks them; a wrong value becomes
+    /// an error of the parser. onBeforeRun() calls this. A program that calls it before Application::run()
+    /// reports such errors before documents are opened.
     static void readOptions(vfBase::ArgumentParser& parser);
 
-    /// Forgets the options that were read, for the next application.
+    /// Resets the options that were read, for the next application of the process.
     static void forgetOptions();
 
-    /// @return whether the command line asked for a picture, once its options have been read
+    /// Returns whether the command line has `--snapshot`, after readOptions().
     static bool wantsSnapshot();
 
-    /// Flushes standard output, and tells on standard error when not all of it could be written.
-    /// @return false then
+    /// Flushes standard output and writes a line to standard error if that fails.
+    /// @return false if not all output could be written
     static bool finishOutput();
 
-    /// Ends what belongs to the current application: status bar, title, toolbars, the request to exit.
+    /// Resets status bar, title bar, toolbars and the exit request, for the next application of the process.
     void reset();
 
     int onBeforeRun() override;
 
-    /// Does what the command line asks for.
-    /// @return the code of exit() when that was called, otherwise 0 or requestFailed
+    /// Carries out the options of the command line, as described above.
+    /// @return the code of exit() if that was called, otherwise 0 or requestFailed
     int runEventLoop() override;
     int onAfterRun() override;
     void exit(int code) override;
+
+    /// Does nothing.
     void shellExtensionA() override;
 
-    /// @return a HeadlessStatusBar
+    /// Returns a HeadlessStatusBar.
     StatusBar& getStatusBar() override;
 
-    /// @return the title bar, with the title of the active document
+    /// Returns the title bar, with the title of the active document.
     HeadlessTitleBar& getTitleBar();
 
-    /// @return the toolbars that the modules had declared when the event loop began; none before
+    /// Returns the toolbars that the modules had declared when the event loop began; none before that.
     const std::vector<HeadlessToolbar>& getToolbars() const;
+
+    /// Does nothing.
     void shellExtensionB() override;
+
+    /// Does nothing.
     void shellExtensionC() override;
 
-    /// Does nothing: the program ends before a file could change.
+    /// Does nothing: this shell watches no files.
     void addFileToFileSystemWatcher(vfBase::VfString path) override;
 
 private:

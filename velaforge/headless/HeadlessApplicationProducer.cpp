@@ -11,8 +11,8 @@ namespace vfApplication {
 
 namespace {
 
-/// The library keeps the pointer until the process ends, so the shell is never destroyed: a later application begins with
-/// it anew.
+/// Never destroyed: the library keeps the pointer until the process ends, and a later application uses the
+/// same shell.
 HeadlessApplication* shell = nullptr;
 
 struct ManagerProducer : DocManagerProducer

@@ -75,7 +75,7 @@ bool HeadlessDocManager::updateDocument(Document* document, const vfBase::VfStri
     if (isDone)
         return true;
     if (containsDocument(document) && document->getFilename() != before)
-        document->setFilename(before, false); // the base class does so unless an exception passes through it
+        document->setFilename(before, false); // the base class does not after an exception
     if (reason.empty())
         reason = reasonNotReadable(*this, absolute, options);
     if (d->failureCount == failuresBefore)

@@ -10,10 +10,11 @@ namespace vfApplication {
 
 struct HeadlessDocManagerPrivate;
 
-/// A document manager for a program that nobody watches: it writes only what a command saves, and tells each failure in
-/// one line on standard error.
+/// The document manager of a program without a screen: writes only files that a command saves, and reports
+/// each failure in one line on standard error.
 ///
-/// HeadlessApplicationProducer::install() gives it to each application, so a program says nothing of it:
+/// HeadlessApplicationProducer::install() sets it for each application, and a program uses it as any document
+/// manager:
 ///
 ///     void MySetup::onRegisterDocumentType() const
 ///     {
@@ -21,49 +22,54 @@ struct HeadlessDocManagerPrivate;
 ///         new vfApplication::DocTemplate(&manager, ...);
 ///     }
 ///
-/// Closing a document discards its changes, also at the end of the program. Paths become absolute before the library sees
-/// them, so "a.txt" and "./a.txt" are one document. A line names the file as the caller did.
+/// Closing a document discards its changes, also at the end of the program. Paths are made absolute first, so
+/// "a.txt" and "./a.txt" are one document. The line on standard error has the path as the caller wrote it.
 class VFAPPLICATIONHEADLESS_EXPORT HeadlessDocManager : public DocManager
 {
 public:
+    /// Makes a manager without templates and documents.
     HeadlessDocManager();
 
-    /// Closes the documents. One that throws meanwhile is told and destroyed; the others are closed all the same.
+    /// Closes the documents. Reports a document that throws, destroys it and goes on with the next.
     ~HeadlessDocManager() override;
 
     HeadlessDocManager(const HeadlessDocManager&) = delete;
     HeadlessDocManager& operator=(const HeadlessDocManager&) = delete;
 
-    /// Opens or makes a document as DocManager does, but never throws.
-    /// @return null after a failure, which reportFailure() was told, with the reason of setReadError(), of the exception,
-    ///         or of the file system
+    /// Opens or makes a document as DocManager does. Does not throw: on a failure it calls reportFailure()
+    /// with the reason of setReadError(), of the exception or of the file system.
+    /// @return the document; null after a failure
     Document* createDocument(const vfBase::VfString& path, const vfBase::Options& options) override;
 
-    /// Reads another file into a document, and fails as createDocument() does. The document keeps its name then.
+    /// Loads another file into @p document as DocManager does. Reports a failure as createDocument() does and
+    /// restores the file name then.
     bool updateDocument(Document* document, const vfBase::VfString& path,
                         const vfBase::Options& options) override;
 
-    /// @return 2: a document that closes discards its changes
+    /// Returns 2: a document that closes discards its changes.
     int askForUserConfirmation() override;
 
-    /// Reports that there is nobody to ask for a path.
-    /// @return an empty path
+    /// Reports that no path can be chosen without a window.
+    /// @return the empty path
     vfBase::VfString selectDocumentSavePath(const char* directory, const char* name, const char* extension,
                                             const char* filter, vfBase::Options& options) override;
 
     // --- beyond the contract
 
-    /// Tells in one line on standard error that a file could not be opened or saved, and counts it. For commands, too.
+    /// Writes one line with @p path and @p reason to standard error and counts a failure. Commands may call
+    /// it for files that they cannot open or save.
     virtual void reportFailure(const vfBase::VfString& path, const vfBase::VfString& reason);
 
-    /// @return how many failures were counted; with any, HeadlessApplication::runEventLoop() returns 4
+    /// Returns the number of failures. If it is not 0, HeadlessApplication::runEventLoop() returns
+    /// requestFailed.
     unsigned int getFailureCount() const;
 
 protected:
-    /// Closes all documents, as the destructor does; for the destructor of a derived manager whose parts they use.
+    /// Closes all documents as the destructor does. The destructor of a derived manager calls this if the
+    /// documents use its members.
     void closeAll();
 
-    /// Counts a failure that a derived manager tells in its own way.
+    /// Counts a failure that a derived manager reports itself.
     void noteFailure();
 
 private:

@@ -5,7 +5,7 @@ namespace vfApplication {
 
 namespace {
 
-/// @return whether all bits of an area are among the allowed ones, as those of NoDockArea always are
+/// Returns whether all bits of @p area are allowed; true for NoDockArea, which has none.
 bool isAllowed(DockWindow::DockArea area, unsigned int areas)
 {
     return (static_cast<unsigned int>(area) & ~areas) == 0;

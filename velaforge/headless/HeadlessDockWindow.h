@@ -7,25 +7,28 @@
 
 namespace vfApplication {
 
-/// A dock window without a screen: it keeps its state.
+/// The part of a dock window for programs without a screen: stores the state and shows nothing.
 ///
-/// At first it is visible, in no area, allowed in all areas, and may be closed, moved, floated and tabbed.
+/// A new window is visible, not docked, allowed in all areas, and may be closed, moved, floated and tabbed.
 class VFAPPLICATIONHEADLESS_EXPORT HeadlessDockWindow : public DockWindowInterface
 {
 public:
+    /// Makes a part with the state described above.
     HeadlessDockWindow();
     ~HeadlessDockWindow() override;
 
+    /// Returns the title set last.
     const vfBase::VfString& getTitle() const { return m_title; }
 
+    /// Stores @p title. @p context has no effect.
     void setTitle(const char* title, const char* context) override;
 
-    /// Keeps the areas as bits of DockWindow::DockArea. An area is allowed when all its bits are; NoDockArea always is. A
-    /// window whose area is no longer allowed moves to NoDockArea.
+    /// Stores the areas: bits of DockWindow::DockArea. An area is allowed if all its bits are; NoDockArea
+    /// always is. If the present area is no longer allowed, it becomes NoDockArea.
     void setAllowedDockingAreas(unsigned int areas) override;
     unsigned int getAllowedDockingAreas() const override;
 
-    /// @return whether it is floatable and in no area
+    /// Returns whether the window is floatable and not docked.
     bool isFloating() const override;
     void setVisible(bool visible) override;
     bool getVisible() const override;
@@ -34,7 +37,7 @@ public:
     void setAllowTabbed(bool allow) override;
     bool getAllowTabbed() const override;
 
-    /// @return false: there are no tabs without a screen
+    /// Returns false: there are no tabs without a screen.
     bool isTabbed() const override;
     void setCloseable(bool closeable) override;
     bool getCloseable() const override;
@@ -45,11 +48,11 @@ public:
     void setAutoHide(bool autoHide) override;
     bool getAutoHide() const override;
 
-    /// Moves the window, unless the area is not allowed.
+    /// Stores the area. Does nothing if it is not allowed.
     void setArea(DockWindow::DockArea area) override;
     DockWindow::DockArea getArea() const override;
 
-    /// Does nothing: whoever translates a title sets it.
+    /// Does nothing: the code that translates a title sets it.
     void onLanguageChange() override;
 
 private:

@@ -6,14 +6,14 @@
 
 namespace vfApplication {
 
-/// Keeps the areas of dock windows without a screen.
+/// The part of the dock window manager for programs without a screen.
 class VFAPPLICATIONHEADLESS_EXPORT HeadlessDockWindowManager : public DockWindowManagerInterface
 {
 public:
-    /// Moves a window to an area; does nothing for null.
+    /// Sets the area of @p dockWindow. Does nothing for null.
     void dockDockWindowToArea(DockWindow::DockArea area, DockWindow* dockWindow) override;
 
-    /// @return the area of a window; NoDockArea for null
+    /// Returns the area of @p dockWindow; NoDockArea for null.
     DockWindow::DockArea getDockedDockWindowArea(DockWindow* dockWindow) const override;
 };
 

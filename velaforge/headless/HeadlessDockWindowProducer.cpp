@@ -32,7 +32,7 @@ void HeadlessDockWindowProducer::install()
 
 std::vector<HeadlessDockWindowProducer::Made>& HeadlessDockWindowProducer::made()
 {
-    // Never destroyed: windows of modules may go at the very end.
+    // Never destroyed: modules may destroy their windows when the process ends.
     static auto& all = *new std::vector<Made>;
     return all;
 }

@@ -13,24 +13,26 @@
 
 namespace vfApplication {
 
-/// Makes the toolkit halves of dock windows without a screen, and owns each as long as its window exists.
+/// Makes the parts of dock windows for programs without a screen. Owns each part as long as its window
+/// exists.
 struct VFAPPLICATIONHEADLESS_EXPORT HeadlessDockWindowProducer : DockWindowProducer
 {
-    /// Makes this kind of dock window and of dock window manager the ones of the process. HeadlessApplicationProducer does
-    /// it.
+    /// Sets the producers of dock windows and of the dock window manager's part for the process.
+    /// HeadlessApplicationProducer::install() calls this.
     static void install();
 
-    /// @return the half of a window, owned by this producer
+    /// Makes the part of @p dockWindow.
+    /// @return the part, owned by this producer
     DockWindowInterface* create(DockWindow* dockWindow) override;
 
-    /// @return the windows that exist, in the order in which they were made
+    /// Returns the dock windows that exist, in the order in which they were made.
     static std::vector<DockWindow*> windows();
 
-    /// Restores the state of each window from the settings, as the last run left it.
+    /// Restores the state of each window from DockWindowManagerSettings.
     static void restoreStates();
 
-    /// Writes the state of the windows to the settings. Windows that were destroyed while they were in the manager's table
-    /// are removed from it first.
+    /// Stores the state of each window in DockWindowManagerSettings. First removes windows that were
+    /// destroyed without being removed from the dock window manager.
     static void saveStates();
 
 protected:

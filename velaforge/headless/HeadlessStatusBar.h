@@ -9,34 +9,37 @@
 
 namespace vfApplication {
 
-/// A status bar without a screen: it keeps the texts and numbers that a window would show.
+/// A status bar for programs without a screen: stores the texts and numbers and shows nothing.
 class VFAPPLICATIONHEADLESS_EXPORT HeadlessStatusBar : public StatusBarInterface
 {
 public:
-    /// One field of the bar.
+    /// The contents of a field.
     struct Field
     {
-        vfBase::VfString text;
-        int value = 0;
+        vfBase::VfString text; ///< the text set last
+        int value = 0;         ///< the number set with it
     };
 
+    /// Makes a status bar with empty fields.
     HeadlessStatusBar();
     ~HeadlessStatusBar() override;
 
-    /// Keeps text and value of a field; null empties the text.
+    /// Stores @p text and @p value for the field @p kind; null clears the text.
     void updateStatus(StatusBarTextEnum kind, const char* text, int value) override;
 
-    /// Keeps the progress, limited to 0 to 100.
+    /// Stores the progress, limited to the range from 0 to 100.
     void updateProgressPercent(int percent) override;
 
-    /// Keeps the text of the progress; must not be null.
+    /// Stores the text of the progress; null clears it.
     void updateProgressText(const char* text) override;
 
-    /// @return the field as it was set last; an empty one before
+    /// Returns the contents of the field @p kind; empty unless set.
     Field getField(StatusBarTextEnum kind) const;
 
-    /// @return from 0 to 100; 0 before it is set
+    /// Returns the progress, from 0 to 100; 0 unless set.
     int getProgressPercent() const { return m_percent; }
+
+    /// Returns the text of the progress; empty unless set.
     const vfBase::VfString& getProgressText() const { return m_progressText; }
 
 private:

@@ -7,17 +7,18 @@
 
 namespace vfApplication {
 
-/// A title bar without a screen: it keeps the title.
+/// A title bar for programs without a screen: stores the title and shows nothing.
 class VFAPPLICATIONHEADLESS_EXPORT HeadlessTitleBar final : public TitleBarInterface
 {
 public:
-    /// Composes the title: the name of the active document, "*" when it is modified, and the name of the program.
+    /// Updates the title: title of the active document, "*" if the document is modified, and the name of the
+    /// application.
     void titleBarOperationA() override;
 
     /// Does nothing.
     void titleBarOperationB() override {}
 
-    /// @return the title as it was composed last; empty before
+    /// Returns the title of the last titleBarOperationA(); empty before the first.
     const vfBase::VfString& getTitle() const { return m_title; }
 
 private:

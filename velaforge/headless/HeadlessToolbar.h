@@ -7,11 +7,11 @@
 
 namespace vfApplication {
 
-/// A toolbar without a screen: it keeps its declaration and whether it is shown.
+/// A toolbar for programs without a screen: stores its declaration and whether it is shown.
 class VFAPPLICATIONHEADLESS_EXPORT HeadlessToolbar final : public ToolbarInterface
 {
 public:
-    /// @param declaration  what a UiSetup declared below the root of its toolbars; shared
+    /// Makes a toolbar that shares @p declaration: a child of the root that UiSetup::setupToolbars got.
     HeadlessToolbar(const CommandItem& declaration) : m_declaration(declaration) {}
 
     /// Shows the toolbar.
@@ -20,12 +20,16 @@ public:
     /// Hides the toolbar.
     void toolbarOperationB() override { m_isShown = false; }
 
-    /// Do nothing.
+    /// Does nothing.
     void toolbarOperationC() override {}
+
+    /// Does nothing.
     void toolbarOperationD() override {}
 
-    /// @return the declaration, shared with the UiSetup
+    /// Returns the declaration passed to the constructor.
     const CommandItem& getDeclaration() const { return m_declaration; }
+
+    /// Returns whether the toolbar is shown; true unless hidden.
     bool isShown() const { return m_isShown; }
 
 private:

@@ -33,7 +33,7 @@ osgDB::ReaderWriter* writerFor(const vfBase::VfString& path, vfBase::VfString& r
     return writer;
 }
 
-/// Takes one to five digits off the front of @p text. @return 0 for anything that is no size
+/// Removes one to five digits from the front of @p text and returns their value; 0 if it is not a size.
 int takeLength(std::string& text)
 {
     const std::size_t digits = std::min(text.find_first_not_of("0123456789"), text.size());
@@ -56,7 +56,8 @@ bool isOpaque(const osg::Image& image)
     return true;
 }
 
-/// Most pictures are opaque, and not every format has a fourth channel.
+/// Returns the image without its alpha channel: most pictures are opaque, and not every format has the
+/// channel.
 osg::ref_ptr<osg::Image> withoutAlpha(const osg::Image& image)
 {
     osg::ref_ptr<osg::Image> opaque = new osg::Image;
@@ -107,7 +108,7 @@ bool writeImage(const osg::Image& image, const vfBase::VfString& path, vfBase::V
     const bool isPlain = hasAlpha && (!canBeTransparent(path) || isOpaque(image));
     const osg::ref_ptr<osg::Image> opaque = isPlain ? withoutAlpha(image) : nullptr;
     std::ostringstream stream;
-    // The highest compression takes as long as drawing, and saves little.
+    // Level 4: the highest level takes as long as drawing and saves little.
     const osg::ref_ptr<osgDB::Options> options = new osgDB::Options("PNG_COMPRESSION 4");
     const osgDB::ReaderWriter::WriteResult result =
         writer->writeImage(opaque ? *opaque : image, stream, options);

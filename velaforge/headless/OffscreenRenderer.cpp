@@ -26,7 +26,7 @@ namespace vfApplication {
 
 namespace {
 
-/// A desktop OpenGL context without a surface: everything is drawn into frame buffer objects. It is current from its
+/// A desktop OpenGL context without a surface, for drawing into frame buffer objects. It is current from its
 /// construction to its destruction.
 class Context
 {
@@ -74,7 +74,8 @@ private:
                                                                                              : EGL_NO_DISPLAY;
     }
 
-    /// The process has one display, and closing it would destroy the contexts of other code: it stays open.
+    /// Never closed: the process has one EGL display, and closing it would destroy the contexts of other
+    /// code.
     static EGLDisplay display()
     {
         static const EGLDisplay opened = openDisplay();
@@ -100,8 +101,8 @@ private:
 /// Pictures of more pixels are drawn without smoothed edges.
 constexpr long long hugePicture = 64LL * 1024 * 1024;
 
-/// Returns the picture in half its size, each pixel the mean of four. A picture that is drawn large and made small is smooth
-/// at edges and within textures, and takes a software driver less time than several samples a pixel.
+/// Returns the picture at half its size, each pixel the mean of four. This smooths edges and textures, and
+/// takes a software driver less time than several samples per pixel.
 osg::ref_ptr<osg::Image> halved(const osg::Image& large)
 {
     osg::ref_ptr<osg::Image> small = new osg::Image;
@@ -119,7 +120,8 @@ osg::ref_ptr<osg::Image> halved(const osg::Image& large)
     return small;
 }
 
-/// Divides the colours by their alpha: drawn over an empty background they are multiplied by it, and files hold them plain.
+/// Divides the colours by their alpha: drawing over an empty background multiplied them by it, and files
+/// store them unmultiplied.
 void divideByAlpha(osg::Image& image)
 {
     unsigned char* pixel = image.data();
@@ -132,7 +134,7 @@ void divideByAlpha(osg::Image& image)
     }
 }
 
-/// Sets alpha to opaque: a transparent surface leaves its own alpha, although the background lies behind it.
+/// Sets alpha to opaque: transparent surfaces write their own alpha, although the background is behind them.
 void makeOpaque(osg::Image& image)
 {
     unsigned char* data = image.data();
@@ -179,7 +181,7 @@ private:
     std::map<osg::ref_ptr<osg::Point>, float> m_points;
 };
 
-/// Returns a group with the scene that gives this width to lines and points without one of their own.
+/// Returns a group around the scene that sets this width for lines and points without one of their own.
 osg::ref_ptr<osg::Group> withWidthsFor(osg::Node& scene, float width)
 {
     osg::ref_ptr<osg::Group> group = new osg::Group;
@@ -189,7 +191,7 @@ osg::ref_ptr<osg::Group> withWidthsFor(osg::Node& scene, float width)
     return group;
 }
 
-/// Each pixel holds this before it is drawn; a picture that still holds it everywhere was not drawn.
+/// The value of each pixel before drawing. If all pixels still have it, the driver has drawn nothing.
 constexpr std::array<unsigned char, 4> mark = {17, 34, 51, 0};
 
 void fillWithMark(osg::Image& image)
@@ -232,22 +234,22 @@ struct OffscreenRendererPrivate
     bool isSmooth = true;
     vfBase::VfString rendererName;
 
-    /// Draws in a context of its own, so that nothing of one picture is left for the next.
-    /// @return null with the reason
+    /// Draws in a context of its own, so that one picture does not affect the next.
+    /// @return null, with the reason set, on failure
     osg::ref_ptr<osg::Image> draw(osg::Node& scene, const osg::Matrixd& view, const osg::Matrixd& projection,
                                   int width, int height, vfBase::VfString& reason);
 
-    /// @return a group with the scene, and what is drawn behind it
+    /// Returns a group with the scene and the background.
     osg::ref_ptr<osg::Group> withBackground(osg::Node& scene) const;
 
-    /// Has a camera draw into an image of its size instead of a window.
+    /// Makes the camera draw into an image of its size instead of a window.
     void aimAt(osg::Camera& camera, osg::GraphicsContext& context, osg::Image& image) const;
 
     /// Draws one frame in the current context.
     void drawFrame(osg::Node& scene, const osg::Matrixd& view, const osg::Matrixd& projection,
                    osg::Image& image);
 
-    /// @return whether the driver drew nothing into an image that was filled with the mark
+    /// Returns whether the driver drew nothing into an image that was filled with the mark.
     bool isUntouched(const osg::Image& image) const
     {
         return isMarked(image) || (!isTransparent && isBlank(image));
@@ -256,7 +258,7 @@ struct OffscreenRendererPrivate
 
 namespace {
 
-/// @return whether the driver can draw a picture of that size; otherwise sets @p reason
+/// Returns whether the driver can draw a picture of that size; if not, sets @p reason.
 bool isSizeSupported(int width, int height, vfBase::VfString& reason)
 {
     GLint limit = 0;
@@ -376,11 +378,12 @@ osg::ref_ptr<osg::Image> OffscreenRenderer::render(osg::Node& scene, const osg::
         return nullptr;
     }
     osg::ref_ptr<osg::Image> image;
-    // A huge picture has fine edges by itself.
+    // Not for huge pictures, whose edges are fine without it.
     if (d->isSmooth && static_cast<long long>(width) * height <= hugePicture) {
         const ScaledWidths scaled(scene, 2);
         const osg::ref_ptr<osg::Group> thick = withWidthsFor(scene, 2);
-        vfBase::VfString ignored; // a driver that cannot draw it so large draws it plain
+        // Ignored: if the driver cannot draw the large picture, the plain one is drawn below.
+        vfBase::VfString ignored;
         const osg::ref_ptr<osg::Image> large =
             d->draw(*thick, view, projection, 2 * width, 2 * height, ignored);
         thick->removeChild(&scene);

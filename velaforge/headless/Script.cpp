@@ -20,8 +20,8 @@ std::string trimmed(const std::string& text)
                                       : text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
-/// Reads all of a stream, within the limits, so that an endless one ends in a reason.
-/// @return the reason why it is no script; empty when it is one
+/// Reads a stream to its end, up to the limits.
+/// @return the reason why it is not a script; empty if it is one
 std::string readLines(std::istream& input, std::vector<std::string>& lines)
 {
     std::size_t size = 0;
@@ -59,7 +59,7 @@ bool readScript(const vfBase::VfString& path, std::vector<ScriptLine>& lines, vf
     std::string problem;
     if (input)
         problem = readLines(input, texts);
-    // A directory can be opened; reading it fails.
+    // A directory can be opened but not read.
     if (problem.empty() && (input.bad() || (!isStandardInput && !file.is_open())))
         problem = std::strerror(errno != 0 ? errno : EIO);
     if (!problem.empty()) {

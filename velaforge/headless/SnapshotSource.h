@@ -10,21 +10,21 @@
 
 namespace vfApplication {
 
-/// Size and kind of a picture.
+/// The size and kind of a picture.
 struct SnapshotFormat
 {
-    /// In pixels, at least 1.
-    int width = 1280;
-    int height = 800;
+    int width = 1280; ///< in pixels, at least 1
+    int height = 800; ///< in pixels, at least 1
 
-    /// Whether the background is left out.
+    /// Whether the background is transparent.
     bool isTransparent = false;
 
-    /// For one of several pictures around the model: the part of a whole turn, from 0 to 1.
+    /// For one of several pictures around the model: the orbit angle as a fraction of a full turn, from 0 to
+    /// 1. Empty for the camera of the view.
     std::optional<double> turn;
 };
 
-/// Base class of views, beside View, that the shell without a screen can take a picture of.
+/// A second base class, beside View, of views that HeadlessApplication can take a picture of.
 ///
 ///     class ChartView : public vfApplication::View, public vfApplication::SnapshotSource
 ///     {
@@ -37,8 +37,10 @@ class SnapshotSource
 public:
     virtual ~SnapshotSource() = default;
 
-    /// Draws the view. An exception counts as a failure with its reason.
-    /// @return the picture, the bottom row first; null with the reason
+    /// Draws the view. If it throws, the caller reports the exception as the reason.
+    /// @param format  size and kind of the picture
+    /// @param reason  set to the reason if the result is null
+    /// @return the picture, bottom row first; null if it could not be drawn
     virtual osg::ref_ptr<osg::Image> takeSnapshot(const SnapshotFormat& format, vfBase::VfString& reason) = 0;
 };
 

@@ -30,8 +30,8 @@ void indent(std::ostream& out, int depth)
     out << std::string(static_cast<std::size_t>(depth) * 2, ' ');
 }
 
-/// Writes items and what is below them. Nothing keeps a declaration from containing itself, so it stops where an item
-/// stands below itself.
+/// Writes items and their children. A declaration may contain itself, so it stops at an item that is its own
+/// ancestor.
 class ItemLister
 {
 public:

@@ -7,8 +7,8 @@
 
 namespace vfApplication {
 
-/// Writes what the program declares of its user interface as a tree: menus, toolbars, the dock windows that are there,
-/// and the options pages by group. A command that nobody registered is marked.
+/// Writes the declared user interface to @p out, as a tree: menus, toolbars, existing dock windows, and
+/// options pages by group. Marks commands that are not registered.
 VFAPPLICATIONHEADLESS_EXPORT void listUi(std::ostream& out);
 
 } // namespace vfApplication

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/modules/MinimalUiSetup.h>
 
-#include <velaforge/base/KeptForProcess.h>
+#include <velaforge/base/LeakForProcess.h>
 #include <velaforge/commands/CommandItem.h>
 
 #include <string>
@@ -28,9 +28,9 @@ void MinimalUiSetup::setupViewMenus(const char* viewName, CommandItem* root)
 
 void MinimalUiSetup::setupToolbars(CommandItem* root)
 {
-    // A handle of its own that stays, by contract: a toolkit side may hold on to it.
+    // By contract this handle is never deleted.
     auto* standard = new CommandItem(root);
-    vfBase::keepReachable(standard);
+    vfBase::leakForProcess(standard);
     (*standard << "vfApplicationQt::CommandAbout").setCommand("Standard", nullptr);
 }
 

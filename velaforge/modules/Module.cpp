@@ -30,8 +30,8 @@ Module::Module(ModulePrivate* body) : d(body)
 void Module::fillBody(const UiSetup& uiSetup)
 {
     d->setOwner(this);
-    // The object is a plain Module as yet, so this finds nothing, also for a ModuleInterface.
-    // Modules rely on not being told of a change of language here; it is not to be moved to a later point.
+    // Null for every module, by contract: the object is still a plain Module here, even if it will be a
+    // ModuleInterface. Do not move this cast to a later point.
     d->moduleInterface = dynamic_cast<ModuleInterface*>(this);
     d->uiSetup = uiSetup.getUiSetupPrivate();
 }

@@ -9,7 +9,8 @@ class ModuleInterface;
 class ModulePrivate;
 class UiSetup;
 
-/// A unit of behaviour with an identity and a declaration of its user interface.
+/// The base class of modules: units of behaviour with an id, a name and a declaration of their user
+/// interface.
 ///
 ///     class Measuring : public vfApplication::Module
 ///     {
@@ -19,15 +20,16 @@ class UiSetup;
 ///         const char* getModuleName() const override { return "Measuring"; }
 ///     };
 ///
-/// Give one to ModuleRegistry::addModule to make it active. Handle and body own each other and either may be destroyed
-/// first; an outside release of the last count of the body destroys the handle with delete.
+/// ModuleRegistry::addModule makes a module active. Handle and body own each other and either may be
+/// destroyed first: releasing the last reference on the body deletes the handle.
 class VFAPPLICATION_EXPORT Module
 {
 public:
-    /// With a declaration that is gone again when the constructor returns: getUiSetup() must not be asked.
+    /// Makes a module without a declaration: do not call getUiSetup().
     Module();
 
-    /// Shares the body of @p uiSetup, which may be destroyed before the module; getUiSetup() must not be asked then.
+    /// Makes a module that shares the body of @p uiSetup. Do not call getUiSetup() after @p uiSetup was
+    /// destroyed.
     explicit Module(const UiSetup& uiSetup);
 
     Module(const Module&) = delete;
@@ -35,34 +37,39 @@ public:
 
     // In the order of their slots, which is part of the binary interface.
 
-    /// @return the identity, which no other active module has; the body here says "vfApplication::Module"
+    /// Returns the id, which no other active module may have. An override may call the body here, which
+    /// returns "vfApplication::Module".
     virtual const char* getId() const = 0;
 
-    /// @return the name for a person to read; the body here says what getId() of the most derived class says
+    /// Returns the name that the user sees. An override may call the body here, which returns getId().
     virtual const char* getModuleName() const = 0;
 
-    /// @return what getId() says, here
+    /// Returns the description that the user sees; getId() here.
     virtual const char* getModuleDescription() const;
 
     virtual ~Module();
 
-    /// @return null, for every module: see ModulePrivate
+    /// Returns null for every module, see ModulePrivate::moduleInterface.
     ModuleInterface* getModuleInterface();
 
-    /// @return whether the declaration that the module was given is still there, so that getUiSetup() may be asked
+    /// Returns whether the declaration passed to the constructor still exists, so that getUiSetup() may be
+    /// called.
     bool hasUiSetup() const;
 
-    /// @return the declaration that owns the shared body at this moment
+    /// Returns the declaration passed to the constructor, which must still exist.
     const UiSetup& getUiSetup() const;
 
-    /// Tells the module interface, where there is one, that the language changed.
+    /// Calls ModuleInterface::languageChanged of getModuleInterface(): never, because that is null.
     void onLanguageChange();
 
+    /// Returns the body, which this module owns.
     ModulePrivate* getModulePrivate() { return d; }
+
+    /// Returns the body, which this module owns.
     const ModulePrivate* getModulePrivate() const { return d; }
 
 protected:
-    /// A handle on @p body, which may be null and does not come to know of it.
+    /// Makes a handle on @p body, which may be null. Does not change the body's owner.
     explicit Module(ModulePrivate* body);
 
 private:

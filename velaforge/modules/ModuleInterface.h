@@ -5,15 +5,16 @@
 
 namespace vfApplication {
 
-/// A module that a plug-in produces.
+/// The base class of modules that a plug-in makes.
 class VFAPPLICATION_EXPORT ModuleInterface : public Module
 {
 public:
-    /// As Module().
+    /// Makes a module without a declaration, as Module() does.
     ModuleInterface();
     ~ModuleInterface() override;
 
-    /// The user chose another language.
+    /// Called after the user chose another language. This library does not call it, see
+    /// Module::onLanguageChange.
     virtual void languageChanged() = 0;
 };
 

@@ -16,24 +16,27 @@ class ModuleInterface;
 class VFAPPLICATION_EXPORT ModulePrivate : public osg::Referenced
 {
 public:
+    /// Makes a body without an owner.
     ModulePrivate() = default;
     ModulePrivate(const ModulePrivate&) = delete;
     ModulePrivate& operator=(const ModulePrivate&) = delete;
 
-    /// Destroys the present owner, if that is another, and takes the new one, which holds a count already.
+    /// Deletes the present owner if it is another one, and sets the owner to @p module, which has a reference
+    /// on this body.
     void setOwner(Module* module);
 
-    /// Found by a cast in the constructor of Module, where the object is no ModuleInterface yet: always null.
+    /// Always null, by contract: the constructor of Module casts to it while the object is no ModuleInterface
+    /// yet.
     ModuleInterface* moduleInterface = nullptr;
 
-    /// What the module declares, shared with the handle that was given.
+    /// The body of the declaration, shared with the UiSetup that the module was given.
     osg::ref_ptr<UiSetupPrivate> uiSetup;
 
-    /// The handle that belongs to this body, null once it is gone.
+    /// The handle that belongs to this body, null after its destruction.
     Module* owner = nullptr;
 
 protected:
-    /// Destroys the owner, unless that has cut itself off before.
+    /// Deletes the owner, unless it was destroyed before.
     ~ModulePrivate() override;
 };
 

@@ -33,7 +33,7 @@ void ModuleRegistry::addModule(Module* module)
 {
     if (!module)
         return;
-    // Released at the end, after the lock: the end of a module runs its code, which may use the registry.
+    // Released after the lock: the destructor of a module may use the registry.
     std::shared_ptr<Module> former;
     std::shared_ptr<Module> added;
     const Lock lock(d->mutex);
@@ -44,7 +44,7 @@ void ModuleRegistry::addModule(Module* module)
     const vfBase::VfString key(module->getId());
     std::shared_ptr<Module>& entry = modules[key];
     if (present != modules.end() && present->first != key)
-        modules.erase(present); // it has another id by now
+        modules.erase(present); // its id has changed
     former.swap(entry);
     entry = std::move(added);
 }
@@ -53,7 +53,7 @@ void ModuleRegistry::removeModule(Module* module)
 {
     if (!module)
         return;
-    // Out of the table, and out of the lock, before it is released: its destructor may use the registry.
+    // Removed from the table first and released after the lock: its destructor may use the registry.
     std::shared_ptr<Module> released;
     const Lock lock(d->mutex);
     released = d->activeModuleMap.take(vfBase::VfString(module->getId()));

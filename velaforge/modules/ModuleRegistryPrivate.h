@@ -24,46 +24,51 @@ class ModuleInterface;
 ///
 ///     static const vfApplication::ModuleRegistryPrivate::Proxy proxy(new MeasuringProducer);
 ///
-/// Nothing reads that table; it keeps the producers for as long as the registry is there.
+/// This library does not read that table: it only owns the producers until the registry is destroyed.
 class VFAPPLICATION_EXPORT ModuleRegistryPrivate
     : public vfBase::Registry<
           ModuleRegistryPrivate,
           vfBase::RegistryObjectProducerInterface<ModuleInterface, const char*, vfBase::NilType>, std::string>
 {
 public:
+    /// The interface of a producer of modules.
     using Producer = vfBase::RegistryObjectProducerInterface<ModuleInterface, const char*, vfBase::NilType>;
+
+    /// The table of producers.
     using Base = vfBase::Registry<ModuleRegistryPrivate, Producer, std::string>;
 
-    /// What a plug-in makes a static object of.
+    /// Registers a producer when it is constructed. A plug-in defines a static object of this class.
     class VFAPPLICATION_EXPORT Proxy : public Base::Proxy
     {
     public:
-        /// See Registry::Proxy. What counts the holders of the producer is this library's, so that the entry stays sound
-        /// when the plug-in is closed.
+        /// Registers @p producer, see Registry::Proxy. The code that counts references on the producer is in
+        /// this library, so that the entry stays valid when the plug-in is closed.
         explicit Proxy(Producer* producer);
     };
 
-    /// Looks for modules.
+    /// Searches the module directory and opens the modules found.
     ///
-    /// Each file of the directory whose name holds "vf_" and whose extension is that of modules is one; its name is what
-    /// stands between "vf_" and the extension. It is opened unless ModuleSettings says that it is disabled. Then the
-    /// list of ModuleSettings is emptied, whatever was found. Without the directory nothing happens at all.
+    /// A file is a module if its name contains "vf_" and it has the extension of modules. The module name is
+    /// the part between "vf_" and the extension. Opens the file unless ModuleSettings has the module as
+    /// disabled. Then clears the list of ModuleSettings, whatever was found. Does nothing if the directory
+    /// does not exist.
     ModuleRegistryPrivate();
 
-    /// Closes the libraries, then lets the modules go, and the producers last: what a module or a producer needs to be
-    /// destroyed must not lie in a library that only this registry keeps open.
+    /// Closes the libraries, then releases the modules, then the producers. The code that destroys a module
+    /// or a producer must therefore not be in a library that only this registry keeps open.
     ~ModuleRegistryPrivate() override;
 
+    /// Does nothing.
     void registryHook() override {}
 
-    /// Opens a library, once. A library that throws or crashes while it is loaded is found out in a child process first,
-    /// which loads it too; one that takes longer than ten seconds counts as such.
-    /// @return false, and nothing is said, if it cannot be opened
+    /// Opens the library @p path, unless it is open. First loads it in a child process, so that a library
+    /// that throws or crashes while it is loaded, or takes longer than ten seconds, does not end this one.
+    /// @return false, without a message, if it cannot be opened
     bool loadModule(const std::string& path);
 
-    OpenThreads::ReentrantMutex mutex; ///< around the table of modules and the libraries
-    bool openingLibrary = false;       ///< true while a library is being loaded
-    vfBase::Map<vfBase::VfString, vfBase::VfString> moduleInfoMap;          ///< module name to file
+    OpenThreads::ReentrantMutex mutex;                             ///< guards activeModuleMap and libraries
+    bool openingLibrary = false;                                   ///< true while a library is loaded
+    vfBase::Map<vfBase::VfString, vfBase::VfString> moduleInfoMap; ///< module name to file
     vfBase::Map<vfBase::VfString, std::shared_ptr<Module>> activeModuleMap; ///< id to module
     std::vector<osg::ref_ptr<osgDB::DynamicLibrary>> libraries;             ///< in the order of opening
 
@@ -71,8 +76,9 @@ private:
     friend class ModuleRegistry;
     friend Base;
 
-    /// @param erase  lets go of the object for good
-    /// @return the one object; null once it was erased
+    /// Returns the only object of this class. If @p erase is true, releases it instead, for the rest of the
+    /// process.
+    /// @return null after it was released
     static ModuleRegistryPrivate* instance(bool erase);
 
     void discoverModules(const std::string& directory);

@@ -13,45 +13,53 @@ class SettingsProperties;
 
 namespace vfApplication {
 
-/// Which modules are enabled, by module name, kept between runs.
+/// Stores between runs which modules are enabled, by module name.
 ///
-/// ModuleRegistry reads it while it looks for modules, and empties it when it has found their directory. In a program
-/// that is before the settings are loaded, so what the settings file holds comes in afterwards and stays as it is until
-/// the next save.
+/// ModuleRegistry reads the list while it searches for modules, and clears it after it has searched their
+/// directory. A program loads the settings after that: the list of the settings file is then loaded and saved
+/// unchanged.
 class VFAPPLICATION_EXPORT ModuleSettings : public vfBase::SettingsBase<ModuleSettings>
 {
 public:
+    /// Copies the list.
     ModuleSettings(const ModuleSettings& other, const osg::CopyOp& copyop);
 
-    /// @param erase  releases the object for good
-    /// @return the one object; null once it was released, by erasing or at exit
+    /// Returns the only object of this class. If @p erase is true, releases it instead, for the rest of the
+    /// process.
+    /// @return null after it was released, by @p erase or when the process ends
     static ModuleSettings* instance(bool erase);
 
-    /// Module name to whether it is enabled, in order of the names.
+    /// Returns the list: module name to true if it is enabled. Changes of it change the settings.
     std::map<std::string, bool>& getModuleList() { return m_moduleList; }
+
+    /// Returns the list: module name to true if it is enabled.
     const std::map<std::string, bool>& getModuleList() const { return m_moduleList; }
 
-    /// @return whether the module is enabled; false for an unknown name
+    /// Returns whether the module @p name is enabled; false for an unknown name.
     bool getModuleStateSettings(std::string name) const;
+
+    /// Enables the module @p name if @p state is true, otherwise disables it. Adds an unknown name.
     void setModuleStateSettings(std::string name, bool state);
 
-    /// @return whether the name is in the list, enabled or not; it says nothing of the module's file
+    /// Returns whether the module @p name is in the list, enabled or not. Does not look at the module's file.
     bool isValidModule(std::string name);
 
-    /// @return true if there was an entry of that name
+    /// Removes the module @p name from the list.
+    /// @return false if the list does not have it
     bool removeModule(std::string name);
 
+    /// Returns the number of modules in the list.
     unsigned int getNumModules() const;
 
 protected:
     ~ModuleSettings() override;
 
 private:
-    friend vfBase::SettingsBase<ModuleSettings>;
+    friend class vfBase::SettingsBase<ModuleSettings>;
     static constexpr const char* settingsLibrary = "vfApplication";
     static constexpr const char* settingsName = "Modules";
 
-    static const vfBase::SettingsProperties s_properties; ///< what the store keeps
+    static const vfBase::SettingsProperties s_properties; ///< what the store saves
 
     ModuleSettings();
 

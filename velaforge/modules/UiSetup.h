@@ -9,7 +9,7 @@ namespace vfApplication {
 class CommandItem;
 class UiSetupPrivate;
 
-/// What an application or a module declares of its user interface, without a widget.
+/// Declares the user interface of an application or a module, without a widget.
 ///
 ///     class Setup : public vfApplication::MinimalUiSetup
 ///     {
@@ -17,20 +17,21 @@ class UiSetupPrivate;
 ///         void setupMenus(vfApplication::CommandItem* root) override;  // MinimalUiSetup's "&File", and more
 ///     };
 ///
-/// The toolkit side asks for the declarations and builds the real thing; this library calls none of them.
-/// Handle and body own each other and either may be destroyed first; modules share the body. An outside release of the
-/// last count of the body destroys the handle with delete.
+/// The toolkit side calls these operations and builds menus, toolbars and decorations; this library calls
+/// none of them. Handle and body own each other and either may be destroyed first: releasing the last
+/// reference on the body deletes the handle. Modules share the body.
 class VFAPPLICATION_EXPORT UiSetup
 {
 public:
     /// How open documents are arranged.
     enum DocumentInterfaceMode : int
     {
-        TabbedDocuments = 0, ///< one at a time, each behind a tab
-        SubWindows = 1,      ///< windows within the main window
-        SeparateWindows = 2  ///< a window of its own for each
+        TabbedDocuments = 0, ///< one at a time, each with a tab
+        SubWindows = 1,      ///< windows inside the main window
+        SeparateWindows = 2  ///< each in a top-level window
     };
 
+    /// Makes a declaration with a body of its own.
     UiSetup();
     UiSetup(const UiSetup&) = delete;
     UiSetup& operator=(const UiSetup&) = delete;
@@ -38,45 +39,60 @@ public:
     // In the order of their slots, which is part of the binary interface.
     virtual ~UiSetup();
 
-    /// @return TabbedDocuments here
+    /// Returns how open documents are arranged; TabbedDocuments here.
     virtual DocumentInterfaceMode getDocumentIntefaceMode();
 
-    /// @return the names of the kinds of document and view on offer; none here
+    /// Returns the names of the kinds of document and view that the user interface offers; an empty list
+    /// here.
     virtual vfBase::StringList getDocumentViewTemplates() const;
 
-    /// Declares the menus of the main window as children of @p root.
+    /// Appends the menus of the main window to the children of @p root.
     virtual void setupMenus(CommandItem* root) = 0;
 
-    /// Declares the menus of views of that name. @param viewName  must not be null
+    /// Appends the menus of the views named @p viewName, which must not be null, to the children of @p root.
     virtual void setupViewMenus(const char* viewName, CommandItem* root) = 0;
 
-    /// What decorates a view: true, false and false here.
+    /// Returns whether the title of a view has buttons; true here.
     virtual bool showViewTitleButtons() const;
+
+    /// Returns whether a view shows the application's logo; false here.
     virtual bool showViewLogo() const;
+
+    /// Returns whether a view has a slider that switches between the open documents; false here.
     virtual bool showViewDocumentSlider() const;
 
-    /// For toolkit sides to give a meaning to; nothing here calls them.
+    /// A declaration whose meaning the toolkit side defines. This library does not call it.
     virtual void declareExtraA() = 0;
+
+    /// A declaration whose meaning the toolkit side defines. This library does not call it.
     virtual void declareExtraB() = 0;
+
+    /// A declaration whose meaning the toolkit side defines. This library does not call it.
     virtual void declareExtraC() = 0;
 
-    /// Declares the toolbars as children of @p root.
+    /// Appends the toolbars of the main window to the children of @p root.
     virtual void setupToolbars(CommandItem* root) = 0;
 
+    /// A declaration whose meaning the toolkit side defines. This library does not call it.
     virtual void declareExtraD() = 0;
+
+    /// A declaration whose meaning the toolkit side defines. This library does not call it.
     virtual void declareExtraE() = 0;
 
-    /// What decorates the main window: true and true here.
+    /// Returns whether the title bar shows the application's logo; true here.
     virtual bool showTitleBarLogo() const;
+
+    /// Returns whether the main window has a tree view of the scene graph; true here.
     virtual bool showSceneGraphTreeView() const;
 
+    /// A declaration whose meaning the toolkit side defines. This library does not call it.
     virtual void declareExtraF() = 0;
 
-    /// @return the body, which modules share
+    /// Returns the body, which modules share.
     UiSetupPrivate* getUiSetupPrivate() const { return d; }
 
 protected:
-    /// A handle on @p body, which may be null and does not come to know of it.
+    /// Makes a handle on @p body, which may be null. Does not change the body's owner.
     explicit UiSetup(UiSetupPrivate* body);
 
 private:

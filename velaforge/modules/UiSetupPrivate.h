@@ -13,18 +13,20 @@ class UiSetup;
 class VFAPPLICATION_EXPORT UiSetupPrivate : public osg::Referenced
 {
 public:
+    /// Makes a body without an owner.
     UiSetupPrivate() = default;
     UiSetupPrivate(const UiSetupPrivate&) = delete;
     UiSetupPrivate& operator=(const UiSetupPrivate&) = delete;
 
-    /// Destroys the present owner, if that is another, and takes the new one, which holds a count already.
+    /// Deletes the present owner if it is another one, and sets the owner to @p setup, which has a reference
+    /// on this body.
     void setOwner(UiSetup* setup);
 
-    /// The handle that belongs to this body, null once it is gone.
+    /// The handle that belongs to this body, null after its destruction.
     UiSetup* owner = nullptr;
 
 protected:
-    /// Destroys the owner, unless that has cut itself off before.
+    /// Deletes the owner, unless it was destroyed before.
     ~UiSetupPrivate() override;
 };
 

@@ -5,18 +5,19 @@
 
 namespace vfApplication {
 
-/// The module that stands for the application itself. Application makes it of what its setup declares, and
-/// ModuleRegistry keeps it under "vfApplication::Application".
+/// The module of the application itself. The constructor of Application makes it with the UiSetup of its
+/// ApplicationSetup and adds it to ModuleRegistry under the id "vfApplication::Application".
 class VFAPPLICATION_EXPORT vfAppModule : public Module
 {
 public:
+    /// Makes a module that shares the body of @p uiSetup.
     explicit vfAppModule(const UiSetup& uiSetup);
     ~vfAppModule() override;
 
-    /// @return "vfApplication::Application"
+    /// Returns "vfApplication::Application".
     const char* getId() const override;
 
-    /// @return "vfAppModule"
+    /// Returns "vfAppModule".
     const char* getModuleName() const override;
 };
 

@@ -87,7 +87,7 @@ void letGoOfDisplay()
         xcb_disconnect(std::exchange(keptConnection(), nullptr));
 }
 
-QString whyNoDisplay(int argc, char** argv, QByteArray& platform)
+QString displayError(int argc, char** argv, QByteArray& platform)
 {
     const QByteArray asked = askedPlatform(argc, argv);
     const bool wantsX = asked.isEmpty() || asked.startsWith("xcb");

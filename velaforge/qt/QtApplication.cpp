@@ -76,7 +76,7 @@ struct Toolkit
         // Qt by itself would look for an X display even where there is but another.
         QByteArray platform;
         if (!qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
-            vfApplication::whyNoDisplay(argc, argv, platform);
+            vfApplication::displayError(argc, argv, platform);
         if (!platform.isEmpty())
             qputenv("QT_QPA_PLATFORM", platform);
         const QtMessageHandler before = qInstallMessageHandler(handleStartMessage);
@@ -156,10 +156,10 @@ QtApplication* QtApplication::instance()
     return current;
 }
 
-vfBase::VfString QtApplication::whyNoDisplay(int argc, char** argv)
+vfBase::VfString QtApplication::displayError(int argc, char** argv)
 {
     QByteArray platform;
-    return fromQt(vfApplication::whyNoDisplay(argc, argv, platform));
+    return fromQt(vfApplication::displayError(argc, argv, platform));
 }
 
 int QtApplication::onBeforeRun()

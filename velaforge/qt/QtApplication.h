@@ -27,10 +27,10 @@ struct QtApplicationPrivate;
 
 /// The shell of a program with a window.
 ///
-/// Menus, toolbars and dock windows are those that the modules declare, documents are shown by their QtViews, and a
-/// QtDocManager puts its questions here. The window appears when the event loop begins, as it stood when it was closed;
-/// a splash screen shows before, if ApplicationInfo::getSplashImageName names a picture. Everything belongs to the
-/// thread of Application::run. QtApplicationProducer makes the shell.
+/// Menus, toolbars and dock windows are those that the modules declare, documents are shown by their QtViews,
+/// and a QtDocManager puts its questions here. The window appears when the event loop begins, as it stood
+/// when it was closed; a splash screen shows before, if ApplicationInfo::getSplashImageName names a picture.
+/// Everything belongs to the thread of Application::run. QtApplicationProducer makes the shell.
 class VFAPPLICATIONQT_EXPORT QtApplication : public ApplicationInterface
 {
 public:
@@ -43,18 +43,19 @@ public:
     QtApplication(const QtApplication&) = delete;
     QtApplication& operator=(const QtApplication&) = delete;
 
-    /// @return the shell while it has a window; null before it is made and after end(). For a second application it is null
-    ///         until the library calls the shell: in onBeforeRun, or before that for its status bar or to exit
+    /// @return the shell while it has a window; null before it is made and after end(). For a second
+    ///         application it is null until the library calls the shell: in onBeforeRun, or before that for
+    ///         its status bar or to exit
     static QtApplication* instance();
 
-    /// Destroys the window and the QApplication, at the end of an application. The shell stays, since the library keeps a
-    /// pointer to it: the next application begins with another window.
+    /// Destroys the window and the QApplication, at the end of an application. The shell stays, since the
+    /// library keeps a pointer to it: the next application begins with another window.
     void end();
 
-    /// Tells whether a window could be opened, without opening one: whether the display that the environment or the
-    /// command line names answers.
-    /// @return why not; empty when it could
-    static vfBase::VfString whyNoDisplay(int argc, char** argv);
+    /// Tests, without opening a window, whether the display that the environment or the command line names
+    /// answers. @p argc and @p argv are the command line.
+    /// @return the reason why no window can be opened; empty if one can
+    static vfBase::VfString displayError(int argc, char** argv);
 
     int onBeforeRun() override;
 
@@ -62,7 +63,8 @@ public:
     int runEventLoop() override;
     int onAfterRun() override;
 
-    /// Ends the event loop, also while a dialog is open. It puts no question: documents with changes do when they close.
+    /// Ends the event loop, also while a dialog is open. It puts no question: documents with changes do when
+    /// they close.
     void exit(int code) override;
     void shellExtensionA() override;
 
@@ -79,18 +81,22 @@ public:
 
     // --- beyond the contract
 
+    /// Returns the main window.
     QMainWindow& getMainWindow() const;
+
+    /// Returns the title bar.
+
     QtTitleBar& getTitleBar() const;
 
     /// @return the toolbars as they were declared
     const std::vector<std::unique_ptr<QtToolbar>>& getToolbars() const;
 
-    /// Shows in menus and toolbars what commands say now. The shell does so by itself when a command was run, a menu
-    /// opens, or the active document changes.
+    /// Shows in menus and toolbars what commands say now. The shell does so by itself when a command was run,
+    /// a menu opens, or the active document changes.
     void updateActions();
 
-    /// Has @p listener called after a command was run, another view or document became the active one, or its history
-    /// or name changed. @param context  ends it when it goes
+    /// Calls @p listener after a command was run, after another view or document became the active one, and
+    /// after the undo history or the name of the active document changed. Stops when @p context is destroyed.
     void addListener(QObject& context, std::function<void()> listener);
 
     /// Makes menus and toolbars anew, after a module came or went.
@@ -99,18 +105,21 @@ public:
     /// Runs a command as if it was chosen in a menu. @return false when that is known to have failed
     bool invokeCommand(const char* name, const vfBase::VfVariant& argument = vfBase::VfVariant());
 
-    /// Shows what went wrong in a window that waits for nothing; later problems are added to it.
-    /// @param subject  what it is about, such as a file
+    /// Shows a problem in a window that does not block; later problems are added to that window.
+    /// @param subject  what the problem is about, such as a file
+    /// @param reason   what happened
     void showProblem(const vfBase::VfString& subject, const vfBase::VfString& reason);
 
-    /// Says which other files a document was read from. When one of them changes, the user is asked whether the document is
-    /// to be read again, once for all that changes together. To be called each time it was read.
+    /// Says which other files a document was read from. When one of them changes, the user is asked whether
+    /// the document is to be read again, once for all that changes together. To be called each time it was
+    /// read.
     void setOtherFiles(Document& document, const std::vector<vfBase::VfString>& paths);
 
     /// Shows what is going on, on the splash screen or in the status bar; empty when it is over.
     void showActivity(const vfBase::VfString& text);
 
-    /// Has translations "<name>_<language>.qm" of the program looked for in that directory. Before the shell is made.
+    /// Has translations "<name>_<language>.qm" of the program looked for in that directory. Before the shell
+    /// is made.
     static void addTranslations(const char* directory, const char* name);
 
     /// Asks the user for the argument of a command. @return false when the user gave up
@@ -131,6 +140,8 @@ public:
 
     /// For the parts of this library.
     MainWindow& getImp() const;
+
+    /// For the parts of this library.
     DocumentReloader& getReloader() const;
 
 private:

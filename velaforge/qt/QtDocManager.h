@@ -25,9 +25,9 @@ struct QtDocManagerPrivate;
 ///         new vfApplication::DocTemplate(&manager, ...);
 ///     }
 ///
-/// Every question of DocManager is a dialog, and the window shows which file could not be opened or saved, and why. Without
-/// a window it answers as DocManager does, except that it discards unsaved changes. Paths become absolute before the
-/// library sees them, so "a.txt" and "./a.txt" are one document.
+/// Every question of DocManager is a dialog, and the window shows which file could not be opened or saved,
+/// and why. Without a window it answers as DocManager does, except that it discards unsaved changes. Paths
+/// become absolute before the library sees them, so "a.txt" and "./a.txt" are one document.
 class VFAPPLICATIONQT_EXPORT QtDocManager : public DocManager
 {
     Q_DECLARE_TR_FUNCTIONS(vfApplication::QtDocManager)
@@ -35,25 +35,29 @@ class VFAPPLICATIONQT_EXPORT QtDocManager : public DocManager
 public:
     QtDocManager();
 
-    /// Closes the documents while the user can still be asked. Changes that are not saved then are lost. A document that
-    /// throws meanwhile is told and destroyed; the others are closed all the same.
+    /// Closes the documents while the user can still be asked. Changes that are not saved then are lost. A
+    /// document that throws meanwhile is told and destroyed; the others are closed all the same.
     ~QtDocManager() override;
 
     QtDocManager(const QtDocManager&) = delete;
     QtDocManager& operator=(const QtDocManager&) = delete;
 
     /// Opens or makes a document as DocManager does, but never throws.
-    /// @return null when the user gave up, or after a failure, which reportFailure() was told, with the reason of
-    ///         setReadError(), of the exception, or of the file system
+    /// @return null when the user gave up, or after a failure, which reportFailure() was told, with the
+    ///         reason of setReadError(), of the exception, or of the file system
     Document* createDocument(const vfBase::VfString& path, const vfBase::Options& options) override;
 
-    /// Reads another file into a document, and fails as createDocument() does. The document keeps its name then.
+    /// Reads another file into a document, and fails as createDocument() does. The document keeps its name
+    /// then.
     bool updateDocument(Document* document, const vfBase::VfString& path,
                         const vfBase::Options& options) override;
 
-    /// A dialog for one file of the kinds given. @param path  what is proposed, and what was chosen
-    /// @param isSaving  for a file to write
-    /// @return the kind that opens the file, null when the user gave up
+    /// Shows a dialog for one file of the kinds of @p templates.
+    /// @param templates  the candidates
+    /// @param count      number of candidates
+    /// @param path       the suggested path; set to the chosen one
+    /// @param isSaving   true for a file to write
+    /// @return the template for the file; null if the user cancelled
     DocTemplate* selectDocumentPath(DocTemplate** templates, int count, vfBase::VfString& path,
                                     bool isSaving) override;
 
@@ -63,8 +67,8 @@ public:
     int askForUserConfirmation() override;
     int askForConfirmRevert() override;
 
-    /// A dialog that proposes directory and name; the answer has an extension, and a file that is there is not replaced
-    /// without a question.
+    /// A dialog that proposes directory and name; the answer has an extension, and a file that is there is
+    /// not replaced without a question.
     vfBase::VfString selectDocumentSavePath(const char* directory, const char* name, const char* extension,
                                             const char* filter, vfBase::Options& options) override;
 
@@ -73,38 +77,45 @@ public:
     /// A dialog for any number of files. @return those chosen, none when the user gave up
     std::vector<vfBase::VfString> selectFilesToOpen();
 
-    /// Closes a document with the question about just this document's changes. Never throws: a document that does is told
-    /// and destroyed, unless it still has changes.
+    /// Closes a document with the question about just this document's changes. Never throws: a document that
+    /// does is told and destroyed, unless it still has changes.
     /// @return false when it stays open
     bool closeWithQuestion(Document& document);
 
     /// The same for all, the active one first. @return false at the first that stays
     virtual bool closeAllWithQuestions();
 
-    /// Saves a document, and shows the reason when that fails or throws.
-    /// @param path  empty for the file of the document, or the one that the user chooses
-    /// @return false when it was not saved
+    /// Saves a document, and shows the reason if that fails or throws.
+    /// @param document  the document
+    /// @param path      the file; empty for the document's own file, or one that the user chooses if it has
+    ///                  none
+    /// @return false if the document was not saved
     bool save(Document& document, const vfBase::VfString& path = vfBase::VfString());
 
     /// The same to a file that the user chooses.
     bool saveAs(Document& document);
 
-    /// Reads the file again without a question; the user has been asked already. @return false when that failed
+    /// Reads the file again without a question; the user has been asked already. @return false when that
+    /// failed
     virtual bool reload(Document& document);
 
-    /// Reads the file again when the user wants it, and shows the reason when that fails. @return false when it was not read
+    /// Reads the file again when the user wants it, and shows the reason when that fails. @return false when
+    /// it was not read
     bool revertWithQuestion(Document& document);
 
     /// Shows in the window that a file could not be opened, saved or read again, and why.
     virtual void reportFailure(const vfBase::VfString& path, const vfBase::VfString& reason);
 
 protected:
-    /// For a document that asks the user, while it is being opened or read again, whether to go on: who gave up need not
-    /// be told that it failed.
+    /// For a document that asks the user, while it is being opened or read again, whether to go on: who gave
+    /// up need not be told that it failed.
     void noteCancelled();
 
-    /// Called before a document is opened, made or read again, and afterwards: shows that work is going on.
+    /// Called before a document is opened, made or read again: shows that work is going on.
     virtual void beginWork(const vfBase::VfString& path);
+
+    /// Called after that work: shows that it has ended.
+
     virtual void endWork();
 
 private:

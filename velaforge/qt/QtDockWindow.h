@@ -17,11 +17,13 @@ struct QtDockWindowPrivate;
 
 /// A dock window on the screen.
 ///
-/// Before the main window is there it keeps what it is told; from then on every answer is that of the panel as it
-/// stands. At first it is visible, docked nowhere, allowed everywhere, and may be closed, moved, torn off and tabbed.
+/// Before the main window is there it keeps what it is told; from then on every answer is that of the panel
+/// as it stands. At first it is visible, docked nowhere, allowed everywhere, and may be closed, moved, torn
+/// off and tabbed.
 class VFAPPLICATIONQT_EXPORT QtDockWindow : public DockWindowInterface
 {
 public:
+    /// Makes the toolkit side's part of @p window.
     explicit QtDockWindow(DockWindow& window);
     ~QtDockWindow() override;
 
@@ -56,8 +58,9 @@ public:
     void setFloatable(bool floatable) override;
     bool getFloatable() const override;
 
-    /// A window that hides itself is a button at the edge of its area; it opens over its neighbours when the button is
-    /// pressed, and closes when the user turns to something else. A window that is torn off does not hide.
+    /// A window that hides itself is a button at the edge of its area; it opens over its neighbours when the
+    /// button is pressed, and closes when the user turns to something else. A window that is torn off does
+    /// not hide.
     void setAutoHide(bool autoHide) override;
     bool getAutoHide() const override;
 

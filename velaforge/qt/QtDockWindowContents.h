@@ -21,6 +21,7 @@ namespace vfApplication {
 class VFAPPLICATIONQT_EXPORT QtDockWindowContents
 {
 public:
+    /// A function that makes the contents as a child of parent; null for none.
     using Create = std::function<QWidget*(QWidget& parent)>;
 
     virtual ~QtDockWindowContents();

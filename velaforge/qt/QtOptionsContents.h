@@ -18,9 +18,10 @@ namespace vfApplication {
 ///         void applyOptions() override;                     // from the widget into the settings
 ///     };
 ///
-/// The dialog has a page load its options, then make its widget. "OK" has every page apply its options, then every page
-/// save them; with anything else none of the two is called, and everything stays as it was. The page goes with the
-/// dialog, after its widget. A page without a widget is not shown, but loaded, applied and saved with the others.
+/// The dialog has a page load its options, then make its widget. "OK" has every page apply its options, then
+/// every page save them; with anything else none of the two is called, and everything stays as it was. The
+/// page goes with the dialog, after its widget. A page without a widget is not shown, but loaded, applied and
+/// saved with the others.
 class VFAPPLICATIONQT_EXPORT QtOptionsContents
 {
 public:

@@ -21,8 +21,8 @@ struct QtStatusBarPrivate;
 /// | StatusBarPosition | at the right | none |
 /// | any other | at the right | none |
 ///
-/// A field without text takes no place. The progress shows from 0 to 99 percent, and is drawn at once: who works on the
-/// window's thread tells how far it is without letting anything else happen.
+/// A field without text takes no place. The progress shows from 0 to 99 percent, and is drawn at once: who
+/// works on the window's thread tells how far it is without letting anything else happen.
 class VFAPPLICATIONQT_EXPORT QtStatusBar : public StatusBarInterface
 {
 public:

@@ -13,7 +13,8 @@ namespace vfApplication {
 class VFAPPLICATIONQT_EXPORT QtToolbar final : public ToolbarInterface
 {
 public:
-    /// @param bar  lives as long as the main window
+    /// Makes a toolbar that is shown by @p bar, which must live as long as the main window. Shares @p
+    /// declaration.
     QtToolbar(QToolBar& bar, const CommandItem& declaration);
 
     /// Shows the toolbar, and hides it.
@@ -26,7 +27,11 @@ public:
     /// Takes the title anew from the declaration, in the language of the user.
     void toolbarOperationD() override;
 
+    /// Returns the widget.
     QToolBar& getWidget() const { return *m_bar; }
+
+    /// Returns the declaration passed to the constructor.
+
     const CommandItem& getDeclaration() const { return m_declaration; }
 
 private:

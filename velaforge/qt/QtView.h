@@ -21,8 +21,8 @@ struct QtViewPrivate;
 ///         QWidget* createWidget(QWidget& parent) override { return new QLabel("empty", &parent); }
 ///     };
 ///
-/// The widget goes with the view. When the user closes one of several views of a document, that view goes alone; with
-/// the last the document closes, with the question about unsaved changes.
+/// The widget goes with the view. When the user closes one of several views of a document, that view goes
+/// alone; with the last the document closes, with the question about unsaved changes.
 class VFAPPLICATIONQT_EXPORT QtView : public View
 {
 public:
@@ -32,7 +32,8 @@ public:
     QtView(const QtView&) = delete;
     QtView& operator=(const QtView&) = delete;
 
-    /// Makes the widget and shows it. @return false without a shell with a window, and when there is no widget
+    /// Makes the widget and shows it. @return false without a shell with a window, and when there is no
+    /// widget
     bool onCreate(Document* document, const vfBase::Options& options) override;
 
     /// Brings the widget to the front.
@@ -52,7 +53,8 @@ public:
     QWidget* getWidget() const;
 
 protected:
-    /// @return a new widget that shows the document, a child of @p parent; null for a view that cannot be made
+    /// @return a new widget that shows the document, a child of @p parent; null for a view that cannot be
+    ///         made
     virtual QWidget* createWidget(QWidget& parent) = 0;
 
 private:

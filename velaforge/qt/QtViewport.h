@@ -28,10 +28,11 @@ struct QtViewportPrivate;
 ///     viewport->setScene(scene);
 ///     viewport->lookAt(eye, centre, up);
 ///
-/// The left button turns, the middle one (or the left with Shift) moves, the right one (or the left with Control) and the
-/// wheel, turned away from the user, bring nearer. It draws when something has changed: after update(), when the user
-/// moves the camera, and, where that is wanted, as long as the scene moves by itself. Positions are those of the widget, in Qt's own units; the
-/// picture has as many pixels as the screen has.
+/// The left button turns, the middle one (or the left with Shift) moves, the right one (or the left with
+/// Control) and the wheel, turned away from the user, bring nearer. It draws when something has changed:
+/// after update(), when the user moves the camera, and, where that is wanted, as long as the scene moves by
+/// itself. Positions are those of the widget, in Qt's own units; the picture has as many pixels as the screen
+/// has.
 class VFAPPLICATIONQT_EXPORT QtViewport : public QOpenGLWidget
 {
     Q_OBJECT
@@ -42,14 +43,18 @@ public:
     {
         osg::NodePath path; ///< from the scene to the drawable
         osg::Vec3d point;   ///< in the scene
-        osg::Vec3d normal;
+        osg::Vec3d normal;  ///< of the surface there, in the scene
     };
 
+    /// Makes a viewport without a scene, as a child of @p parent.
     explicit QtViewport(QWidget* parent = nullptr);
     ~QtViewport() override;
 
-    /// @param scene  shared; null for none. The camera stays where it is.
+    /// Shows @p scene, which is shared; null shows none. Does not move the camera.
     void setScene(osg::Node* scene);
+
+    /// Returns the scene, null if there is none.
+
     osg::Node* getScene() const;
 
     /// The colours at the top and the bottom of the background, from 0 to 1.
@@ -58,12 +63,18 @@ public:
     /// The angle from the bottom to the top of the picture, in degrees; 30 unless set.
     void setFieldOfView(double degrees);
 
-    /// Without perspective, what lies at the centre about which the user turns is as large as with it. False unless set.
+    /// Without perspective, what lies at the centre about which the user turns is as large as with it. False
+    /// unless set.
     void setOrthographic(bool isOrthographic);
+
+    /// Returns whether the camera has no perspective.
     bool isOrthographic() const;
 
-    /// Places the camera. @param centre  about which the user turns
+    /// Places the camera at @p eye, looking at @p centre, with @p up pointing upwards. The user orbits about
+    /// @p centre.
     void lookAt(const osg::Vec3d& eye, const osg::Vec3d& centre, const osg::Vec3d& up);
+
+    /// Sets @p eye, @p centre and @p up to the values of the camera.
     void getLookAt(osg::Vec3d& eye, osg::Vec3d& centre, osg::Vec3d& up) const;
 
     /// Looks at the whole scene from where the camera looks now.
@@ -75,18 +86,22 @@ public:
     /// @return what lies foremost under the position, nothing where there is only background
     std::optional<Hit> pick(const QPointF& position) const;
 
-    /// @param isWanted  whether to stop at what was found; what is refused is looked through
-    /// @return the same for what is wanted
+    /// Does the same, but looks through each hit for which @p isWanted returns false. @p position is in the
+    /// widget.
+    /// @return the foremost hit that is wanted
     std::optional<Hit> pick(const QPointF& position, const std::function<bool(const Hit&)>& isWanted) const;
 
     /// @return where the point of the scene is seen, in the widget; behind the camera that is nowhere near
     QPointF project(const osg::Vec3d& point) const;
 
-    /// The line of sight through a position. @param direction  of length 1
+    /// Sets @p origin and @p direction, a vector of length 1, to the line of sight through @p position.
     void getRay(const QPointF& position, osg::Vec3d& origin, osg::Vec3d& direction) const;
 
-    /// Whether pictures follow one another for as long as something in the scene moves by itself; true unless set.
+    /// Whether pictures follow one another for as long as something in the scene moves by itself; true unless
+    /// set.
     void setContinuous(bool isContinuous);
+
+    /// Returns whether pictures follow one another as long as something in the scene moves by itself.
     bool isContinuous() const;
 
     /// @return how many pictures were drawn
@@ -106,11 +121,22 @@ Q_SIGNALS:
     void aspectChanged();
 
 protected:
+    /// Prepares the OpenGL context.
     void initializeGL() override;
+
+    /// Draws the scene.
     void paintGL() override;
+
+    /// Begins a movement of the camera.
     void mousePressEvent(QMouseEvent* event) override;
+
+    /// Moves the camera.
     void mouseMoveEvent(QMouseEvent* event) override;
+
+    /// Ends a movement of the camera, or emits clicked().
     void mouseReleaseEvent(QMouseEvent* event) override;
+
+    /// Zooms.
     void wheelEvent(QWheelEvent* event) override;
 
 private:

@@ -2,7 +2,7 @@
 #include <velaforge/shell/OptionsPageManager.h>
 
 #include <velaforge/base/CopyCount.h>
-#include <velaforge/base/KeptForProcess.h>
+#include <velaforge/base/LeakForProcess.h>
 #include <velaforge/base/Registry_.h>
 #include <velaforge/base/Require.h>
 #include <velaforge/shell/UiOptionsPage.h>
@@ -24,7 +24,8 @@ OptionsPageManager& OptionsPageManager::operator=(const OptionsPageManager& othe
     if (ids == other.ids)
         return *this;
     vfBase::CopyCount::add(other.ids);
-    vfBase::keepReachable(ids); // other managers may share it
+    // By contract the former list is never deleted: other managers may share it.
+    vfBase::leakForProcess(ids);
     ids = other.ids;
     return *this;
 }
@@ -53,14 +54,14 @@ UiOptionsPage* OptionsPageManager::createOptionsPage(const char* id) const
 vfBase::Vector<UiOptionsPage*> OptionsPageManager::createPages() const
 {
     vfBase::Vector<UiOptionsPage*> pages;
-    // By index, with a copy of the id: the constructor of a page may announce further pages.
+    // By index and with a copy of the id: the constructor of a page may add further pages.
     for (std::size_t i = 0; i < ids->size(); ++i) {
         const std::string id = (*ids)[i];
         vfBase::VfObject* object = vfBase::Registry_::instance().createType(id.c_str());
         if (auto* page = dynamic_cast<UiOptionsPage*>(object))
             pages.append(page);
         else
-            vfBase::keepReachable(object); // it may know its way by itself, and is not ours to end
+            vfBase::leakForProcess(object); // never deleted, by contract
     }
     return pages;
 }

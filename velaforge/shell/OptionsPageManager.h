@@ -11,33 +11,38 @@ namespace vfApplication {
 
 class UiOptionsPage;
 
-/// The class names of the pages of the options dialog, in the order in which they were announced.
+/// Holds the class names of the pages of the options dialog, in the order in which they were added.
 ///
 ///     auto& pages = vfApplication::Registry::instance().getOptionsPageManager();
 ///     pages.addOptionsPageId("solar::ColorsPage");
-///     vfBase::Vector<vfApplication::UiOptionsPage*> made = pages.createPages();  // the caller's to delete
+///     vfBase::Vector<vfApplication::UiOptionsPage*> made = pages.createPages();  // owned by the caller
 ///
-/// Copies and assignment share one list, which each destructor frees: of managers that share a list, one only may be
-/// destroyed. Names are added during the start, pages made on the thread of the user interface.
+/// Copies share one list, which the last of them to be destroyed deletes. Add names while the program starts;
+/// make pages on the thread of the user interface.
 class VFAPPLICATION_EXPORT OptionsPageManager
 {
 public:
+    /// Makes a manager with an empty list.
     OptionsPageManager();
+
+    /// Shares the list of @p other.
     OptionsPageManager(const OptionsPageManager& other);
 
-    /// The list that was here stays allocated for the process.
+    /// Shares the list of @p other. The former list is never deleted.
     OptionsPageManager& operator=(const OptionsPageManager& other);
     ~OptionsPageManager();
 
-    /// Announces a page; twice gives two pages. @param id  the class, see ClassInfo; must not be null
+    /// Adds a page: @p id is the name of its class, see vfBase::ClassInfo, and must not be null. A name added
+    /// twice gives two pages.
     void addOptionsPageId(const char* id);
 
-    /// Makes an object of any class, announced or not.
-    /// @return the page, the caller's; null when the class is unknown or is not one of pages
+    /// Makes a page of the class @p id, whether it was added or not.
+    /// @return the page, owned by the caller; null if the class is unknown or is no UiOptionsPage
     UiOptionsPage* createOptionsPage(const char* id) const;
 
-    /// Makes the pages announced, in that order; the caller's, each time new ones. A class that is unknown or not one of
-    /// pages is passed over; an object of the latter stays allocated for the process.
+    /// Makes a new page of each class added, in that order. Skips a class that is unknown or is no
+    /// UiOptionsPage; an object of a class of the second kind is never deleted.
+    /// @return the pages, owned by the caller
     vfBase::Vector<UiOptionsPage*> createPages() const;
 
 private:

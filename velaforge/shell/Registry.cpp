@@ -31,7 +31,7 @@ OptionsPageManager& Registry::getOptionsPageManager()
 
 RegistryPrivate* Registry::getImp() const
 {
-    return nullptr; // the body that the handle is made with
+    return nullptr; // the handle has no body
 }
 
 } // namespace vfApplication

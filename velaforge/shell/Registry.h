@@ -9,22 +9,29 @@ namespace vfApplication {
 
 class RegistryPrivate;
 
-/// The holder of what the modules of the process announce: so far the options pages.
+/// Gives access to the lists to which the modules of the process add: the options pages.
 ///
-/// A handle without a body. Copies share the list of the options pages; only one of them may be destroyed, see
-/// OptionsPageManager.
+/// A handle without a body. Copies share the list of options pages, see OptionsPageManager.
 class VFAPPLICATION_EXPORT Registry : public vfBase::Referenced
 {
 public:
-    /// @return the one registry, until the process ends
+    /// Returns the registry of the process.
     static Registry& instance();
 
+    /// Shares the list of @p other.
     Registry(const Registry& other);
+
+    /// Shares the list of @p other, which keeps it.
     Registry(Registry&& other);
+
+    /// Shares the list of @p other.
     Registry& operator=(const Registry& other);
+
+    /// Shares the list of @p other, which keeps it.
     Registry& operator=(Registry&& other);
     ~Registry() override;
 
+    /// Returns the list of options pages.
     OptionsPageManager& getOptionsPageManager();
 
 private:

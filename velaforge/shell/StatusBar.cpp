@@ -8,8 +8,8 @@ namespace vfApplication {
 
 StatusBar::StatusBar() : d(new StatusBarPrivate(this))
 {
-    // The object is a plain StatusBar as yet, so this finds nothing, also for a StatusBarInterface.
-    // Shells rely on getStatusBarInterface() being null; it is not to be moved to a later point.
+    // Null for every status bar, by contract: the object is still a plain StatusBar here, even if it will be
+    // a StatusBarInterface. Do not move this cast to a later point.
     d->statusBarInterface = dynamic_cast<StatusBarInterface*>(this);
 }
 

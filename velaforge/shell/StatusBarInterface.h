@@ -6,10 +6,11 @@
 
 namespace vfApplication {
 
-/// A status bar that a toolkit side realises: the three updates are for it to define.
+/// The base class of a toolkit side's status bar, which implements the three updates.
 class VFAPPLICATION_EXPORT StatusBarInterface : public StatusBar
 {
 public:
+    /// Makes a status bar.
     StatusBarInterface() = default;
     ~StatusBarInterface() override;
 

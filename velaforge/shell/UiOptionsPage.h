@@ -6,27 +6,32 @@
 
 namespace vfApplication {
 
-/// A page of the options dialog.
+/// The base class of the pages of the options dialog.
 ///
 ///     class ColorsPage : public vfApplication::UiOptionsPage
 ///     {
 ///     public:
-///         static const vfBase::ClassInfo s_classInfo;  // with a creator, so that the page can be made by name
-///         void loadOptions() override;                 // from the settings into the page
+///         static const vfBase::ClassInfo s_classInfo;  // with a creator: the page is made by name
+///         void loadOptions() override;                 // shows the settings
 ///     };
 ///     vfApplication::Registry::instance().getOptionsPageManager().addOptionsPageId("solar::ColorsPage");
 ///
-/// The toolkit side makes a page for each id when it opens the dialog, puts it among the others by group and order, and
-/// has it load, apply and save.
+/// When the toolkit side opens the dialog, it makes a page for each id, sorts the pages by group and order,
+/// and calls loadOptions. When the user accepts the dialog, it calls applyOptions of all pages, then
+/// saveOptions of all pages.
 class VFAPPLICATION_EXPORT UiOptionsPage : public vfBase::VfObject
 {
 public:
+    /// The class record, without a creator.
     static const vfBase::ClassInfo s_classInfo;
 
+    /// Makes a page.
     UiOptionsPage();
 
-    // A copy is a new page, and assignment changes nothing.
+    /// Makes a new page: copies nothing.
     UiOptionsPage(const UiOptionsPage& other);
+
+    /// Changes nothing.
     UiOptionsPage& operator=(const UiOptionsPage& other);
     ~UiOptionsPage() override;
 
@@ -34,22 +39,29 @@ public:
 
     // In the order of their slots, which is part of the binary interface.
 
-    /// @return the group of pages that it belongs to; "General" here
+    /// Returns the name of the group that the page belongs to; "General" here.
     virtual const char* getGroupName();
 
-    /// @return the name of the group's icon; "OptionsGeneral" here
+    /// Returns the name of the group's icon; "OptionsGeneral" here. On the Qt side, see
+    /// ApplicationInfo::getApplicationIconName for how an icon is found by its name.
     virtual const char* getGroupIconName();
 
-    /// @return where the group stands among the groups, and the page in its group, in rising order; 0 here
+    /// Returns the number by which the groups are sorted, lowest first; 0 here.
     virtual int getGroupOrder();
+
+    /// Returns the number by which the pages of a group are sorted, lowest first; 0 here.
     virtual int getTabOrder();
 
-    /// Nothing here: take the settings into the page, keep what the page says, let it take effect.
+    /// Reads the settings into the page; does nothing here.
     virtual void loadOptions();
+
+    /// Saves the settings; does nothing here.
     virtual void saveOptions();
+
+    /// Writes the values of the page into the settings, so that they take effect; does nothing here.
     virtual void applyOptions();
 
-    /// @return "vfApplication::UiOptionsPage"
+    /// Returns "vfApplication::UiOptionsPage".
     static const char* classId();
 };
 

@@ -19,9 +19,9 @@
 
 namespace {
 
-std::string whyNoDisplay(int argc, char** argv)
+std::string displayError(int argc, char** argv)
 {
-    return vfApplication::QtApplication::whyNoDisplay(argc, argv).str();
+    return vfApplication::QtApplication::displayError(argc, argv).str();
 }
 
 void install()
@@ -59,7 +59,7 @@ namespace vfViewer {
 
 const WindowSide& qtWindowSide()
 {
-    static const WindowSide side = {whyNoDisplay, install, makeDocManager, announceQtOptionsPages};
+    static const WindowSide side = {displayError, install, makeDocManager, announceQtOptionsPages};
     return side;
 }
 

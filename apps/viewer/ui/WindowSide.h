@@ -14,7 +14,7 @@ namespace vfViewer {
 struct WindowSide
 {
     /// @return why no window can be opened; empty when one can
-    std::string (*whyNoDisplay)(int argc, char** argv);
+    std::string (*displayError)(int argc, char** argv);
 
     /// Makes the shell with a window the one of the process, before the application is constructed.
     void (*install)();

@@ -17,15 +17,16 @@ struct ScriptLine
     std::string where; ///< "<file>:<line>: ", for messages
 };
 
-/// A longer script, or a longer line, is not one that a person or a program meant.
+/// Maximum sizes of a script and of a line, in bytes.
 constexpr std::size_t scriptLimit = 16 * 1024 * 1024;
 constexpr std::size_t scriptLineLimit = 64 * 1024;
 
-/// Reads a script to its end: one command a line. Empty lines and lines that begin with "#" are left out. A byte order mark
-/// at the beginning and carriage returns at the ends of lines are ignored.
-/// @param path    "-" for standard input; may be a pipe
-/// @param reason  receives why it failed
-/// @return false when the script cannot be read, is longer than scriptLimit, or is not text
+/// Reads a script: one command per line. Skips empty lines, lines that begin with "#", a byte order mark at
+/// the beginning and carriage returns at the ends of lines.
+/// @param path    the file, which may be a pipe; "-" for standard input
+/// @param lines   receives the commands
+/// @param reason  set to the reason if the result is false
+/// @return false if the script cannot be read, is longer than scriptLimit, or is not text
 VFAPPLICATIONHEADLESS_EXPORT bool readScript(const vfBase::VfString& path, std::vector<ScriptLine>& lines,
                                              vfBase::VfString& reason);
 
