@@ -21,7 +21,9 @@ endif()
 # What all targets share: warnings, sanitizers, the include root.
 add_library(velaforge_build_flags INTERFACE)
 target_include_directories(velaforge_build_flags INTERFACE "${PROJECT_SOURCE_DIR}")
-target_compile_options(velaforge_build_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow)
+# Among sources that are compiled together one's names may hide another's.
+target_compile_options(velaforge_build_flags INTERFACE
+    -Wall -Wextra -Wpedantic $<$<NOT:$<BOOL:$<TARGET_PROPERTY:UNITY_BUILD>>>:-Wshadow>)
 if(VELAFORGE_WARNINGS_AS_ERRORS)
     target_compile_options(velaforge_build_flags INTERFACE -Werror)
 endif()
@@ -37,6 +39,15 @@ if(VELAFORGE_SANITIZE)
             target_compile_definitions(velaforge_build_flags INTERFACE __SANITIZE_THREAD__)
         endif()
     endif()
+endif()
+
+# What the tests run is counted. Assertions and optimised code would add branches that no source has.
+option(VELAFORGE_COVERAGE "Count what is run" OFF)
+if(VELAFORGE_COVERAGE)
+    target_compile_options(velaforge_build_flags INTERFACE --coverage -fprofile-update=atomic)
+    target_link_options(velaforge_build_flags INTERFACE --coverage -Wl,--wrap=_exit -Wl,-u,__wrap__exit)
+    add_library(velaforge_coverage_at_exit STATIC "${PROJECT_SOURCE_DIR}/cmake/CoverageAtExit.cpp")
+    target_link_libraries(velaforge_build_flags INTERFACE velaforge_coverage_at_exit)
 endif()
 
 # How sources are compiled differs between presets, so that what costs time is done once and nothing is hidden: where
@@ -90,25 +101,37 @@ function(velaforge_program name)
     target_link_libraries(${name} PRIVATE ${ARG_LINK} velaforge_build_flags)
 endfunction()
 
+set(VELAFORGE_CASE_SECONDS 300 CACHE STRING "Seconds until a test case that hangs is ended")
+
 # velaforge_test(<name> [OPTIMIZED] [LONG_CASES] SOURCES <file>... [LINK <target>...]
-#                [PROPERTIES <ctest property> <value>...])
+#                [ALONE <file>...] [THREADED <suite>...] [PROPERTIES <ctest property> <value>...])
 # One program of many test cases. What is tested is optimised, in libraries; the tests themselves take longer to optimise than
 # to run, unless what they test stands in headers (OPTIMIZED).
 #
 # For ctest each suite is a test, which runs its cases one after another, each in a forked process of its own with a
 # home directory of its own (tests/support/CasesApart.h), because singletons are never rebuilt. LONG_CASES makes each
 # case a test, so that ctest runs the cases of one suite beside one another; these tests begin before the others.
+#
+# ALONE names those of the sources that are not compiled together with others: names in the anonymous namespaces of
+# sources that are must differ.
+#
+# THREADED names the suites whose cases run on several threads: they have the label "threads", and the thread sanitizer's
+# preset runs these alone. The target threaded_tests builds what they need.
 function(velaforge_test name)
-    cmake_parse_arguments(ARG "OPTIMIZED;LONG_CASES" "" "SOURCES;LINK;PROPERTIES" ${ARGN})
+    cmake_parse_arguments(ARG "OPTIMIZED;LONG_CASES" "" "SOURCES;LINK;ALONE;THREADED;PROPERTIES" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE ${ARG_LINK} velaforge_test_support velaforge_build_flags)
     if(VELAFORGE_SANITIZE OR NOT ARG_OPTIMIZED)
         target_compile_options(${name} PRIVATE -O0)
     endif()
     if(VELAFORGE_UNITE_TESTS)
-        # Names in the anonymous namespaces of sources that are compiled together must differ.
         set_target_properties(${name} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 4)
-        target_compile_options(${name} PRIVATE -Wno-shadow) # of one source's names by another's
+        # g++ takes a fixture for one that other sources see.
+        target_compile_options(${name} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+        set_source_files_properties(${ARG_ALONE} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
+    endif()
+    if(ARG_THREADED)
+        add_dependencies(threaded_tests ${name})
     endif()
     if(ARG_LONG_CASES)
         list(APPEND ARG_PROPERTIES COST 10)
@@ -118,7 +141,8 @@ function(velaforge_test name)
 set(program [==[$<TARGET_FILE:${name}>]==])
 set(list [==[${discovery}_cases.txt]==])
 set(long_cases ${ARG_LONG_CASES})
-set(seconds 300)
+set(seconds ${VELAFORGE_CASE_SECONDS})
+set(threaded [==[${ARG_THREADED}]==])
 set(properties [==[${ARG_PROPERTIES}]==])
 include([==[${PROJECT_SOURCE_DIR}/cmake/VelaforgeDiscoverTests.cmake]==])
 ")

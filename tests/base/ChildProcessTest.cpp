@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <cstdlib>
 #include <exception>
 #include <iostream>
@@ -35,13 +34,11 @@ TEST(ChildProcess, OneThatCrashesOrEndsItselfDied)
 
 TEST(ChildProcess, OneThatDoesNotComeToAnEndIsEnded)
 {
-    const auto start = std::chrono::steady_clock::now();
     const auto hang = []() -> bool {
         for (;;)
             pause();
     };
     EXPECT_EQ(ChildResult::Died, tryInChild(hang, 1));
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(30));
 }
 
 TEST(ChildProcess, NothingOfTheWorkIsSeenHere)

@@ -323,7 +323,7 @@ void expectAgreementOfMaps(unsigned seed)
 }
 
 /// Makes the operations again and again, each time by other chances.
-void search(void (*expect)(unsigned seed), int rounds)
+void expectForManySeeds(void (*expect)(unsigned seed), int rounds)
 {
     vfTest::Search search("sequences of operations on containers", rounds);
     while (search.next())
@@ -334,25 +334,25 @@ void search(void (*expect)(unsigned seed), int rounds)
 
 TEST(ContainerRandomOperations, AVectorAgreesWithAStandardOne)
 {
-    search(expectAgreement<vfBase::Vector<int>>, 3);
+    expectForManySeeds(expectAgreement<vfBase::Vector<int>>, 3);
 }
 
 TEST(ContainerRandomOperations, AListAgreesWithAStandardVector)
 {
-    search(expectAgreement<vfBase::List<int>>, 3);
+    expectForManySeeds(expectAgreement<vfBase::List<int>>, 3);
 }
 
 TEST(ContainerRandomOperations, AListMovesRemovesAndSwapsLikeAStandardVector)
 {
-    search(expectAgreementOfMoves, 2);
+    expectForManySeeds(expectAgreementOfMoves, 2);
 }
 
 TEST(ContainerRandomOperations, ASetAgreesWithAStandardOne)
 {
-    search(expectAgreementOfSets, 2);
+    expectForManySeeds(expectAgreementOfSets, 2);
 }
 
 TEST(ContainerRandomOperations, AMapAgreesWithAStandardOne)
 {
-    search(expectAgreementOfMaps, 2);
+    expectForManySeeds(expectAgreementOfMaps, 2);
 }
