@@ -6,6 +6,7 @@
 #   seconds     how long one case may take
 #   threaded    the suites that have the label "threads"
 #   properties  of its tests, as for set_tests_properties()
+cmake_policy(VERSION 3.25)
 get_filename_component(program_name "${program}" NAME)
 if(NOT EXISTS "${program}")
     add_test("${program_name}_NOT_BUILT" "${program_name}_NOT_BUILT")

@@ -28,7 +28,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-const std::string sailboat = VELAFORGE_SOURCE_DIR "/models/sailboat.obj";
+using vfTest::sailboat;
 
 #if defined(__SANITIZE_ADDRESS__)
 constexpr std::uint32_t manyTriangles = 500000; // everything takes several times as long

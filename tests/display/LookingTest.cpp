@@ -37,7 +37,7 @@ using vfTest::Viewer;
 
 namespace {
 
-const std::string sailboat = VELAFORGE_SOURCE_DIR "/models/sailboat.obj";
+using vfTest::sailboat;
 const std::string windmill = VELAFORGE_SOURCE_DIR "/models/windmill.gltf";
 
 class Looking : public vfTest::OnDisplay

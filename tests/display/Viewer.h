@@ -20,6 +20,9 @@ class QWidget;
 
 namespace vfTest {
 
+/// The path of a model of some parts.
+inline const std::string sailboat = VELAFORGE_SOURCE_DIR "/models/sailboat.obj";
+
 /// A test that needs a display, with one mouse and one keyboard, for itself: "./dev test" starts some and names them in
 /// VELAFORGE_TEST_DISPLAY, separated by blanks. The test takes one that no other test uses, and waits for one.
 class OnDisplay : public testing::Test
