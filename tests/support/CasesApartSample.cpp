@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -65,6 +66,14 @@ TEST(Sample, EndsEarlyWithStatus0)
 TEST(Sample, FailsAfterItsEnd)
 {
     std::atexit([] { _exit(23); });
+}
+
+TEST(Sample, Leaks)
+{
+    // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks)
+    static volatile auto address =
+        reinterpret_cast<std::uintptr_t>(new char[1000]) ^ 1; // as no checker knows it
+    EXPECT_NE(0u, address);
 }
 
 TEST(Sample, Skips)
