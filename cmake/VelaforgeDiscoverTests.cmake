@@ -4,7 +4,9 @@
 #   list        where its suites and cases are kept until the program changes
 #   long_cases  whether each case is a test of its own
 #   seconds     how long one case may take
+#   threaded    the suites that have the label "threads"
 #   properties  of its tests, as for set_tests_properties()
+cmake_policy(VERSION 3.25)
 get_filename_component(program_name "${program}" NAME)
 if(NOT EXISTS "${program}")
     add_test("${program_name}_NOT_BUILT" "${program_name}_NOT_BUILT")
@@ -35,6 +37,10 @@ foreach(line IN LISTS lines)
         continue()
     endif()
     add_test("${name}" "${program}" --apart ${seconds} "${name}")
+    set(labels "")
+    if(suite IN_LIST threaded)
+        set(labels LABELS threads)
+    endif()
     # The program itself ends a case that takes too long, and goes on with the next one.
-    set_tests_properties("${name}" PROPERTIES TIMEOUT 7200 ${properties})
+    set_tests_properties("${name}" PROPERTIES TIMEOUT 7200 ${labels} ${properties})
 endforeach()

@@ -21,7 +21,9 @@ endif()
 # What all targets share: warnings, sanitizers, the include root.
 add_library(velaforge_build_flags INTERFACE)
 target_include_directories(velaforge_build_flags INTERFACE "${PROJECT_SOURCE_DIR}")
-target_compile_options(velaforge_build_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow)
+# Among sources that are compiled together one's names may hide another's.
+target_compile_options(velaforge_build_flags INTERFACE
+    -Wall -Wextra -Wpedantic $<$<NOT:$<BOOL:$<TARGET_PROPERTY:UNITY_BUILD>>>:-Wshadow>)
 if(VELAFORGE_WARNINGS_AS_ERRORS)
     target_compile_options(velaforge_build_flags INTERFACE -Werror)
 endif()
@@ -37,6 +39,15 @@ if(VELAFORGE_SANITIZE)
             target_compile_definitions(velaforge_build_flags INTERFACE __SANITIZE_THREAD__)
         endif()
     endif()
+endif()
+
+# What the tests run is counted. Assertions and optimised code would add branches that no source has.
+option(VELAFORGE_COVERAGE "Count what is run" OFF)
+if(VELAFORGE_COVERAGE)
+    target_compile_options(velaforge_build_flags INTERFACE --coverage -fprofile-update=atomic)
+    target_link_options(velaforge_build_flags INTERFACE --coverage -Wl,--wrap=_exit -Wl,-u,__wrap__exit)
+    add_library(velaforge_coverage_at_exit STATIC "${PROJECT_SOURCE_DIR}/cmake/CoverageAtExit.cpp")
+    target_link_libraries(velaforge_build_flags INTERFACE velaforge_coverage_at_exit)
 endif()
 
 # VELAFORGE_PRECOMPILE: headers that all sources of a library read are read once. A source that forgets to include one of
@@ -85,22 +96,30 @@ function(velaforge_program name)
     target_link_libraries(${name} PRIVATE ${ARG_LINK} velaforge_build_flags)
 endfunction()
 
+set(VELAFORGE_CASE_SECONDS 300 CACHE STRING "Seconds until a test case that hangs is ended")
+
 # velaforge_test(<name> [OPTIMIZED] [LONG_CASES] SOURCES <file>... [LINK <target>...]
-#                [PROPERTIES <ctest property> <value>...])
+#                [THREADED <suite>...] [PROPERTIES <ctest property> <value>...])
 # One program of many test cases. What is tested is optimised, in libraries; the tests themselves take longer to optimise than
 # to run, unless what they test stands in headers (OPTIMIZED).
 #
 # For ctest each suite is a test, which runs its cases one after another, each in a forked process of its own with a
 # home directory of its own (tests/support/CasesApart.h), because singletons are never rebuilt. LONG_CASES makes each
 # case a test, so that ctest runs the cases of one suite beside one another; these tests begin before the others.
+#
+# THREADED names the suites whose cases run on several threads: they have the label "threads", and the thread sanitizer's
+# preset runs these alone. The target threaded_tests builds what they need.
 function(velaforge_test name)
-    cmake_parse_arguments(ARG "OPTIMIZED;LONG_CASES" "" "SOURCES;LINK;PROPERTIES" ${ARGN})
+    cmake_parse_arguments(ARG "OPTIMIZED;LONG_CASES" "" "SOURCES;LINK;THREADED;PROPERTIES" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE ${ARG_LINK} velaforge_test_support velaforge_build_flags)
     if(VELAFORGE_SANITIZE OR NOT ARG_OPTIMIZED)
         target_compile_options(${name} PRIVATE -O0)
     endif()
     target_precompile_headers(${name} PRIVATE <gmock/gmock.h>)
+    if(ARG_THREADED)
+        add_dependencies(threaded_tests ${name})
+    endif()
     if(ARG_LONG_CASES)
         list(APPEND ARG_PROPERTIES COST 10)
     endif()
@@ -109,7 +128,8 @@ function(velaforge_test name)
 set(program [==[$<TARGET_FILE:${name}>]==])
 set(list [==[${discovery}_cases.txt]==])
 set(long_cases ${ARG_LONG_CASES})
-set(seconds 300)
+set(seconds ${VELAFORGE_CASE_SECONDS})
+set(threaded [==[${ARG_THREADED}]==])
 set(properties [==[${ARG_PROPERTIES}]==])
 include([==[${PROJECT_SOURCE_DIR}/cmake/VelaforgeDiscoverTests.cmake]==])
 ")

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Long random sequences of operations, each made on a container here and on a standard one.
+#include "support/Search.h"
+
 #include <velaforge/base/List.h>
 #include <velaforge/base/Map.h>
 #include <velaforge/base/Set.h>
@@ -153,23 +155,9 @@ void expectAgreement(unsigned seed)
     }
 }
 
-} // namespace
-
-TEST(ContainerRandomOperations, AVectorAgreesWithAStandardOne)
+void expectAgreementOfMoves(unsigned seed)
 {
-    for (unsigned seed = 1; seed <= 3; ++seed)
-        expectAgreement<vfBase::Vector<int>>(seed);
-}
-
-TEST(ContainerRandomOperations, AListAgreesWithAStandardVector)
-{
-    for (unsigned seed = 4; seed <= 6; ++seed)
-        expectAgreement<vfBase::List<int>>(seed);
-}
-
-TEST(ContainerRandomOperations, AListMovesRemovesAndSwapsLikeAStandardVector)
-{
-    Dice dice(7);
+    Dice dice(seed);
     vfBase::List<int> ours;
     std::vector<int> standard;
     for (int i = 0; i < 12; ++i) {
@@ -215,9 +203,9 @@ TEST(ContainerRandomOperations, AListMovesRemovesAndSwapsLikeAStandardVector)
     }
 }
 
-TEST(ContainerRandomOperations, ASetAgreesWithAStandardOne)
+void expectAgreementOfSets(unsigned seed)
 {
-    Dice dice(8);
+    Dice dice(seed);
     vfBase::Set<int> ours;
     std::set<int> standard;
     for (int round = 0; round < 6000; ++round) {
@@ -272,9 +260,9 @@ TEST(ContainerRandomOperations, ASetAgreesWithAStandardOne)
     }
 }
 
-TEST(ContainerRandomOperations, AMapAgreesWithAStandardOne)
+void expectAgreementOfMaps(unsigned seed)
 {
-    Dice dice(9);
+    Dice dice(seed);
     vfBase::Map<int, int> ours;
     std::map<int, int> standard;
     for (int round = 0; round < 8000; ++round) {
@@ -332,4 +320,39 @@ TEST(ContainerRandomOperations, AMapAgreesWithAStandardOne)
         }
         ASSERT_TRUE(standard == ours.asStdMap()) << "round " << round;
     }
+}
+
+/// Makes the operations again and again, each time by other chances.
+void expectForManySeeds(void (*expect)(unsigned seed), int rounds)
+{
+    vfTest::Search search("sequences of operations on containers", rounds);
+    while (search.next())
+        expect(search.seed());
+}
+
+} // namespace
+
+TEST(ContainerRandomOperations, AVectorAgreesWithAStandardOne)
+{
+    expectForManySeeds(expectAgreement<vfBase::Vector<int>>, 3);
+}
+
+TEST(ContainerRandomOperations, AListAgreesWithAStandardVector)
+{
+    expectForManySeeds(expectAgreement<vfBase::List<int>>, 3);
+}
+
+TEST(ContainerRandomOperations, AListMovesRemovesAndSwapsLikeAStandardVector)
+{
+    expectForManySeeds(expectAgreementOfMoves, 2);
+}
+
+TEST(ContainerRandomOperations, ASetAgreesWithAStandardOne)
+{
+    expectForManySeeds(expectAgreementOfSets, 2);
+}
+
+TEST(ContainerRandomOperations, AMapAgreesWithAStandardOne)
+{
+    expectForManySeeds(expectAgreementOfMaps, 2);
 }

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The history against a plain model of it, over long random sequences of operations.
+#include "support/Search.h"
+
 #include "CommandFixtures.h"
 
 #include <gtest/gtest.h>
@@ -172,12 +174,16 @@ void expectSameAsModel(int maximum, unsigned seed)
 
 TEST(CommandProcessorRandomOperations, AgreeWithAPlainModelWithoutALimit)
 {
-    for (unsigned seed = 1; seed <= 5; ++seed)
-        expectSameAsModel(-1, seed);
+    vfTest::Search search("sequences of commands", 5);
+    while (search.next())
+        expectSameAsModel(-1, search.seed());
 }
 
 TEST(CommandProcessorRandomOperations, AgreeWithAPlainModelWithSmallLimits)
 {
-    for (const int maximum : {1, 2, 3, 7})
-        expectSameAsModel(maximum, 100u + static_cast<unsigned>(maximum));
+    vfTest::Search search("sequences of commands", 4);
+    while (search.next()) {
+        const int maximums[] = {1, 2, 3, 7};
+        expectSameAsModel(maximums[search.seed() % 4], search.seed());
+    }
 }

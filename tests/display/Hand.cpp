@@ -165,7 +165,7 @@ bool Hand::waitForWindow(const std::string& title)
     };
     const xcb_atom_t property = atom("_NET_WM_NAME");
     const xcb_atom_t type = atom("UTF8_STRING");
-    for (int i = 0; i < 500; ++i) {
+    for (int i = 0; i < 3000; ++i) {
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
         xcb_query_tree_reply_t* tree =
             xcb_query_tree_reply(d->connection, xcb_query_tree(d->connection, d->root), nullptr);

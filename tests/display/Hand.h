@@ -43,7 +43,7 @@ public:
     /// Presses a key with modifiers, as "Ctrl+Shift+S", "Return", "F", "Escape", "Down".
     void key(const std::string& combination);
 
-    /// @return whether a window of that title is shown before ten seconds are over
+    /// @return whether a window of that title is shown before a minute is over
     bool waitForWindow(const std::string& title);
 
 private:

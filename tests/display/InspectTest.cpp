@@ -34,7 +34,7 @@ using vfTest::Viewer;
 
 namespace {
 
-const std::string sailboat = VELAFORGE_SOURCE_DIR "/models/sailboat.obj";
+using vfTest::sailboat;
 
 class Inspect : public vfTest::OnDisplay
 {

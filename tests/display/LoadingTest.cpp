@@ -15,7 +15,10 @@
 #include <QPushButton>
 #include <QTimer>
 
+#include <algorithm>
+#include <atomic>
 #include <chrono>
+#include <thread>
 
 using vfTest::Program;
 using vfTest::TemporaryDirectory;
@@ -25,26 +28,18 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-const std::string sailboat = VELAFORGE_SOURCE_DIR "/models/sailboat.obj";
+using vfTest::sailboat;
 
 #if defined(__SANITIZE_ADDRESS__)
-constexpr std::uint32_t manyTriangles = 500000;
-constexpr int longestStandstill = 1000; // everything takes several times as long
+constexpr std::uint32_t manyTriangles = 500000; // everything takes several times as long
 #else
 constexpr std::uint32_t manyTriangles = 5000000;
-constexpr int longestStandstill = 50; // milliseconds
 #endif
 
-/// Beats on the thread of the window, and remembers the longest time between two beats.
-class Heart
+/// The longest time between two beats.
+class Gaps
 {
 public:
-    Heart()
-    {
-        QObject::connect(&m_timer, &QTimer::timeout, [this] { beat(); });
-        m_timer.start(2);
-    }
-
     void beat()
     {
         const auto now = Clock::now();
@@ -53,17 +48,58 @@ public:
         ++m_count;
     }
 
-    int longest() const
-    {
-        return static_cast<int>(std::chrono::duration_cast<std::chrono::milliseconds>(m_longest).count());
-    }
+    Clock::duration longest() const { return m_longest; }
     int count() const { return m_count; }
 
 private:
-    QTimer m_timer;
     Clock::time_point m_last = Clock::now();
     Clock::duration m_longest{0};
     int m_count = 0;
+};
+
+/// Beats on the thread of the window.
+class Heart : public Gaps
+{
+public:
+    Heart()
+    {
+        QObject::connect(&m_timer, &QTimer::timeout, [this] { beat(); });
+        m_timer.start(2);
+    }
+
+private:
+    QTimer m_timer;
+};
+
+/// Beats on a thread that has nothing else to do: what delays it is the rest of the machine.
+class Control
+{
+public:
+    Control()
+        : m_thread([this] {
+              while (!m_ends) {
+                  std::this_thread::sleep_for(std::chrono::milliseconds(2));
+                  m_gaps.beat();
+              }
+          })
+    {}
+    ~Control() { end(); }
+
+    Control(const Control&) = delete;
+    Control& operator=(const Control&) = delete;
+
+    Clock::duration end()
+    {
+        m_ends = true;
+        if (m_thread.joinable())
+            m_thread.join();
+        return m_gaps.longest();
+    }
+
+private:
+    Gaps m_gaps;
+    std::atomic<bool> m_ends{false};
+    std::thread m_thread;
 };
 
 class Loading : public vfTest::OnDisplay
@@ -82,8 +118,8 @@ protected:
     void beginSlowly(Viewer& viewer)
     {
         const std::string path = directory.write("slow.obj", vfTest::slowModel());
-        viewer.program().start([&viewer, path] {
-            viewer.program().application().openDocument(path.c_str(), vfBase::Options());
+        viewer.program().start([this, &viewer, path] {
+            isOpened = viewer.program().application().openDocument(path.c_str(), vfBase::Options());
         });
         ASSERT_TRUE(viewer.program().waitForDialog("loading"));
         EXPECT_TRUE(viewer.waitFor([] { return Program::dialog()->isActiveWindow(); }));
@@ -92,6 +128,7 @@ protected:
         })) << "how far it has come is known";
     }
 
+    bool isOpened = false; ///< what beginSlowly() began
     TemporaryDirectory directory;
 };
 
@@ -103,22 +140,21 @@ TEST_F(Loading, OfALargeModelNeverHoldsTheWindowUp)
     vfTest::writeHills(path, manyTriangles);
     Viewer viewer({sailboat}); // so that the driver of OpenGL is at work already
     viewer.run([&] {
-        // Whatever else the machine does makes it longer, and never shorter.
-        int longest = 0;
-        for (int attempt = 0; attempt < 3 && (attempt == 0 || longest > longestStandstill); ++attempt) {
-            longest = viewer.ui([&] {
-                Heart heart;
-                vfViewer::ModelDocument* before = viewer.model();
-                EXPECT_TRUE(viewer.program().application().openDocument(path.c_str(), vfBase::Options()));
-                heart.beat();
-                EXPECT_GT(heart.count(), 20);
-                EXPECT_NE(before, viewer.model());
-                viewer.program().application().closeDocument(viewer.model());
-                return heart.longest();
-            });
-        }
-        RecordProperty("longestStandstill", longest);
-        EXPECT_LE(longest, longestStandstill);
+        viewer.ui([&] {
+            Control control;
+            Heart heart;
+            vfViewer::ModelDocument* before = viewer.model();
+            const auto begin = Clock::now();
+            EXPECT_TRUE(viewer.program().application().openDocument(path.c_str(), vfBase::Options()));
+            heart.beat();
+            const auto took = Clock::now() - begin;
+            EXPECT_GT(heart.count(), 20);
+            EXPECT_NE(before, viewer.model());
+            // The window may stand still while the model moves in, which is a small part of reading it, and as long as
+            // the machine makes any thread stand still. "./dev bench" has the time itself.
+            EXPECT_LT(heart.longest().count(), (took / 4 + 2 * control.end()).count());
+            viewer.program().application().closeDocument(viewer.model());
+        });
     });
 }
 
@@ -133,10 +169,8 @@ TEST_F(Loading, CanBeCancelledAndLeavesEverythingAsItWas)
             viewer.ui([] { return Viewer::onScreen(*Program::dialog()->findChild<QPushButton*>()); });
         viewer.hand.moveTo(place);
         Program::pause(50);
-        const auto begin = Clock::now();
         viewer.hand.click(place);
         EXPECT_TRUE(viewer.program().waitForNoDialog());
-        EXPECT_LT(Clock::now() - begin, std::chrono::milliseconds(500)) << "with the way of the hand";
         viewer.ui([&] {
             EXPECT_EQ(1u, viewer.program().application().getNumDocuments());
             EXPECT_EQ(viewBefore, viewer.viewport());
@@ -162,9 +196,8 @@ TEST_F(Loading, CanBeCancelledByKey)
 TEST_F(Loading, EndsWhenTheProgramIsEnded)
 {
     Viewer viewer;
-    const auto begin = Clock::now();
     viewer.run([&] { beginSlowly(viewer); }); // and the script ends the program then
-    EXPECT_LT(Clock::now() - begin, std::chrono::seconds(20));
+    EXPECT_FALSE(isOpened) << "it waited for the reader";
 }
 
 TEST_F(Loading, OfAChangedFileCanBeCancelledAndTheModelStays)

@@ -25,8 +25,15 @@
 #include <QScreen>
 #include <QWindow>
 
+#include <iterator>
+#include <sstream>
+#include <stdexcept>
+
 #include <dlfcn.h>
+#include <fcntl.h>
 #include <glob.h>
+#include <sys/file.h>
+#include <unistd.h>
 
 namespace vfTest {
 
@@ -53,6 +60,26 @@ struct Setup : vfApplication::ApplicationSetup
 };
 
 } // namespace
+
+std::string OnDisplay::takeDisplay()
+{
+    const char* named = std::getenv("VELAFORGE_TEST_DISPLAY");
+    std::istringstream words(named ? named : "");
+    const std::vector<std::string> displays(std::istream_iterator<std::string>(words), {});
+    while (!displays.empty()) {
+        for (const std::string& display : displays) {
+            const std::string lock = "/tmp/velaforge-test-display" + display;
+            const int file = open(lock.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+            if (file < 0)
+                throw std::runtime_error("cannot open " + lock);
+            if (flock(file, LOCK_EX | LOCK_NB) == 0)
+                return display;
+            close(file);
+        }
+        usleep(20000);
+    }
+    return "";
+}
 
 void OnDisplay::keepDriver()
 {

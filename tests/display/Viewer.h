@@ -20,20 +20,27 @@ class QWidget;
 
 namespace vfTest {
 
-/// A test that needs a display: "./dev test" starts one and names it in VELAFORGE_TEST_DISPLAY.
+/// The path of a model of some parts.
+inline const std::string sailboat = VELAFORGE_SOURCE_DIR "/models/sailboat.obj";
+
+/// A test that needs a display, with one mouse and one keyboard, for itself: "./dev test" starts some and names them in
+/// VELAFORGE_TEST_DISPLAY, separated by blanks. The test takes one that no other test uses, and waits for one.
 class OnDisplay : public testing::Test
 {
 protected:
     void SetUp() override
     {
-        const char* display = std::getenv("VELAFORGE_TEST_DISPLAY");
-        if (!display)
+        const std::string display = takeDisplay();
+        if (display.empty())
             GTEST_SKIP() << "no display; ./dev test starts one";
-        setenv("DISPLAY", display, 1);
+        setenv("DISPLAY", display.c_str(), 1);
         keepDriver();
     }
 
 private:
+    /// Keeps a display until this process ends.
+    static std::string takeDisplay();
+
     /// Has the software driver of OpenGL stay loaded to the end: a leak checker cannot name what it has lost otherwise.
     static void keepDriver();
 };

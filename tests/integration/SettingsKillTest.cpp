@@ -1,13 +1,19 @@
 // SPDX-License-Identifier: MIT
 // Kills a program that saves its settings at each system call that it makes meanwhile.
 #include "support/Process.h"
+#include "support/Search.h"
 #include "support/TemporaryDirectory.h"
 
 #include <gmock/gmock.h>
 
 #include <filesystem>
+#include <csignal>
 #include <map>
+#include <random>
 #include <sstream>
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 using vfTest::Outcome;
 using vfTest::runProgram;
@@ -132,4 +138,24 @@ TEST(SettingsKill, ACarelessWriterWouldBeCaughtByThat)
         damaged += print.err.find("damaged") != std::string::npos;
     }
     EXPECT_GT(damaged, 0);
+}
+
+TEST(SettingsKill, KilledAtAnyMomentTheNextStartFindsAWholeGeneration)
+{
+    vfTest::Search search("killed saves of settings", 8);
+    while (search.next()) {
+        const TemporaryDirectory own;
+        const std::string file = prepare(own);
+        vfTest::RunningProgram save({writer, "save", file, "after"});
+        usleep(std::mt19937(search.seed())() % 30000);
+        kill(save.process(), SIGKILL);
+        const Outcome saved = save.wait();
+        const Outcome print = runProgram({writer, "print", file});
+        EXPECT_EQ("", print.err);
+        EXPECT_THAT(print.out, testing::AnyOf("before\n", "after\n"));
+        if (saved.out == "saved\n") {
+            EXPECT_EQ("after\n", print.out);
+        }
+        EXPECT_EQ("saved\n", runProgram({writer, "save", file, "again"}).out);
+    }
 }

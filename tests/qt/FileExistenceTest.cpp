@@ -26,7 +26,7 @@ protected:
     /// Lets the program work until that much was told, for some seconds at most.
     void waitForTold(int count) const
     {
-        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(60);
         while (told < count && std::chrono::steady_clock::now() < end)
             QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
     }

@@ -44,7 +44,7 @@ struct Watched
     /// Waits for that many messages, and then for more that should not come.
     std::vector<std::string> wait(std::size_t count)
     {
-        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(60);
         while (told.size() < count && std::chrono::steady_clock::now() < end)
             QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
         rest();

@@ -10,10 +10,12 @@
 #include <velaforge/qt/internal/MainWindow.h>
 
 #include <QAbstractButton>
+#include <QSemaphore>
 #include <QThread>
 #include <QTimer>
 
 #include <cstdlib>
+#include <memory>
 #include <thread>
 
 namespace vfTest {
@@ -156,7 +158,16 @@ bool Program::answer(const char* dialogName, const char* button)
 
 void Program::pause(int milliseconds)
 {
-    QThread::msleep(static_cast<unsigned long>(milliseconds));
+    const bool hasOtherThread = qApp && QThread::currentThread() != qApp->thread();
+    for (int waited = 0; waited < milliseconds; waited += 10) {
+        QThread::msleep(10);
+        if (!hasOtherThread)
+            continue;
+        auto reached = std::make_shared<QSemaphore>();
+        QMetaObject::invokeMethod(
+            qApp, [reached] { reached->release(); }, Qt::QueuedConnection);
+        reached->tryAcquire(1, 5000); // a window that has ended meanwhile reaches nothing
+    }
 }
 
 vfApplication::MainWindow& Program::window() const

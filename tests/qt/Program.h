@@ -88,11 +88,12 @@ public:
         QMetaObject::invokeMethod(qApp, function, Qt::QueuedConnection);
     }
 
-    /// Asks on the thread of the window until it is true. @return false when that takes more than ten seconds
+    /// Asks on the thread of the window until it is true. @return false when that takes more than a minute, which ends a
+    /// test that would wait for ever; a slow machine needs less
     template <class Condition>
     bool waitFor(Condition condition)
     {
-        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(60);
         while (!ui(condition)) {
             if (std::chrono::steady_clock::now() > end)
                 return false;
@@ -110,7 +111,8 @@ public:
     /// Waits for the dialog and presses the button with that text, without regard to its mark.
     bool answer(const char* dialog, const char* button);
 
-    /// Lets the window work for that long.
+    /// Lets the window work for that long, and longer where it is slow: until it has got through what was in its queue
+    /// every ten milliseconds of that time.
     static void pause(int milliseconds);
 
     // --- on the thread of the window

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -65,6 +66,13 @@ TEST(Sample, EndsEarlyWithStatus0)
 TEST(Sample, FailsAfterItsEnd)
 {
     std::atexit([] { _exit(23); });
+}
+
+TEST(Sample, Leaks)
+{
+    // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks)
+    static volatile auto address = ~reinterpret_cast<std::uintptr_t>(new char[1000]); // points to nothing
+    EXPECT_NE(0u, address);
 }
 
 TEST(Sample, Skips)

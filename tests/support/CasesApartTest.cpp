@@ -84,6 +84,13 @@ TEST(CasesApart, WhatFailsAfterTheCaseFailsIt)
     EXPECT_THAT(failureOf("Sample.FailsAfterItsEnd"), HasSubstr("exit status 23"));
 }
 
+#ifdef __SANITIZE_ADDRESS__
+TEST(CasesApart, ALeakFailsTheCaseThatLeaks)
+{
+    EXPECT_THAT(failureOf("Sample.Leaks"), HasSubstr("1000 byte(s) leaked"));
+}
+#endif
+
 TEST(CasesApart, ASkippedCaseIsNeitherPassedNorFailed)
 {
     const Outcome outcome = runSample({"Sample.Skips"});

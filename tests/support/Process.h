@@ -18,7 +18,7 @@ struct Outcome
     std::string err;
 };
 
-/// A program that runs beside the test, at most two minutes, with an empty standard input; it is ended with this object.
+/// A program that runs beside the test, at most ten minutes, with an empty standard input; it is ended with this object.
 class RunningProgram
 {
 public:
@@ -49,7 +49,7 @@ private:
     int m_status = 0;
 };
 
-/// Runs a program to its end, at most two minutes, with an empty standard input.
+/// Runs a program to its end, at most ten minutes, with an empty standard input.
 /// @param arguments  the first is the program, by path or by name
 /// @param directory  where it runs; empty for here
 Outcome runProgram(const std::vector<std::string>& arguments, const std::string& directory = std::string());

@@ -13,6 +13,8 @@ void Recorder::add(const std::string& line)
         std::puts(line.c_str());
         std::fflush(stdout);
     }
+    if (onLine)
+        onLine(line);
 }
 
 int Recorder::count(const std::string& line) const

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,9 @@ public:
         lines.swap(m_lines);
         return lines;
     }
+
+    /// Called with each line that was recorded; what it throws comes out of the hook that recorded it.
+    std::function<void(const std::string& line)> onLine;
 
     /// Also writes each line to standard output, for what comes when a process ends.
     void echo() { m_echoes = true; }

@@ -6,6 +6,8 @@
 #include "reading/SceneTransfer.h"
 #include "support/LargeModels.h"
 #include "support/Models.h"
+#include "support/Search.h"
+#include "support/Spoiler.h"
 
 #include <osg/Geometry>
 #include <osg/Texture2D>
@@ -131,11 +133,11 @@ std::vector<pid_t> readers()
     return all;
 }
 
-/// Waits for a condition, half a minute at most.
+/// Waits for a condition, two minutes at most, which ends a test that would wait for ever.
 template <class Condition>
 bool waitFor(Condition condition)
 {
-    for (int i = 0; i < 3000 && !condition(); ++i)
+    for (int i = 0; i < 12000 && !condition(); ++i)
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     return condition();
 }
@@ -257,10 +259,9 @@ TEST_F(ReadJobs, CancelReturnsAtOnceAndEndsTheProcess)
     ReadJob job(ReadKind::Model, path);
     ASSERT_TRUE(waitFor([] { return !readers().empty(); }));
     EXPECT_FALSE(job.isDone());
-    const auto begin = std::chrono::steady_clock::now();
     job.cancel();
     EXPECT_TRUE(job.isDone());
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(100));
+    EXPECT_LT(job.progress(), 0.9) << "it waited for the reader";
     const ReadOutcome outcome = job.take();
     EXPECT_TRUE(outcome.isCancelled);
     EXPECT_FALSE(outcome.scene);
@@ -502,5 +503,33 @@ TEST_F(ReadJobs, WhatIsNotHandedOnWholeIsAReason)
             }
             close(file);
         }
+    }
+}
+
+TEST_F(ReadJobs, ATransferThatIsNotAsItWasSentIsASceneOrAReason)
+{
+    const std::string path = vfTest::signpost("osgb");
+    const int healthyFile = memfd_create("scene", MFD_CLOEXEC);
+    ReadOutcome healthy = vfViewer::readModel(path);
+    ASSERT_TRUE(healthy.scene);
+    vfViewer::HandOver handOver(healthyFile);
+    const long long size = handOver.put(healthy);
+    ASSERT_GT(size, vfViewer::transferHeaderSize);
+    ASSERT_TRUE(handOver.putArrays());
+    std::string bytes(static_cast<std::size_t>(lseek(healthyFile, 0, SEEK_END)), ' ');
+    ASSERT_EQ(static_cast<ssize_t>(bytes.size()), pread(healthyFile, bytes.data(), bytes.size(), 0));
+    close(healthyFile);
+    const std::atomic<bool> stop{false};
+    vfTest::Search search("spoilt transfers", 25);
+    while (search.next()) {
+        // What reads the scene stands no other damage than cuts yet: "./dev soak" finds where.
+        const std::string spoilt = search.isSoak() ? vfTest::Spoiler(bytes, search.seed()).spoil()
+                                                   : bytes.substr(0, bytes.size() * search.seed() / 26);
+        const int file = memfd_create("scene", MFD_CLOEXEC);
+        ASSERT_EQ(static_cast<ssize_t>(spoilt.size()), pwrite(file, spoilt.data(), spoilt.size(), 0));
+        const long long told = std::min<long long>(size, static_cast<long long>(spoilt.size()));
+        const ReadOutcome outcome = vfViewer::receiveOutcome(file, told, 0, stop);
+        EXPECT_NE(outcome.scene.valid(), !outcome.reason.empty());
+        close(file);
     }
 }

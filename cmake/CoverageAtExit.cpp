@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+// Part of each library and program of the coverage preset. Writes what was counted also where a process ends by _exit(),
+// which the linker leads here: children of a fork end so, and would not be counted.
+#include <algorithm>
+#include <iterator>
+
+#include <gcov.h>
+
+/// The functions that write the counts, one of each library and program in the process: each writes its own only.
+/// The libraries share the first of these arrays that was loaded.
+__attribute__((weak, visibility("default"))) void (*velaforgeCoverageWriters[256])();
+
+namespace {
+
+struct Registration
+{
+    Registration() { replace(nullptr, __gcov_dump); }
+    ~Registration() { replace(__gcov_dump, nullptr); }
+
+    static void replace(void (*old)(), void (*writer)())
+    {
+        *std::find(std::begin(velaforgeCoverageWriters), std::end(velaforgeCoverageWriters) - 1, old) =
+            writer;
+    }
+};
+
+const Registration registration;
+
+} // namespace
+
+extern "C" [[noreturn]] void __real__exit(int status);
+
+extern "C" [[noreturn]] void __wrap__exit(int status)
+{
+    for (auto* write : velaforgeCoverageWriters) {
+        if (write)
+            write();
+    }
+    __real__exit(status);
+}
