@@ -6,8 +6,8 @@
 
 #include <gmock/gmock.h>
 
-#include <filesystem>
 #include <csignal>
+#include <filesystem>
 #include <map>
 #include <random>
 #include <sstream>
