@@ -4,7 +4,9 @@
 #include <algorithm>
 #include <iterator>
 
+extern "C" {
 #include <gcov.h>
+}
 
 /// The functions that write the counts, one of each library and program in the process: each writes its own only.
 /// The libraries share the first of these arrays that was loaded.

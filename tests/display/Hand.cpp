@@ -66,7 +66,8 @@ Hand::~Hand()
 
 void Hand::rest() const
 {
-    xcb_flush(d->connection);
+    // Once the server answers it has passed on all that was sent before.
+    std::free(xcb_get_input_focus_reply(d->connection, xcb_get_input_focus(d->connection), nullptr));
     std::this_thread::sleep_for(std::chrono::milliseconds(10));
 }
 

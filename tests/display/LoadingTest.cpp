@@ -151,7 +151,7 @@ TEST_F(Loading, OfALargeModelNeverHoldsTheWindowUp)
             EXPECT_GT(heart.count(), 20);
             EXPECT_NE(before, viewer.model());
             // The window may stand still while the model moves in, which is a small part of reading it, and as long as
-            // the machine makes any thread stand still. "./dev bench" has the time itself.
+            // the machine makes any thread stand still.
             EXPECT_LT(heart.longest().count(), (took / 4 + 2 * control.end()).count());
             viewer.program().application().closeDocument(viewer.model());
         });
