@@ -118,10 +118,10 @@ void readOptions(vfBase::ArgumentParser& parser, ViewerCallback& callback)
     HeadlessApplication::declareOptions(parser);
     parser.addCommandLineOption("--headless", "Open no window, even with a display", nullptr);
     parser.addCommandLineOption("--list-formats", "List the formats that can be read and written", nullptr);
-    parser.addCommandLineOption("--verbose", "Tell more about what is going on", nullptr);
-    parser.addCommandLineOption("--log", "Hand the wish for a log on to the readers", nullptr);
+    parser.addCommandLineOption("--verbose", "Print more messages", nullptr);
+    parser.addCommandLineOption("--log", "Ask the readers for a log", nullptr);
     HeadlessApplication::readOptions(parser);
-    parser.readOptionParameter("--headless"); // which was looked at before there was a parser
+    parser.readOptionParameter("--headless"); // consumed only: main() has tested for it already
     parser.readOptionParameter("--image", callback.image);
     int view = 0;
     if (parser.readOptionParameter("--defaultCameraView", view)) {

@@ -248,7 +248,7 @@ TEST(HeadlessApplication, AFullStandardOutputIsStatus4)
     const ProgramRun run({"program", "--list-commands"});
     std::cout.clear();
     EXPECT_EQ(4, run.result);
-    EXPECT_THAT(run.said, EndsWith(": standard output: not all of it could be written\n"));
+    EXPECT_THAT(run.said, EndsWith(": standard output: not all output could be written\n"));
 }
 
 TEST(HeadlessApplication, APathThatCannotBeWrittenIsTold)

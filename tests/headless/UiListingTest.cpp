@@ -136,7 +136,7 @@ TEST(UiListing, ShowsWhatIsDeclaredAsATree)
                                           "    Endless ...\n"
                                           "dock windows\n"));
     EXPECT_THAT(text, testing::EndsWith("dock windows\n"
-                                        "  test::Window \"Window\", left, hidden, hides itself\n"
+                                        "  test::Window \"Window\", left, hidden, auto-hide\n"
                                         "  vfApplication::DockWindow::1, right\n"
                                         "  vfApplication::DockWindow::2, top\n"
                                         "  vfApplication::DockWindow::3, bottom\n"

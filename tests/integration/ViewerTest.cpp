@@ -482,7 +482,7 @@ TEST(Viewer, ASnapshotCanBeSeenThrough)
     EXPECT_EQ(1, image->getColor(30u, 30u).a());
     const Outcome outcome = view({"--snapshot", directory.file("a.jpg"), "--transparent", signpost("obj")});
     EXPECT_EQ(2, outcome.status);
-    EXPECT_THAT(outcome.err, HasSubstr("cannot be seen through"));
+    EXPECT_THAT(outcome.err, HasSubstr("this image format has no transparency"));
 }
 
 TEST(Viewer, AScriptRunsItsCommandsWithoutADisplayAndEndsAtTheFirstThatFails)

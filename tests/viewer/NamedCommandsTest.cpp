@@ -559,8 +559,8 @@ TEST(NamedCommands, PicturesOfAnySizeAreKept)
     for (const char* size : {"0x0 ", "20000x10 ", "20x10,opaque ", "20x10transparent "})
         EXPECT_THAT(save(size, "a.png"), HasSubstr("vfViewer::SavePicture=")) << size;
     EXPECT_THAT(shop.invoke("vfViewer::SavePicture"), HasSubstr("vfViewer::SavePicture="));
-    EXPECT_THAT(save("", "a.xyz"), HasSubstr("pictures are not written as .xyz"));
-    EXPECT_THAT(save("transparent ", "a.jpg"), HasSubstr("cannot be seen through"));
+    EXPECT_THAT(save("", "a.xyz"), HasSubstr("cannot write .xyz images"));
+    EXPECT_THAT(save("transparent ", "a.jpg"), HasSubstr("this image format has no transparency"));
     EXPECT_THAT(save("", "none/a.png"), HasSubstr("picture not written: No such file"));
 }
 

@@ -33,25 +33,25 @@ public:
     BaseException& operator=(const BaseException& other);
     ~BaseException() override;
 
-    /// @return the message, and with a cause ": " and the cause's text behind it
+    /// Returns the message; with a cause, followed by ": " and the text of the cause.
     const char* what() const noexcept override;
 
-    /// @return the reason of the innermost cause, or the message without a cause; valid as long as this
-    ///         exception. A cause that is no BaseException is told as describe() tells it.
+    /// Returns the reason of the innermost cause, as describe() returns it; the message if there is no cause.
+    /// The pointer is valid as long as this exception.
     const char* getReason() const noexcept;
 
-    /// Replaces the reason, for an exception whose message is not for the user. what() stays as it is.
+    /// Replaces the reason, for an exception whose message is not for the user. Does not change what().
     void setReason(const std::string& reason);
 
-    /// Returns what to tell the user about @p problem: the reason of a BaseException, "not enough memory" for
-    /// std::bad_alloc, otherwise its text; "an unknown error" when that is empty.
+    /// Returns the text for the user about @p problem: the reason of a BaseException, "not enough memory" for
+    /// std::bad_alloc, otherwise its text; "an unknown error" if that is empty.
     static std::string describe(const std::exception& problem);
 
-    /// Returns what to tell the user about the exception that is being handled, whatever its type is. Must be
-    /// called in a catch block.
+    /// Returns the text for the user about the exception that is being handled, of any type. Call it in a
+    /// catch block.
     static std::string describeCurrent();
 
-    /// "an unknown error", the reason of an exception that says nothing.
+    /// "an unknown error", the reason of an exception without a text.
     static const char* const unknownReason;
 
 private:

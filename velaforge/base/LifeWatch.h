@@ -49,13 +49,13 @@ template <class T>
 class LifeWatch : private ObjectWatch
 {
 public:
-    /// @param object  may be null; a watch on null never reports an end
+    /// Watches @p object, which may be null: a watch on null never reports an end.
     explicit LifeWatch(const T* object) noexcept : ObjectWatch(object, nullptr), m_object(object) {}
 
-    /// @return true once the object was destroyed
+    /// Returns whether the object was destroyed.
     bool isGone() const noexcept { return ObjectWatch::isGone(); }
 
-    /// @return the object, null once it was destroyed
+    /// Returns the object, null after its destruction.
     T* get() const noexcept { return isGone() ? nullptr : const_cast<T*>(m_object); }
 
     /// Reports the end of @p object to every watch on it. Call it first in the destructor of T.
@@ -69,7 +69,7 @@ private:
 /// static storage.
 struct Call
 {
-    const char* name; ///< "Document::close", for people who debug
+    const char* name; ///< such as "Document::close", for debugging
 };
 
 /// Marks an operation as running on an object, so that a nested call on the same object can be refused.
@@ -85,16 +85,16 @@ template <class T>
 class RunningCall : private ObjectWatch
 {
 public:
-    /// Marks @p call as running on @p object until this object is destroyed.
+    /// Marks @p call as running on @p object until this mark is destroyed.
     RunningCall(const T* object, const Call& call) noexcept : ObjectWatch(object, &call) {}
 
-    /// @return whether a RunningCall of this operation exists for the object
+    /// Returns whether a RunningCall of @p call exists for @p object on this thread.
     static bool isRunning(const T* object, const Call& call) noexcept
     {
         return ObjectWatch::isMarked(object, &call);
     }
 
-    /// @return true once the object was destroyed
+    /// Returns whether the object was destroyed.
     bool isGone() const noexcept { return ObjectWatch::isGone(); }
 };
 

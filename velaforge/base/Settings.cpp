@@ -113,7 +113,7 @@ void SettingsPrivate::applyTo(SettingsObjectPrivate& object)
         return;
     if (!m_base->isEntry(entry)) {
         tell("Settings in " + printable(m_basePath).str() + ": \"" + entry +
-             "\" is not an object, defaults are used");
+             "\" is not an object; defaults are used");
         m_keepCopy = true;
         return;
     }
@@ -121,7 +121,7 @@ void SettingsPrivate::applyTo(SettingsObjectPrivate& object)
         const std::optional<SettingsValue> value = m_base->value(entry, property.name);
         if (value && !property.set(object, *value)) {
             tell("Settings in " + printable(m_basePath).str() + ": \"" + property.name + "\" of \"" + entry +
-                 "\" has a value that does not fit, the default is used");
+                 "\" has an invalid value; the default is used");
             m_keepCopy = true;
         }
     }
@@ -160,8 +160,9 @@ bool SettingsPrivate::setAsideDamaged(const SettingsFile& file, const Disk& disk
     const std::string copy = file.keepCopy("damaged", reason);
     if (copy.empty())
         return false;
-    tell("Settings in " + printable(file.path()).str() + " are damaged (" + disk.reason + "); kept as " +
-         printable(copy).str() + (disk.document ? ", the generation before is used" : ", defaults are used"));
+    tell("Settings in " + printable(file.path()).str() + " are damaged (" + disk.reason +
+         "); the damaged file is kept as " + printable(copy).str() +
+         (disk.document ? "; the previous settings are used" : "; defaults are used"));
     return true;
 }
 
@@ -180,7 +181,7 @@ bool SettingsPrivate::load()
         if (disk.isDamaged && !(lock.isHeld() && setAsideDamaged(file, disk, reason) &&
                                 file.restorePrevious(disk.document.has_value(), reason)))
             tell("Settings in " + printable(file.path()).str() + " are damaged (" + disk.reason +
-                 ") and could not be set aside: " + reason);
+                 ") and could not be repaired: " + reason);
     }
     m_base.reset();
     m_basePath = file.path();
@@ -256,7 +257,7 @@ bool SettingsPrivate::saveLocked(const SettingsFile& file, std::string& reason)
         const std::string copy = file.keepCopy("kept", reason);
         if (copy.empty())
             return false;
-        tell("Settings in " + printable(file.path()).str() + " held values that do not fit; kept as " +
+        tell("Settings in " + printable(file.path()).str() + " have invalid values; a copy is kept as " +
              printable(copy).str());
     }
     if (!file.write(result.text(), !disk.isDamaged, reason))

@@ -343,7 +343,7 @@ bool SettingsDocument::operator==(const SettingsDocument& other) const
 std::optional<SettingsDocument> SettingsDocument::parse(const std::string& text, std::string& reason)
 {
     if (text.find_first_not_of('\0') == std::string::npos) {
-        reason = text.empty() ? "it is empty" : "it holds nothing but zero bytes";
+        reason = text.empty() ? "it is empty" : "it has only zero bytes";
         return std::nullopt;
     }
     if (isTooDeep(text)) {

@@ -209,7 +209,7 @@ SettingsFile::Lock::Lock(const SettingsFile& file)
         const timespec pause{0, 10000000}; // ten milliseconds
         nanosleep(&pause, nullptr);
     }
-    m_reason = "another program keeps them locked";
+    m_reason = "another program has locked them";
 }
 
 SettingsFile::Lock::~Lock()

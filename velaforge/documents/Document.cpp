@@ -81,8 +81,8 @@ private:
 class ViewWalk
 {
 public:
-    explicit ViewWalk(const Views& views) : m_views(views), m_outer(innermost) { innermost = this; }
-    ~ViewWalk() { innermost = m_outer; }
+    explicit ViewWalk(const Views& views) : m_views(views), m_outer(s_innermost) { s_innermost = this; }
+    ~ViewWalk() { s_innermost = m_outer; }
     ViewWalk(const ViewWalk&) = delete;
     ViewWalk& operator=(const ViewWalk&) = delete;
 
@@ -99,14 +99,14 @@ public:
     /// Corrects the positions of all walks over @p views after the view at @p index was removed.
     static void onRemoved(const Views& views, unsigned int index)
     {
-        for (ViewWalk* walk = innermost; walk; walk = walk->m_outer) {
+        for (ViewWalk* walk = s_innermost; walk; walk = walk->m_outer) {
             if (walk->m_views.getImp() == views.getImp() && index < walk->m_next)
                 --walk->m_next;
         }
     }
 
 private:
-    static thread_local ViewWalk* innermost;
+    static thread_local ViewWalk* s_innermost;
 
     /// Shares the list and keeps it alive if the document is deleted.
     const Views m_views;
@@ -114,7 +114,7 @@ private:
     ViewWalk* const m_outer;
 };
 
-thread_local ViewWalk* ViewWalk::innermost = nullptr;
+thread_local ViewWalk* ViewWalk::s_innermost = nullptr;
 
 /// Calls @p tell for each view except @p sender, as long as the document exists.
 template <class Tell>

@@ -324,14 +324,13 @@ void HeadlessApplication::declareOptions(vfBase::ArgumentParser& parser)
     parser.addCommandLineOption("--snapshot <file>", "Render the active document into this image, then end",
                                 nullptr);
     parser.addCommandLineOption("--size <width>x<height>", "Size of the snapshot in pixels", "1280x800");
-    parser.addCommandLineOption("--transparent", "Leave the background out of the snapshot", nullptr);
-    parser.addCommandLineOption("--turntable <n>", "Take that many snapshots, all around; they are numbered",
+    parser.addCommandLineOption("--transparent", "Make the background of the snapshot transparent", nullptr);
+    parser.addCommandLineOption("--turntable <n>", "Write that many numbered snapshots around the model",
                                 nullptr);
     parser.addCommandLineOption("--invoke <command>[=<argument>]",
-                                "Run a command on the active document; as often as given, in order", nullptr);
-    parser.addCommandLineOption(
-        "--script <file>",
-        "Run the commands of a file, one a line, as --invoke has them; - for standard input", nullptr);
+                                "Run a command on the active document; may be repeated", nullptr);
+    parser.addCommandLineOption("--script <file>",
+                                "Run the commands of a file, one per line; - reads standard input", nullptr);
     parser.addCommandLineOption("--list-ui", "List menus, toolbars, dock windows and options pages", nullptr);
     parser.addCommandLineOption("--list-commands", "List the names of all commands", nullptr);
 }
@@ -354,16 +353,15 @@ void HeadlessApplication::readOptions(vfBase::ArgumentParser& parser)
     if (parser.readOptionParameter("--transparent")) {
         format.isTransparent = true;
         if (!request().snapshot.empty() && !canBeTransparent(request().snapshot))
-            parser.reportError("--transparent: pictures of this format cannot be seen through; png, tga and "
-                               "tif can");
+            parser.reportError("--transparent: this image format has no transparency; use png, tga or tif");
     }
     int count = 0;
     if (parser.readOptionParameter("--turntable", count)) {
         if (count < 1 || count > turntableLimit)
-            parser.reportError("--turntable: there can be 1 to " + std::to_string(turntableLimit) +
-                               " pictures");
+            parser.reportError("--turntable: the number of pictures must be from 1 to " +
+                               std::to_string(turntableLimit));
         else if (request().snapshot.empty())
-            parser.reportError("--turntable: the pictures need a name; add --snapshot <file>");
+            parser.reportError("--turntable: the pictures need a file name; add --snapshot <file>");
         request().turntable = count;
     }
     parser.readOptionParameter("--script", request().script);
@@ -416,7 +414,7 @@ bool HeadlessApplication::finishOutput()
         return true;
     // The stream does not store errno; writing one more byte sets it again.
     const bool isWritten = write(STDOUT_FILENO, "\n", 1) == 1;
-    return tell("standard output", isWritten ? "not all of it could be written" : std::strerror(errno));
+    return tell("standard output", isWritten ? "not all output could be written" : std::strerror(errno));
 }
 
 void HeadlessApplication::reset()

@@ -91,7 +91,7 @@ int HeadlessDocManager::askForUserConfirmation()
 vfBase::VfString HeadlessDocManager::selectDocumentSavePath(const char*, const char* name, const char*,
                                                             const char*, vfBase::Options&)
 {
-    reportFailure(name, "not saved: it has no file yet, and there is no window to choose one in");
+    reportFailure(name, "not saved: it has no file yet, and without a window none can be chosen");
     return vfBase::VfString();
 }
 

@@ -22,9 +22,9 @@ osgDB::ReaderWriter* writerFor(const vfBase::VfString& path, vfBase::VfString& r
 {
     const std::string extension = osgDB::getLowerCaseFileExtension(path);
     if (std::find(std::begin(formats), std::end(formats), extension) == std::end(formats)) {
-        reason = (extension.empty() ? "a picture needs an extension that names its format"
-                                    : "pictures are not written as ." + extension) +
-                 "; png, jpg, bmp, tga, tif and ppm are";
+        reason = (extension.empty() ? "the file name has no extension"
+                                    : "cannot write ." + extension + " images") +
+                 "; use png, jpg, bmp, tga, tif or ppm";
         return nullptr;
     }
     osgDB::ReaderWriter* writer = osgDB::Registry::instance()->getReaderWriterForExtension(extension);
@@ -113,7 +113,7 @@ bool writeImage(const osg::Image& image, const vfBase::VfString& path, vfBase::V
     const osgDB::ReaderWriter::WriteResult result =
         writer->writeImage(opaque ? *opaque : image, stream, options);
     if (!result.success() || !stream || stream.str().empty()) {
-        reason = "the picture could not be made in this format";
+        reason = "the picture could not be encoded in this format";
         return false;
     }
     return vfBase::replaceFile(path, stream.str(), reason);

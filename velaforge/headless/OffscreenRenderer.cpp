@@ -37,7 +37,7 @@ public:
         if (config)
             m_context = eglCreateContext(display(), config, EGL_NO_CONTEXT, nullptr);
         if (m_context == EGL_NO_CONTEXT)
-            reason = "no graphics without a display: EGL offers no surfaceless OpenGL context";
+            reason = "cannot draw without a display: EGL offers no surfaceless OpenGL context";
         else if (eglMakeCurrent(display(), EGL_NO_SURFACE, EGL_NO_SURFACE, m_context) == EGL_TRUE)
             m_isCurrent = true;
         else
@@ -265,7 +265,8 @@ bool isSizeSupported(int width, int height, vfBase::VfString& reason)
     glGetIntegerv(GL_MAX_RENDERBUFFER_SIZE_EXT, &limit);
     if (width <= limit && height <= limit)
         return true;
-    reason = "a picture can be 1 to " + std::to_string(limit) + " pixels wide and high here";
+    reason =
+        "the graphics driver draws pictures from 1 to " + std::to_string(limit) + " pixels wide and high";
     return false;
 }
 
@@ -374,7 +375,7 @@ osg::ref_ptr<osg::Image> OffscreenRenderer::render(osg::Node& scene, const osg::
                                                    vfBase::VfString& reason)
 {
     if (width < 1 || height < 1) {
-        reason = "a picture is at least 1 by 1 pixels";
+        reason = "a picture must be at least 1 by 1 pixels";
         return nullptr;
     }
     osg::ref_ptr<osg::Image> image;

@@ -103,7 +103,7 @@ void listDockWindows(std::ostream& out)
         if (*window->getTitle())
             out << " \"" << printableLabel(window->getTitle()) << '"';
         out << ", " << areaName(window->getArea()) << (window->getVisible() ? "" : ", hidden")
-            << (window->getAutoHide() ? ", hides itself" : "") << '\n';
+            << (window->getAutoHide() ? ", auto-hide" : "") << '\n';
     }
 }
 

@@ -66,8 +66,7 @@ struct SavePicture : DirectCommand
         if (!vfApplication::canWriteImage(path, reason))
             return failed(document, path + ": " + reason.str());
         if (format.isTransparent && !vfApplication::canBeTransparent(path))
-            return failed(document,
-                          path + ": pictures of this format cannot be seen through; png, tga and tif can");
+            return failed(document, path + ": this image format has no transparency; use png, tga or tif");
         const osg::ref_ptr<osg::Image> picture = view->takePicture(format, reason);
         if (!picture || !vfApplication::writeImage(*picture, path, reason))
             return failed(document, path + ": picture not written: " + reason.str());
