@@ -15,7 +15,8 @@ namespace vfApplication {
 
 namespace {
 
-/// The number of characters to insert, remove or replace to come from one text to the other.
+/// Returns the edit distance: the number of characters to insert, remove or replace to turn one text into the
+/// other.
 std::size_t distance(const std::string& from, const std::string& to)
 {
     std::vector<std::size_t> row(to.size() + 1);
@@ -38,7 +39,7 @@ std::string withoutNamespace(const std::string& name)
     return colons == std::string::npos ? name : name.substr(colons + 2);
 }
 
-/// @return whether a command of that name can be made; false when its constructor throws
+/// Returns whether a command of that name can be made; false if its constructor throws.
 bool canBeMade(const char* name)
 {
     try {
@@ -63,7 +64,7 @@ std::vector<vfBase::VfString> commandNames()
 
 vfBase::VfString nearestName(const vfBase::VfString& name, const std::vector<vfBase::VfString>& names)
 {
-    constexpr std::size_t longest = 200; // nobody mistypes more
+    constexpr std::size_t longest = 200; // longer names are no typing mistakes
     const std::string wanted = osgDB::convertToLowerCase(name.str().substr(0, longest));
     const bool isQualified = wanted.find("::") != std::string::npos;
     vfBase::VfString nearest;

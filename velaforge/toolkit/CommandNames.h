@@ -7,11 +7,12 @@
 
 namespace vfApplication {
 
-/// @return the names of all commands that Command::getCommandByName can make, in order
+/// Returns the names of all commands that Command::getCommandByName can make, sorted.
 std::vector<vfBase::VfString> commandNames();
 
-/// @return the name out of @p names that takes the fewest changes to get to from @p name, upper and lower case counting
-///         as equal; of several the first. A name without its namespace is compared with such. Empty without names.
+/// Returns the name among @p names with the smallest edit distance from @p name, without regard to case; of
+/// several the first. A name without a namespace is compared with names without theirs.
+/// @return the empty text if there are no names
 vfBase::VfString nearestName(const vfBase::VfString& name, const std::vector<vfBase::VfString>& names);
 
 } // namespace vfApplication

@@ -27,7 +27,7 @@ std::vector<UiSetup*> activeSetups()
         const auto entry = it.next();
         if (!entry.value->hasUiSetup())
             continue;
-        // Declaring is no constant operation, though a module gives its declaration away as constant.
+        // The setup operations are not const, although Module::getUiSetup returns a const reference.
         auto* setup = const_cast<UiSetup*>(&entry.value->getUiSetup());
         setups.insert(entry.key == applicationId ? setups.begin() : setups.end(), setup);
     }

@@ -12,26 +12,28 @@ namespace vfApplication {
 class UiOptionsPage;
 class UiSetup;
 
-/// @return the declarations of the active modules, as far as they are there: the application's first, then the others in
-///         order of the modules' ids, so that a module may add to the menus of those before it
+/// Returns the existing declarations of the active modules: the application's first, then the others in order
+/// of the modules' ids, so that a module can add to the menus of those before it.
 std::vector<UiSetup*> activeSetups();
 
-/// @return the declaration of the application itself; null when it is not there
+/// Returns the declaration of the application itself; null if it does not exist.
 UiSetup* applicationSetup();
 
-/// Has every active module declare its menus below one root. @return the root
+/// Has every active module append its menus to a new root.
+/// @return the root
 CommandItem declaredMenus();
 
-/// The same for the menus of views of that name.
+/// Does the same for the menus of views with that name.
 CommandItem declaredViewMenus(const std::string& viewName);
 
-/// The same for the toolbars.
+/// Does the same for the toolbars.
 CommandItem declaredToolbars();
 
-/// @return a new page for each class that was announced, the groups in order, and the pages of a group in order
+/// Returns a new page for each class in Registry::getOptionsPageManager(), sorted by group and then by tab
+/// order.
 std::vector<std::unique_ptr<UiOptionsPage>> orderedOptionsPages();
 
-/// @return a label without the marks of shortcut letters
+/// Returns a label without the marks of mnemonics.
 std::string plainLabel(const char* label);
 
 } // namespace vfApplication

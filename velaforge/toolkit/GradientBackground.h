@@ -7,7 +7,8 @@
 
 namespace vfApplication {
 
-/// @return what draws two triangles behind everything, from one colour at the bottom to another at the top
+/// Returns a camera that draws the background behind the scene: a gradient from the colour at the bottom to
+/// the colour at the top.
 osg::ref_ptr<osg::Camera> makeGradientBackground(const osg::Vec3f& top, const osg::Vec3f& bottom);
 
 } // namespace vfApplication

@@ -16,10 +16,10 @@ namespace vfApplication {
 
 namespace {
 
-/// Destroys a document without asking it: its views one by one, and it goes with the last.
+/// Destroys a document without asking it: deletes its views, and the document with the last of them.
 void destroy(DocManager& manager, Document& document)
 {
-    vfBase::Vector<View*> views = document.getViewList(); // keeps the list beyond the document
+    vfBase::Vector<View*> views = document.getViewList(); // keeps the list alive after the document
     for (unsigned int count = views.size(); count > 0; --count) {
         if (View* view = views.first())
             delete view;
@@ -34,7 +34,7 @@ void destroy(DocManager& manager, Document& document)
 
 std::string runReading(const std::function<bool()>& work, const std::string& fallback)
 {
-    takeReadError(); // of an earlier document
+    takeReadError(); // clears that of an earlier document
     try {
         if (work())
             return std::string();

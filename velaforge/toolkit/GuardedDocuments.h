@@ -12,20 +12,24 @@ namespace vfApplication {
 class DocManager;
 class Document;
 
-/// Runs @p work, which reads a document, and catches whatever it throws.
-/// @param fallback  the reason when @p work returns false without setReadError()
-/// @return why it failed, for the user; empty when it returned true
+/// Runs @p work, which reads a document, and catches any exception.
+/// @param work      the work; returns true on success
+/// @param fallback  the reason if @p work returns false without setReadError()
+/// @return the reason of a failure, for the user; empty on success
 std::string runReading(const std::function<bool()>& work, const std::string& fallback);
 
-/// Returns why a path gives no document, as far as that can be seen from outside: the file is not there or cannot be read,
-/// or no kind of document accepts it. Empty when neither is so.
+/// Returns the reason why no document can be made for a path, if the file system or the templates tell it:
+/// the file does not exist or cannot be read, or no template matches it. Empty otherwise.
 std::string reasonNotReadable(DocManager& manager, const vfBase::VfString& path,
                               const vfBase::Options& options);
 
-/// Closes a document as DocManager::closeDocument does, and catches whatever that throws. A document that throws is
-/// destroyed all the same, unless it still has changes and @p force is false: then it stays open.
-/// @param problem  receives what was thrown, for the user; empty otherwise
-/// @return false when the document stays open
+/// Closes a document as DocManager::closeDocument does, and catches any exception. A document that throws is
+/// destroyed all the same, unless it has unsaved changes and @p force is false: then it stays open.
+/// @param manager   the manager of the document
+/// @param document  the document
+/// @param force     closes the document even if it refuses
+/// @param problem   set to the text of the exception, for the user; empty if there was none
+/// @return false if the document stays open
 bool closeGuarded(DocManager& manager, Document& document, bool force, std::string& problem);
 
 } // namespace vfApplication
