@@ -21,9 +21,7 @@ endif()
 # What all targets share: warnings, sanitizers, the include root.
 add_library(velaforge_build_flags INTERFACE)
 target_include_directories(velaforge_build_flags INTERFACE "${PROJECT_SOURCE_DIR}")
-# Among sources that are compiled together one's names may hide another's.
-target_compile_options(velaforge_build_flags INTERFACE
-    -Wall -Wextra -Wpedantic $<$<NOT:$<BOOL:$<TARGET_PROPERTY:UNITY_BUILD>>>:-Wshadow>)
+target_compile_options(velaforge_build_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow)
 if(VELAFORGE_WARNINGS_AS_ERRORS)
     target_compile_options(velaforge_build_flags INTERFACE -Werror)
 endif()
@@ -50,9 +48,13 @@ if(VELAFORGE_COVERAGE)
     target_link_libraries(velaforge_build_flags INTERFACE velaforge_coverage_at_exit)
 endif()
 
-# VELAFORGE_PRECOMPILE: headers that all sources of a library read are read once. A source that forgets to include one of
-# them compiles all the same, so the release preset goes without: it compiles each source of what is installed by itself.
+# Headers that many sources read are read once. A source that forgets to include one of them compiles all the same, so each
+# of these is left out in one preset: the first in release, the second in asan.
 option(VELAFORGE_PRECOMPILE "Precompile headers of libraries" OFF)
+option(VELAFORGE_PRECOMPILE_TESTS "Precompile headers of tests" ON)
+if(VELAFORGE_CCACHE AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    target_compile_options(velaforge_build_flags INTERFACE -fpch-preprocess) # or ccache keeps nothing that uses them
+endif()
 
 # velaforge_precompile(<target> <header>...)
 function(velaforge_precompile name)
@@ -96,12 +98,15 @@ function(velaforge_program name)
     target_link_libraries(${name} PRIVATE ${ARG_LINK} velaforge_build_flags)
 endfunction()
 
+# Tests share the precompiled headers of tests/support, and so these options. Qt asks for -fPIC where it is.
+set(velaforge_test_options -O0 -fPIC)
+
 set(VELAFORGE_CASE_SECONDS 300 CACHE STRING "Seconds until a test case that hangs is ended")
 
-# velaforge_test(<name> [OPTIMIZED] [LONG_CASES] SOURCES <file>... [LINK <target>...]
+# velaforge_test(<name> [LONG_CASES] SOURCES <file>... [LINK <target>...]
 #                [THREADED <suite>...] [PROPERTIES <ctest property> <value>...])
 # One program of many test cases. What is tested is optimised, in libraries; the tests themselves take longer to optimise than
-# to run, unless what they test stands in headers (OPTIMIZED).
+# to run.
 #
 # For ctest each suite is a test, which runs its cases one after another, each in a forked process of its own with a
 # home directory of its own (tests/support/CasesApart.h), because singletons are never rebuilt. LONG_CASES makes each
@@ -110,13 +115,13 @@ set(VELAFORGE_CASE_SECONDS 300 CACHE STRING "Seconds until a test case that hang
 # THREADED names the suites whose cases run on several threads: they have the label "threads", and the thread sanitizer's
 # preset runs these alone. The target threaded_tests builds what they need.
 function(velaforge_test name)
-    cmake_parse_arguments(ARG "OPTIMIZED;LONG_CASES" "" "SOURCES;LINK;THREADED;PROPERTIES" ${ARGN})
+    cmake_parse_arguments(ARG "LONG_CASES" "" "SOURCES;LINK;THREADED;PROPERTIES" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE ${ARG_LINK} velaforge_test_support velaforge_build_flags)
-    if(VELAFORGE_SANITIZE OR NOT ARG_OPTIMIZED)
-        target_compile_options(${name} PRIVATE -O0)
+    target_compile_options(${name} PRIVATE ${velaforge_test_options})
+    if(VELAFORGE_PRECOMPILE_TESTS)
+        target_precompile_headers(${name} REUSE_FROM velaforge_test_support)
     endif()
-    target_precompile_headers(${name} PRIVATE <gmock/gmock.h>)
     if(ARG_THREADED)
         add_dependencies(threaded_tests ${name})
     endif()
