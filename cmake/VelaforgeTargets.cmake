@@ -52,9 +52,6 @@ endif()
 # of these is left out in one preset: the first in release, the second in asan.
 option(VELAFORGE_PRECOMPILE "Precompile headers of libraries" OFF)
 option(VELAFORGE_PRECOMPILE_TESTS "Precompile headers of tests" ON)
-if(VELAFORGE_CCACHE AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    target_compile_options(velaforge_build_flags INTERFACE -fpch-preprocess) # or ccache keeps nothing that uses them
-endif()
 
 # velaforge_precompile(<target> <header>...)
 function(velaforge_precompile name)
@@ -100,6 +97,9 @@ endfunction()
 
 # Tests share the precompiled headers of tests/support, and so these options. Qt asks for -fPIC where it is.
 set(velaforge_test_options -O0 -fPIC)
+if(VELAFORGE_CCACHE AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    list(APPEND velaforge_test_options -fpch-preprocess) # or ccache keeps nothing of them
+endif()
 
 set(VELAFORGE_CASE_SECONDS 300 CACHE STRING "Seconds until a test case that hangs is ended")
 
