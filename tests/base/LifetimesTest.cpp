@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The idioms for lifetimes: watches, running calls, pairs, singletons, copies and requirements.
-#include <velaforge/base/CopyCount.h>
+#include <velaforge/base/CopyGroup.h>
 #include <velaforge/base/CrosswisePair.h>
 #include <velaforge/base/LifeWatch.h>
 #include <velaforge/base/ProcessSingleton.h>
@@ -18,7 +18,7 @@
 #include <new>
 #include <thread>
 
-using vfBase::CopyCount;
+using vfBase::CopyGroup;
 using vfBase::LifeWatch;
 using vfBase::RunningCall;
 
@@ -259,17 +259,32 @@ TEST(ProcessSingleton, IsReleasedAtExitAndNullForWhoAsksLater)
         testing::ExitedWithCode(0), "^there is none\nlate: none\n$");
 }
 
-TEST(CopyCount, TheLastHolderIsTold)
+TEST(CopyGroup, TheFirstThatIsDestroyedDeletesWhatAllShare)
 {
-    const int shared = 0;
-    EXPECT_TRUE(CopyCount::release(&shared));
-    CopyCount::add(&shared);
-    CopyCount::add(&shared);
-    EXPECT_FALSE(CopyCount::release(&shared));
-    EXPECT_FALSE(CopyCount::release(&shared));
-    EXPECT_TRUE(CopyCount::release(&shared));
-    CopyCount::add(nullptr);
-    EXPECT_TRUE(CopyCount::release(nullptr));
+    const int first = 0;
+    const int second = 0;
+    const int third = 0;
+    const int other = 0;
+    EXPECT_TRUE(CopyGroup::end(&other));
+    CopyGroup::join(&second, &first);
+    CopyGroup::join(&third, &second);
+    EXPECT_TRUE(CopyGroup::end(&second));
+    EXPECT_FALSE(CopyGroup::end(&first));
+    EXPECT_FALSE(CopyGroup::end(&third));
+    EXPECT_TRUE(CopyGroup::end(&first)) << "another object at that address";
+    EXPECT_TRUE(CopyGroup::end(&other));
+}
+
+TEST(CopyGroup, AnObjectThatLeftDeletesItsOwn)
+{
+    const int first = 0;
+    const int second = 0;
+    CopyGroup::join(&second, &first);
+    CopyGroup::leave(&first);
+    EXPECT_TRUE(CopyGroup::end(&first));
+    EXPECT_TRUE(CopyGroup::end(&second));
+    CopyGroup::join(&first, &first);
+    EXPECT_TRUE(CopyGroup::end(&first));
 }
 
 TEST(Require, EndsTheProcessWithOneLineThatNamesTheOperation)

@@ -237,8 +237,13 @@ TEST(SettingsMerge, AColourIsOneValueAndIsNotMixed)
                                       SettingsValue::List{0, 0, 1})));
     EXPECT_EQ("[a 1 ]", text(merged(SettingsValue::List{"b", 0}, SettingsValue::List{"a", 1},
                                     SettingsValue::List{"c", 0})));
-    EXPECT_EQ("[[1 ] ]", text(merged(SettingsValue::List{}, SettingsValue::List{SettingsValue::List{1}},
-                                     SettingsValue::List{SettingsValue::List{2}})));
+    const auto listOfOne = [](const SettingsValue& element) {
+        SettingsValue::List list;
+        list.push_back(element); // braces around one element may mean a copy of it
+        return list;
+    };
+    EXPECT_EQ("[[1 ] ]",
+              text(merged(SettingsValue::List{}, listOfOne(listOfOne(1)), listOfOne(listOfOne(2)))));
 }
 
 TEST(SettingsMerge, AListThatHoldsATextTwiceIsOneValue)

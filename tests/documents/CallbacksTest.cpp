@@ -428,14 +428,23 @@ TEST(Callbacks, DeletingATemplateLeavesItsDocumentsWithoutAManager)
     EXPECT_EQ(1, recorder().count("~doc1"));
 }
 
-TEST(Callbacks, CopiesOfADocumentShareAHistoryThatIsDeletedOnce)
+TEST(Callbacks, CopiesOfADocumentMayAllBeDestroyed)
 {
-    RecordingDocument first;
-    {
-        const RecordingDocument second(first);
-        EXPECT_EQ(first.getCommandProcessor(), second.getCommandProcessor());
-    }
-    EXPECT_FALSE(first.getCommandProcessor()->canUndo());
+    const RecordingDocument first;
+    const RecordingDocument second(first);
+    RecordingDocument third;
+    third = second;
+    EXPECT_EQ(first.getCommandProcessor(), second.getCommandProcessor());
+    EXPECT_EQ(first.getCommandProcessor(), third.getCommandProcessor());
+}
+
+TEST(Callbacks, CopiesOfAManagerMayAllBeDestroyed)
+{
+    vfApplication::DocManager first;
+    const vfApplication::DocManager second(first);
+    vfApplication::DocManager third;
+    third = second;
+    EXPECT_EQ(first.getFileHistory(), third.getFileHistory());
 }
 
 TEST(Callbacks, ReplacingTheManagerWhileItOpensADocumentEndsTheOpening)

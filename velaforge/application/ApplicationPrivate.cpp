@@ -3,7 +3,7 @@
 
 #include <velaforge/application/ApplicationCallback.h>
 #include <velaforge/application/ApplicationProducer.h>
-#include <velaforge/base/CopyCount.h>
+#include <velaforge/base/CopyGroup.h>
 #include <velaforge/base/LeakForProcess.h>
 #include <velaforge/base/LifeWatch.h>
 #include <velaforge/base/Require.h>
@@ -28,6 +28,7 @@ Application* ApplicationPrivate::_s_Application = nullptr;
 
 ApplicationPrivate::ApplicationPrivate(int& argc, char** argv)
 {
+    vfBase::CopyGroup::leave(this);
     std::unique_ptr<DocManager> documents(
         DocManagerProducer::Realizer ? DocManagerProducer::Realizer->create() : new DocManager(true));
     docManager = documents.get();
@@ -49,7 +50,7 @@ ApplicationPrivate::ApplicationPrivate(ApplicationPrivate& other)
       callback(other.callback),
       docManager(other.docManager)
 {
-    vfBase::CopyCount::add(docManager);
+    vfBase::CopyGroup::join(this, &other);
 }
 
 ApplicationPrivate& ApplicationPrivate::operator=(ApplicationPrivate& other)
@@ -66,7 +67,7 @@ ApplicationPrivate& ApplicationPrivate::operator=(ApplicationPrivate& other)
     callback = other.callback;
     if (docManager != other.docManager) {
         // By contract the former manager is never deleted: other bodies may share it.
-        vfBase::CopyCount::add(other.docManager);
+        vfBase::CopyGroup::join(this, &other);
         vfBase::leakForProcess(docManager);
         docManager = other.docManager;
     }
@@ -111,7 +112,9 @@ void ApplicationPrivate::deleteManager()
                "Application::setDocManager", "called while the present manager is destroyed");
     const vfBase::RunningCall<ApplicationPrivate> running(this, deletingManager);
     // Cleared after the deletion: the documents that the manager closes may call getDocManager.
-    if (vfBase::CopyCount::release(docManager))
+    if (!docManager)
+        vfBase::CopyGroup::leave(this);
+    else if (vfBase::CopyGroup::end(this))
         delete docManager;
     docManager = nullptr;
 }

@@ -2,7 +2,7 @@
 #include <velaforge/commands/CommandProcessor.h>
 
 #include <velaforge/base/ClassInfo.h>
-#include <velaforge/base/CopyCount.h>
+#include <velaforge/base/CopyGroup.h>
 #include <velaforge/base/LeakForProcess.h>
 #include <velaforge/base/LifeWatch.h>
 #include <velaforge/base/Require.h>
@@ -225,18 +225,21 @@ const vfBase::ClassInfo CommandProcessor::s_classInfo("vfApplication", "CommandP
                                                       static_cast<int>(sizeof(CommandProcessor)),
                                                       &createProcessor);
 
-CommandProcessor::CommandProcessor(int maximum) : d(new CommandProcessorPrivate(maximum)) {}
+CommandProcessor::CommandProcessor(int maximum) : d(new CommandProcessorPrivate(maximum))
+{
+    vfBase::CopyGroup::leave(this);
+}
 
 CommandProcessor::CommandProcessor(const CommandProcessor& other) : vfBase::VfObject(other), d(other.d)
 {
-    vfBase::CopyCount::add(d);
+    vfBase::CopyGroup::join(this, &other);
 }
 
 CommandProcessor& CommandProcessor::operator=(const CommandProcessor& other)
 {
     if (d == other.d)
         return *this;
-    vfBase::CopyCount::add(other.d);
+    vfBase::CopyGroup::join(this, &other);
     // By contract the former history is never released: other processors may use it.
     vfBase::leakForProcess(d);
     d = other.d;
@@ -245,7 +248,7 @@ CommandProcessor& CommandProcessor::operator=(const CommandProcessor& other)
 
 CommandProcessor::~CommandProcessor()
 {
-    if (vfBase::CopyCount::release(d))
+    if (vfBase::CopyGroup::end(this))
         delete d;
 }
 

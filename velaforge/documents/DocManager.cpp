@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/documents/DocManager.h>
 
-#include <velaforge/base/CopyCount.h>
+#include <velaforge/base/CopyGroup.h>
 #include <velaforge/base/FileNames.h>
+#include <velaforge/base/LeakForProcess.h>
 #include <velaforge/base/LifeWatch.h>
 #include <velaforge/base/NotifyHandler.h>
 #include <velaforge/base/Require.h>
@@ -51,7 +52,10 @@ void reportClosingFailure(const vfBase::VfString& filename)
 
 const vfBase::Call DocManager::s_closingAll{"DocManager::closeDocuments"};
 
-DocManager::DocManager(bool) : m_fileHistory(new FileHistory(9)) {}
+DocManager::DocManager(bool) : m_fileHistory(new FileHistory(9))
+{
+    vfBase::CopyGroup::leave(this);
+}
 
 DocManager::DocManager(const DocManager& other)
     : m_currentView(other.m_currentView),
@@ -63,15 +67,15 @@ DocManager::DocManager(const DocManager& other)
       m_documents(other.m_documents),
       m_fileHistory(other.m_fileHistory)
 {
-    vfBase::CopyCount::add(m_fileHistory);
+    vfBase::CopyGroup::join(this, &other);
 }
 
 DocManager& DocManager::operator=(const DocManager& other)
 {
     if (m_fileHistory != other.m_fileHistory) {
-        vfBase::CopyCount::add(other.m_fileHistory);
-        if (vfBase::CopyCount::release(m_fileHistory))
-            delete m_fileHistory;
+        vfBase::CopyGroup::join(this, &other);
+        // By contract the former history is not deleted: other managers may use it.
+        vfBase::leakForProcess(m_fileHistory);
         m_fileHistory = other.m_fileHistory;
     }
     m_currentView = other.m_currentView;
@@ -115,7 +119,7 @@ DocManager::~DocManager()
         delete documentTemplate;
         eraseAll(m_templates, documentTemplate);
     }
-    if (vfBase::CopyCount::release(m_fileHistory))
+    if (vfBase::CopyGroup::end(this))
         delete m_fileHistory;
 }
 

@@ -4,8 +4,9 @@
 #include <velaforge/application/Application.h>
 #include <velaforge/application/ApplicationInterface.h>
 #include <velaforge/base/ClassInfo.h>
-#include <velaforge/base/CopyCount.h>
+#include <velaforge/base/CopyGroup.h>
 #include <velaforge/base/FileNames.h>
+#include <velaforge/base/LeakForProcess.h>
 #include <velaforge/base/LifeWatch.h>
 #include <velaforge/base/NotifyHandler.h>
 #include <velaforge/base/Require.h>
@@ -154,6 +155,7 @@ Document::Document()
     auto processor = std::make_unique<CommandProcessor>(-1);
     AllDocuments::instance().add(this);
     m_commandProcessor = processor.release();
+    vfBase::CopyGroup::leave(this);
 }
 
 Document::Document(const Document& other)
@@ -171,15 +173,15 @@ Document::Document(const Document& other)
       m_saveDocumentOptions(other.m_saveDocumentOptions)
 {
     AllDocuments::instance().add(this);
-    vfBase::CopyCount::add(m_commandProcessor);
+    vfBase::CopyGroup::join(this, &other);
 }
 
 Document& Document::operator=(const Document& other)
 {
     if (m_commandProcessor != other.m_commandProcessor) {
-        vfBase::CopyCount::add(other.m_commandProcessor);
-        if (vfBase::CopyCount::release(m_commandProcessor))
-            delete m_commandProcessor;
+        vfBase::CopyGroup::join(this, &other);
+        // By contract the former processor is not deleted: other documents may use it.
+        vfBase::leakForProcess(m_commandProcessor);
         m_commandProcessor = other.m_commandProcessor;
     }
     m_modified = other.m_modified;
@@ -203,7 +205,7 @@ Document::~Document()
     cutViews(manager);
     if (manager)
         manager->removeDocument(this);
-    if (vfBase::CopyCount::release(m_commandProcessor))
+    if (vfBase::CopyGroup::end(this))
         delete m_commandProcessor;
 }
 
@@ -666,6 +668,8 @@ CommandProcessor* Document::onCreateCommandProcessor()
 
 void Document::setCommandProcessor(CommandProcessor* processor)
 {
+    if (processor != m_commandProcessor)
+        vfBase::CopyGroup::leave(this);
     m_commandProcessor = processor;
 }
 

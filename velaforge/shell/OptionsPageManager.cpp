@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/shell/OptionsPageManager.h>
 
-#include <velaforge/base/CopyCount.h>
+#include <velaforge/base/CopyGroup.h>
 #include <velaforge/base/LeakForProcess.h>
 #include <velaforge/base/Registry_.h>
 #include <velaforge/base/Require.h>
@@ -12,18 +12,21 @@
 
 namespace vfApplication {
 
-OptionsPageManager::OptionsPageManager() : ids(new std::vector<std::string>) {}
+OptionsPageManager::OptionsPageManager() : ids(new std::vector<std::string>)
+{
+    vfBase::CopyGroup::leave(this);
+}
 
 OptionsPageManager::OptionsPageManager(const OptionsPageManager& other) : ids(other.ids)
 {
-    vfBase::CopyCount::add(ids);
+    vfBase::CopyGroup::join(this, &other);
 }
 
 OptionsPageManager& OptionsPageManager::operator=(const OptionsPageManager& other)
 {
     if (ids == other.ids)
         return *this;
-    vfBase::CopyCount::add(other.ids);
+    vfBase::CopyGroup::join(this, &other);
     // By contract the former list is never deleted: other managers may share it.
     vfBase::leakForProcess(ids);
     ids = other.ids;
@@ -32,7 +35,7 @@ OptionsPageManager& OptionsPageManager::operator=(const OptionsPageManager& othe
 
 OptionsPageManager::~OptionsPageManager()
 {
-    if (vfBase::CopyCount::release(ids))
+    if (vfBase::CopyGroup::end(this))
         delete ids;
 }
 
