@@ -27,8 +27,8 @@ class CommandProcessorPrivate;
 /// A command may use this history while it runs and may close its document. undo() and redo() called by a
 /// command that is being undone or redone return false.
 ///
-/// CommandProcessor is no handle: a copy shares the history with its source, and the last of them to be
-/// destroyed releases it. Document has one and deletes it.
+/// CommandProcessor is no handle: a copy shares the history with its source, and the first of them to be
+/// destroyed releases it; use none of the others after that. Document has one and deletes it.
 class VFAPPLICATION_EXPORT CommandProcessor : public vfBase::VfObject
 {
 public:

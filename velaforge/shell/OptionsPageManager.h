@@ -17,8 +17,8 @@ class UiOptionsPage;
 ///     pages.addOptionsPageId("solar::ColorsPage");
 ///     vfBase::Vector<vfApplication::UiOptionsPage*> made = pages.createPages();  // owned by the caller
 ///
-/// Copies share one list, which the last of them to be destroyed deletes. Add names while the program starts;
-/// make pages on the thread of the user interface.
+/// Copies share one list, which the first of them to be destroyed deletes; use none of the others after that. Add names
+/// while the program starts; make pages on the thread of the user interface.
 class VFAPPLICATION_EXPORT OptionsPageManager
 {
 public:
