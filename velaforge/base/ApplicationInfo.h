@@ -9,81 +9,82 @@ namespace vfBase {
 
 struct ApplicationInfoPrivate;
 
-/// The identity of the running program. The program sets it early in main; the libraries only read it.
+/// Describes the running program. The program sets the values early in main; the libraries only read them.
 ///
 ///     vfBase::ApplicationInfo& info = vfBase::ApplicationInfo::instance();
 ///     info.setApplicationName("vfviewer");
 ///     info.setApplicationVendorShortName("velaforge");
 ///
-/// Name and vendor's short name decide where the settings are kept. Until it is set, the name is that of the
-/// executable and every other value is empty. A getter never returns null; its text stays valid until that
-/// value is set again. A setter copies its text; null counts as the empty text.
+/// The name and the vendor's short name determine the path of the settings file. All values except the name
+/// are empty unless set. No value is null; a pointer is valid until the value is set again. Setting null sets
+/// the empty text.
 class VFBASE_EXPORT ApplicationInfo
 {
 public:
-    /// @return the one object of the process
+    /// Returns the object of the process.
     static ApplicationInfo& instance();
 
-    /// @return the program's name, as "vfviewer": part of the path of the settings file and of the data
-    ///         directories
+    /// Returns the name of the application; that of the executable unless set.
     const char* getApplicationName() const;
 
-    /// @return the program's version, as "1.2.3"
+    /// Returns the version of the application.
     const char* getApplicationVersion() const;
 
-    /// @return the program's icon: the path of an image, or the name of an icon of the program or of the theme
+    /// Returns the name of the application's icon, see setApplicationIconName.
     const char* getApplicationIconName() const;
 
-    /// @return the address of the program's web page
+    /// Returns the address of the application's web site.
     const char* getApplicationUrl() const;
 
-    /// @return the address of the program's manual on the web
+    /// Returns the address of the online help.
     const char* getApplicationOnlineHelpUrl() const;
 
-    /// @return the vendor's full name, for people to read
+    /// Returns the name of the vendor.
     const char* getApplicationVendorName() const;
 
-    /// @return the vendor's name in paths: the directory of the settings file and of the data directories
+    /// Returns the short name of the vendor.
     const char* getApplicationVendorShortName() const;
 
-    /// @return the address of the vendor's web page
+    /// Returns the address of the vendor's web site.
     const char* getApplicationVendorUrl() const;
 
-    /// @return the vendor's text for the title bar
+    /// Returns the vendor's text for the title bar.
     const char* getApplicationVendorBanner() const;
 
-    /// @return the path of the image that the splash screen shows
+    /// Returns the image of the splash screen, see setSplashImageName.
     const char* getSplashImageName() const;
 
-    /// Sets the program's name. Call it before the settings are loaded: another name means another settings
-    /// file.
+    /// Sets the name of the application, which also names the settings file.
     void setApplicationName(const char* name);
 
-    /// Sets the program's version.
+    /// Sets the version of the application, as text.
     void setApplicationVersion(const char* version);
 
-    /// Sets the program's icon: the path of an image, or the name of an icon of the program or of the theme.
+    /// Sets the name of the application's icon. The Qt side looks it up as "<name>.svg" or "<name>.png" in
+    /// the resources below ":/icons", as the path of an image file if it has a slash, and otherwise as an
+    /// icon of the desktop's theme.
     void setApplicationIconName(const char* name);
 
-    /// Sets the address of the program's web page.
+    /// Sets the address of the application's web site.
     void setApplicationUrl(const char* url);
 
-    /// Sets the address of the program's manual on the web.
+    /// Sets the address of the online help.
     void setApplicationOnlineHelpUrl(const char* url);
 
-    /// Sets the vendor's full name.
+    /// Sets the name of the vendor.
     void setApplicationVendorName(const char* name);
 
-    /// Sets the vendor's name in paths. Call it before the settings are loaded, as for the program's name.
+    /// Sets the short name of the vendor, which names the directory of the settings.
     void setApplicationVendorShortName(const char* name);
 
-    /// Sets the address of the vendor's web page.
+    /// Sets the address of the vendor's web site.
     void setApplicationVendorUrl(const char* url);
 
     /// Sets the vendor's text for the title bar.
     void setApplicationVendorBanner(const char* banner);
 
-    /// Sets the path of the image that the splash screen shows.
+    /// Sets the image of the splash screen: the path of an image file, a Qt resource, or the name of an icon
+    /// as for setApplicationIconName. Empty for no splash screen.
     void setSplashImageName(const char* name);
 
 private:

@@ -12,8 +12,8 @@ namespace vfBase {
 
 struct ArgumentParserPrivate;
 
-/// The command line. Reading an option removes it from the vector; options that remain can be reported as
-/// unrecognised.
+/// Reads the command line. Reading an option consumes it; options that no code has read are reported at the
+/// end.
 ///
 ///     vfBase::ArgumentParser parser(&argc, argv);
 ///     vfBase::VfString picture;
@@ -23,109 +23,109 @@ struct ArgumentParserPrivate;
 ///     if (parser.hasErrors())
 ///         parser.printErrorMessages();
 ///
-/// An argument is an option when it begins with "-" and is longer than that; "-" itself is a file name.
-/// Arguments behind "--" are file names. The parser changes the caller's argc and argv in place; an argc of 0
-/// and a null argv are allowed.
+/// An argument is an option if it begins with "-" and is longer than that; "-" itself is a file name.
+/// Arguments behind "--" are not options. The parser changes the argc and argv given, in place. It also works
+/// with an argc of 0 and a null argv.
 class VFBASE_EXPORT ArgumentParser : public VfObject
 {
 public:
     /// The kind of help that the command line asks for.
     enum HelpType : int
     {
-        NoHelp = 0,
+        NoHelp = 0,         ///< none
         CommandLineHelp = 1 ///< "--help" or "-h": the usage text with all options
     };
 
-    /// Works on the caller's command line.
-    /// @param argc, argv  stay the caller's and must live as long as the parser; argc must not be null
+    /// Makes a parser of the command line. @p argc, which must not be null, and @p argv belong to the caller
+    /// and must live as long as the parser.
     ArgumentParser(int* argc, char** argv);
     ~ArgumentParser() override;
 
     ArgumentParser(const ArgumentParser&) = delete;
     ArgumentParser& operator=(const ArgumentParser&) = delete;
 
+    /// The class record, without a creator.
     static const ClassInfo s_classInfo;
     const ClassInfo* getClassInfo() const override;
 
-    /// @return the number of arguments that are left, the program's name included; the caller's argc itself
+    /// Returns the number of arguments left, program name included.
     int& getArgumentCount();
 
-    /// @return the caller's vector, in which the arguments that are left stand in front
+    /// Returns the arguments left, program name included.
     char** getArgumentVector();
 
-    /// @return the argument at @p index, valid as long as the caller's argv; null for an index out of range
+    /// Returns the argument at @p index, null for an index out of range.
     const char* getArgumentAt(int index) const;
 
-    /// @return true when the argument at @p index is an option and not a file name; false outside the range
+    /// Returns whether the argument at @p index is an option; false for a file name and for an index out of
+    /// range.
     bool isOption(int index) const;
 
-    /// Reads a flag, as "--log", and removes every occurrence of it.
-    /// @return true when there was one
+    /// Consumes every occurrence of the flag @p option.
+    /// @return false if there was none
     bool readOptionParameter(const char* option);
 
-    /// Reads an option with a text, as "--size 640x480" or "--size=640x480", and removes both. Of several the
-    /// last one counts. A missing parameter (nothing follows, or another option) is recorded as an error and
-    /// leaves @p value.
-    /// @return true when a value was read
+    /// Consumes every occurrence of an option with its parameter, such as "--size 640x480" or
+    /// "--size=640x480", and sets @p value to the last parameter. If a parameter is missing, because another
+    /// option or nothing follows, or is malformed, records an error and leaves @p value unchanged.
+    /// @return true if a value was read
     bool readOptionParameter(const char* option, VfString& value);
 
-    /// Reads an option with a whole number in the same way. A parameter that is malformed or out of range is
-    /// an error too.
+    /// Does the same for a whole number.
     bool readOptionParameter(const char* option, int& value);
 
-    /// Reads an option with a real number in the same way.
+    /// Does the same for a number.
     bool readOptionParameter(const char* option, double& value);
 
-    /// Reads an option that may be given several times, and appends the parameters to @p values in their
-    /// order.
-    /// @return true when a value was read
+    /// Does the same, and appends the parameters of all occurrences to @p values, in order.
     bool readOptionParameter(const char* option, StringList& values);
 
-    /// @return the name in the usage text and in front of errors; null or empty until it is set
+    /// Returns the name shown in usage text and errors; null or empty until it is set.
     const char* getApplicationName() const;
 
-    /// Sets that name. The text is copied.
+    /// Sets the name shown in usage text and errors.
     void setApplicationName(const char* name);
 
-    /// @return the line of the usage text that says what the program is for
+    /// Returns the line that describes the program.
     const char* getDescription() const;
 
-    /// Sets that line. The text is copied.
+    /// Sets the line that describes the program.
     void setDescription(const char* description);
 
-    /// @return the line behind "Usage:"
+    /// Returns the line behind "Usage:".
     const char* getCommandLineUsage() const;
 
-    /// Sets that line. The text is copied.
+    /// Sets the line behind "Usage:".
     void setCommandLineUsage(const char* usage);
 
     /// Adds a row to the usage text.
-    /// @param option        with its parameter, as "--image <filename>"
+    /// @param option        option and parameter, such as "--image <filename>"
+    /// @param explanation   what the option does
     /// @param defaultValue  shown behind the explanation; may be null
     void addCommandLineOption(const char* option, const char* explanation, const char* defaultValue);
 
-    /// @return the kind of help asked for on the command line; asking changes nothing
+    /// Returns the kind of help that the command line asks for. Consumes nothing.
     HelpType getHelpTypeRequested();
 
     /// Writes the usage text to standard output; nothing for NoHelp.
     void printUsage(HelpType type);
 
-    /// Records an error. A text that is recorded already is not recorded again.
+    /// Records an error, unless an error with the same text is recorded.
     void reportError(const VfString& message);
 
-    /// @return true when an error was recorded
+    /// Returns whether an error was recorded.
     bool hasErrors() const;
 
-    /// @return the errors in the order in which they were recorded, one a line, without a line end at the end
+    /// Returns the recorded errors in order, one per line, without a line end behind the last.
     VfString getErrorMessage();
 
-    /// Writes the errors to standard error, a line each with the application name in front.
+    /// Writes the recorded errors to standard error, one per line, with the application name in front.
     void printErrorMessages();
 
-    /// Records an error for each option that has not been read, whether the usage text has it or not.
+    /// Records an error for each option that is left on the command line.
     void reportRemainingOptionsAsUnrecognized();
 
-    /// @return "vfBase::ArgumentParser"
+    /// Returns "vfBase::ArgumentParser".
     static const char* classId();
 
 private:

@@ -13,22 +13,24 @@
 
 namespace vfBase {
 
-/// Body of AssociativeIterator. It keeps the container body, and so the entries, alive.
+/// Body of AssociativeIterator. Holds a reference on the container's body, and thus keeps the entries alive.
 template <class B>
 class VFBASE_TEMPLATE_EXPORT RefBidirectionalAssociativeIterator : public osg::Referenced
 {
 public:
+    /// A position in the standard container.
     using Position = typename B::Container::iterator;
 
-    /// A body without a container, of an invalid cursor.
+    /// Makes a cursor without a container.
     RefBidirectionalAssociativeIterator() = default;
 
-    /// A body on the container body @p body, which it counts; the current entry is that at @p at.
+    /// Makes a cursor before the entry at @p at of the container of @p body.
     RefBidirectionalAssociativeIterator(B* body, Position at) : container(body), position(at), current(at) {}
 
+    /// The container, null without one.
     osg::ref_ptr<B> container;
-    Position position{}; ///< the entry that next() returns
-    Position current{};  ///< the entry that was returned last
+    Position position{}; ///< the entry that next would return
+    Position current{};  ///< the entry returned last
 
 protected:
     ~RefBidirectionalAssociativeIterator() override = default;
@@ -41,9 +43,9 @@ protected:
 ///         use(it.key(), it.value());
 ///     }
 ///
-/// Only isValid may be asked of an invalid one. Copies share the cursor and move together; assignment rebinds
-/// to the other's cursor. The entries live as long as a cursor stands on them, but a cursor on an entry that
-/// was removed must not be used.
+/// Of an invalid cursor call only isValid. Copies share the cursor and move together; assignment makes a
+/// handle share the other's cursor. A cursor keeps the container alive. Do not use a cursor on an entry that
+/// was removed.
 template <class M>
 class VFBASE_TEMPLATE_EXPORT AssociativeIterator
     : public CursorHandle<RefBidirectionalAssociativeIterator<typename M::Body>, M>
@@ -51,21 +53,28 @@ class VFBASE_TEMPLATE_EXPORT AssociativeIterator
     using Base = CursorHandle<RefBidirectionalAssociativeIterator<typename M::Body>, M>;
 
 public:
+    /// The body of the cursor.
     using typename Base::Body;
+
+    /// The type of the keys.
     using Key = typename M::Key;
+
+    /// The type of the values.
     using Value = typename M::Value;
+
+    /// A copy of an entry.
     using Entry = Pair<Key, Value>;
 
     using Base::Base;
 
-    /// @return true when there is an entry behind the cursor
+    /// Returns whether there is an entry behind the cursor.
     bool hasNext() const { return d->position != end(); }
 
-    /// @return true when there is an entry before the cursor
+    /// Returns whether there is an entry before the cursor.
     bool hasPrevious() const { return d->position != begin(); }
 
     /// Moves behind the next entry, which becomes the current one.
-    /// @return a copy of that entry; at the end, where the cursor stays, a default pair
+    /// @return a copy of it; a default pair at the end
     Entry next()
     {
         if (d->position == end())
@@ -74,8 +83,8 @@ public:
         return entry(d->current);
     }
 
-    /// Moves in front of the previous entry, which must exist and becomes the current one. @return a copy of
-    /// that entry
+    /// Moves before the previous entry, which becomes the current one; only if there is one.
+    /// @return a copy of it
     Entry previous()
     {
         VF_REQUIRE(hasPrevious(), "vfBase::AssociativeIterator", "there is no entry before the cursor");
@@ -83,23 +92,23 @@ public:
         return entry(d->current);
     }
 
-    /// @return a copy of the next entry, which must exist; does not move
+    /// Returns the entry that next would; only if there is one.
     Entry peekNext() const
     {
         VF_REQUIRE(hasNext(), "vfBase::AssociativeIterator", "there is no entry behind the cursor");
         return entry(d->position);
     }
 
-    /// @return a copy of the previous entry, which must exist; does not move
+    /// Returns the entry that previous would; only if there is one.
     Entry peekPrevious() const
     {
         VF_REQUIRE(hasPrevious(), "vfBase::AssociativeIterator", "there is no entry before the cursor");
         return entry(std::prev(d->position));
     }
 
-    /// Moves behind the next entry with that value, which becomes the current one; without one, both move to
-    /// the end.
-    /// @return true if there was one
+    /// Moves behind the next entry with the value @p x, which becomes the current one. If there is none,
+    /// moves to the end, without a current entry.
+    /// @return false if there is none
     bool findNext(const Value& x)
     {
         while ((d->current = d->position) != end()) {
@@ -109,8 +118,9 @@ public:
         return false;
     }
 
-    /// Moves back onto the previous entry with that value, which becomes the current one; without one, the
-    /// cursor moves to the front and the current entry to the end. @return true if there was one
+    /// Moves before the previous entry with the value @p x, which becomes the current one. If there is none,
+    /// moves to the front, without a current entry.
+    /// @return false if there is none
     bool findPrevious(const Value& x)
     {
         while (d->position != begin()) {
@@ -122,20 +132,20 @@ public:
         return false;
     }
 
-    /// Moves in front of the first entry, which becomes the current one.
+    /// Moves the cursor before the first entry, which becomes the current one.
     void toFront() { d->position = d->current = begin(); }
 
-    /// Moves behind the last entry; there is no current one then.
+    /// Moves the cursor behind the last entry; there is no current entry then.
     void toBack() { d->position = d->current = end(); }
 
-    /// @return a copy of the key of the current entry, which must exist
+    /// Returns a copy of the key of the current entry; only if there is one.
     Key key() const
     {
         VF_REQUIRE(d->current != end(), "vfBase::AssociativeIterator", "there is no current entry");
         return d->current->first;
     }
 
-    /// @return a copy of the value of the current entry, which must exist
+    /// Returns a copy of the value of the current entry; only if there is one.
     Value value() const
     {
         VF_REQUIRE(d->current != end(), "vfBase::AssociativeIterator", "there is no current entry");

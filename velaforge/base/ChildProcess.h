@@ -7,16 +7,16 @@
 
 namespace vfBase {
 
-/// What came of work in a child process, see tryInChild().
+/// The result of tryInChild().
 enum class ChildResult
 {
-    NotMade,   ///< the system did not create the process; the work was not begun
+    NotMade,   ///< the system did not create the process; the work did not start
     Succeeded, ///< the work returned true
     Failed,    ///< the work returned false, threw, or called std::terminate
     Died       ///< the process crashed, ended itself, or was killed at the time limit
 };
 
-/// Calls @p work in a copy of this process and waits for the result, to try what may crash or hang.
+/// Calls @p work in a copy of this process and waits for the result: for work that may crash or hang.
 ///
 ///     if (vfBase::tryInChild([&] { return reader.read(path); }, 60) == vfBase::ChildResult::Succeeded)
 ///         ...
@@ -31,7 +31,8 @@ enum class ChildResult
 /// the group are killed when it ends, except where this process ignores SIGCHLD. Neither the handling of
 /// SIGCHLD nor other child processes of this process are touched; no process and no descriptor is left
 /// behind.
-/// @param seconds  the time limit; 0 counts as 1
+/// @param work     the work; it returns true for success
+/// @param seconds  the time limit in seconds; 0 counts as 1
 VFBASE_EXPORT ChildResult tryInChild(const std::function<bool()>& work, unsigned int seconds);
 
 } // namespace vfBase

@@ -9,41 +9,42 @@
 
 namespace vfBase {
 
-/// The operations that Iterator and AssociativeIterator share: a handle on a body that holds a container and
-/// a position.
+/// The base class of the two cursors: handles on a shared body that has the position.
 ///
-/// Copies share the cursor and move together; assignment rebinds to the other's cursor.
+/// Copies share the cursor and move together; assignment makes a handle share the other's cursor.
 template <class BodyType, class Target>
 class VFBASE_TEMPLATE_EXPORT CursorHandle : public Referenced
 {
 public:
+    /// The body of the cursor.
     using Body = BodyType;
 
-    /// A handle without a body, which is invalid.
+    /// Makes an invalid cursor, without a body.
     CursorHandle() : d(nullptr) {}
 
-    /// A new cursor at the front of @p container.
+    /// Makes a cursor at the front of @p container.
     explicit CursorHandle(const Target& container) : CursorHandle(atFront(container)) {}
 
-    /// A handle on @p body; null gives an invalid one.
+    /// Makes a handle on @p body; null gives an invalid cursor.
     explicit CursorHandle(Body* body) : Referenced(body, true), d(body) {}
 
-    /// A handle on the other's body if that is a cursor of this kind, otherwise an invalid one.
+    /// Makes a handle on the body of @p other; an invalid cursor if that is no cursor of this kind.
     explicit CursorHandle(const Referenced& other) : CursorHandle(dynamic_cast<Body*>(other.getImp())) {}
 
-    /// Shares the other's cursor; both move together.
+    /// Shares the cursor of @p other.
     CursorHandle(const CursorHandle& other) = default;
 
-    /// Shares the other's cursor instead of the former one.
+    /// Shares the cursor of @p other.
     CursorHandle& operator=(const CursorHandle& other)
     {
-        Body* body = other.d; // read first: letting go of our own body may end other
+        // Read first: releasing our own body may destroy other.
+        Body* body = other.d;
         Referenced::operator=(other);
         d = body;
         return *this;
     }
 
-    /// Shares the other's cursor if it is of this kind; otherwise the handle becomes invalid.
+    /// Shares the cursor of @p other; becomes invalid if that is no cursor of this kind.
     void setImp(const Referenced& other) override
     {
         const osg::ref_ptr<Body> body(dynamic_cast<Body*>(other.getImp()));
@@ -51,21 +52,22 @@ public:
         d = body.get();
     }
 
-    /// @return true when there is a container to move in
+    /// Returns whether the cursor has a container.
     bool isValid() const override { return d && d->container.valid(); }
 
-    /// Makes a new cursor at the front of @p container. The former cursor is kept until the process ends,
-    /// since other code may hold it uncounted.
+    /// Moves to the front of @p container. The former cursor is never released: other code may use it without
+    /// a reference.
     void set(const Target& container)
     {
         leakForProcess(d);
         *this = CursorHandle(container);
     }
 
-    /// @return the body, uncounted; null for a handle without one
+    /// Returns the body, null for an invalid cursor.
     Body* getImp() const { return d; }
 
 protected:
+    /// The body, null for an invalid cursor.
     Body* d;
 
 private:

@@ -12,20 +12,24 @@
 
 namespace vfBase {
 
-/// Body of Iterator. It keeps the container body, and so the elements, alive.
+/// Body of Iterator. Holds a reference on the container's body, and thus keeps the elements alive.
 template <class B>
 class VFBASE_TEMPLATE_EXPORT RefBidirectionalSequentialIterator : public osg::Referenced
 {
 public:
+    /// A position in the standard container.
     using Position = typename B::Container::iterator;
 
-    /// A body without a container, of an invalid cursor.
+    /// Makes a cursor without a container.
     RefBidirectionalSequentialIterator() = default;
 
-    /// A body on the container body @p body, which it counts.
+    /// Makes a cursor before the element at @p at of the container of @p body.
     RefBidirectionalSequentialIterator(B* body, Position at) : container(body), position(at) {}
 
+    /// The container, null without one.
     osg::ref_ptr<B> container;
+
+    /// The element that next would return.
     Position position{};
 
 protected:
@@ -37,8 +41,8 @@ protected:
 ///     for (auto it = list.getIterator(); it.hasNext();)
 ///         use(it.next());
 ///
-/// Copies share the cursor and move together; assignment rebinds to the other's cursor. The elements live as
-/// long as a cursor stands on them, but a cursor on an element that was removed must not be used.
+/// Copies share the cursor and move together; assignment makes a handle share the other's cursor. A cursor
+/// keeps the container alive. Do not use a cursor on an element that was removed.
 template <class C>
 class VFBASE_TEMPLATE_EXPORT Iterator
     : public CursorHandle<RefBidirectionalSequentialIterator<typename C::Body>, C>
@@ -46,50 +50,56 @@ class VFBASE_TEMPLATE_EXPORT Iterator
     using Base = CursorHandle<RefBidirectionalSequentialIterator<typename C::Body>, C>;
 
 public:
+    /// The body of the cursor.
     using typename Base::Body;
+
+    /// A reference to an element.
     using Reference = typename std::iterator_traits<typename Body::Position>::reference;
+
+    /// The type of the elements.
     using Value = typename std::iterator_traits<typename Body::Position>::value_type;
 
     using Base::Base;
 
-    /// @return true when there is an element behind the cursor; false without a container
+    /// Returns whether there is an element behind the cursor.
     bool hasNext() const { return d->container.valid() && d->position != d->container->container->end(); }
 
-    /// @return true when there is an element before the cursor; false without a container
+    /// Returns whether there is an element before the cursor.
     bool hasPrevious() const
     {
         return d->container.valid() && d->position != d->container->container->begin();
     }
 
-    /// Moves behind the next element. Ends the process with one line where there is none. @return that element
+    /// Moves forward by one and returns the element passed. Ends the process with a message if there is none.
     Reference next()
     {
         requireNext();
         return *d->position++;
     }
 
-    /// Moves in front of the previous element. Ends the process with one line where there is none. @return that element
+    /// Moves back by one and returns the element passed. Ends the process with a message if there is none.
     Reference previous()
     {
         requirePrevious();
         return *--d->position;
     }
 
-    /// @return the next element; does not move. Ends the process with one line where there is none
+    /// Returns the element that next would. Ends the process with a message if there is none.
     Reference peekNext() const
     {
         requireNext();
         return *d->position;
     }
 
-    /// @return the previous element; does not move. Ends the process with one line where there is none
+    /// Returns the element that previous would. Ends the process with a message if there is none.
     Reference peekPrevious() const
     {
         requirePrevious();
         return *std::prev(d->position);
     }
 
-    /// Moves behind the next element equal to @p x, or to the end. @return true if there was one
+    /// Moves behind the next element equal to @p x; to the end if there is none.
+    /// @return false if there is none
     bool findNext(const Value& x)
     {
         const auto end = d->container->container->end();
@@ -100,7 +110,8 @@ public:
         return false;
     }
 
-    /// Moves back onto the previous element equal to @p x, or to the front. @return true if there was one
+    /// Moves before the previous element equal to @p x; to the front if there is none.
+    /// @return false if there is none
     bool findPrevious(const Value& x)
     {
         const auto begin = d->container->container->begin();
@@ -111,10 +122,10 @@ public:
         return false;
     }
 
-    /// Moves in front of the first element.
+    /// Moves the cursor before the first element.
     void toFront() { d->position = d->container->container->begin(); }
 
-    /// Moves behind the last element.
+    /// Moves the cursor behind the last element.
     void toBack() { d->position = d->container->container->end(); }
 
 private:

@@ -23,7 +23,7 @@ protected:
     ~RefListPrivate() override = default;
 };
 
-/// A shared list: a handle on one std::list. Operations with an index walk through the list from the front.
+/// A shared list: a handle on one std::list. Operations with an index walk from the front.
 ///
 ///     vfBase::List<vfBase::VfString> names;
 ///     names << "hull" << "mast";
@@ -44,26 +44,28 @@ public:
     using typename Base::Body;
     using typename Base::Container;
 
-    /// An empty list.
+    /// Makes an empty list.
     List() : Base(new Body) {}
 
-    /// A handle on @p body; null gives a handle without one.
+    /// Makes a handle on @p body; null gives a handle without one.
     List(Body* body) : Base(body) {}
 
-    /// A handle on the other's body if that is one of the same kind, otherwise one without a body.
+    /// Makes a handle on the body of @p other; one without a body if that is no list of this kind.
     explicit List(const Referenced& other) : Base(other) {}
 
-    /// Shares the body.
+    /// Shares the body of @p other.
     List(const List& other) = default;
 
-    /// Copies the elements into this body. @return a further handle on it
+    /// Copies the elements of @p other into this body.
+    /// @return a further handle on it
     List operator=(const List& other)
     {
         Base::operator=(other);
         return *this;
     }
 
-    /// Removes the first match. @return true if there was one
+    /// Removes the first element equal to @p x.
+    /// @return false if there is none
     bool removeOne(const T& x)
     {
         const auto found = std::find(this->begin(), this->end(), x);
@@ -73,20 +75,21 @@ public:
         return true;
     }
 
-    /// Removes all matches. @return how many
+    /// Removes all elements equal to @p x.
+    /// @return the number of elements removed
     unsigned int removeAll(const T& x)
     {
-        const T value(x); // may be an element itself
+        const T value(x); // a copy: x may be an element
         const unsigned int before = this->size();
         d->container->remove(value);
         return before - this->size();
     }
 
-    /// Exchanges the elements at the two indexes.
+    /// Exchanges the elements at @p i and @p j.
     void swap(unsigned int i, unsigned int j) { std::iter_swap(this->place(i), this->place(j)); }
 
-    /// Moves the element at @p from in front of the one that is at @p to before the call; size() moves it to
-    /// the end. Moved towards the end, it has the index to - 1 afterwards. A @p from of size() does nothing.
+    /// Moves the element at @p from before the one at @p to; to the end if @p to is size(). The new index is
+    /// thus to - 1 if @p to is behind @p from. Does nothing if @p from is size().
     void move(unsigned int from, unsigned int to)
     {
         if (from == this->size())
@@ -94,20 +97,23 @@ public:
         d->container->splice(this->placeOrEnd(to), *d->container, this->place(from));
     }
 
-    /// Inserts before the cursor. @return a new cursor on the new element
+    /// Inserts @p x before the cursor @p it.
+    /// @return a new cursor on the new element
     Iterator<List> insert(const Iterator<List>& it, const T& x)
     {
         return cursor(d->container->insert(place(it), x));
     }
 
-    /// Removes the element at the cursor. @return a new cursor on the following one
+    /// Removes the element at the cursor @p it.
+    /// @return a new cursor on the next element
     Iterator<List> remove(const Iterator<List>& it)
     {
         VF_REQUIRE(place(it) != this->end(), "vfBase::List::remove", "the cursor stands at the end");
         return cursor(d->container->erase(place(it)));
     }
 
-    /// Removes the elements from @p first up to, not including, @p last. @return a new cursor on @p last
+    /// Removes the elements from @p first up to, not including, @p last.
+    /// @return a new cursor on @p last
     Iterator<List> remove(const Iterator<List>& first, const Iterator<List>& last)
     {
         const auto end = place(last);
@@ -118,19 +124,19 @@ public:
         return cursor(d->container->erase(place(first), end));
     }
 
-    /// @return a new vector with the same elements. Defined in <velaforge/base/Vector.h>
+    /// Returns a new vector with the same elements.
     Vector<T> toVector() const;
 
-    /// @return a new set of the elements. Defined in <velaforge/base/Set.h>
+    /// Returns a new set with the same elements.
     Set<T> toSet() const;
 
-    /// @return a new list with the elements of @p vector. Defined in <velaforge/base/Vector.h>
+    /// Returns a new list with the elements of @p vector.
     static List fromVector(const Vector<T>& vector);
 
-    /// @return a new list with the elements of @p set, in its order. Defined in <velaforge/base/Set.h>
+    /// Returns a new list with the elements of @p set, in sorted order.
     static List fromSet(const Set<T>& set);
 
-    /// @return the standard container itself, which all handles on this body share
+    /// Returns the standard container itself: changes of it change the list.
     Container& asStdList() const { return *d->container; }
 
 private:

@@ -43,43 +43,50 @@ public:
     using Base::end;
     using typename Base::Body;
     using typename Base::Container;
+
+    /// The type of the keys.
     using Key = K;
+
+    /// The type of the values.
     using Value = V;
+
+    /// The cursor of the map.
     using Cursor = AssociativeIterator<Map>;
 
-    /// An empty map.
+    /// Makes an empty map.
     Map() : Base(new Body) {}
 
-    /// A handle on @p body; null gives a handle without one.
+    /// Makes a handle on @p body; null gives a handle without one.
     Map(Body* body) : Base(body) {}
 
-    /// A handle on the other's body if that is one of the same kind, otherwise one without a body.
+    /// Makes a handle on the body of @p other; one without a body if that is no map of this kind.
     explicit Map(const Referenced& other) : Base(other) {}
 
-    /// Shares the body.
+    /// Shares the body of @p other.
     Map(const Map& other) = default;
 
-    /// Copies the entries into this body. @return a further handle on it
+    /// Copies the entries of @p other into this body.
+    /// @return a further handle on it
     Map operator=(const Map& other)
     {
         Base::operator=(other);
         return *this;
     }
 
-    /// Adds an entry with a default value for an absent key. @return the value
+    /// Returns the value of @p key; makes an entry with a default value for an absent key.
     V& operator[](const K& key) { return (*d->container)[key]; }
 
-    /// Adds an entry for an absent key as well, although the handle is const. @return a copy of the value
+    /// Returns a copy of the value of @p key; makes an entry with a default value for an absent key.
     V operator[](const K& key) const { return (*d->container)[key]; }
 
-    /// @return a copy of the value, or @p def for an absent key; never adds an entry
+    /// Returns a copy of the value of @p key; @p def for an absent key.
     V value(const K& key, const V& def = V()) const
     {
         const auto found = d->container->find(key);
         return found == end() ? def : found->second;
     }
 
-    /// @return the first key, in their order, whose value equals @p value, or @p def; linear
+    /// Returns the first key with the value @p value; @p def if there is none.
     K key(const V& value, const K& def = K()) const
     {
         const auto found =
@@ -87,7 +94,7 @@ public:
         return found == end() ? def : found->first;
     }
 
-    /// @return a new list of the keys, in their order
+    /// Returns a new list of all keys, in order.
     List<K> keys() const
     {
         List<K> list;
@@ -96,7 +103,7 @@ public:
         return list;
     }
 
-    /// @return a new list of the values, in the order of their keys
+    /// Returns a new list of all values, in order of the keys.
     List<V> values() const
     {
         List<V> list;
@@ -105,7 +112,7 @@ public:
         return list;
     }
 
-    /// @return a new list of all keys whose value equals @p value
+    /// Returns a new list of all keys with the value @p value, in order.
     List<K> keys(const V& value) const
     {
         List<K> list;
@@ -116,16 +123,17 @@ public:
         return list;
     }
 
-    /// @return true when there is an entry for @p key
+    /// Returns whether there is an entry for @p key.
     bool contains(const K& key) const { return d->container->find(key) != end(); }
 
-    /// @return the number of entries for @p key: 0 or 1
+    /// Returns the number of entries for @p key: 0 or 1.
     unsigned int count(const K& key) const { return static_cast<unsigned int>(d->container->count(key)); }
 
-    /// Adds an entry. An entry with that key keeps its old value. @return a new cursor on the entry
+    /// Makes an entry. If the key exists, its value stays.
+    /// @return a cursor on the entry
     Cursor insert(const K& key, const V& value) { return cursor(d->container->emplace(key, value).first); }
 
-    /// The same, with a cursor near the new entry as a hint. An invalid cursor is no hint, nor is one in another map.
+    /// Does the same, with a cursor near the position as a hint. A cursor of another map has no effect.
     Cursor insert(const Cursor& it, const K& key, const V& value)
     {
         if (!it.isValid() || it.getImp()->container.get() != d)
@@ -133,10 +141,12 @@ public:
         return cursor(d->container->emplace_hint(it.getImp()->position, key, value));
     }
 
-    /// Removes the entry for @p key. @return true if there was one
+    /// Removes the entry of @p key.
+    /// @return false if there is none
     bool remove(const K& key) { return d->container->erase(key) != 0; }
 
-    /// Removes the entry for @p key. @return its value; a default one for an absent key
+    /// Removes the entry of @p key.
+    /// @return its value; a default one for an absent key
     V take(const K& key)
     {
         const auto found = d->container->find(key);
@@ -147,32 +157,35 @@ public:
         return taken;
     }
 
-    /// @return a new cursor on the entry for @p key; an invalid one when there is none
+    /// Returns a cursor on the entry of @p key; an invalid one if there is none.
     Cursor find(const K& key) const { return cursor(d->container->find(key)); }
 
-    /// @return a new cursor on the first entry whose key is not less than @p key; an invalid one when there
-    ///         is none
+    /// Returns a cursor on the first entry whose key is not below @p key; an invalid one if there is none.
     Cursor lowerBound(const K& key) const { return cursor(d->container->lower_bound(key)); }
 
-    /// @return a new cursor on the first entry whose key is greater than @p key; an invalid one when there is
-    ///         none
+    /// Returns a cursor on the first entry whose key is above @p key; an invalid one if there is none.
     Cursor upperBound(const K& key) const { return cursor(d->container->upper_bound(key)); }
 
-    /// @return the value with the smallest key; the map must not be empty
+    /// Returns the value of the first entry. The map must not be empty.
     V& first() { return checkedFilled().begin()->second; }
+
+    /// Returns the value of the first entry. The map must not be empty.
     const V& first() const { return checkedFilled().begin()->second; }
 
-    /// @return the value with the largest key; the map must not be empty
+    /// Returns the value of the last entry. The map must not be empty.
     V& last() { return checkedFilled().rbegin()->second; }
+
+    /// Returns the value of the last entry. The map must not be empty.
     const V& last() const { return checkedFilled().rbegin()->second; }
 
-    /// @return the smallest key; the map must not be empty
+    /// Returns the first key. The map must not be empty.
     const K& firstKey() const { return checkedFilled().begin()->first; }
 
-    /// @return the largest key; the map must not be empty
+    /// Returns the last key. The map must not be empty.
     const K& lastKey() const { return checkedFilled().rbegin()->first; }
 
-    /// Adds the entries of @p other. Of two values for one key the smaller one is kept.
+    /// Adds the entries of @p other. Of two values for one key the smaller one stays.
+    /// @return a further handle on this map
     Map unite(const Map& other)
     {
         // By key and then by value, and the first for a key wins.
@@ -189,14 +202,16 @@ public:
         return *this;
     }
 
-    /// @return true when both have equal keys with equal values
+    /// Returns whether both maps have equal entries.
     bool operator==(const Map& other) const { return *d->container == *other.d->container; }
+
+    /// Returns whether the maps have different entries.
     bool operator!=(const Map& other) const { return !(*this == other); }
 
-    /// @return a new cursor on the first entry
+    /// Returns a new cursor on the first entry.
     Cursor getIterator() const { return Cursor(*this); }
 
-    /// @return the standard container itself, which all handles on this body share
+    /// Returns the standard container itself: changes of it change the map.
     Container& asStdMap() const { return *d->container; }
 
 private:

@@ -8,34 +8,35 @@
 
 namespace vfBase {
 
-/// Decides whether diagnostics that are written through osg::notify appear, and where.
+/// Switches the diagnostics that are written through osg::notify, and collects them.
 ///
 ///     if (vfBase::NotifyHandler::instance().isNotifyEnabled())
 ///         osg::notify(osg::WARN) << "Failed to save user settings!" << std::endl;
 ///
-/// Each message of this family of libraries is guarded by that test. install() makes this object the handler
-/// of osg::notify for the whole process: it writes every message to standard error, none to standard output,
-/// and keeps warnings and worse in the monitor until clearMonitor(). It works until the last static
-/// destructor has run. The flags may be set and read on any thread.
+/// The libraries of this family test this before each message. install() makes this object the handler of
+/// osg::notify for the whole process: it writes every message to standard error, none to standard output, and
+/// stores warnings and errors in the monitor until clearMonitor(). It works until the last static destructor has
+/// run. The flags may be set and read on any thread.
 class VFBASE_EXPORT NotifyHandler
 {
 public:
-    /// @return the one object of the process
+    /// Returns the object of the process.
     static NotifyHandler& instance();
 
-    /// @return true unless notification was switched off
+    /// Returns whether the libraries of this family write messages; true unless switched off.
     bool isNotifyEnabled() const { return m_enabled; }
 
-    /// Switches notification on or off for the libraries' own messages.
+    /// Switches the messages of this family of libraries on or off.
     void setNotifyEnabled(bool enabled) { m_enabled = enabled; }
 
-    /// Becomes the handler of osg::notify. For programs, early in main(); a second call does nothing.
+    /// Makes this object the handler of osg::notify. A program calls it early in main(); a second call
+    /// changes nothing.
     void install();
 
-    /// While quiet, only fatal messages are written; the monitor keeps warnings and worse as before.
+    /// Sets whether messages are stored in the monitor only. Fatal messages are written all the same.
     void setQuiet(bool quiet) { m_quiet = quiet; }
 
-    /// @return true while quiet
+    /// Returns whether messages go into the monitor only.
     bool isQuiet() const { return m_quiet; }
 
 private:
@@ -49,12 +50,12 @@ private:
     std::atomic<bool> m_installed{false};
 };
 
-/// Removes the messages that the monitor keeps. A document that is loaded begins with this, so that the
-/// monitor then has the messages of its readers.
+/// Clears the monitor. Loading a document begins with this call, so that the monitor then has the messages of
+/// that document's readers only.
 VFBASE_EXPORT void clearMonitor();
 
-/// @return a new list of the warnings and worse since the last clearMonitor(), oldest first, without line
-///         ends. After 1000 messages further ones are dropped. Empty unless NotifyHandler is installed
+/// Returns a new list of the warnings and errors since the last clearMonitor(), oldest first, without line
+/// ends. Only the first 1000 are stored. Empty unless NotifyHandler is installed.
 VFBASE_EXPORT StringList getMonitorMessages();
 
 } // namespace vfBase

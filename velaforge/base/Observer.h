@@ -7,33 +7,32 @@
 
 namespace vfBase {
 
-/// Refers to an osg::Observer, which is notified when a handle's body is destroyed.
+/// Names an osg::Observer that is notified when the body of a handle is destroyed.
 ///
 /// Does not own the osg::Observer, which must live until it is removed or notified.
 class VFBASE_EXPORT Observer
 {
 public:
-    /// Refers to @p observer, which may be null.
+    /// Names @p observer, which may be null.
     explicit Observer(osg::Observer* observer = nullptr) : m_observer(observer) {}
 
-    /// @return the observer, null when none was given
+    /// Returns the observer, null if there is none.
     osg::Observer* get() const { return m_observer; }
 
 private:
     osg::Observer* m_observer;
 };
 
-/// A handle on the set of observers of one body. It stays usable when that body has been destroyed.
+/// A handle on the set of observers of a body. Stays usable after that body was destroyed.
 class VFBASE_EXPORT ObserverSet : public Referenced
 {
 public:
-    /// A handle without a set.
     ObserverSet() = default;
 
-    /// A handle on @p set, which may be null.
+    /// Makes a handle on @p set, which may be null.
     explicit ObserverSet(osg::ObserverSet* set) : Referenced(set, true) {}
 
-    /// @return the observed body, uncounted; null when it has been destroyed, and for a handle without a set
+    /// Returns the observed body; null after its destruction and for a handle without a set.
     osg::Referenced* getObserved() const
     {
         auto* set = static_cast<osg::ObserverSet*>(Referenced::getImp());

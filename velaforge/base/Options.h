@@ -8,48 +8,48 @@
 
 namespace vfBase {
 
-/// Keys and values that travel with a document operation, on the plug-in string data of an osgDB::Options.
+/// The options of a document operation: keys and values, stored in the plug-in string data of an
+/// osgDB::Options.
 ///
 ///     vfBase::Options options;
 ///     options.setPluginStringData("SILENT", "TRUE");
-///     vfBase::Options own = options.clone();  // keys set on it are not seen through options
+///     vfBase::Options own = options.clone();    // setting keys of own does not change options
 ///
-/// A handle: copies and assignment share the body, clone() makes one of its own. On an invalid handle setting
-/// a key does nothing, and every value is empty.
+/// A handle: copies and assignment share the body, clone() copies it. On an invalid handle, setting has no
+/// effect and values are empty.
 class VFBASE_EXPORT Options : public Referenced
 {
 public:
-    /// Valid options without keys.
+    /// Makes valid options without keys.
     Options();
 
-    /// A handle on @p options, counted: setting a key here changes that object. Null gives an invalid handle.
+    /// Makes a handle on @p options, which it references: setting a key changes that object. Null gives an invalid handle.
     Options(const osgDB::Options* options);
 
-    /// A handle on the other's body if that is an osgDB::Options, otherwise an invalid one.
+    /// Makes a handle on the body of @p other; an invalid one if that is no osgDB::Options.
     explicit Options(const Referenced& other);
 
-    /// Shares the other's body.
+    /// Shares the body of @p other.
     Options(const Options& other) = default;
 
-    /// Shares the other's body. Assigning to the shared invalid() handle does nothing.
+    /// Shares the body of @p other. Does nothing if this is the shared invalid() handle.
     Options& operator=(const Options& other);
 
-    /// Takes over the other's body if that is an osgDB::Options; otherwise the handle becomes invalid.
     void setImp(const Referenced& other) override;
 
-    /// @return a copy with a body of its own; a clone of invalid options is invalid
+    /// Returns a copy with a body of its own; the copy of invalid options is invalid.
     Options clone() const;
 
-    /// @return the shared invalid options, the default argument of operations that take options
+    /// Returns the shared invalid options, used where there are none and as a default argument.
     static Options& invalid();
 
-    /// Sets a key, replacing an earlier value. Does nothing on invalid options.
+    /// Sets the key @p key to @p value. Does nothing on invalid options.
     void setPluginStringData(const VfString& key, const VfString& value);
 
-    /// @return the value; empty when the key is not set, and on invalid options
+    /// Returns the value of @p key; empty if the key is not set, and on invalid options.
     VfString getPluginStringData(const VfString& key) const;
 
-    /// @return the body, null for invalid options
+    /// Returns the body, null for invalid options.
     osgDB::Options* getImp() const { return d; }
 
 private:

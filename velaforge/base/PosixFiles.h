@@ -6,17 +6,17 @@
 
 #include <sys/types.h>
 
-/// Calls of the system that the writers of files in this library share, with each result checked. Failures
-/// leave their reason in errno.
+/// Functions for writing files with POSIX calls, each result checked. A function that fails leaves the reason
+/// in errno.
 namespace vfBase::posix {
 
-/// @return the reason that is in errno, in words
+/// Returns the text for errno.
 std::string systemReason();
 
-/// @return the directory of a path, "." when it names none
+/// Returns the directory of a path; "." if it has none.
 std::string directoryOf(const std::string& path);
 
-/// @return the last component of a path
+/// Returns the last component of a path.
 std::string nameOf(const std::string& path);
 
 /// Follows symbolic links, also where the last one points to a file that does not exist yet.
@@ -24,27 +24,28 @@ std::string nameOf(const std::string& path);
 ///         leads to, or one of a ring
 std::string behindLinks(std::string path);
 
-/// An open file, closed by the destructor.
+/// An open file, which the destructor closes.
 class Descriptor
 {
 public:
-    /// Opens a file as open(2) does, not to be inherited by programs that are started.
+    /// Opens the file @p path as open(2) does. Programs that this process starts do not inherit it.
     Descriptor(const std::string& path, int flags, mode_t mode = 0);
 
-    /// Takes over an open descriptor; a negative number stands for none.
+    /// Takes ownership of an open descriptor; a negative number means none.
     explicit Descriptor(int descriptor) : m_value(descriptor) {}
     ~Descriptor();
 
     Descriptor(const Descriptor&) = delete;
     Descriptor& operator=(const Descriptor&) = delete;
 
-    /// @return whether a file is open
+    /// Returns whether the file is open.
     bool isOpen() const { return m_value >= 0; }
 
-    /// @return the descriptor, negative when none is open
+    /// Returns the number of the descriptor, negative if it is not open.
     operator int() const { return m_value; }
 
-    /// Closes the file. @return false when the file system reports only now that it could not write
+    /// Closes the file.
+    /// @return false on failure: some file systems report a failed write only here
     bool close();
 
 private:
@@ -67,23 +68,27 @@ private:
     sigset_t m_before;
 };
 
-/// Writes all of the data. @return false on failure; part of it may have been written
+/// Writes all @p size bytes at @p data, in as many calls as needed.
+/// @return false on failure; part of the data may have been written
 bool writeAll(int descriptor, const char* data, std::size_t size);
 
-/// Flushes an open file to the disk. A file system that says that it has no flushing counts as success.
+/// Flushes the file to the disk. A file system without such an operation counts as success.
+/// @return false on failure
 bool flush(int descriptor);
 
-/// Flushes a directory to the disk, so that a rename in it survives a power failure.
+/// Flushes the directory @p path, so that a rename in it survives a power failure.
+/// @return false on failure
 bool flushDirectory(const std::string& path);
 
-/// Writes and flushes a file that must not exist yet. On failure it is removed again.
+/// Makes the new file @p path with the contents @p text. On failure removes it.
+/// @return false on failure, also if the file exists
 bool writeNewFile(const std::string& path, const std::string& text, mode_t mode);
 
-/// @return whether there is a file, directory or link of that name, a dangling link too
+/// Returns whether @p path exists, as a dangling link too.
 bool isThere(const std::string& path);
 
-/// @return whether a file may be replaced: it does not exist, or may be written. A file that its owner marked
-///         as read-only may not be replaced, not even by root
+/// Returns whether a file may be replaced: it does not exist or has write permission. A file without write
+/// permission may not be replaced, not even by root.
 bool isWritable(const std::string& path);
 
 } // namespace vfBase::posix

@@ -6,7 +6,7 @@
 
 namespace vfBase {
 
-/// Escapes a text for one line on a terminal or in a log. A file name may hold any byte.
+/// Returns @p text in a form for one line of a terminal or a log, since a file name may have any byte.
 ///
 ///     vfBase::printable("a\nb")   // a\nb, four characters
 ///

@@ -14,32 +14,33 @@ namespace vfBase {
 class Observer;
 class ObserverSet;
 
-/// A handle on a counted body: the public half of each class whose state lies in an osg::Referenced.
+/// A handle on a reference counted body: the base class of classes whose state is in an osg::Referenced.
 ///
 ///     vfBase::Referenced a(body, true);
 ///     vfBase::Referenced b = a;       // shares the body
 ///     a == b;                         // true: the same body, whatever it holds
-///     vfBase::Referenced::invalid();  // the answer of an operation that has nothing to give
+///     vfBase::Referenced::invalid();  // returned by an operation without a result
 ///
-/// Copies share the body, which is destroyed with its last holder. A derived handle keeps a second, typed
-/// pointer to the body; it sets that pointer in each constructor that is given a body, and in setImp. Handles
-/// may be copied and destroyed on several threads; one handle belongs to one thread at a time.
+/// Copies share the body, which is destroyed with the last reference on it. A derived handle also stores a
+/// typed pointer to the body and sets it in setImp and in each constructor that gets a body. Handles may be
+/// copied and destroyed on several threads; one handle may be used by one thread at a time.
 class VFBASE_EXPORT Referenced : public virtual VfObject
 {
 public:
+    /// The class record, without a creator.
     static const ClassInfo s_classInfo;
 
-    /// A handle without a body.
+    /// Makes a handle without a body.
     Referenced() = default;
 
-    /// Holds @p imp, which may be null. The flag has no effect; true by custom.
+    /// Makes a handle on @p imp, which may be null. The flag has no effect; callers pass true.
     Referenced(osg::Referenced* imp, bool) : m_imp(imp) {}
 
-    /// Shares the other's body.
+    /// Shares the body of @p other.
     Referenced(const Referenced& other) : VfObject(), m_imp(other.m_imp) {}
     ~Referenced() override = default;
 
-    /// Shares the other's body; the former one is let go last, so that it may own @p other.
+    /// Shares the body of @p other. Releases the former body last, because it may own @p other.
     Referenced& operator=(const Referenced& other)
     {
         if (m_imp != other.m_imp) {
@@ -49,67 +50,74 @@ public:
         return *this;
     }
 
-    /// @return true for handles on the same body, and for two handles without one
+    /// Returns whether both handles have the same body, or both have none.
     bool operator==(const Referenced& other) const { return m_imp == other.m_imp; }
+
+    /// Returns whether the handles have different bodies.
     bool operator!=(const Referenced& other) const { return m_imp != other.m_imp; }
 
-    /// Orders handles by the addresses of their bodies, for sorted containers.
+    /// Orders handles by the address of the body, for sorted containers.
     bool operator<(const Referenced& other) const
     {
         return std::less<const osg::Referenced*>()(m_imp.get(), other.m_imp.get());
     }
 
-    /// @return the body, uncounted; null when there is none
+    /// Returns the body, null if there is none. The handle keeps its reference.
     osg::Referenced* getImp() const { return m_imp.get(); }
 
     const ClassInfo* getClassInfo() const override;
 
-    /// @return the identity of the body, so that two handles on one body agree; 0 without a body
+    /// Returns the identity of the body, equal for all handles on it; 0 without a body.
     std::uint64_t getUniqueId() const override;
 
-    /// Shares the other handle's body, or becomes a handle without one.
+    /// Shares the body of @p other.
     virtual void setImp(const Referenced& other);
 
-    /// Calls osg::Referenced::setThreadSafeRefUnref of the body; bodies are counted atomically whatever is
-    /// passed. Does nothing without a body.
+    /// Calls the operation of the same name of the body. Bodies are always counted atomically. Does nothing
+    /// without a body.
     virtual void setThreadSafeRefUnref(bool threadSafe);
 
-    /// Adds a count to the body. @return the new count, 0 without a body
+    /// Increments the reference count of the body.
+    /// @return the new count, 0 without a body
     virtual int ref() const;
 
-    /// Removes a count from the body. At 0 the body is destroyed, and every handle on it dangles.
+    /// Decrements the reference count of the body. At 0 the body is destroyed, and every handle on it
+    /// dangles.
     /// @return the new count, 0 without a body
     virtual int unref() const;
 
-    /// Removes a count from the body without destroying it at 0. @return the new count, 0 without a body
+    /// Decrements the reference count of the body without destroying it at 0.
+    /// @return the new count, 0 without a body
     virtual int unref_nodelete() const;
 
-    /// @return true when there is a body
+    /// Returns whether there is a body.
     virtual bool isValid() const;
 
-    /// Notifies the observer when the body is destroyed. Does nothing without a body or an observer.
+    /// Adds an observer that is notified when the body is destroyed. Does nothing without a body or an
+    /// observer.
     virtual void addObserver(const Observer& observer) const;
 
-    /// Ends that for the observer. Does nothing without a body or an observer.
+    /// Removes an observer that addObserver added. Does nothing without a body or an observer.
     virtual void removeObserver(const Observer& observer) const;
 
-    /// @return the observer set of the body, made if needed; a handle without one when there is no body
+    /// Returns the observer set of the body, which is made if needed; a handle without a set if there is no
+    /// body.
     virtual ObserverSet getOrCreateObserverSet() const;
 
-    /// @return the shared handle without a body; callers copy it and never write to it
+    /// Returns the shared handle without a body. Callers copy it and must not change it.
     static Referenced& invalid();
 
-    /// @return "vfBase::Referenced"
+    /// Returns "vfBase::Referenced".
     static const char* classId();
 
 protected:
-    // For derived classes that can be moved: this class does not know their typed pointers.
+    // For derived classes that move handles: this class does not know their typed pointers.
 
-    /// Takes over a count of a body.
+    /// Takes over the reference @p imp.
     explicit Referenced(osg::ref_ptr<osg::Referenced>&& imp) noexcept { m_imp.swap(imp); }
 
-    /// @return the body with this handle's count of it, which the handle then no longer has. A derived handle
-    ///         clears its typed pointer.
+    /// Returns the body with this handle's reference; the handle has no body afterwards. A derived handle
+    /// clears its typed pointer.
     osg::ref_ptr<osg::Referenced> takeImp()
     {
         osg::ref_ptr<osg::Referenced> taken;

@@ -8,16 +8,17 @@ namespace vfBase {
 class Settings;
 class SettingsObject;
 
-/// Registers a settings object with a store when it is constructed, as a static object of a library.
+/// Registers a settings object with a store when it is constructed. A library defines a static object of this
+/// class.
 ///
 ///     static const vfBase::RegisterSettingsObjectProxy proxy(vfBase::SettingsObject(SolarSettings::instance(false)),
 ///                                                            vfBase::Settings::global());
 ///
-/// The store holds the object until the process ends; it cannot be unregistered.
+/// An object cannot be unregistered: the store holds a reference on it.
 class VFBASE_EXPORT RegisterSettingsObjectProxy
 {
 public:
-    /// Adds @p object to @p settings, in place of one with the same names. An invalid handle is ignored.
+    /// Registers @p object with the store @p settings.
     RegisterSettingsObjectProxy(const SettingsObject& object, Settings& settings);
 };
 

@@ -10,42 +10,48 @@ namespace vfBase {
 
 /// A table of producers by key, which plug-ins fill while they are loaded.
 ///
-/// @tparam Private   the class that derives from this one. Its static instance(bool erase), to which this
-///         class is a friend, gives the one registry.
+/// @tparam Private   the class that derives from this one; its static instance(bool erase), a friend, returns
+/// the only registry
 /// @tparam Producer  a RegistryObjectProducerInterface
-/// @tparam Key       what getKey() is turned into; its own order is that of the table
+/// @tparam Key       type of the keys, made from getKey(); the table has the order of this type
 ///
-/// There is no lock: plug-ins are loaded one after the other.
+/// There is no lock: load plug-ins one after another.
 template <class Private, class Producer, class Key>
 class VFBASE_TEMPLATE_EXPORT Registry
 {
 public:
-    /// Registers a producer when it is constructed, as a static object of a plug-in.
+    /// Registers a producer when it is constructed. A plug-in defines a static object of a derived class.
     class VFBASE_TEMPLATE_EXPORT Proxy
     {
     public:
-        /// Registers @p producer, which must not be null; the registry owns it from then on. A producer that
-        /// was registered under the same key is destroyed.
+        /// Registers @p producer, which must not be null; the registry owns it. Releases the producer that
+        /// had the same key.
         explicit Proxy(Producer* producer)
         {
-            // Owned first, in case the key cannot be asked for; and in the end the owner of the producer that loses its
-            // place, which may use the registry while it is destroyed.
+            // Owns the new producer first, in case getKey throws, and at the end the replaced one, whose
+            // destructor may use the registry.
             std::shared_ptr<Producer> replaced(producer);
-            // The key before the registry: asking for it must not find a table that is half way through taking the producer.
+            // The key before the registry: getKey must not see a half-changed table.
             const Key key = producer->getKey();
             Private* registry = Private::instance(false);
             if (!registry)
-                return; // the process ends, and so does the producer
+                return; // the process ends: the producer is destroyed
             registry->producers[key].swap(replaced);
         }
 
-        // A copy is an object of this class and no more: it registers nothing.
+        /// Makes an object that registers nothing.
         Proxy(const Proxy&) {}
+
+        /// Makes an object that registers nothing.
         Proxy(Proxy&&) noexcept {}
+
+        /// Changes nothing.
         Proxy& operator=(const Proxy&) { return *this; }
+
+        /// Changes nothing.
         Proxy& operator=(Proxy&&) noexcept { return *this; }
 
-        /// The producer stays registered until the registry is destroyed.
+        /// Does not unregister the producer: the registry owns it until it is destroyed.
         virtual ~Proxy() = default;
     };
 
@@ -54,14 +60,14 @@ public:
 
     // In the order of their slots, which is part of the binary interface.
 
-    /// Destroys the producers in the order of their keys.
+    /// Releases the producers, in the order of their keys.
     virtual ~Registry()
     {
         while (!producers.empty())
             producers.erase(producers.begin());
     }
 
-    /// Reserved for the derived registry; this class does not call it.
+    /// An operation that the derived registry defines. This library does not call it.
     virtual void registryHook() = 0;
 
     /// The producers by key.

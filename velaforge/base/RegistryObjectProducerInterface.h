@@ -5,15 +5,15 @@
 
 namespace vfBase {
 
-/// The argument type of a producer that needs no argument to create an object.
+/// The argument type of producers that need no argument to make an object.
 struct NilType
 {};
 
-/// A factory that a plug-in hands to a Registry: it names its key and makes objects.
+/// The interface of a factory that a plug-in registers with a Registry under a key.
 template <class Product, class Key, class Argument>
 class RegistryObjectProducerInterface;
 
-/// A factory whose objects need no argument.
+/// The interface of a factory that makes objects without an argument.
 ///
 ///     class LayersProducer
 ///         : public vfBase::RegistryObjectProducerInterface<DockWindow, const char*, vfBase::NilType>
@@ -29,15 +29,15 @@ public:
     // In the order of their slots, which is part of the binary interface.
     virtual ~RegistryObjectProducerInterface() = default;
 
-    /// Reserved for plug-ins; the libraries do not call it.
+    /// An operation that the plug-in defines. This library does not call it.
     virtual void producerExtension() {}
 
-    /// Called once, when the producer is registered.
-    /// @return the key of the producer. A registry whose keys are pointers does not copy the text, which must
-    ///         then live as long as the registry
+    /// Returns the key under which the producer is registered. Called once. A registry that compares keys by
+    /// pointer requires the key to live as long as the registry.
     virtual Key getKey() = 0;
 
-    /// @return a new object, owned by the caller
+    /// Makes an object.
+    /// @return the object, owned by the caller
     virtual Product* create() = 0;
 };
 

@@ -12,30 +12,31 @@ namespace vfBase {
 class ClassInfo;
 class VfObject;
 
-/// All class records of the process, and creation by name.
+/// Holds the class records of the process and makes objects by name.
 ///
 ///     std::unique_ptr<vfBase::VfObject> object(vfBase::Registry_::instance().createType("solar::Planet"));
 ///     auto* planet = dynamic_cast<Planet*>(object.get());
 ///
-/// Class records add themselves while libraries are loaded, on the loading thread; there is no lock.
+/// Records are registered while libraries are loaded, on the loading thread. There is no lock: read the
+/// registry afterwards only.
 class VFBASE_EXPORT Registry_
 {
 public:
-    /// @return the one registry; usable during static initialisation, and until the last class record is
-    ///         destroyed
+    /// Returns the only registry. Usable during static initialisation and until the last class record was
+    /// destroyed.
     static Registry_& instance();
 
-    /// Creates an object by class id ("solar::Planet") or, where no class has that id, by class name
-    /// ("Planet"). Of several records with one name the first registered answers.
-    /// @param name  null is allowed and names no class
+    /// Makes an object by class id ("solar::Planet") or, if no class has that id, by class name ("Planet").
+    /// Of several records with one name the first registered is used.
+    /// @param name  null counts as an unknown name
     /// @return a new object, owned by the caller; null for an unknown name and for a class without a creator
     VfObject* createType(const char* name) const;
 
-    /// Looks a class up as createType does.
-    /// @return the record, null when there is none
+    /// Finds the class record that createType would use.
+    /// @return null if there is none
     const ClassInfo* findClass(const char* name) const;
 
-    /// @return the record that answers for each class id, in order of the ids
+    /// Returns the record that createType uses for each class id, in order of the ids.
     std::vector<const ClassInfo*> getClasses() const;
 
 private:

@@ -8,7 +8,7 @@
 
 namespace vfBase {
 
-/// Writes a file whole or not at all.
+/// Replaces a file as a whole, or leaves it unchanged.
 ///
 ///     vfBase::VfString reason;
 ///     if (!vfBase::replaceFile("picture.png", contents, reason))
@@ -26,10 +26,11 @@ namespace vfBase {
 ///
 /// A device or a FIFO is written to directly, a FIFO after waiting for its reader; so is what /dev/stdout and
 /// other links to open files lead to.
-/// @param path  must name neither a directory nor a file that its owner has marked as read-only
-/// @param reason  on failure gets the reason in words; otherwise stays as it was
-/// @return false on failure; a file that exists is then as it was. Without permission to write to the
-///         directory the call fails even if the file itself is writable
+/// @param path      the file; no directory, and no file without write permission for its owner
+/// @param contents  the new contents
+/// @param reason    set to the reason on failure, otherwise unchanged
+/// @return false on failure, with an existing file unchanged. Without write permission for the directory the
+///         call fails even if the file is writable
 VFBASE_EXPORT bool replaceFile(const VfString& path, const std::string& contents, VfString& reason);
 
 } // namespace vfBase

@@ -28,8 +28,8 @@ protected:
 ///     a << 1 << 2;
 ///     a - other;  // changes a, as every operator here does
 ///
-/// See ContainerHandle for what copies share. The operators that return a set return a further handle on this
-/// one. That includes the binary operators, which change their left operand.
+/// See ContainerHandle for what copies share. Operators that return a set return a further handle on this
+/// one. The binary operators change their left operand.
 template <class T>
 class VFBASE_TEMPLATE_EXPORT Set : public ContainerHandle<Set<T>, RefSetPrivate<T>>
 {
@@ -42,41 +42,44 @@ public:
     using typename Base::Body;
     using typename Base::Container;
 
-    /// An empty set.
+    /// Makes an empty set.
     Set() : Base(new Body) {}
 
-    /// A handle on @p body; null gives a handle without one.
+    /// Makes a handle on @p body; null gives a handle without one.
     Set(Body* body) : Base(body) {}
 
-    /// A handle on the other's body if that is one of the same kind, otherwise one without a body.
+    /// Makes a handle on the body of @p other; one without a body if that is no set of this kind.
     explicit Set(const Referenced& other) : Base(other) {}
 
-    /// Shares the body.
+    /// Shares the body of @p other.
     Set(const Set& other) = default;
 
-    /// Copies the elements into this body. @return a further handle on it
+    /// Copies the elements of @p other into this body.
+    /// @return a further handle on it
     Set operator=(const Set& other)
     {
         Base::operator=(other);
         return *this;
     }
 
-    /// Adds @p x unless an equal element is there. @return a new cursor on that element
+    /// Adds @p x unless the set has it.
+    /// @return a new cursor on the element
     Iterator<Set> insert(const T& x) { return cursor(d->container->insert(x).first); }
 
-    /// Removes the element equal to @p x. @return true if there was one
+    /// Removes @p x.
+    /// @return false if the set does not have it
     bool remove(const T& x) { return d->container->erase(x) != 0; }
 
-    /// @return true when there is an element equal to @p x
+    /// Returns whether the set has @p x.
     bool contains(const T& x) const { return d->container->find(x) != end(); }
 
-    /// @return true when every element of @p other is in this set; true for an empty @p other
+    /// Returns whether the set has every element of @p other; true if that is empty.
     bool contains(const Set& other) const
     {
         return std::includes(begin(), end(), other.begin(), other.end(), d->container->key_comp());
     }
 
-    /// @return a cursor on the element; an invalid one without a container when it is absent
+    /// Returns a cursor on @p x; an invalid one if the set does not have it.
     Iterator<Set> find(const T& x) const
     {
         const auto found = d->container->find(x);
@@ -84,40 +87,52 @@ public:
     }
 
     /// Adds the elements of @p other.
+    /// @return a further handle on this set
     Set unite(const Set& other)
     {
         return merge(other, [](auto... range) { std::set_union(range...); });
     }
 
-    /// Removes the elements that are not in @p other.
+    /// Keeps only the elements that @p other has too.
+    /// @return a further handle on this set
     Set intersect(const Set& other)
     {
         return merge(other, [](auto... range) { std::set_intersection(range...); });
     }
 
     /// Removes the elements of @p other.
+    /// @return a further handle on this set
     Set subtract(const Set& other)
     {
         return merge(other, [](auto... range) { std::set_difference(range...); });
     }
 
     /// Adds @p x.
+    /// @return a further handle on this set
     Set operator<<(const T& x)
     {
         d->container->insert(x);
         return *this;
     }
+
+    /// Adds @p x.
+    /// @return a further handle on this set
     Set operator+=(const T& x) { return *this << x; }
+
+    /// Adds @p x.
+    /// @return a further handle on this set
     Set operator|=(const T& x) { return *this << x; }
 
-    /// Removes the element equal to @p x.
+    /// Removes @p x.
+    /// @return a further handle on this set
     Set operator-=(const T& x)
     {
         d->container->erase(x);
         return *this;
     }
 
-    /// Removes every element but the one equal to @p x.
+    /// Removes all elements except @p x.
+    /// @return a further handle on this set
     Set operator&=(const T& x)
     {
         Container left;
@@ -128,40 +143,56 @@ public:
         return *this;
     }
 
-    /// Adds the elements of @p other; the same as |=.
+    /// Adds the elements of @p other.
+    /// @return a further handle on this set
     Set operator+=(const Set& other)
     {
         if (other.d->container != d->container)
             d->container->insert(other.begin(), other.end());
         return *this;
     }
+
+    /// Adds the elements of @p other.
+    /// @return a further handle on this set
     Set operator|=(const Set& other) { return unite(other); }
 
     /// Removes the elements of @p other.
+    /// @return a further handle on this set
     Set operator-=(const Set& other) { return subtract(other); }
 
-    /// Removes the elements that are not in @p other.
+    /// Keeps only the elements that @p other has too.
+    /// @return a further handle on this set
     Set operator&=(const Set& other) { return intersect(other); }
 
-    // Each changes the left operand like the operator with "=", although it is const, and returns a handle on
-    // it.
-
+    /// Adds the elements of @p other to the left operand, const though it is.
+    /// @return a further handle on it
     Set operator+(const Set& other) const { return Set(*this) += other; }
+
+    /// Removes the elements of @p other from the left operand, const though it is.
+    /// @return a further handle on it
     Set operator-(const Set& other) const { return Set(*this) -= other; }
+
+    /// Keeps only the elements of the left operand that @p other has too, const though it is.
+    /// @return a further handle on it
     Set operator&(const Set& other) const { return Set(*this) &= other; }
+
+    /// Adds the elements of @p other to the left operand, const though it is.
+    /// @return a further handle on it
     Set operator|(const Set& other) const { return Set(*this) |= other; }
 
-    /// @return true when both have equal elements
+    /// Returns whether both sets have equal elements.
     bool operator==(const Set& other) const { return *d->container == *other.d->container; }
+
+    /// Returns whether the sets have different elements.
     bool operator!=(const Set& other) const { return !(*this == other); }
 
-    /// @return a new cursor before the first element
+    /// Returns a new cursor before the first element.
     Iterator<Set> getIterator() const { return Iterator<Set>(*this); }
 
-    /// @return a new list of the elements, in sorted order
+    /// Returns a new list of the elements, in sorted order.
     List<T> toList() const;
 
-    /// @return a new set with the elements of @p list
+    /// Returns a new set with the elements of @p list.
     static Set fromList(const List<T>& list);
 
 private:

@@ -19,57 +19,54 @@ class SettingsPrivate;
 /// The file of the global store is `<configuration directory>/<vendor short name>/<application name>.json`.
 /// It has a format number and an entry for each object under "libraryName::className".
 ///
-/// Nothing is lost. A save replaces the file as a whole, or leaves it as it was and returns false; the former
-/// generation is kept beside it as ".previous". A damaged file is kept under a name of its own, and the last
-/// good generation is used instead. Entries and keys that this program does not know are written back
-/// unchanged. When two programs save at once, each keeps what the other has changed: maps merge by key, lists
-/// of texts or objects by element (docs/settings.md has the rules). Problems are reported through
-/// osg::notify.
+/// A save replaces the file as a whole, or leaves it unchanged and returns false. The previous generation of
+/// the file stays beside it, with the extension ".previous". A damaged file is renamed, and the previous
+/// generation is loaded instead. Entries and keys that this program does not know are saved unchanged. If two
+/// programs save at the same time, each keeps the changes of the other: maps merge by key, lists of texts or
+/// objects by element (docs/settings.md has the rules). Problems are reported through osg::notify.
 ///
 /// A handle: copies share the store.
 class VFBASE_EXPORT Settings : public Referenced
 {
 public:
-    /// A store of its own, without objects, in that file.
+    /// Makes a store without objects for the file @p path.
     explicit Settings(const VfString& path);
 
-    /// Shares the other's store.
+    /// Shares the store of @p other.
     Settings(const Settings& other) = default;
 
-    /// Shares the other's store instead of the former one.
+    /// Shares the store of @p other.
     Settings& operator=(const Settings& other);
-
-    /// Shares the other's store if it is one; otherwise the handle becomes invalid and must not be used.
     void setImp(const Referenced& other) override;
 
-    /// @return the store of the process; usable during static initialisation of any library
+    /// Returns the store of the process. Usable during static initialisation of any library.
     static Settings& global();
 
-    /// Reads the user's settings file into the global store and its objects. @return a handle on it
+    /// Reads the user's settings file into the global store and its objects.
+    /// @return a handle on the global store
     static Settings loadGlobal();
 
-    /// Reads the file into the objects. A value of the wrong type is reported and leaves the object's as it
-    /// was.
-    /// @return true when a whole file was read, be it the former generation; false when there is none, and
-    ///         the objects stay as they were
+    /// Reads the file into the objects. Reports a value of a wrong type and leaves that of the object
+    /// unchanged.
+    /// @return true if the file or its previous generation was read; false, with the objects unchanged, if
+    ///         there is none
     bool load();
 
-    /// Writes all registered objects.
-    /// @param path  null for the store's own file, whose missing directories are made; any other path gets
-    ///         the whole contents, in a directory that must exist
-    /// @return false, with the file as it was, when that could not be finished
+    /// Writes all registered objects to a file.
+    /// @param path  the file, in an existing directory; null for the store's own file, whose missing
+    ///              directories are made
+    /// @return false, with the file unchanged, if it could not be written
     bool save(const char* path);
 
-    /// @return the path of the store's own file; the text stays valid until the process ends. The path of the
-    ///         global store changes with the application's name and vendor, and then each path has a text of
-    ///         its own
+    /// Returns the path of the store's own file. The pointer is valid until the process ends; if the path of
+    /// the global store changes with the application's name or vendor, earlier pointers keep their text.
     const char* getSettingsFilePath() const;
 
-    /// Adds an object to the store, in place of one with the same names; an invalid handle is ignored. After
-    /// a load the object gets its values at once. See RegisterSettingsObjectProxy.
+    /// Registers @p object, in place of one with the same library and class name. See
+    /// RegisterSettingsObjectProxy.
     void add(const SettingsObject& object);
 
-    /// @return the body, uncounted
+    /// Returns the body, null if there is none.
     SettingsPrivate* getImp() const { return d; }
 
 private:

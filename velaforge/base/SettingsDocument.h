@@ -9,54 +9,64 @@
 
 namespace vfBase {
 
-/// The contents of a settings file: a JSON object with the number of its format and an entry for each
-/// settings object.
+/// The contents of a settings file: a JSON object with a format number and an entry for each settings object.
 ///
-/// Everything else in a file is kept and written again. A value: copies are deep.
+/// Keeps everything else that a file holds and writes it again. Copies are deep.
 class SettingsDocument
 {
 public:
-    /// Number of the format that is written.
+    /// The format number that is written.
     static constexpr int currentFormat = 1;
 
-    /// Deepest nesting that is read.
+    /// Maximum depth of nesting that is read.
     static constexpr int depthLimit = 64;
 
+    /// Makes a document of the current format, without entries.
     SettingsDocument();
+
+    /// Copies the whole document.
     SettingsDocument(const SettingsDocument& other);
+
+    /// Takes the document from @p other, which is not usable afterwards except for assignment and
+    /// destruction.
     SettingsDocument(SettingsDocument&& other) noexcept;
+
+    /// Takes over the document of @p other.
     SettingsDocument& operator=(SettingsDocument other) noexcept;
     ~SettingsDocument();
 
+    /// Returns whether both documents have the same entries and values.
     bool operator==(const SettingsDocument& other) const;
 
-    /// Reads the text of a file.
-    /// @param reason  gets the reason of a failure in words
-    /// @return nothing for a text that is not a settings file
+    /// Parses the text of a file.
+    /// @return nothing, with @p reason set, if it is not a settings file
     static std::optional<SettingsDocument> parse(const std::string& text, std::string& reason);
 
-    /// @return the text of a file, indented, with a line end behind it
+    /// Returns the text of a file, indented, with a line end at the end.
     std::string text() const;
 
-    /// @return whether this program can read and write the format: its number is missing, or one from 1 to
-    ///         currentFormat. Any other number, however large, is that of a newer version
+    /// Returns whether this program can read and write the format: the number is missing or from 1 to
+    /// currentFormat. Any other number counts as that of a newer version.
     bool isOfKnownFormat() const;
 
-    /// @return whether there is a value of that name
+    /// Returns whether the file has anything under the name @p entry.
     bool has(const std::string& entry) const;
 
-    /// @return whether that value is a map, as the entry of a settings object is
+    /// Returns whether there is a JSON object under the name @p entry, as each settings object has one.
     bool isEntry(const std::string& entry) const;
 
-    /// @return nothing when the entry has no such property
+    /// Returns the property @p property of the entry @p entry; nothing if the entry does not have it.
     std::optional<SettingsValue> value(const std::string& entry, const std::string& property) const;
 
-    /// Sets a property, and adds the entry where it is missing or not a map.
+    /// Sets the property @p property of the entry @p entry, and makes the entry if needed.
     void setValue(const std::string& entry, const std::string& property, const SettingsValue& value);
 
-    /// Merges the changes of two programs. Objects merge by key, lists that are ordered sets by element, all
-    /// else as one value; docs/settings.md has the rules.
-    /// @return @p theirs with everything that @p mine has changed against @p base
+    /// Merges the changes of two programs. Objects merge by key, lists that are ordered sets by element,
+    /// everything else as one value; docs/settings.md has the rules.
+    /// @param base    the common state before the changes
+    /// @param mine    the document of this program
+    /// @param theirs  the document of the other program
+    /// @return @p theirs with all changes from @p base to @p mine
     static SettingsDocument merged(const SettingsDocument& base, const SettingsDocument& mine,
                                    const SettingsDocument& theirs);
 

@@ -6,94 +6,100 @@
 
 namespace vfBase {
 
-/// One text file that is replaced as a whole or not at all, with the generation before it kept beside it.
+/// A text file that is replaced as a whole or not at all, with its previous generation beside it.
 ///
-/// Knows nothing of what the text means. No operation throws; failures come back with a reason in plain
-/// words. Beside the file stand, while they are needed: "<file>.previous", the generation before;
-/// ".<file>.lock"; and what an interrupted save leaves and the next load or save removes: a FileDraft,
+/// No operation throws; failures have a reason for the user. Files beside it: "<file>.previous", the previous
+/// generation; ".<file>.lock"; and, after an interrupted save until the next load or save, a FileDraft and
 /// "<file>.previous-new".
 class SettingsFile
 {
 public:
+    /// What was found at the path.
     enum class State
     {
         Absent,  ///< there is no such file
         Read,    ///< its whole text was read
-        Refused, ///< there is something, but not a readable regular file
-        TooLarge ///< a regular file past the limit
+        Refused, ///< it is not a readable regular file
+        TooLarge ///< it is larger than sizeLimit
     };
 
+    /// The result of reading.
     struct Contents
     {
+        /// What was found at the path.
         State state = State::Absent;
+
+        /// The text, if it was read.
         std::string text;
-        std::string reason; ///< why it was refused
+        std::string reason; ///< why it was not read
     };
 
-    /// Largest text that is read, in bytes.
+    /// Maximum size of a text that is read, in bytes.
     static constexpr std::size_t sizeLimit = std::size_t{16} * 1024 * 1024;
 
-    /// @param path  links are followed, dangling ones too, so that a link to the file stays a link
+    /// Refers to the file @p path. Follows links, dangling ones too, so that a link to the file stays a link.
     explicit SettingsFile(const std::string& path);
 
-    /// @return the path behind all links
+    /// Returns the path of the file behind all links.
     const std::string& path() const { return m_path; }
 
-    /// @return the path of the generation before
+    /// Returns the path of the previous generation of the file.
     std::string previousPath() const { return m_path + ".previous"; }
 
-    /// Reads the file, without waiting for a FIFO or a device.
+    /// Reads the file. Does not wait for a FIFO or a device.
     Contents read() const;
 
-    /// Reads the generation before in the same way.
+    /// Reads the previous generation of the file.
     Contents readPrevious() const;
 
-    /// @return whether the file exists and only its user has access
+    /// Returns whether the file exists and only its owner has access.
     bool isPrivate() const;
 
-    /// Makes the missing directories of the file's path, with access for the user alone.
-    /// @return false when the last one cannot be made
+    /// Makes the missing directories of the path, with access for the user only.
+    /// @return false, with @p reason set, on failure
     bool makeDirectories(std::string& reason) const;
 
     /// Replaces the file by a new one that holds @p text, private to the user.
-    /// @param keepPrevious  keeps the present file as the generation before
-    /// @return false, with the file as it was, when that could not be finished
+    /// @param text          the new contents
+    /// @param keepPrevious  keeps the present file as the previous generation
+    /// @param reason        set to the reason if the result is false
+    /// @return false, with the file unchanged, on failure
     bool write(const std::string& text, bool keepPrevious, std::string& reason) const;
 
     /// Gives the present file a second name "<file>.<kind>-<number>" that no other file has.
-    /// @return that path, empty when it could not be done
+    /// @return that path; empty, with @p reason set, on failure
     std::string keepCopy(const char* kind, std::string& reason) const;
 
-    /// Replaces the file by the generation before or, where that is not usable, removes the file.
-    /// @return false on failure
+    /// Replaces the file by its previous generation if @p isUsable is true, otherwise removes the file.
+    /// @return false, with @p reason set, on failure
     bool restorePrevious(bool isUsable, std::string& reason) const;
 
-    /// @return whether an interrupted save left "<file>.previous-new"
+    /// Returns whether an interrupted save left "<file>.previous-new".
     bool hasLeftovers() const;
 
-    /// Removes that file; only under the lock, since a save in progress has one of the same name.
+    /// Removes "<file>.previous-new". Call it only while holding the lock, because a running save has a file
+    /// of that name.
     void clearLeftovers() const;
 
-    /// Removes the drafts of programs that were killed. Needs no lock: drafts in use are recognised.
+    /// Removes the drafts of programs that were killed. Requires no lock: drafts in use are recognised.
     void removeAbandonedDrafts() const;
 
-    /// Keeps other programs from replacing the file while it lives. Waits five seconds at most for one that
-    /// does.
+    /// Prevents other programs from replacing the file while it exists. The constructor waits up to five
+    /// seconds for one that does.
     class Lock
     {
     public:
+        /// Waits for the lock of @p file.
         explicit Lock(const SettingsFile& file);
-
-        /// Releases the lock.
         ~Lock();
 
         Lock(const Lock&) = delete;
         Lock& operator=(const Lock&) = delete;
 
-        /// @return whether the lock was got; true on a file system without locks
+        /// Returns whether the lock is held; true on a file system without locks.
         bool isHeld() const { return m_held; }
 
-        /// @return why it was not, in words
+        /// Returns the reason why it is not.
         const std::string& reason() const { return m_reason; }
 
     private:

@@ -11,22 +11,20 @@ namespace vfBase {
 class VFBASE_EXPORT SettingsObject : public Referenced
 {
 public:
-    /// A handle on @p body; null gives an invalid one.
+    /// Makes a handle on @p body; null gives an invalid handle.
     explicit SettingsObject(SettingsObjectPrivate* body) : Referenced(body, true), d(body) {}
 
-    /// A handle on the other's body if that is a settings object, otherwise an invalid one.
+    /// Makes a handle on the body of @p other; an invalid one if that is no settings object.
     explicit SettingsObject(const Referenced& other);
 
-    /// Shares the other's object.
+    /// Shares the body of @p other.
     SettingsObject(const SettingsObject& other) = default;
 
-    /// Shares the other's object instead of the former one.
+    /// Shares the body of @p other.
     SettingsObject& operator=(const SettingsObject& other);
-
-    /// Shares the other's object if it is a settings object; otherwise the handle becomes invalid.
     void setImp(const Referenced& other) override;
 
-    /// @return the object, uncounted; null for an invalid handle
+    /// Returns the body, null if there is none.
     SettingsObjectPrivate* getImp() const { return d; }
 
 private:

@@ -8,20 +8,22 @@
 
 namespace vfBase {
 
-/// Base of every persisted settings class.
+/// The class to derive settings classes from; SettingsBase, derived from it, implements the pattern.
+/// SettingsObject is the handle on it.
 ///
-/// A settings class is a singleton with getters and setters. It declares the properties to keep in a
-/// SettingsProperties beside its source, and registers its one object with a static
+/// A settings class is a singleton with getters and setters. It declares the properties to save in a
+/// SettingsProperties in its source file, and registers its only object with a static
 /// RegisterSettingsObjectProxy.
 class VFBASE_EXPORT SettingsObjectPrivate : public osg::Object
 {
 public:
+    /// Makes an object.
     SettingsObjectPrivate();
 
-    /// Copies the osg::Object as @p copyop says.
+    /// Copies what osg::Object has.
     SettingsObjectPrivate(const SettingsObjectPrivate& other, const osg::CopyOp& copyop);
 
-    /// @return the name of the object's entry within its library; here the class name
+    /// Returns the name of the object's entry within its library; the class name here.
     virtual const char* tagName() const;
 
 protected:

@@ -13,48 +13,45 @@
 
 namespace vfBase {
 
-/// The properties of a settings class that the store keeps: name, getter and setter, declared once beside its
-/// source.
+/// Declares the properties of a settings class that the store saves: name, getter and setter.
 ///
 ///     static const vfBase::SettingsProperties properties("solar::Settings",
 ///         {vfBase::SettingsProperties::property("planets", &SolarSettings::getPlanets, &SolarSettings::setPlanets)});
 ///
-/// The store finds the list by "libraryName::className", since the virtual operations of a settings class are
-/// fixed. Make it a static object: the store uses it while it lives, and of two for one class the one that
-/// was made later.
+/// The virtual table of a settings class is fixed, so the store finds the list by "libraryName::className".
+/// Define a static object in the source file of the class: it is in use while it exists, and of two for one
+/// class the later one is used.
 class VFBASE_EXPORT SettingsProperties
 {
 public:
+    /// One property of a settings class.
     struct Property
     {
-        /// The key in the file.
+        /// The key in the settings file.
         std::string name;
 
-        /// Returns the object's value.
+        /// Returns the value of an object.
         std::function<SettingsValue(const SettingsObjectPrivate&)> get;
 
-        /// Sets the object's value. Returns false for a value of the wrong kind, and leaves the object as it
-        /// was.
+        /// Sets the value of an object. Returns false, with the object unchanged, for a value of the wrong
+        /// kind.
         std::function<bool(SettingsObjectPrivate&, const SettingsValue&)> set;
     };
 
-    /// Declares the properties of a class.
-    /// @param className  "libraryName::className" of its objects
+    /// Declares the properties of the class @p className, written "libraryName::className".
     SettingsProperties(const char* className, std::vector<Property> properties);
-
-    /// Ends the declaration; an earlier one for the same class counts again.
     ~SettingsProperties();
 
     SettingsProperties(const SettingsProperties&) = delete;
     SettingsProperties& operator=(const SettingsProperties&) = delete;
 
-    /// @return the properties, in the order in which they were declared
+    /// Returns the properties, in order of declaration.
     const std::vector<Property>& properties() const { return m_properties; }
 
-    /// @return the list of the object's class, null when it has none
+    /// Returns the list of the class of @p object, null if there is none.
     static const SettingsProperties* find(const SettingsObjectPrivate& object);
 
-    /// @return a property of a kind that SettingsValue reads, by its accessors
+    /// Returns a property of a plain type, by its name and accessors.
     template <class Class, class Result, class Argument>
     static Property property(const char* name, Result (Class::*getter)() const,
                              void (Class::*setter)(Argument))
@@ -71,8 +68,9 @@ public:
             });
     }
 
-    /// @return a property of any other kind: @p get makes a SettingsValue of a const Class&, @p set takes one
-    ///         into a Class&.
+    /// Returns a property of any other type: @p get returns a SettingsValue for a const Class&; @p set sets a
+    /// Class& from one and returns false for a value of the wrong kind. @p name is the key in the settings
+    /// file.
     template <class Class, class Get, class Set>
     static Property property(const char* name, Get get, Set set)
     {

@@ -5,14 +5,14 @@
 
 namespace vfBase {
 
-/// Makes UTF-8 of a text that may hold any byte, as JSON demands.
-/// @return @p text itself where it is UTF-8; otherwise, and where it begins with "$bytes:", that mark
-///         followed by the bytes in hexadecimal
+/// Encodes a text of any bytes as UTF-8, which JSON requires.
+/// @return @p text itself if it is UTF-8; otherwise, and if it begins with "$bytes:", that mark followed by
+///         the bytes in hexadecimal
 std::string encodedSettingsText(const std::string& text);
 
-/// The opposite of encodedSettingsText.
-/// @return the bytes; @p text itself where the mark or well-formed digits are missing, as when a person typed
-///         it
+/// Decodes the result of encodedSettingsText.
+/// @return the bytes; @p text itself if the mark is missing or the digits are malformed, as in a text that a
+///         user typed
 std::string decodedSettingsText(const std::string& text);
 
 } // namespace vfBase

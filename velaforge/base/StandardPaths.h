@@ -5,12 +5,13 @@
 
 namespace vfBase {
 
-/// The directories of the user, by the XDG base directory and user directory rules.
+/// Returns the directories of the user, by the XDG rules for base directories and user directories.
 ///
 ///     vfBase::StandardPaths::standardLocation(vfBase::StandardPaths::Documents);
 class VFBASE_EXPORT StandardPaths
 {
 public:
+    /// The locations, numbered as in the binary interface.
     enum StandardLocation : int
     {
         Desktop = 0,
@@ -33,11 +34,11 @@ public:
         ApplicationData = 17
     };
 
-    /// Finds a directory, which need not exist. LocalData, ApplicationData and Cache end with the vendor's
-    /// short name and the program's name of ApplicationInfo; the others are shared by all programs. Each call
-    /// reads the environment again.
-    /// @return an absolute path without a slash at the end; empty for an unknown location, never null. The
-    ///         text stays valid until the process ends
+    /// Returns the directory of @p location, which need not exist. LocalData, ApplicationData and Cache end
+    /// in the vendor's short name and the application name of ApplicationInfo; the others belong to all
+    /// programs of the user. Reads the environment at each call.
+    /// @return an absolute path without a slash at the end, valid until the process ends; never null, empty
+    ///         for an unknown location
     static const char* standardLocation(StandardLocation location);
 };
 

@@ -13,6 +13,7 @@ namespace vfBase {
 class VFBASE_EXPORT StringListPrivate : public osg::Referenced
 {
 public:
+    /// The texts, in order.
     std::vector<VfString> entries;
 
 protected:
@@ -30,56 +31,55 @@ protected:
 class VFBASE_EXPORT StringList : public Referenced
 {
 public:
-    /// An empty list.
+    /// Makes an empty list.
     StringList();
 
-    /// A list of @p count empty texts.
+    /// Makes a list of @p count empty texts.
     template <class Count, class = std::enable_if_t<std::is_integral_v<Count>>>
     explicit StringList(Count count) : StringList()
     {
         resize(static_cast<unsigned int>(count));
     }
 
-    /// A handle on @p body; null gives a handle without a list.
+    /// Makes a handle on @p body; null gives a handle without a list.
     explicit StringList(StringListPrivate* body) : Referenced(body, true), d(body) {}
 
-    /// A handle on the other's body if that is a list of texts, otherwise a handle without one.
+    /// Makes a handle on the body of @p other; one without a list if that is no list of texts.
     explicit StringList(const Referenced& other);
 
-    /// Shares the other's list.
+    /// Shares the list of @p other.
     StringList(const StringList& other) = default;
 
-    /// Shares the other's list instead of the former one.
+    /// Shares the list of @p other.
     StringList& operator=(const StringList& other);
 
-    /// Shares the other's list if it is one of texts; otherwise the handle has none.
     void setImp(const Referenced& other) override;
 
-    /// @return number of entries
+    /// Returns the number of entries.
     unsigned int size() const { return static_cast<unsigned int>(d->entries.size()); }
 
-    /// @return true when there is no entry
+    /// Returns whether there are no entries.
     bool isEmpty() const { return d->entries.empty(); }
 
-    /// @return a copy of the entry at @p index, the empty text for an index out of range
+    /// Returns the entry at @p index; the empty text for a position out of range.
     VfString get(unsigned int index) const;
 
-    /// Adds an entry at the end.
+    /// Adds @p text at the end.
     void append(const VfString& text);
 
-    /// Inserts before @p index; an index equal to size() appends, one beyond it does nothing.
+    /// Inserts @p text before @p index. An index equal to size() appends; a larger one does nothing.
     void insert(unsigned int index, const VfString& text);
 
-    /// Removes the entry at @p index; does nothing for an index out of range.
+    /// Removes the entry at @p index. Does nothing for a position out of range.
     void remove(unsigned int index);
 
     /// Removes all entries, for every handle on this list.
     void clear();
 
-    /// @return a new list with the same entries
+    /// Returns a new list with the same entries.
     StringList clone() const;
 
-    /// @return the body, uncounted; null for a handle without a list
+    /// Returns the body, null for a handle without a list.
     StringListPrivate* getImp() const { return d; }
 
 private:

@@ -43,52 +43,55 @@ public:
     using typename Base::Body;
     using typename Base::Container;
 
-    /// An empty vector.
+    /// Makes an empty vector.
     Vector() : Base(new Body) {}
 
-    /// A handle on @p body; null gives a handle without one.
+    /// Makes a handle on @p body; null gives a handle without one.
     Vector(Body* body) : Base(body) {}
 
-    /// A handle on the other's body if that is one of the same kind, otherwise one without a body.
+    /// Makes a handle on the body of @p other; one without a body if that is no vector of this kind.
     explicit Vector(const Referenced& other) : Base(other) {}
 
-    /// @p n default elements.
+    /// Makes a vector of @p n default elements.
     template <class N, class = std::enable_if_t<std::is_integral_v<N>>>
     explicit Vector(N n) : Base(new Body(new Container(static_cast<std::size_t>(n)), true))
     {}
 
-    /// @p n copies of @p x.
+    /// Makes a vector of @p n copies of @p x.
     template <class N, class = std::enable_if_t<std::is_integral_v<N>>>
     Vector(N n, const T& x) : Base(new Body(new Container(static_cast<std::size_t>(n), x), true))
     {}
 
-    /// Shares the body.
+    /// Shares the body of @p other.
     Vector(const Vector& other) = default;
 
-    /// Copies the elements into this body. @return a further handle on it
+    /// Copies the elements of @p other into this body.
+    /// @return a further handle on it
     Vector operator=(const Vector& other)
     {
         Base::operator=(other);
         return *this;
     }
 
-    /// @return how many elements fit without a new allocation
+    /// Returns the number of elements that fit without allocating.
     unsigned int capacity() const { return static_cast<unsigned int>(d->container->capacity()); }
 
-    /// Allocates storage for @p n elements at least. Never shrinks it.
+    /// Allocates storage for @p n elements. Never shrinks the storage.
     void reserve(unsigned int n) { d->container->reserve(n); }
 
     /// Removes elements at the end, or appends default ones, until there are @p n.
     void resize(unsigned int n) { d->container->resize(n); }
 
-    /// Releases storage beyond the size; all of it when there is no element.
+    /// Releases storage beyond the size; all of it if there is no element.
     void squeeze() { Container(*d->container).swap(*d->container); }
 
     /// Assigns @p x to every element, from the last to the first.
-    /// @param n  first resizes to this size; npos keeps the size
+    /// @param x  the value
+    /// @param n  the size to resize to first; npos keeps the size
+    /// @return a further handle on this vector
     Vector fill(const T& x, unsigned int n = npos)
     {
-        const T value(x); // may be an element itself
+        const T value(x); // a copy: x may be an element
         if (n != npos)
             resize(n);
         for (auto it = d->container->rbegin(); it != d->container->rend(); ++it)
@@ -96,7 +99,7 @@ public:
         return *this;
     }
 
-    /// Inserts @p n copies of @p x before @p index; an index equal to size() appends them.
+    /// Inserts @p n copies of @p x before @p index, which may equal size().
     void insert(unsigned int index, unsigned int n, const T& x)
     {
         d->container->insert(this->placeOrEnd(index), n, x);
@@ -110,20 +113,22 @@ public:
         d->container->erase(from, from + static_cast<std::ptrdiff_t>(n));
     }
 
-    /// @return a pointer to the first of size() elements, valid until the vector reallocates
+    /// Returns a pointer to the first element; not to be read if there is none.
     T* data() { return d->container->data(); }
+
+    /// Returns a pointer to the first element; not to be read if there is none.
     const T* data() const { return d->container->data(); }
 
-    /// @return the same pointer, also on a vector that is not const
+    /// Returns a pointer to the first element; not to be read if there is none.
     const T* constData() const { return d->container->data(); }
 
-    /// @return a new list with the same elements
+    /// Returns a new list with the same elements.
     List<T> toList() const;
 
-    /// @return a new vector with the elements of @p list
+    /// Returns a new vector with the elements of @p list.
     static Vector fromList(const List<T>& list);
 
-    /// @return the standard container itself, which all handles on this body share
+    /// Returns the standard container itself: changes of it change the vector.
     Container& asStdVector() const { return *d->container; }
 
 private:

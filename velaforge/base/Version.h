@@ -5,14 +5,15 @@
 
 namespace vfBase {
 
-/// @return the version of this family of libraries, as "1.2.3"; valid until the process ends
+/// Returns the version of this family of libraries, such as "1.2.3". The pointer is valid until the process
+/// ends.
 VFBASE_EXPORT const char* getVersion();
 
-/// Turns verbose diagnostics on, so that osg::notify passes messages up to osg::INFO, or back to the former
-/// level.
+/// Turns verbose diagnostics on or off: with @p verbose true, osg::notify passes messages up to osg::INFO;
+/// with false, up to the former level.
 VFBASE_EXPORT void setVerbose(bool verbose);
 
-/// @return true between setVerbose(true) and setVerbose(false)
+/// Returns whether verbose diagnostics are on.
 VFBASE_EXPORT bool isVerbose();
 
 } // namespace vfBase

@@ -9,33 +9,34 @@ namespace vfBase {
 
 class ClassInfo;
 
-/// Root of the class tree: an object that knows its class record and has an identity.
+/// The root of the class tree: an object with a class record and an identity.
 ///
-/// It holds no data of its own. A copy is a new object with an identity of its own.
+/// The class has no fields. A copy is a new object with its own identity.
 class VFBASE_EXPORT VfObject
 {
 public:
     /// The class record of VfObject, parent of every other record that is not a handle's.
     static const ClassInfo s_classInfo;
 
+    /// Makes an object.
     VfObject() = default;
 
-    /// A new object: nothing is copied.
+    /// Makes a new object: copies nothing.
     VfObject(const VfObject&) {}
 
-    /// Copies nothing; the object keeps its identity.
+    /// Changes nothing.
     VfObject& operator=(const VfObject&) { return *this; }
 
-    /// @return the record of the most derived class that has one; never null, not owned by the caller
+    /// Returns the record of the most derived class that has one; never null.
     virtual const ClassInfo* getClassInfo() const;
 
     virtual ~VfObject() = default;
 
-    /// @return a number that no other living object has; a new object may get the number of one that was
-    ///         destroyed
+    /// Returns the identity: a number that no other existing object has. A new object may get the number of a
+    /// destroyed one.
     virtual std::uint64_t getUniqueId() const;
 
-    /// @return "vfBase::VfObject"
+    /// Returns "vfBase::VfObject".
     static const char* classId();
 };
 

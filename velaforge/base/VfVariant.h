@@ -19,9 +19,10 @@ namespace vfBase {
 class VFBASE_EXPORT VfVariantPrivate : public osg::Referenced
 {
 public:
-    /// Holds @p contents for its whole life.
+    /// Makes a body that holds @p contents.
     explicit VfVariantPrivate(std::any contents) : value(std::move(contents)) {}
 
+    /// The value.
     const std::any value;
 
 protected:
@@ -36,57 +37,56 @@ protected:
 ///     count.get<double>();          // 0: nothing else is converted
 ///     vfBase::VfVariant(osg::Vec3(0, 0, 1)).get<osg::Vec3>();
 ///
-/// An integer answers to every integer type but bool in which its value fits, character types included; which
-/// type it was given as does not matter. A floating value answers to float, double and long double, rounded
-/// where necessary; a finite value beyond the range of a type does not answer to it. Texts answer to
-/// VfString. Any other value answers to its own type, and bool to bool.
+/// An integer converts to every integer type except bool that can hold its value, character types included,
+/// whatever type it was made from. A floating value converts to float, double and long double, rounded if
+/// necessary; a finite value outside the range of a type does not convert to it. Texts convert to VfString.
+/// Every other value, and bool, converts to its own type only.
 ///
-/// A handle on a body that never changes, so copies are cheap and cannot change one another.
+/// A handle on an immutable body: copies are cheap and cannot change one another.
 class VFBASE_EXPORT VfVariant : public Referenced
 {
 public:
-    /// The empty value.
+    /// Makes the empty value.
     VfVariant() = default;
 
-    /// Shares the other's body.
+    /// Shares the body of @p other.
     VfVariant(const VfVariant& other) = default;
 
-    /// Shares the other's body. The flag has no effect; true by custom.
+    /// Copies @p other. The flag has no effect; callers pass true.
     VfVariant(const VfVariant& other, bool) : VfVariant(other) {}
 
-    /// A handle on the other's body if that is a value, otherwise the empty value.
+    /// Makes a handle on the body of @p other; the empty value if that is no value.
     explicit VfVariant(const Referenced& other);
 
-    /// A text; null counts as the empty text.
+    /// Makes a VfString; null counts as the empty text.
     VfVariant(const char* text) : VfVariant(VfString(text)) {}
 
-    /// A text.
+    /// Makes a VfString.
     VfVariant(const std::string& text) : VfVariant(VfString(text)) {}
 
-    /// A copy of any value that can be copied.
+    /// Makes a value of any copyable type.
     template <class T,
               class = std::enable_if_t<!std::is_base_of_v<VfVariant, T> && !std::is_same_v<Referenced, T> &&
                                        std::is_copy_constructible_v<T>>>
     VfVariant(const T& value) : Referenced(new VfVariantPrivate(stored(value)), true)
     {}
 
-    /// Shares the other's body instead of the former one.
+    /// Shares the body of @p other.
     VfVariant& operator=(const VfVariant& other) = default;
 
-    /// Shares the other's body if it holds a value; otherwise this becomes the empty value.
     void setImp(const Referenced& other) override;
 
-    /// @return true for the empty value
+    /// Returns whether this is the empty value.
     bool isEmpty() const { return !getImp(); }
 
-    /// @return true when the value answers to T, as the class comment says
+    /// Returns whether the value converts to T, see above.
     template <class T>
     bool is() const
     {
         return bool(find<T>());
     }
 
-    /// @return the value as T, or T() when it does not answer to T
+    /// Returns the value as T; T() if it does not convert to T.
     template <class T>
     T get() const
     {
@@ -94,30 +94,31 @@ public:
         return found ? static_cast<T>(*found) : T();
     }
 
-    /// @return the truth value; false when none is held
+    /// Returns the truth value; false if the value is none.
     bool toBool() const { return get<bool>(); }
 
-    /// @return the integer; 0 when none is held, and for one beyond the range of long long
+    /// Returns the integer; 0 if the value is none, or is outside the range of long long.
     long long toInteger() const { return get<long long>(); }
 
-    /// @return the floating value; 0 when none is held, also for an integer
+    /// Returns the floating value; 0 if the value is none, also for an integer.
     double toDouble() const { return get<double>(); }
 
-    /// @return the text; the empty text when none is held
+    /// Returns the text; the empty text if the value is none.
     VfString toString() const { return get<VfString>(); }
 
-    /// @return the list, which shares the entries of the list that was given; an empty list when none is held
+    /// Returns the list, which shares the entries of the list that the value was made from; an empty list if
+    /// the value is none.
     StringList toStringList() const { return get<StringList>(); }
 
-    /// @return the body; null for the empty value
+    /// Returns the body; null for the empty value.
     VfVariantPrivate* getImp() const { return static_cast<VfVariantPrivate*>(Referenced::getImp()); }
 
 private:
     template <class T>
     static constexpr bool isInteger = std::is_integral_v<T> && !std::is_same_v<T, bool>;
 
-    /// Each number has one form only: long long where that holds it, else unsigned long long; double where
-    /// that holds it exactly, else long double.
+    /// Returns the form in which a value is stored: integers as long long if that can hold them, otherwise as
+    /// unsigned long long; floating values as double if that holds them exactly, otherwise as long double.
     template <class T>
     static std::any stored(const T& value)
     {
@@ -144,7 +145,8 @@ private:
         return body ? std::any_cast<T>(&body->value) : nullptr;
     }
 
-    /// @return what can be dereferenced and cast to T; null or nothing when the value does not answer to T
+    /// Returns a pointer or optional that can be cast to T; null or nothing if the value does not convert to
+    /// T.
     template <class T>
     auto find() const
     {

@@ -6,7 +6,7 @@
 
 namespace vfBase {
 
-/// The result of writing a document: a status and, on failure, a reason.
+/// The result of writing a document.
 ///
 ///     const vfBase::WriteResult result = document->save();
 ///     if (result.error())
@@ -14,31 +14,37 @@ namespace vfBase {
 class VFBASE_EXPORT WriteResult
 {
 public:
+    /// The outcome of writing.
     enum WriteStatus : int
     {
-        Written = 1,     ///< finished, or there was nothing to do
-        NoTemplate = 2,  ///< the document belongs to no template
+        Written = 1,     ///< success, also if there was nothing to write
+        NoTemplate = 2,  ///< the document has no template
         WriteFailed = 3, ///< the file could not be written
         NoPath = 4       ///< no path was chosen
     };
 
-    /// A result with that status. Implicit, so that a status can be returned as a result.
-    /// @param message  the reason of a failure, for people to read
+    /// Makes a result.
+    /// @param status   the outcome
+    /// @param message  the reason of a failure, for the user
     WriteResult(WriteStatus status, const VfString& message = VfString());
+
+    /// Copies status and message.
     WriteResult(const WriteResult& other);
+
+    /// Copies status and message.
     WriteResult& operator=(const WriteResult& other);
     ~WriteResult();
 
-    /// @return the status
+    /// Returns the status.
     WriteStatus getStatus() const { return m_status; }
 
-    /// @return the reason of a failure; empty when none was given
+    /// Returns the reason of a failure; empty if there is none.
     const VfString& getMessage() const { return m_message; }
 
-    /// @return true for every status but Written
+    /// Returns whether the status is any other than Written.
     bool error() const { return m_status != Written; }
 
-    /// @return true for Written
+    /// Returns whether the status is Written.
     bool success() const { return !error(); }
 
 private:

@@ -16,13 +16,14 @@ namespace vfApplication {
 ///     }
 struct VFAPPLICATIONHEADLESS_EXPORT HeadlessApplicationProducer : ApplicationProducer
 {
-    /// Makes this kind of shell, of dock windows and of document manager (HeadlessDocManager) the ones of the process. Must
-    /// be called before the application is constructed. Opens standard streams that are closed on /dev/null.
+    /// Sets the producers of the shell, of dock windows and of the document manager (HeadlessDocManager) for
+    /// the process, and opens standard streams that are closed on /dev/null. Call it before the application is
+    /// constructed.
     static void install();
 
-    /// Returns the shell, which is made once and never destroyed. @param destroy  the application ends: the shell forgets
-    /// what belongs to it, and serves the next application
-
+    /// Returns the shell, which is made once and never destroyed. If @p destroy is true, resets it for the
+    /// next application.
+    /// @p application, @p argc and @p argv have no effect.
     ApplicationInterface* create(Application* application, int& argc, char** argv, bool destroy) override;
 
 protected:

@@ -16,13 +16,14 @@ namespace vfApplication {
 ///     }
 struct VFAPPLICATIONQT_EXPORT QtApplicationProducer : ApplicationProducer
 {
-    /// Makes this kind of shell, of dock windows and of document manager (QtDocManager) the ones of the process. Must be
-    /// called before the application is constructed. Opens standard streams that are closed on /dev/null.
+    /// Sets the producers of the shell, of dock windows and of the document manager (QtDocManager) for the
+    /// process, and opens standard streams that are closed on /dev/null. Call it before the application is
+    /// constructed.
     static void install();
 
-    /// Returns the shell, which is made once and never destroyed. @param destroy  the application ends: the shell destroys
-    /// its window and the QApplication, and serves the next application
-
+    /// Returns the shell, which is made once and never destroyed. If @p destroy is true, destroys its window
+    /// and the QApplication; the next application uses the same shell. @p application, @p argc and @p argv
+    /// are those of the application.
     ApplicationInterface* create(Application* application, int& argc, char** argv, bool destroy) override;
 
 protected:
