@@ -2,6 +2,7 @@
 // What the viewport shows, and how it is turned.
 #include "Viewer.h"
 
+#include "model/ViewerSettings.h"
 #include "qt/QtModelView.h"
 #include "support/Models.h"
 
@@ -164,7 +165,6 @@ TEST_F(Viewport, TurnsMovesAndComesNearerWithTheMouse)
         const Camera turned = cameraOf(viewer);
         EXPECT_GT(0.98, turned.direction() * start.direction());
         EXPECT_NEAR(start.distance(), turned.distance(), 1e-3 * start.distance());
-        EXPECT_NEAR(0, (turned.centre - start.centre).length(), 1e-3 * start.distance());
 
         viewer.hand.drag(middle, middle + QPoint(100, 50), Hand::Middle);
         settle(viewer);
@@ -187,6 +187,163 @@ TEST_F(Viewport, TurnsMovesAndComesNearerWithTheMouse)
         settle(viewer);
         EXPECT_LT(near.distance(), 0.95 * dragged.distance());
         EXPECT_NEAR(dragged.distance(), cameraOf(viewer).distance(), 0.1 * dragged.distance());
+    });
+}
+
+TEST_F(Viewport, ADragOf200PixelsTurnsBy40DegreesAndKeepsTheHorizon)
+{
+    Viewer viewer({sailboat});
+    viewer.run([&] {
+        settle(viewer);
+        viewer.hand.key("1");
+        settle(viewer);
+        const auto place = [&](const QPoint& point) {
+            return viewer.ui([&] { return Viewer::onScreen(*viewer.viewport(), point); });
+        };
+        const Camera start = cameraOf(viewer);
+        viewer.hand.drag(place({50, 50}), place({250, 50}));
+        settle(viewer);
+        const Camera turned = cameraOf(viewer);
+        const double radians = std::acos(turned.direction() * start.direction());
+        EXPECT_NEAR(40, osg::RadiansToDegrees(radians), 1);
+        for (int i = 0; i < 4; ++i)
+            viewer.hand.drag(place({50, 50}), place({130, 90}));
+        settle(viewer);
+        const Camera after = cameraOf(viewer);
+        EXPECT_NEAR(0, (after.direction() ^ after.up).z(), 1e-6);
+        EXPECT_LT(0, after.up.z());
+    });
+}
+
+TEST_F(Viewport, TheWheelZoomsToThePointerAndNeverThroughTheSurface)
+{
+    Viewer viewer({sailboat});
+    viewer.run([&] {
+        settle(viewer);
+        const osg::Vec3d point = viewer.ui([&] {
+            const auto hit = viewer.viewport()->pick(viewer.seen(*viewer.part("flag")).toPoint());
+            return hit ? hit->point : osg::Vec3d();
+        });
+        const auto seen = [&] { return viewer.ui([&] { return viewer.viewport()->project(point); }); };
+        const QPointF before = seen();
+        const double start = (cameraOf(viewer).eye - point).length();
+        viewer.hand.moveTo(viewer.ui([&] { return Viewer::onScreen(*viewer.viewport(), before.toPoint()); }));
+        const auto turn = [&](Hand::Button wheel, int notches) {
+            for (int i = 0; i < notches; ++i) {
+                viewer.hand.press(wheel);
+                viewer.hand.release(wheel);
+            }
+            settle(viewer);
+        };
+        turn(Hand::WheelUp, 5);
+        EXPECT_NEAR(before.x(), seen().x(), 3);
+        EXPECT_NEAR(before.y(), seen().y(), 3);
+        EXPECT_NEAR(start / std::pow(1.2, 5), (cameraOf(viewer).eye - point).length(), 0.02 * start);
+        turn(Hand::WheelUp, 60);
+        const Camera nearest = cameraOf(viewer);
+        EXPECT_LT(0, (point - nearest.eye) * nearest.direction());
+        turn(Hand::WheelDown, 50);
+        EXPECT_GT(100 * start, (cameraOf(viewer).eye - point).length());
+        viewer.hand.key("f");
+        settle(viewer);
+        EXPECT_TRUE(viewer.ui(
+            [&] { return viewer.viewport()->rect().contains(viewer.seen(*viewer.part("hull")).toPoint()); }));
+    });
+}
+
+TEST_F(Viewport, WhatIsGrabbedStaysUnderThePointer)
+{
+    Viewer viewer({sailboat});
+    viewer.run([&] {
+        settle(viewer);
+        const osg::Vec3d point = viewer.ui([&] {
+            const auto hit = viewer.viewport()->pick(viewer.seen(*viewer.part("hull")).toPoint());
+            return hit ? hit->point : osg::Vec3d();
+        });
+        const auto seen = [&] { return viewer.ui([&] { return viewer.viewport()->project(point); }); };
+        const auto onScreen = [&](const QPointF& position) {
+            return viewer.ui([&] { return Viewer::onScreen(*viewer.viewport(), position.toPoint()); });
+        };
+        const QPointF before = seen();
+        const QPointF shift(90, -40);
+        viewer.hand.drag(onScreen(before), onScreen(before + shift), Hand::Middle);
+        settle(viewer);
+        EXPECT_NEAR(before.x() + shift.x(), seen().x(), 3);
+        EXPECT_NEAR(before.y() + shift.y(), seen().y(), 3);
+        // Orbiting turns about it, and zooming goes to it.
+        const QPointF grabbed = seen();
+        viewer.hand.drag(onScreen(grabbed), onScreen(grabbed + QPointF(70, 30)));
+        settle(viewer);
+        EXPECT_NEAR(grabbed.x(), seen().x(), 3);
+        EXPECT_NEAR(grabbed.y(), seen().y(), 3);
+        viewer.hand.drag(onScreen(grabbed), onScreen(grabbed + QPointF(0, 60)), Hand::Right);
+        settle(viewer);
+        EXPECT_NEAR(grabbed.x(), seen().x(), 3);
+        EXPECT_NEAR(grabbed.y(), seen().y(), 3);
+    });
+}
+
+TEST_F(Viewport, ADoubleClickFitsAPartAndTurnsAboutThePoint)
+{
+    Viewer viewer({sailboat});
+    viewer.run([&] {
+        settle(viewer);
+        const osg::Vec3d point = viewer.ui([&] {
+            const auto hit = viewer.viewport()->pick(viewer.seen(*viewer.part("flag")).toPoint());
+            return hit ? hit->point : osg::Vec3d();
+        });
+        const double start = cameraOf(viewer).distance();
+        viewer.hand.doubleClick(viewer.ui([&] {
+            return Viewer::onScreen(*viewer.viewport(), viewer.seen(*viewer.part("flag")).toPoint());
+        }));
+        EXPECT_TRUE(viewer.waitFor([&] {
+            osg::Vec3d eye, centre, up;
+            viewer.viewport()->getLookAt(eye, centre, up);
+            return (eye - centre).length() < 0.5 * start;
+        }));
+        settle(viewer);
+        viewer.ui([&] {
+            // It is in the middle, and nearly as large as the view.
+            const vfApplication::QtViewport& viewport = *viewer.viewport();
+            for (const double x : {0.25, 0.5, 0.75}) {
+                const auto hit = viewport.pick(QPointF(x * viewport.width(), 0.5 * viewport.height()));
+                ASSERT_TRUE(hit);
+                EXPECT_THAT(hit->path, testing::Contains(viewer.part("flag")));
+            }
+            EXPECT_FALSE(viewport.pick(QPointF(5, 0.5 * viewport.height())));
+            EXPECT_LT((viewer.viewport()->getPivot() - point).length(), 0.05 * start);
+            ASSERT_NE(nullptr, viewer.model()->getSelection());
+            EXPECT_EQ("flag", viewer.model()->getSelection()->getName());
+        });
+    });
+}
+
+TEST_F(Viewport, TheTrackballIsAnOption)
+{
+    Viewer viewer({sailboat});
+    viewer.run([&] {
+        settle(viewer);
+        viewer.ui([&] {
+            vfViewer::ViewerSettings::instance().setMouse({true, 200});
+            viewer.model()->updateAllViews(nullptr);
+            EXPECT_EQ(vfApplication::QtViewport::Orbit::Trackball, viewer.viewport()->getOrbit());
+        });
+        viewer.hand.key("1");
+        settle(viewer);
+        const auto place = [&](const QPoint& point) {
+            return viewer.ui([&] { return Viewer::onScreen(*viewer.viewport(), point); });
+        };
+        const Camera start = cameraOf(viewer);
+        viewer.hand.drag(place({50, 50}), place({150, 50})); // at twice the speed
+        settle(viewer);
+        EXPECT_NEAR(40, osg::RadiansToDegrees(std::acos(cameraOf(viewer).direction() * start.direction())),
+                    1);
+        viewer.hand.key("1");
+        settle(viewer);
+        for (int i = 0; i < 3; ++i)
+            viewer.hand.drag(place({50, 50}), place({50, 200})); // past the pole
+        settle(viewer);
+        EXPECT_GT(0, cameraOf(viewer).up.z());
     });
 }
 

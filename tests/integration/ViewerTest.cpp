@@ -354,7 +354,8 @@ TEST(Viewer, ListsItsMenusToolbarsDockWindowsAndOptionsPages)
     EXPECT_THAT(outcome.out, testing::EndsWith("options pages\n"
                                                "  General\n    vfViewer::RecentFilesPage\n"
                                                "  Pictures\n    vfViewer::PicturePage\n"
-                                               "  Models\n    vfViewer::ModelPage\n"));
+                                               "  Models\n    vfViewer::ModelPage\n"
+                                               "  Mouse\n    vfViewer::MousePage\n"));
 }
 
 TEST(Viewer, InvokesCommandsInOrderAndThenTakesThePicture)

@@ -176,7 +176,7 @@ TEST(OptionsPages, AreAnnouncedInOrder)
         groups.emplace_back(page->getGroupName());
         delete page;
     }
-    EXPECT_THAT(groups, ElementsAre("General", "Pictures", "Models"));
+    EXPECT_THAT(groups, ElementsAre("General", "Pictures", "Models", "Mouse"));
 }
 
 TEST(OptionsPages, WhatIsNotAppliedChangesNothing)
@@ -214,6 +214,22 @@ TEST(OptionsPages, WhatIsAppliedIsSetAndNonsenseIsNot)
     picture->applyOptions();
     EXPECT_EQ(1u, FileHistorySettings::instance(false)->getMaxFiles());
     EXPECT_EQ(2, ViewerSettings::instance().getFirstView());
+}
+
+TEST(OptionsPages, TheMouseIsSetWithinItsLimits)
+{
+    const auto page = makePage<vfViewer::MousePage>("vfViewer::MousePage");
+    page->loadOptions();
+    EXPECT_FALSE(page->mouse.isTrackball);
+    EXPECT_EQ(100, page->mouse.orbitPercent);
+    page->mouse = {true, 250};
+    page->applyOptions();
+    EXPECT_TRUE(vfViewer::ViewerSettings::instance().getMouse().isTrackball);
+    EXPECT_EQ(250, vfViewer::ViewerSettings::instance().getMouse().orbitPercent);
+    vfViewer::ViewerSettings::instance().setMouse({false, 100000});
+    EXPECT_EQ(vfViewer::MouseSettings::fastest, vfViewer::ViewerSettings::instance().getMouse().orbitPercent);
+    vfViewer::ViewerSettings::instance().setMouse({false, -1});
+    EXPECT_EQ(vfViewer::MouseSettings::slowest, vfViewer::ViewerSettings::instance().getMouse().orbitPercent);
 }
 
 TEST(OptionsPages, UnitsHistoryAndTheFirstStyleAreSet)

@@ -2,8 +2,8 @@
 #include <velaforge/qt/QtViewport.h>
 
 #include <velaforge/toolkit/GradientBackground.h>
+#include <velaforge/toolkit/OrbitCamera.h>
 
-#include <osgGA/TrackballManipulator>
 #include <osgUtil/LineSegmentIntersector>
 #include <osgViewer/GraphicsWindow>
 #include <osgViewer/Viewer>
@@ -14,29 +14,63 @@
 #include <QStyleHints>
 #include <QWheelEvent>
 
+#include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace vfApplication {
 
 namespace {
 
-/// Each button does one thing, with modifiers for those who have but one button.
-int navigationButton(Qt::MouseButton button, Qt::KeyboardModifiers modifiers)
+/// How far the camera turns for each of the widget's units, in degrees.
+constexpr double orbitRate = 0.2;
+
+/// The factor of one notch of the wheel, and the most notches that one event is taken for.
+constexpr double wheelFactor = 1.2;
+constexpr double wheelNotch = 120;
+constexpr double mostNotches = 4;
+
+/// A drag of that many units halves or doubles the distance.
+constexpr double zoomDrag = 100;
+
+// How near to and how far from what it zooms to the camera may be, in radii of the scene. The nearest is what the depth buffer
+// can still show without cutting the surface open.
+constexpr double nearestInRadii = 5e-4;
+constexpr double farthestInRadii = 50;
+constexpr double nearToFar = 1e-4;
+
+/// What a drag does.
+enum class Drag
+{
+    None,
+    Orbit,
+    Pan,
+    Zoom
+};
+
+/// Each button does one thing. Modifiers are for mice with one button and for touchpads.
+Drag dragOf(Qt::MouseButton button, Qt::KeyboardModifiers modifiers)
 {
     if (button == Qt::LeftButton && modifiers.testFlag(Qt::ShiftModifier))
-        return 2;
+        return Drag::Pan;
     if (button == Qt::LeftButton && modifiers.testFlag(Qt::ControlModifier))
-        return 3;
+        return Drag::Zoom;
     switch (button) {
     case Qt::LeftButton:
-        return 1;
+        return Drag::Orbit;
     case Qt::MiddleButton:
-        return 2;
+        return Drag::Pan;
     case Qt::RightButton:
-        return 3;
+        return Drag::Zoom;
     default:
-        return 0;
+        return Drag::None;
     }
+}
+
+/// Returns the number that OpenSceneGraph has for a drag's button.
+unsigned int buttonOf(Drag drag)
+{
+    return static_cast<unsigned int>(drag);
 }
 
 } // namespace
@@ -45,7 +79,8 @@ struct QtViewportPrivate
 {
     osg::ref_ptr<osgViewer::Viewer> viewer = new osgViewer::Viewer;
     osg::ref_ptr<osgViewer::GraphicsWindowEmbedded> window;
-    osg::ref_ptr<osgGA::TrackballManipulator> manipulator = new osgGA::TrackballManipulator;
+    OrbitCamera camera;
+    double orbitSpeed = 1;
     osg::ref_ptr<osg::Group> root = new osg::Group;
     osg::ref_ptr<osg::Camera> background;
     osg::ref_ptr<osg::Node> scene;
@@ -56,9 +91,18 @@ struct QtViewportPrivate
     int width = 1; // in pixels
     int height = 1;
     unsigned int frames = 0;
-    int button = 0; ///< as OpenSceneGraph counts, of the drag that is going on
+    Drag drag = Drag::None; ///< the present one
     QPointF pressed;
+    QPointF last;    ///< where the pointer was when the drag was last followed
+    osg::Vec3d grip; ///< the point of the scene that the drag holds
     bool isClick = false;
+    bool isDragging = false;
+    QtViewport::Pick pick;                ///< empty for the viewport's own
+    std::optional<QPointF> wheelPosition; ///< where the wheel was turned last
+    osg::Vec3d wheelAnchor;               ///< the point of the scene there
+
+    /// Forgets the point that the wheel zooms to: the scene or the camera is another one.
+    void forgetAnchor() { wheelPosition.reset(); }
 
     /// Events of the window are told in its size; before there is a window nobody can press anything.
     osgGA::EventQueue* events() const { return window ? window->getEventQueue() : viewer->getEventQueue(); }
@@ -79,11 +123,8 @@ QtViewport::QtViewport(QWidget* parent) : QOpenGLWidget(parent), d(std::make_uni
     viewer.setKeyEventSetsDone(0);
     viewer.setReleaseContextAtEndOfFrameHint(false);
     viewer.setLightingMode(osg::View::NO_LIGHT);
-    d->manipulator->setAllowThrow(false); // a view that drifts on cannot be placed
-    d->manipulator->setMinimumDistance(1e-4, true);
-    d->manipulator->setWheelZoomFactor(-d->manipulator->getWheelZoomFactor()); // away from the user is nearer
-    viewer.setCameraManipulator(d->manipulator, false);
     viewer.getCamera()->setComputeNearFarMode(osg::CullSettings::COMPUTE_NEAR_FAR_USING_BOUNDING_VOLUMES);
+    viewer.getCamera()->setNearFarRatio(nearToFar);
     setBackground({0.86f, 0.90f, 0.95f}, {0.56f, 0.64f, 0.72f});
     viewer.setSceneData(d->root);
     updateProjection();
@@ -107,6 +148,7 @@ void QtViewport::setScene(osg::Node* scene)
         doneCurrent();
     }
     d->scene = scene;
+    d->forgetAnchor();
     if (scene)
         d->root->addChild(scene);
     update();
@@ -148,13 +190,52 @@ bool QtViewport::isOrthographic() const
 
 void QtViewport::lookAt(const osg::Vec3d& eye, const osg::Vec3d& centre, const osg::Vec3d& up)
 {
-    d->manipulator->setTransformation(eye, centre, up);
+    d->camera.lookAt(eye, centre, up);
+    d->forgetAnchor();
     update();
 }
 
 void QtViewport::getLookAt(osg::Vec3d& eye, osg::Vec3d& centre, osg::Vec3d& up) const
 {
-    d->manipulator->getTransformation(eye, centre, up);
+    eye = d->camera.eye();
+    centre = d->camera.centre();
+    up = d->camera.up();
+}
+
+void QtViewport::setPivot(const osg::Vec3d& pivot)
+{
+    d->camera.setPivot(pivot);
+}
+
+osg::Vec3d QtViewport::getPivot() const
+{
+    return d->camera.pivot();
+}
+
+void QtViewport::setOrbit(Orbit orbit)
+{
+    d->camera.setStyle(orbit == Orbit::Trackball ? OrbitCamera::Style::Trackball
+                                                 : OrbitCamera::Style::Turntable);
+}
+
+QtViewport::Orbit QtViewport::getOrbit() const
+{
+    return d->camera.style() == OrbitCamera::Style::Trackball ? Orbit::Trackball : Orbit::Turntable;
+}
+
+void QtViewport::setOrbitSpeed(double factor)
+{
+    d->orbitSpeed = factor;
+}
+
+void QtViewport::setUpAxis(const osg::Vec3d& axis)
+{
+    d->camera.setUpAxis(axis);
+}
+
+void QtViewport::setPick(Pick pick)
+{
+    d->pick = std::move(pick);
 }
 
 void QtViewport::fit()
@@ -234,8 +315,7 @@ void QtViewport::updateProjection()
         camera.setProjectionMatrixAsPerspective(d->fieldOfView, aspect, 1.0, 10.0);
         return;
     }
-    const double height =
-        d->manipulator->getDistance() * std::tan(0.5 * osg::DegreesToRadians(d->fieldOfView));
+    const double height = d->camera.distance() * std::tan(0.5 * osg::DegreesToRadians(d->fieldOfView));
     camera.setProjectionMatrixAsOrtho(-height * aspect, height * aspect, -height, height, 1.0, 10.0);
 }
 
@@ -268,6 +348,7 @@ void QtViewport::paintGL()
     updateSize();
     if (d->isOrthographic)
         updateProjection(); // which depends on how near the user has come
+    d->viewer->getCamera()->setViewMatrix(d->camera.toCamera());
     d->window->setDefaultFboId(defaultFramebufferObject());
     d->viewer->frame();
     ++d->frames;
@@ -276,24 +357,107 @@ void QtViewport::paintGL()
         update();
 }
 
+std::optional<osg::Vec3d> QtViewport::pointAt(const QPointF& position) const
+{
+    const std::optional<Hit> hit = d->pick ? d->pick(position) : pick(position);
+    return hit ? std::optional<osg::Vec3d>(hit->point) : std::nullopt;
+}
+
+osg::Vec3d QtViewport::atDepth(const QPointF& position, double depth) const
+{
+    osg::Vec3d origin;
+    osg::Vec3d direction;
+    getRay(position, origin, direction);
+    const double slope = direction * d->camera.ahead();
+    return origin + direction * ((depth - d->camera.depthOf(origin)) / slope);
+}
+
+osg::Vec3d QtViewport::anchorAt(const QPointF& position) const
+{
+    if (const std::optional<osg::Vec3d> point = pointAt(position))
+        return *point;
+    const double depth = d->camera.depthOf(d->camera.pivot());
+    return atDepth(position, depth > 0 ? depth : d->camera.distance());
+}
+
+void QtViewport::zoom(double factor, const osg::Vec3d& anchor)
+{
+    const osg::BoundingSphere bounds = d->scene ? d->scene->getBound() : osg::BoundingSphere();
+    const double radius = bounds.valid() && bounds.radius() > 0 ? double(bounds.radius()) : 1;
+    d->camera.zoom(factor, anchor, {nearestInRadii * radius, farthestInRadii * radius});
+}
+
+void QtViewport::beginDrag()
+{
+    switch (d->drag) {
+    case Drag::Orbit:
+        if (const std::optional<osg::Vec3d> point = pointAt(d->pressed))
+            d->camera.setPivot(*point);
+        break;
+    case Drag::Pan:
+    case Drag::Zoom:
+        d->grip = anchorAt(d->pressed);
+        break;
+    case Drag::None:
+        break;
+    }
+    d->last = d->pressed;
+    d->forgetAnchor();
+}
+
+void QtViewport::followDrag(const QPointF& position)
+{
+    const QPointF moved = position - d->last;
+    switch (d->drag) {
+    case Drag::Orbit: {
+        const double rate = orbitRate * d->orbitSpeed;
+        d->camera.orbit(moved.x() * rate, moved.y() * rate);
+        break;
+    }
+    case Drag::Pan: {
+        // What was grabbed stays under the pointer.
+        const double depth = d->camera.depthOf(d->grip);
+        d->camera.pan(atDepth(d->last, depth) - atDepth(position, depth));
+        break;
+    }
+    case Drag::Zoom:
+        zoom(std::exp2(-moved.y() / zoomDrag), d->grip);
+        break;
+    case Drag::None:
+        break;
+    }
+    d->last = position;
+    update();
+    Q_EMIT cameraMoved();
+}
+
 void QtViewport::mousePressEvent(QMouseEvent* event)
 {
-    const int button = navigationButton(event->button(), event->modifiers());
-    if (button == 0 || d->button != 0) {
+    const Drag drag = dragOf(event->button(), event->modifiers());
+    if (drag == Drag::None || d->drag != Drag::None) {
         event->ignore();
         return;
     }
-    d->button = button;
+    d->drag = drag;
     d->pressed = event->position();
     d->isClick = true;
     const QPointF at = inPixels(event->position());
-    d->events()->mouseButtonPress(float(at.x()), float(at.y()), unsigned(button));
+    d->events()->mouseButtonPress(float(at.x()), float(at.y()), buttonOf(drag));
     event->accept();
+}
+
+void QtViewport::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    mousePressEvent(event);
+    if (d->drag == Drag::Orbit && event->button() == Qt::LeftButton) {
+        d->isClick = false; // the first click was one
+        Q_EMIT doubleClicked(event->position(), event->button(), event->modifiers());
+    }
 }
 
 void QtViewport::mouseMoveEvent(QMouseEvent* event)
 {
-    if (d->button == 0) {
+    if (d->drag == Drag::None) {
         event->ignore();
         return;
     }
@@ -301,19 +465,22 @@ void QtViewport::mouseMoveEvent(QMouseEvent* event)
     const QPointF moved = event->position() - d->pressed;
     if (d->isClick && moved.manhattanLength() < QGuiApplication::styleHints()->startDragDistance() / 2.0)
         return;
+    if (!d->isDragging)
+        beginDrag();
     d->isClick = false;
+    d->isDragging = true;
     const QPointF at = inPixels(event->position());
     d->events()->mouseMotion(float(at.x()), float(at.y()));
-    update();
-    Q_EMIT cameraMoved();
+    followDrag(event->position());
 }
 
 void QtViewport::mouseReleaseEvent(QMouseEvent* event)
 {
     const QPointF at = inPixels(event->position());
-    if (d->button != 0 && event->buttons() == Qt::NoButton) {
-        d->events()->mouseButtonRelease(float(at.x()), float(at.y()), unsigned(d->button));
-        d->button = 0;
+    if (d->drag != Drag::None && event->buttons() == Qt::NoButton) {
+        d->events()->mouseButtonRelease(float(at.x()), float(at.y()), buttonOf(d->drag));
+        d->drag = Drag::None;
+        d->isDragging = false;
         update();
         if (std::exchange(d->isClick, false))
             Q_EMIT clicked(event->position(), event->button(), event->modifiers());
@@ -328,6 +495,13 @@ void QtViewport::wheelEvent(QWheelEvent* event)
         event->ignore();
         return;
     }
+    // One look at the scene for all steps in one place: each may take a while in a large model.
+    if (!d->wheelPosition || *d->wheelPosition != event->position()) {
+        d->wheelAnchor = anchorAt(event->position());
+        d->wheelPosition = event->position();
+    }
+    const double notches = std::clamp(turned / wheelNotch, -mostNotches, mostNotches);
+    zoom(std::pow(wheelFactor, -notches), d->wheelAnchor);
     d->events()->mouseScroll(turned > 0 ? osgGA::GUIEventAdapter::SCROLL_UP
                                         : osgGA::GUIEventAdapter::SCROLL_DOWN);
     update();
@@ -342,8 +516,8 @@ void QtViewport::getRay(const QPointF& position, osg::Vec3d& origin, osg::Vec3d&
     const double upright = std::tan(0.5 * osg::DegreesToRadians(d->fieldOfView));
     const double x = (2.0 * (at.x() + 0.5) / d->width - 1.0) * upright * d->width / d->height;
     const double y = (1.0 - 2.0 * (at.y() + 0.5) / d->height) * upright;
-    const osg::Matrixd toScene = d->manipulator->getMatrix();
-    const double distance = d->manipulator->getDistance();
+    const osg::Matrixd toScene = d->camera.toScene();
+    const double distance = d->camera.distance();
     origin = (d->isOrthographic ? osg::Vec3d(x * distance, y * distance, 0) : osg::Vec3d()) * toScene;
     direction =
         osg::Matrixd::transform3x3(d->isOrthographic ? osg::Vec3d(0, 0, -1) : osg::Vec3d(x, y, -1), toScene);
@@ -352,9 +526,9 @@ void QtViewport::getRay(const QPointF& position, osg::Vec3d& origin, osg::Vec3d&
 
 QPointF QtViewport::project(const osg::Vec3d& point) const
 {
-    const osg::Vec3d seen = point * d->manipulator->getInverseMatrix();
+    const osg::Vec3d seen = point * d->camera.toCamera();
     const double upright = std::tan(0.5 * osg::DegreesToRadians(d->fieldOfView));
-    const double depth = d->isOrthographic ? d->manipulator->getDistance() : std::max(-seen.z(), 1e-9);
+    const double depth = d->isOrthographic ? d->camera.distance() : std::max(-seen.z(), 1e-9);
     const double half = 0.5 * height();
     return {0.5 * width() + seen.x() / (depth * upright) * half, half - seen.y() / (depth * upright) * half};
 }

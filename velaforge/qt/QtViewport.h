@@ -28,8 +28,9 @@ struct QtViewportPrivate;
 ///     viewport->setScene(scene);
 ///     viewport->lookAt(eye, centre, up);
 ///
-/// The left button turns, the middle one (or the left with Shift) moves, the right one (or the left with
-/// Control) and the wheel, turned away from the user, bring nearer. It draws when something has changed:
+/// The left button orbits about the point under the pointer, and about the pivot where the pointer is beside the scene. The
+/// middle button (or the left with Shift) pans: the point under the pointer stays there. The right button (or the left with
+/// Control) and the wheel zoom to the point under the pointer, never through it. It draws when something has changed:
 /// after update(), when the user moves the camera, and, where that is wanted, as long as the scene moves by
 /// itself. Positions are those of the widget, in Qt's own units; the picture has as many pixels as the screen
 /// has.
@@ -44,6 +45,16 @@ public:
         osg::NodePath path; ///< from the scene to the drawable
         osg::Vec3d point;   ///< in the scene
         osg::Vec3d normal;  ///< of the surface there, in the scene
+    };
+
+    /// A function that finds what is under a position; nothing for the background.
+    using Pick = std::function<std::optional<Hit>(const QPointF& position)>;
+
+    /// How a drag with the left button turns.
+    enum class Orbit
+    {
+        Turntable, ///< about the up axis and the horizontal axis of the picture: what is upright stays so
+        Trackball  ///< about the axes of the picture
     };
 
     /// Makes a viewport without a scene, as a child of @p parent.
@@ -70,12 +81,33 @@ public:
     /// Returns whether the camera has no perspective.
     bool isOrthographic() const;
 
-    /// Places the camera at @p eye, looking at @p centre, with @p up pointing upwards. The user orbits about
-    /// @p centre.
+    /// Places the camera at @p eye, looking at @p centre, with @p up pointing upwards. @p centre becomes the pivot.
     void lookAt(const osg::Vec3d& eye, const osg::Vec3d& centre, const osg::Vec3d& up);
 
     /// Sets @p eye, @p centre and @p up to the values of the camera.
     void getLookAt(osg::Vec3d& eye, osg::Vec3d& centre, osg::Vec3d& up) const;
+
+    /// Sets the point that the user orbits about when the drag begins beside the scene. A drag that begins on the scene sets
+    /// it, too.
+    void setPivot(const osg::Vec3d& pivot);
+
+    /// Returns the point that the user orbits about.
+    osg::Vec3d getPivot() const;
+
+    /// Sets how the user orbits; Turntable unless set.
+    void setOrbit(Orbit orbit);
+
+    /// Returns how the user orbits.
+    Orbit getOrbit() const;
+
+    /// Sets the speed of orbiting; 1, unless set, is a fifth of a degree for each of the widget's units.
+    void setOrbitSpeed(double factor);
+
+    /// Sets the axis of the turntable; the z axis unless set.
+    void setUpAxis(const osg::Vec3d& axis);
+
+    /// Sets what the mouse takes for the point under the pointer, where not all of the scene counts; empty for pick().
+    void setPick(Pick pick);
 
     /// Looks at the whole scene from where the camera looks now.
     void fit();
@@ -114,6 +146,9 @@ Q_SIGNALS:
     /// A button was pressed and let go in one place.
     void clicked(const QPointF& position, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
 
+    /// The left button was pressed for the second time in one place, soon after clicked().
+    void doubleClicked(const QPointF& position, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
+
     /// The user moved the camera.
     void cameraMoved();
 
@@ -133,6 +168,9 @@ protected:
     /// Moves the camera.
     void mouseMoveEvent(QMouseEvent* event) override;
 
+    /// Emits doubleClicked().
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+
     /// Ends a movement of the camera, or emits clicked().
     void mouseReleaseEvent(QMouseEvent* event) override;
 
@@ -144,6 +182,12 @@ private:
     void updateSize();
     void updateProjection();
     QPointF inPixels(const QPointF& position) const;
+    std::optional<osg::Vec3d> pointAt(const QPointF& position) const;
+    osg::Vec3d atDepth(const QPointF& position, double depth) const;
+    osg::Vec3d anchorAt(const QPointF& position) const;
+    void zoom(double factor, const osg::Vec3d& anchor);
+    void beginDrag();
+    void followDrag(const QPointF& position);
 
     std::unique_ptr<QtViewportPrivate> d;
 };

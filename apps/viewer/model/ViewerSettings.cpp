@@ -10,6 +10,7 @@
 
 #include <osg/ref_ptr>
 
+#include <algorithm>
 #include <string>
 
 namespace vfViewer {
@@ -104,6 +105,24 @@ bool takeHistoryMegabytes(ViewerSettings& settings, const SettingsValue& value)
     return true;
 }
 
+bool takeTrackball(ViewerSettings& settings, const SettingsValue& value)
+{
+    MouseSettings mouse = settings.getMouse();
+    const bool isTaken = value.read(mouse.isTrackball);
+    settings.setMouse(mouse);
+    return isTaken;
+}
+
+bool takeOrbitPercent(ViewerSettings& settings, const SettingsValue& value)
+{
+    MouseSettings mouse = settings.getMouse();
+    const bool isTaken = value.read(mouse.orbitPercent) && mouse.orbitPercent >= MouseSettings::slowest &&
+                         mouse.orbitPercent <= MouseSettings::fastest;
+    if (isTaken)
+        settings.setMouse(mouse);
+    return isTaken;
+}
+
 const SettingsProperties properties(
     "vfViewer::ViewerSettings",
     {SettingsProperties::property<ViewerSettings>(
@@ -125,7 +144,13 @@ const SettingsProperties properties(
          takeShownUnit),
      SettingsProperties::property<ViewerSettings>(
          "historyMegabytes", [](const ViewerSettings& settings) { return settings.getHistoryMegabytes(); },
-         takeHistoryMegabytes)});
+         takeHistoryMegabytes),
+     SettingsProperties::property<ViewerSettings>(
+         "trackball", [](const ViewerSettings& settings) { return settings.getMouse().isTrackball; },
+         takeTrackball),
+     SettingsProperties::property<ViewerSettings>(
+         "orbitPercent", [](const ViewerSettings& settings) { return settings.getMouse().orbitPercent; },
+         takeOrbitPercent)});
 
 const vfBase::RegisterSettingsObjectProxy registered(vfBase::SettingsObject(&ViewerSettings::instance()),
                                                      vfBase::Settings::global());
@@ -138,6 +163,7 @@ ViewerSettings::ViewerSettings(const ViewerSettings& other, const osg::CopyOp& c
       m_firstStyle(other.m_firstStyle),
       m_units(other.m_units),
       m_historyMegabytes(other.m_historyMegabytes),
+      m_mouse(other.m_mouse),
       m_backgroundTop(other.m_backgroundTop),
       m_backgroundBottom(other.m_backgroundBottom)
 {}
@@ -165,6 +191,12 @@ void ViewerSettings::setHistoryMegabytes(int megabytes)
 {
     if (megabytes >= 1)
         m_historyMegabytes = megabytes;
+}
+
+void ViewerSettings::setMouse(const MouseSettings& mouse)
+{
+    m_mouse = mouse;
+    m_mouse.orbitPercent = std::clamp(mouse.orbitPercent, MouseSettings::slowest, MouseSettings::fastest);
 }
 
 void ViewerSettings::setBackground(const osg::Vec3f& top, const osg::Vec3f& bottom)

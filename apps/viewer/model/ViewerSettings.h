@@ -11,6 +11,17 @@
 
 namespace vfViewer {
 
+/// How the mouse moves the camera.
+struct MouseSettings
+{
+    /// The range of orbitPercent.
+    static constexpr int slowest = 10;
+    static constexpr int fastest = 500;
+
+    bool isTrackball = false; ///< orbits without an up axis
+    int orbitPercent = 100;   ///< speed of orbiting
+};
+
 /// What the user chose of the viewer, kept between runs.
 class ViewerSettings : public vfBase::SettingsObjectPrivate
 {
@@ -48,6 +59,12 @@ public:
     /// Nothing for less than 1.
     void setHistoryMegabytes(int megabytes);
 
+    /// Returns how the mouse moves the camera.
+    const MouseSettings& getMouse() const { return m_mouse; }
+
+    /// Sets how the mouse moves the camera. A speed out of range becomes the nearest in range.
+    void setMouse(const MouseSettings& mouse);
+
 protected:
     ~ViewerSettings() override = default;
 
@@ -56,6 +73,7 @@ private:
     ViewStyle m_firstStyle;
     Units m_units;
     int m_historyMegabytes = 512;
+    MouseSettings m_mouse;
     osg::Vec3f m_backgroundTop{0.86f, 0.90f, 0.95f};
     osg::Vec3f m_backgroundBottom{0.56f, 0.64f, 0.72f};
 };

@@ -68,6 +68,7 @@ void QtModelView::makeViewport()
     m_scene->setStyle(m_style);
     m_viewport->setOrthographic(m_style.projection == Projection::Orthographic);
     m_viewport->setScene(&m_scene->root());
+    m_viewport->setPick([this](const QPointF& position) { return pick(position); });
     m_viewport->setFieldOfView(heightAngle);
     m_viewport->setContinuous(false); // what moves goes by the clock of the document
     QObject::connect(m_viewport, &vfApplication::QtViewport::cameraMoved, m_viewport,
@@ -80,6 +81,11 @@ void QtModelView::makeViewport()
                      [this](const QPointF& position, Qt::MouseButton button) {
                          if (button == Qt::LeftButton && !m_hand->click(position))
                              select(position);
+                     });
+    QObject::connect(m_viewport, &vfApplication::QtViewport::doubleClicked, m_viewport,
+                     [this](const QPointF& position) {
+                         if (m_hand->getTool() == Tool::Select)
+                             approach(position);
                      });
     m_hand = std::make_unique<ModelHand>(*m_viewport, model(),
                                          [this](const QPointF& position) { return pick(position); });
@@ -105,6 +111,10 @@ void QtModelView::redraw()
     const Background background =
         m_style.background.value_or(Background{settings.getBackgroundTop(), settings.getBackgroundBottom()});
     m_viewport->setBackground(background.top, background.bottom);
+    const MouseSettings& mouse = settings.getMouse();
+    m_viewport->setOrbit(mouse.isTrackball ? vfApplication::QtViewport::Orbit::Trackball
+                                           : vfApplication::QtViewport::Orbit::Turntable);
+    m_viewport->setOrbitSpeed(mouse.orbitPercent / 100.0);
     m_scene->setSelection(model().getSelection());
     m_scene->setMeasurements(model().getMeasurements(), m_hand->getPoints());
     m_viewport->update();
@@ -225,18 +235,31 @@ std::optional<vfApplication::QtViewport::Hit> QtModelView::pick(const QPointF& p
     return hit;
 }
 
+osg::Node* QtModelView::partOf(const vfApplication::QtViewport::Hit& hit) const
+{
+    const auto parts = model().getModelScene().parts();
+    osg::Node* part = nullptr;
+    for (osg::Node* node : hit.path) {
+        if (std::find(parts.begin(), parts.end(), node) != parts.end())
+            part = node;
+    }
+    return part;
+}
+
+void QtModelView::approach(const QPointF& position)
+{
+    const auto hit = pick(position);
+    osg::Node* part = hit ? partOf(*hit) : nullptr;
+    if (!part)
+        return;
+    fit(part);
+    m_viewport->setPivot(hit->point);
+}
+
 void QtModelView::select(const QPointF& position)
 {
     const auto hit = pick(position);
-    osg::Node* picked = nullptr;
-    if (hit) {
-        const auto parts = model().getModelScene().parts();
-        for (osg::Node* node : hit->path) {
-            if (std::find(parts.begin(), parts.end(), node) != parts.end())
-                picked = node;
-        }
-    }
-    model().setSelection(picked);
+    model().setSelection(hit ? partOf(*hit) : nullptr);
     getDocument()->updateAllViews(nullptr);
     if (auto* shell = vfApplication::QtApplication::instance())
         shell->updateActions();

@@ -17,7 +17,7 @@ namespace vfViewer {
 class ModelDocument;
 class ModelHand;
 
-/// Shows a model in the window: it can be turned with the mouse, and a click selects a part.
+/// Shows a model in the window. A drag orbits, a click selects a part, a double click fits it into the view.
 class QtModelView : public vfApplication::QtView, public ModelView
 {
 public:
@@ -57,6 +57,8 @@ private:
     void place();
     void take(const CameraPlacement& camera);
     std::optional<vfApplication::QtViewport::Hit> pick(const QPointF& position) const;
+    osg::Node* partOf(const vfApplication::QtViewport::Hit& hit) const;
+    void approach(const QPointF& position);
     void select(const QPointF& position);
 
     QPointer<QWidget> m_place; ///< of the viewport

@@ -49,6 +49,10 @@ const vfBase::ClassInfo QtModelPage::s_classInfo("vfViewer", "QtModelPage", "vfV
                                                  &ModelPage::s_classInfo, nullptr, sizeof(QtModelPage),
                                                  createPage<QtModelPage>);
 
+const vfBase::ClassInfo QtMousePage::s_classInfo("vfViewer", "QtMousePage", "vfViewer::QtMousePage",
+                                                 &MousePage::s_classInfo, nullptr, sizeof(QtMousePage),
+                                                 createPage<QtMousePage>);
+
 const vfBase::ClassInfo* QtRecentFilesPage::getClassInfo() const
 {
     return &s_classInfo;
@@ -194,12 +198,52 @@ void QtModelPage::applyOptions()
     updateOpenModels();
 }
 
+const vfBase::ClassInfo* QtMousePage::getClassInfo() const
+{
+    return &s_classInfo;
+}
+
+QString QtMousePage::getTitle()
+{
+    return tr("Mouse");
+}
+
+QWidget* QtMousePage::createWidget(QWidget& parent)
+{
+    auto* page = new QWidget(&parent);
+    m_orbit = new QComboBox(page);
+    m_orbit->setObjectName(QStringLiteral("orbit"));
+    m_orbit->addItems({tr("Turntable: the up axis stays upright"), tr("Trackball: in all directions")});
+    m_orbit->setCurrentIndex(mouse.isTrackball ? 1 : 0);
+    m_speed = new QSpinBox(page);
+    m_speed->setObjectName(QStringLiteral("orbitPercent"));
+    m_speed->setRange(MouseSettings::slowest, MouseSettings::fastest);
+    m_speed->setSingleStep(10);
+    m_speed->setSuffix(tr(" %"));
+    m_speed->setValue(mouse.orbitPercent);
+    auto* form = new QFormLayout(page);
+    form->addRow(tr("Orbiting:"), m_orbit);
+    form->addRow(tr("Speed of orbiting:"), m_speed);
+    return page;
+}
+
+void QtMousePage::applyOptions()
+{
+    if (m_orbit) {
+        mouse.isTrackball = m_orbit->currentIndex() == 1;
+        mouse.orbitPercent = m_speed->value();
+    }
+    MousePage::applyOptions();
+    updateOpenModels();
+}
+
 void announceQtOptionsPages()
 {
     auto& pages = vfApplication::Registry::instance().getOptionsPageManager();
     pages.addOptionsPageId(QtRecentFilesPage::s_classInfo.getClassId());
     pages.addOptionsPageId(QtPicturePage::s_classInfo.getClassId());
     pages.addOptionsPageId(QtModelPage::s_classInfo.getClassId());
+    pages.addOptionsPageId(QtMousePage::s_classInfo.getClassId());
 }
 
 } // namespace vfViewer

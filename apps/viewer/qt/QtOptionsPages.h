@@ -80,6 +80,26 @@ private:
     QPointer<QSpinBox> m_history;
 };
 
+/// The page of the mouse, to be seen.
+class QtMousePage : public MousePage, public vfApplication::QtOptionsContents
+{
+    Q_DECLARE_TR_FUNCTIONS(vfViewer::QtMousePage)
+
+public:
+    static const vfBase::ClassInfo s_classInfo;
+
+    const vfBase::ClassInfo* getClassInfo() const override;
+    QString getTitle() override;
+    QWidget* createWidget(QWidget& parent) override;
+
+    /// Open models follow at once.
+    void applyOptions() override;
+
+private:
+    QPointer<QComboBox> m_orbit;
+    QPointer<QSpinBox> m_speed;
+};
+
 /// Announces the pages of the viewer with widgets.
 void announceQtOptionsPages();
 

@@ -36,6 +36,10 @@ const vfBase::ClassInfo ModelPage::s_classInfo("vfViewer", "ModelPage", "vfViewe
                                                &UiOptionsPage::s_classInfo, nullptr, sizeof(ModelPage),
                                                createPage<ModelPage>);
 
+const vfBase::ClassInfo MousePage::s_classInfo("vfViewer", "MousePage", "vfViewer::MousePage",
+                                               &UiOptionsPage::s_classInfo, nullptr, sizeof(MousePage),
+                                               createPage<MousePage>);
+
 const vfBase::ClassInfo* RecentFilesPage::getClassInfo() const
 {
     return &s_classInfo;
@@ -121,12 +125,43 @@ void ModelPage::applyOptions()
     ViewerSettings::instance().setHistoryMegabytes(historyMegabytes);
 }
 
+const vfBase::ClassInfo* MousePage::getClassInfo() const
+{
+    return &s_classInfo;
+}
+
+const char* MousePage::getGroupName()
+{
+    return "Mouse";
+}
+
+const char* MousePage::getGroupIconName()
+{
+    return "OptionsMouse";
+}
+
+int MousePage::getGroupOrder()
+{
+    return 3;
+}
+
+void MousePage::loadOptions()
+{
+    mouse = ViewerSettings::instance().getMouse();
+}
+
+void MousePage::applyOptions()
+{
+    ViewerSettings::instance().setMouse(mouse);
+}
+
 void announceOptionsPages()
 {
     auto& pages = vfApplication::Registry::instance().getOptionsPageManager();
     pages.addOptionsPageId(RecentFilesPage::s_classInfo.getClassId());
     pages.addOptionsPageId(PicturePage::s_classInfo.getClassId());
     pages.addOptionsPageId(ModelPage::s_classInfo.getClassId());
+    pages.addOptionsPageId(MousePage::s_classInfo.getClassId());
 }
 
 } // namespace vfViewer

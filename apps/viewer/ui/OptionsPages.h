@@ -3,6 +3,7 @@
 
 #include "model/Measurement.h"
 #include "model/ViewStyle.h"
+#include "model/ViewerSettings.h"
 
 #include <velaforge/shell/UiOptionsPage.h>
 
@@ -65,6 +66,23 @@ public:
     // What the page shows, see ViewerSettings.
     Units units;
     int historyMegabytes = 1;
+};
+
+/// How the mouse moves the camera.
+class MousePage : public vfApplication::UiOptionsPage
+{
+public:
+    static const vfBase::ClassInfo s_classInfo;
+
+    const vfBase::ClassInfo* getClassInfo() const override;
+    const char* getGroupName() override;
+    const char* getGroupIconName() override;
+    int getGroupOrder() override;
+    void loadOptions() override;
+    void applyOptions() override;
+
+    /// What the page shows, see ViewerSettings.
+    MouseSettings mouse;
 };
 
 /// Announces the pages of the viewer.

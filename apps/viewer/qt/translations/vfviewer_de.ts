@@ -143,6 +143,33 @@
     </message>
 </context>
 <context>
+    <name>vfViewer::QtMousePage</name>
+    <message>
+        <source>Mouse</source>
+        <translation>Maus</translation>
+    </message>
+    <message>
+        <source>Turntable: the up axis stays upright</source>
+        <translation>Drehteller: die Hochachse bleibt aufrecht</translation>
+    </message>
+    <message>
+        <source>Trackball: in all directions</source>
+        <translation>Rollkugel: in alle Richtungen</translation>
+    </message>
+    <message>
+        <source> %</source>
+        <translation> %</translation>
+    </message>
+    <message>
+        <source>Orbiting:</source>
+        <translation>Drehen:</translation>
+    </message>
+    <message>
+        <source>Speed of orbiting:</source>
+        <translation>Geschwindigkeit beim Drehen:</translation>
+    </message>
+</context>
+<context>
     <name>vfViewer::QtPicturePage</name>
     <message>
         <source>Pictures</source>
