@@ -3,6 +3,7 @@
 #include "Viewer.h"
 
 #include "model/ModelView.h"
+#include "qt/StatisticsPanel.h"
 #include "support/ModelDigest.h"
 
 #include <velaforge/commands/CommandProcessor.h>
@@ -18,15 +19,19 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QDockWidget>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
 #include <QPushButton>
 #include <QSlider>
+#include <QStatusBar>
 #include <QTableWidget>
 #include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 using vfTest::Hand;
 using vfTest::Program;
@@ -284,7 +289,7 @@ TEST_F(Inspect, TheTreeIsSearchedAndFollowsTheSelection)
         }));
         viewer.hand.click(
             viewer.ui([&] { return Viewer::onScreen(find<QLineEdit>(viewer, "sceneSearch")); }));
-        viewer.hand.type("SAIL");
+        viewer.hand.type("MAINS");
         EXPECT_TRUE(
             viewer.waitFor([&] { return find<QTreeWidget>(viewer, "sceneTree").topLevelItemCount() == 1; }));
         viewer.hand.click(viewer.ui([&] {
@@ -310,6 +315,92 @@ TEST_F(Inspect, TheTreeIsSearchedAndFollowsTheSelection)
         viewer.ui([&] {
             EXPECT_EQ(rows - 1, find<QTreeWidget>(viewer, "sceneTree").topLevelItem(0)->childCount());
         });
+    });
+}
+
+TEST_F(Inspect, TheTreeNamesTheFileAndKeepsItsShapeWhenAPartIsMoved)
+{
+    withSailboat([](Viewer& viewer) {
+        const auto rows = [&] {
+            return viewer.ui([&] {
+                QStringList texts;
+                for (QTreeWidgetItemIterator item(&find<QTreeWidget>(viewer, "sceneTree")); *item; ++item)
+                    texts << (*item)->text(0);
+                return texts;
+            });
+        };
+        const QStringList before = rows();
+        EXPECT_EQ(QLatin1String("sailboat.obj"), before.value(0));
+        selectByClick(viewer, "hull");
+        viewer.ui([&] { viewer.program().invoke("vfViewer::Move", "1,0,0"); });
+        EXPECT_LT(0.5, boundsOf(viewer, "hull").center().x());
+        EXPECT_EQ(before, rows());
+        EXPECT_EQ("hull", viewer.ui([&] { return selection(viewer); }));
+        EXPECT_EQ(QLatin1String("hull"),
+                  viewer.ui([&] { return find<QTreeWidget>(viewer, "sceneTree").currentItem()->text(0); }));
+        // Removed, and brought back by undoing.
+        viewer.ui([&] { viewer.program().invoke("vfViewer::Remove"); });
+        EXPECT_EQ(before.size() - 1, rows().size());
+        viewer.hand.key("Ctrl+Z");
+        EXPECT_TRUE(viewer.waitFor([&] { return viewer.part("hull") != nullptr; }));
+        EXPECT_EQ(before, rows());
+    });
+}
+
+TEST_F(Inspect, StatisticsAreReadableAtTheWidthInWhichTheyOpen)
+{
+    withSailboat([](Viewer& viewer) {
+        auto* dock = viewer.ui([&] {
+            auto* made = new QDockWidget(&viewer.program().window());
+            made->setWidget(new vfViewer::StatisticsPanel(*made));
+            viewer.program().window().addDockWidget(Qt::RightDockWidgetArea, made);
+            return made;
+        });
+        Program::pause(300);
+        viewer.keepPicture("viewer-statistics.png");
+        viewer.ui([&] {
+            const auto& facts = *dock->findChild<QTableWidget*>(QStringLiteral("statistics"));
+            ASSERT_LT(5, facts.rowCount());
+            for (int row = 0; row < facts.rowCount(); ++row) {
+                const QRect value = facts.visualItemRect(facts.item(row, 1));
+                const int wanted = facts.fontMetrics().horizontalAdvance(facts.item(row, 1)->text());
+                EXPECT_TRUE(facts.viewport()->rect().contains(value))
+                    << facts.item(row, 0)->text().toStdString();
+                EXPECT_LE(wanted, value.width()) << facts.item(row, 1)->text().toStdString();
+                const int label = facts.fontMetrics().horizontalAdvance(facts.item(row, 0)->text());
+                EXPECT_LE(label, facts.columnWidth(0)) << facts.item(row, 0)->text().toStdString();
+            }
+        });
+    });
+}
+
+TEST_F(Inspect, TheStatusBarTellsTheSizeOfTheModelAndTheSelection)
+{
+    withSailboat([](Viewer& viewer) {
+        const auto texts = [&] {
+            return viewer.ui([&] {
+                QStringList all;
+                for (const QLabel* label : viewer.program().window().statusBar()->findChildren<QLabel*>()) {
+                    if (label->isVisible())
+                        all << label->text();
+                }
+                return all.join(QLatin1Char('|')).toStdString();
+            });
+        };
+        EXPECT_TRUE(viewer.waitFor([&] {
+            const auto labels = viewer.program().window().statusBar()->findChildren<QLabel*>();
+            return std::any_of(labels.begin(), labels.end(), [](const QLabel* label) {
+                return label->text().contains(QLatin1String("triangles"));
+            });
+        }));
+        EXPECT_THAT(texts(), testing::HasSubstr(" × "));
+        EXPECT_THAT(texts(), testing::Not(testing::HasSubstr("hull")));
+        selectByClick(viewer, "hull");
+        EXPECT_THAT(texts(), testing::HasSubstr("hull"));
+        viewer.keepPicture("viewer-status.png");
+        viewer.ui([&] { viewer.program().invoke("vfApplicationQt::ActionClose"); });
+        EXPECT_TRUE(viewer.waitFor([&] { return viewer.model() == nullptr; }));
+        EXPECT_THAT(texts(), testing::Not(testing::HasSubstr("triangles")));
     });
 }
 

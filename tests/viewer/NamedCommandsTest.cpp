@@ -906,7 +906,7 @@ TEST(NamedCommands, PropertiesAreThoseOfTheTarget)
     shop.invoke("vfViewer::Rename", "arm");
     const std::string told = printed("vfViewer::PrintProperties");
     const std::string triangles = std::to_string(vfViewer::countModel(part).triangles);
-    for (const std::string& line : {std::string("Name: arm"), std::string("Kind: ") + part.className(),
+    for (const std::string& line : {std::string("Name: arm"), std::string("Kind: Mesh"),
                                     "Triangles: " + triangles, std::string("Material: ")})
         EXPECT_THAT(told, HasSubstr(line));
     shop.invoke("vfViewer::SetColor", "0.25,0.5,0.75");

@@ -24,6 +24,8 @@ struct QtStatusBarPrivate
             label = new QLabel(bar);
             label->setObjectName(QStringLiteral("status%1").arg(int(kind)));
             label->setTextFormat(Qt::PlainText);
+            const int gap = bar->fontMetrics().averageCharWidth();
+            label->setContentsMargins(gap, 0, gap, 0);
             bar->addPermanentWidget(label);
         }
         return label;

@@ -11,6 +11,7 @@
 #include <osg/Texture>
 #include <osg/TriangleIndexFunctor>
 
+#include <algorithm>
 #include <locale>
 #include <set>
 #include <sstream>
@@ -25,6 +26,37 @@ struct TriangleCounter
     unsigned long long triangles = 0;
 };
 
+/// Returns the triangles of one primitive of so many vertices.
+unsigned long long trianglesOf(GLenum mode, unsigned long long vertices)
+{
+    switch (mode) {
+    case GL_TRIANGLES:
+        return vertices / 3;
+    case GL_QUADS:
+        return vertices / 4 * 2;
+    case GL_QUAD_STRIP:
+        return vertices / 2 * 2 - std::min(vertices, 2ull);
+    case GL_TRIANGLE_STRIP:
+    case GL_TRIANGLE_FAN:
+    case GL_POLYGON:
+        return vertices - std::min(vertices, 2ull);
+    default:
+        return 0;
+    }
+}
+
+/// Returns the number of triangles without looking at each.
+unsigned long long trianglesOf(const osg::PrimitiveSet& primitives)
+{
+    const auto* lengths = dynamic_cast<const osg::DrawArrayLengths*>(&primitives);
+    if (!lengths)
+        return trianglesOf(primitives.getMode(), primitives.getNumIndices());
+    unsigned long long triangles = 0;
+    for (const GLsizei length : *lengths)
+        triangles += trianglesOf(primitives.getMode(), static_cast<unsigned long long>(std::max(length, 0)));
+    return triangles;
+}
+
 /// Counts what is drawn, each place where it hangs.
 class Count : public osg::NodeVisitor
 {
@@ -33,13 +65,18 @@ public:
 
     void apply(osg::Drawable& drawable) override
     {
-        osg::TriangleIndexFunctor<TriangleCounter> counter;
-        drawable.accept(counter);
-        counted.triangles += counter.triangles;
+        ++counted.parts;
         const osg::Geometry* geometry = drawable.asGeometry();
-        if (geometry && geometry->getVertexArray())
+        if (!geometry) {
+            osg::TriangleIndexFunctor<TriangleCounter> counter;
+            drawable.accept(counter);
+            counted.triangles += counter.triangles;
+            return;
+        }
+        if (geometry->getVertexArray())
             counted.vertices += geometry->getVertexArray()->getNumElements();
-        ++counted.drawables;
+        for (const osg::ref_ptr<osg::PrimitiveSet>& primitives : geometry->getPrimitiveSetList())
+            counted.triangles += trianglesOf(*primitives);
     }
 
     ModelStatistics counted;
@@ -159,9 +196,9 @@ std::string describe(const ModelStatistics& statistics)
     std::ostringstream text;
     text.imbue(std::locale::classic());
     text << statistics.triangles << " triangles and " << statistics.vertices << " vertices in "
-         << statistics.drawables << (statistics.drawables == 1 ? " drawable" : " drawables") << ", "
-         << statistics.materials << (statistics.materials == 1 ? " material" : " materials") << ", "
-         << statistics.textures << (statistics.textures == 1 ? " texture" : " textures") << ", "
+         << statistics.parts << (statistics.parts == 1 ? " part" : " parts") << ", " << statistics.materials
+         << (statistics.materials == 1 ? " material" : " materials") << ", " << statistics.textures
+         << (statistics.textures == 1 ? " texture" : " textures") << ", "
          << describeMemory(statistics.memory);
     const osg::BoundingBox& box = statistics.bounds;
     if (box.valid())

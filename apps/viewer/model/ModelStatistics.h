@@ -19,7 +19,7 @@ struct ModelStatistics
 {
     unsigned long long triangles = 0;
     unsigned long long vertices = 0;
-    unsigned long long drawables = 0;
+    unsigned long long parts = 0;
     unsigned long long materials = 0; ///< and the following: each counts once, wherever it is used
     unsigned long long textures = 0;
     unsigned long long memory = 0; ///< bytes of points, primitives and images
@@ -37,7 +37,7 @@ std::string describeMemory(unsigned long long bytes);
 /// @return "3 steps hold 1.2 MB of at most 512 MB"
 std::string describeHistory(const ModelScene& scene);
 
-/// @return "12 triangles and 8 vertices in 1 drawable, 1 material, 0 textures, 1.2 kB; 1 wide, 1 deep, 1 high"
+/// @return "12 triangles and 8 vertices in 1 part, 1 material, 0 textures, 1.2 kB; 1 wide, 1 deep, 1 high"
 std::string describe(const ModelStatistics& statistics);
 
 } // namespace vfViewer

@@ -3,6 +3,7 @@
 
 #include "model/ModelScene.h"
 #include "model/ModelStatistics.h"
+#include "model/NodeKind.h"
 
 #include <osg/ComputeBoundsVisitor>
 #include <osg/Image>
@@ -103,7 +104,7 @@ std::vector<NodeProperty> propertiesOf(osg::Node& node, const ModelScene& scene)
 {
     std::vector<NodeProperty> properties;
     properties.push_back({"Name", node.getName()});
-    properties.push_back({"Kind", node.className()});
+    properties.push_back({"Kind", kindOf(node)});
     const osg::NodePathList paths = node.getParentalNodePaths(&scene.root());
     const bool isShown = std::any_of(paths.begin(), paths.end(), [](const osg::NodePath& path) {
         return std::all_of(path.begin(), path.end(),

@@ -141,6 +141,11 @@ TransformCommand::TransformCommand(const char* name, ModelScene& scene, osg::Nod
     MadeHere::mark(*m_transform);
 }
 
+bool TransformCommand::isPlacement(const osg::Node& node)
+{
+    return node.asTransform() && MadeHere::isMarked(node);
+}
+
 osg::Matrixd TransformCommand::aboutMiddle(osg::Node& node, const osg::Matrixd& matrix)
 {
     osg::ComputeBoundsVisitor visitor;

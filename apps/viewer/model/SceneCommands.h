@@ -124,6 +124,9 @@ public:
     /// @return the same in those of what the node hangs in
     static osg::Matrixd inFrameOf(osg::Node& node, const ModelScene& scene, const osg::Matrixd& inScene);
 
+    /// Returns whether @p node is a transform that such a command has put above a part.
+    static bool isPlacement(const osg::Node& node);
+
     /// @return what turns and scales about the middle of the node when it is applied
     static osg::Matrixd aboutMiddle(osg::Node& node, const osg::Matrixd& matrix);
 

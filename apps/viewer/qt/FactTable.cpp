@@ -6,6 +6,8 @@
 #include <QEvent>
 #include <QHeaderView>
 
+#include <algorithm>
+
 namespace vfViewer {
 
 FactTable::FactTable(QWidget& parent, const char* name) : QTableWidget(&parent)
@@ -16,7 +18,8 @@ FactTable::FactTable(QWidget& parent, const char* name) : QTableWidget(&parent)
     setSelectionMode(QAbstractItemView::NoSelection);
     setShowGrid(false);
     horizontalHeader()->hide();
-    horizontalHeader()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setWordWrap(false);
     horizontalHeader()->setStretchLastSection(true);
     verticalHeader()->hide();
     if (auto* shell = vfApplication::QtApplication::instance())
@@ -27,7 +30,9 @@ void FactTable::addRow(const QString& name, const QString& value)
 {
     const int row = rowCount();
     insertRow(row);
-    setItem(row, 0, new QTableWidgetItem(name));
+    auto* label = new QTableWidgetItem(name);
+    label->setToolTip(name);
+    setItem(row, 0, label);
     auto* item = new QTableWidgetItem(value);
     item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
     item->setToolTip(value);
@@ -41,6 +46,18 @@ void FactTable::refresh()
         return;
     setRowCount(0);
     fill();
+    fitColumns();
+}
+
+void FactTable::fitColumns()
+{
+    setColumnWidth(0, std::min(sizeHintForColumn(0), viewport()->width() / 2));
+}
+
+void FactTable::resizeEvent(QResizeEvent* event)
+{
+    QTableWidget::resizeEvent(event);
+    fitColumns();
 }
 
 void FactTable::showEvent(QShowEvent* event)

@@ -22,6 +22,10 @@ protected:
 
     void addRow(const QString& name, const QString& value);
 
+    /// Shares the width between the columns: all of the names, but never more than half.
+    void fitColumns();
+
+    void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void changeEvent(QEvent* event) override;
 };

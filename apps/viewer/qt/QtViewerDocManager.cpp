@@ -8,6 +8,7 @@
 #include "model/Session.h"
 #include "qt/LoadDialog.h"
 #include "qt/QtModelView.h"
+#include "qt/StatusSummary.h"
 #include "reading/ReadJob.h"
 
 #include <velaforge/application/Application.h>
@@ -53,6 +54,8 @@ QtViewerDocManager::~QtViewerDocManager() = default;
 
 void QtViewerDocManager::begin()
 {
+    if (!m_summary && vfApplication::QtApplication::instance())
+        m_summary = std::make_unique<StatusSummary>();
     // The files that were named come first; while they are read there is no window yet that could ask.
     if (m_isReading) {
         QTimer::singleShot(beginningInterval, m_timer.get(), [this] { begin(); });

@@ -14,6 +14,8 @@ class QTimer;
 
 namespace vfViewer {
 
+class StatusSummary;
+
 /// The viewer's document manager with a window: what goes wrong stands on standard error and in the window.
 class QtViewerDocManager : public vfApplication::QtDocManager,
                            public FailureLog,
@@ -64,6 +66,7 @@ private:
     std::unique_ptr<Recovery> m_recovery;
     std::unique_ptr<QTimer> m_timer;
     std::unique_ptr<QTimer> m_clock;
+    std::unique_ptr<StatusSummary> m_summary;
     QElapsedTimer m_sinceTick;
     bool m_isReading = false;
 };

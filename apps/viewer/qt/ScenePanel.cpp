@@ -3,9 +3,13 @@
 
 #include "model/ModelDocument.h"
 #include "model/NamedCommands.h"
+#include "model/NodeKind.h"
+#include "model/SceneCommands.h"
+#include "ui/Menus.h"
 
 #include <velaforge/qt/QtApplication.h>
 
+#include <QCoreApplication>
 #include <QEvent>
 #include <QLineEdit>
 #include <QMenu>
@@ -26,17 +30,23 @@ namespace {
 /// So many are shown of what was found; whoever wants another one types on.
 constexpr std::size_t mostFound = 500;
 
+QString kindLabel(const osg::Node& node)
+{
+    return QCoreApplication::translate(translationContext, kindOf(node));
+}
+
 QString labelOf(const osg::Node& node)
 {
-    const QString name = QString::fromStdString(node.getName());
-    return name.isEmpty() ? QString::fromLatin1(node.className()) : name;
+    const ModelDocument* document = activeModel();
+    const QString name = QString::fromStdString(document ? nameOf(node, *document) : node.getName());
+    return name.isEmpty() ? kindLabel(node) : name;
 }
 
 /// @return whether there is more to be shown below a node: what is drawn for a part is the part
 bool hasParts(osg::Node& node)
 {
-    const osg::Group* group = node.asGroup();
-    return group && !node.asGeode() && group->getNumChildren() > 0;
+    osg::Group* group = node.asGroup();
+    return group && !node.asGeode() && !shownChildren(*group).empty();
 }
 
 /// Goes over the nodes whose names hold a text, each once.
@@ -50,7 +60,8 @@ public:
     void apply(osg::Node& node) override
     {
         const bool isKnown = std::find(found.begin(), found.end(), &node) != found.end();
-        if (!isKnown && found.size() < mostFound && labelOf(node).contains(m_text, Qt::CaseInsensitive))
+        if (!isKnown && !TransformCommand::isPlacement(node) && found.size() < mostFound &&
+            labelOf(node).contains(m_text, Qt::CaseInsensitive))
             found.push_back(&node);
         if (found.size() < mostFound && hasParts(node))
             traverse(node);
@@ -118,7 +129,7 @@ void ScenePanel::update(QTreeWidgetItem& item)
     if (!node)
         return;
     item.setText(0, labelOf(*node));
-    item.setToolTip(0, QString::fromLatin1(node->className()));
+    item.setToolTip(0, kindLabel(*node));
     item.setCheckState(0, node->getNodeMask() != 0 ? Qt::Checked : Qt::Unchecked);
     for (int i = 0; i < item.childCount(); ++i)
         update(*item.child(i));
@@ -129,10 +140,9 @@ void ScenePanel::unfold(QTreeWidgetItem& item)
     osg::Node* node = nodeOf(&item);
     if (item.childCount() > 0 || !node || !hasParts(*node))
         return;
-    osg::Group* group = node->asGroup();
     const bool wasFilling = std::exchange(m_isFilling, true);
-    for (unsigned int i = 0; i < group->getNumChildren(); ++i)
-        addItem(item, *group->getChild(i));
+    for (osg::Node* child : shownChildren(*node->asGroup()))
+        addItem(item, *child);
     m_isFilling = wasFilling;
 }
 
@@ -140,21 +150,23 @@ void ScenePanel::unfold(QTreeWidgetItem& item)
 bool ScenePanel::isCurrent() const
 {
     const ModelDocument* document = activeModel();
-    const osg::Node* root = document ? &document->scene() : nullptr;
+    osg::Node* root = document ? &document->scene() : nullptr;
     if (m_root.get() != root || (root && !m_search->text().isEmpty()))
         return !root && !m_root.valid();
-    const std::function<bool(const QTreeWidgetItem&, const osg::Group&)> isSame =
-        [&](const QTreeWidgetItem& item, const osg::Group& group) {
-            for (int i = 0; i < item.childCount(); ++i) {
-                const osg::Node* node = nodeOf(item.child(i));
-                if (static_cast<unsigned int>(i) >= group.getNumChildren() ||
-                    node != group.getChild(static_cast<unsigned int>(i)))
-                    return false;
-                if (item.child(i)->childCount() > 0 && !isSame(*item.child(i), *node->asGroup()))
-                    return false;
-            }
-            return static_cast<unsigned int>(item.childCount()) == group.getNumChildren();
-        };
+    const std::function<bool(const QTreeWidgetItem&, osg::Group&)> isSame = [&](const QTreeWidgetItem& item,
+                                                                                osg::Group& group) {
+        const std::vector<osg::Node*> children = shownChildren(group);
+        if (static_cast<std::size_t>(item.childCount()) != children.size())
+            return false;
+        for (int i = 0; i < item.childCount(); ++i) {
+            osg::Node* node = nodeOf(item.child(i));
+            if (node != children[static_cast<std::size_t>(i)])
+                return false;
+            if (item.child(i)->childCount() > 0 && !isSame(*item.child(i), *node->asGroup()))
+                return false;
+        }
+        return true;
+    };
     return !root || isSame(*m_tree->invisibleRootItem(), *root->asGroup());
 }
 
@@ -168,8 +180,8 @@ void ScenePanel::rebuild()
     if (document && !m_search->text().isEmpty()) {
         showFound(m_search->text());
     } else if (document) {
-        for (unsigned int i = 0; i < document->scene().getNumChildren(); ++i) {
-            QTreeWidgetItem* item = addItem(*m_tree->invisibleRootItem(), *document->scene().getChild(i));
+        for (osg::Node* child : shownChildren(document->scene())) {
+            QTreeWidgetItem* item = addItem(*m_tree->invisibleRootItem(), *child);
             // Down to where there is something to choose from.
             for (QTreeWidgetItem* one = item; one; one = one->childCount() == 1 ? one->child(0) : nullptr) {
                 unfold(*one);
@@ -202,7 +214,7 @@ QTreeWidgetItem* ScenePanel::itemOf(const osg::Node& node)
         return nullptr;
     QTreeWidgetItem* item = m_tree->invisibleRootItem();
     for (const osg::Node* next : paths.front()) {
-        if (next == m_root.get())
+        if (next == m_root.get() || TransformCommand::isPlacement(*next))
             continue;
         unfold(*item);
         QTreeWidgetItem* below = nullptr;

@@ -5,6 +5,7 @@
 #include "model/ModelStatistics.h"
 #include "model/NamedCommands.h"
 #include "model/NodeProperties.h"
+#include "ui/Menus.h"
 
 #include <QCoreApplication>
 #include <QLocale>
@@ -19,10 +20,10 @@ void StatisticsPanel::fill()
         return;
     const ModelStatistics counted = countModel(*target);
     const QLocale locale;
-    addRow(tr("Of"), document->getSelection() ? tr("the selected part") : tr("the whole model"));
+    addRow(tr("Counted"), document->getSelection() ? tr("selected part") : tr("whole model"));
     addRow(tr("Triangles"), locale.toString(counted.triangles));
     addRow(tr("Vertices"), locale.toString(counted.vertices));
-    addRow(tr("Drawables"), locale.toString(counted.drawables));
+    addRow(tr("Parts"), locale.toString(counted.parts));
     addRow(tr("Materials"), locale.toString(counted.materials));
     addRow(tr("Textures"), locale.toString(counted.textures));
     addRow(tr("Memory"), locale.formattedDataSize(qint64(counted.memory), 1, QLocale::DataSizeSIFormat));
@@ -33,9 +34,9 @@ void StatisticsPanel::fill()
         addRow(tr("Height (z)"), locale.toString(double(size.z()), 'g', 6));
     }
     const ModelScene& scene = document->getModelScene();
-    addRow(tr("Steps that can be undone or redone"), locale.toString(qulonglong(scene.getHistoryLength())));
-    addRow(tr("They hold"),
-           tr("%1 of at most %2")
+    addRow(tr("Undo steps"), locale.toString(qulonglong(scene.getHistoryLength())));
+    addRow(tr("Undo memory"),
+           tr("%1 of %2")
                .arg(locale.formattedDataSize(qint64(scene.getHistoryMemory()), 1, QLocale::DataSizeSIFormat),
                     locale.formattedDataSize(qint64(scene.getHistoryLimit()), 1, QLocale::DataSizeSIFormat)));
 }
@@ -47,7 +48,7 @@ void PropertiesPanel::fill()
     if (!target)
         return;
     for (const NodeProperty& property : propertiesOf(*target, document->getModelScene()))
-        addRow(QCoreApplication::translate("vfViewer", property.name),
+        addRow(QCoreApplication::translate(translationContext, property.name),
                QString::fromStdString(property.value));
 }
 

@@ -359,28 +359,12 @@
 <context>
     <name>vfViewer::StatisticsPanel</name>
     <message>
-        <source>Of</source>
-        <translation>Von</translation>
-    </message>
-    <message>
-        <source>the selected part</source>
-        <translation>dem gewählten Teil</translation>
-    </message>
-    <message>
-        <source>the whole model</source>
-        <translation>dem ganzen Modell</translation>
-    </message>
-    <message>
         <source>Triangles</source>
         <translation>Dreiecke</translation>
     </message>
     <message>
         <source>Vertices</source>
         <translation>Punkte</translation>
-    </message>
-    <message>
-        <source>Drawables</source>
-        <translation>Zeichenobjekte</translation>
     </message>
     <message>
         <source>Width (x)</source>
@@ -407,16 +391,55 @@
         <translation>Speicher</translation>
     </message>
     <message>
-        <source>Steps that can be undone or redone</source>
-        <translation>Schritte, die rückgängig gemacht oder wiederholt werden können</translation>
+        <source>Counted</source>
+        <translation>Gezählt</translation>
     </message>
     <message>
-        <source>They hold</source>
-        <translation>Sie belegen</translation>
+        <source>selected part</source>
+        <translation>gewähltes Teil</translation>
     </message>
     <message>
-        <source>%1 of at most %2</source>
-        <translation>%1 von höchstens %2</translation>
+        <source>whole model</source>
+        <translation>ganzes Modell</translation>
+    </message>
+    <message>
+        <source>Parts</source>
+        <translation>Teile</translation>
+    </message>
+    <message>
+        <source>Undo steps</source>
+        <translation>Rückgängig-Schritte</translation>
+    </message>
+    <message>
+        <source>Undo memory</source>
+        <translation>Rückgängig-Speicher</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+</context>
+<context>
+    <name>vfViewer::StatusSummary</name>
+    <message>
+        <source>1 triangle</source>
+        <translation>1 Dreieck</translation>
+    </message>
+    <message>
+        <source>%1 triangles</source>
+        <translation>%1 Dreiecke</translation>
+    </message>
+    <message>
+        <source>1 point</source>
+        <translation>1 Punkt</translation>
+    </message>
+    <message>
+        <source>%1 points</source>
+        <translation>%1 Punkte</translation>
+    </message>
+    <message>
+        <source>animated: Space plays it</source>
+        <translation>animiert: Leertaste spielt ab</translation>
     </message>
 </context>
 </TS>
