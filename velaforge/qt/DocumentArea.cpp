@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/qt/internal/DocumentArea.h>
 
+#include <velaforge/qt/internal/DocumentTabs.h>
+#include <velaforge/qt/internal/Text.h>
 #include <velaforge/qt/internal/ViewFrame.h>
 
 #include <QCloseEvent>
@@ -9,8 +11,6 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QStackedWidget>
-#include <QTabBar>
-#include <QTabWidget>
 
 #include <functional>
 #include <map>
@@ -38,12 +38,9 @@ public:
     {
         m_stack = new QStackedWidget(&window);
         m_placeholder = makePlaceholder(*m_stack);
-        m_tabs = new QTabWidget(m_stack);
+        m_tabs = new DocumentTabs(m_stack);
         m_tabs->setObjectName(QStringLiteral("documents"));
-        m_tabs->setDocumentMode(true);
-        m_tabs->setMovable(true);
         m_tabs->setTabsClosable(hasButtons);
-        m_tabs->setElideMode(Qt::ElideMiddle);
         m_stack->addWidget(m_placeholder);
         m_stack->addWidget(m_tabs);
         window.setCentralWidget(m_stack);
@@ -74,11 +71,7 @@ public:
 
     void setTitle(ViewFrame& frame, const QString& title, const QString& toolTip, bool isModified) override
     {
-        const int index = m_tabs->indexOf(&frame);
-        QString label = title;
-        label.replace(QLatin1Char('&'), QLatin1String("&&"));
-        m_tabs->setTabText(index, isModified ? label + QLatin1Char('*') : label);
-        m_tabs->setTabToolTip(index, toolTip);
+        m_tabs->setTitle(frame, title, toolTip, isModified);
     }
 
     void retranslate() override
@@ -95,7 +88,7 @@ public:
 private:
     QStackedWidget* m_stack;
     QLabel* m_placeholder;
-    QTabWidget* m_tabs;
+    DocumentTabs* m_tabs;
 };
 
 /// Asks before it closes.
@@ -175,7 +168,7 @@ public:
         marked.replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
         sub->setWindowTitle(marked + QLatin1String("[*]"));
         sub->setWindowModified(isModified);
-        sub->setToolTip(toolTip);
+        sub->setToolTip(plainToolTip(toolTip));
     }
 
     void tile() override { m_mdi->tileSubWindows(); }

@@ -23,6 +23,7 @@
 
 #include <QActionGroup>
 #include <QCloseEvent>
+#include <QDir>
 #include <QDragEnterEvent>
 #include <QMenuBar>
 #include <QMimeData>
@@ -220,7 +221,9 @@ void MainWindow::onFrameActivated(ViewFrame* frame)
 void MainWindow::showNames(const Document& document)
 {
     const QString name = toQt(document.getUserReadableName());
-    const QString path = document.alreadySaved() ? toQt(document.getFilename()) : QString();
+    // The names of documents without a file are no absolute paths.
+    const QString file = toQt(document.getFilename());
+    const QString path = QDir::isAbsolutePath(file) ? file : QString();
     int number = 0;
     for (ViewFrame* frame : m_frames) {
         if (frame->view().getDocument() != &document)

@@ -281,6 +281,25 @@
     </message>
 </context>
 <context>
+    <name>vfApplication::DocumentTabs</name>
+    <message>
+        <source>&amp;Close</source>
+        <translation>S&amp;chließen</translation>
+    </message>
+    <message>
+        <source>Close &amp;others</source>
+        <translation>&amp;Andere schließen</translation>
+    </message>
+    <message>
+        <source>Copy &amp;path</source>
+        <translation>&amp;Pfad kopieren</translation>
+    </message>
+    <message>
+        <source>Show in &amp;folder</source>
+        <translation>Im &amp;Ordner zeigen</translation>
+    </message>
+</context>
+<context>
     <name>vfApplication::MainWindow</name>
     <message>
         <source>Drop a file here, or open one with %1</source>
