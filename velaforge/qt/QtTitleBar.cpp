@@ -61,7 +61,7 @@ void QtTitleBar::titleBarOperationA()
 void QtTitleBar::titleBarOperationB()
 {
     const vfBase::ApplicationInfo& info = vfBase::ApplicationInfo::instance();
-    const QIcon icon = findIcon(toQt(vfBase::VfString(info.getApplicationIconName())));
+    const QIcon icon = findPicture(toQt(vfBase::VfString(info.getApplicationIconName())));
     if (!icon.isNull())
         d->window.setWindowIcon(icon);
     if (!d->bar)

@@ -41,7 +41,7 @@ void Splash::show()
         return;
     QPixmap picture(name);
     if (picture.isNull())
-        picture = findIcon(name).pixmap(480, 300);
+        picture = findPicture(name).pixmap(480, 300);
     if (picture.isNull())
         return;
     m_screen = std::make_unique<QSplashScreen>(picture);

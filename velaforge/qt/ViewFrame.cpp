@@ -35,7 +35,7 @@ void ViewFrame::setContents(QWidget& widget, bool hasLogo, bool hasSlider)
         logo->setAttribute(Qt::WA_TransparentForMouseEvents);
         const int size = 2 * fontMetrics().height();
         const char* name = vfBase::ApplicationInfo::instance().getApplicationIconName();
-        logo->setPixmap(findIcon(toQt(vfBase::VfString(name))).pixmap(size, size));
+        logo->setPixmap(findPicture(toQt(vfBase::VfString(name))).pixmap(size, size));
         logo->setFixedSize(size, size);
         logo->move(size / 4, size / 4);
     }

@@ -1,14 +1,18 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <velaforge/qt/Export.h>
+
 #include <QIcon>
 #include <QString>
 
 namespace vfApplication {
 
-/// @param name  of an icon of this library or of the program ("<name>.svg" or "<name>.png" among its resources below
-///              "/icons"), or of the desktop's theme, or the path of a file
-/// @return an empty icon for an empty or unknown name
-QIcon findIcon(const QString& name);
+/// Returns the icon of a command or a page by its name: the program's own, in colours that suit the palette; else one that is
+/// named by its path; else the desktop's. Null if there is none.
+VFAPPLICATIONQT_EXPORT QIcon findIcon(const QString& name);
+
+/// Does the same in the colours of the file: for logos.
+VFAPPLICATIONQT_EXPORT QIcon findPicture(const QString& name);
 
 } // namespace vfApplication
