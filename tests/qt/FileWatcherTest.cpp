@@ -7,9 +7,11 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <string>
 #include <utility>
 #include <vector>
@@ -81,6 +83,35 @@ TEST(FileWatcher, TellsOnceHoweverManyWritesMakeOneChange)
     EXPECT_THAT(watched.wait(1), ElementsAre("changed a.txt"));
     overwriteFile(path, "another");
     EXPECT_THAT(watched.wait(1), ElementsAre("changed a.txt"));
+}
+
+TEST(FileWatcher, LooksAtManyFilesWithOneThread)
+{
+    const auto threads = [] {
+        return std::distance(fs::directory_iterator("/proc/self/task"), fs::directory_iterator());
+    };
+    Watched watched;
+    const auto before = threads();
+    constexpr int count = 100;
+    const std::string contents(1000000, 'x');
+    std::ptrdiff_t most = 0;
+    for (int i = 0; i < count; ++i) {
+        watched.watcher.add(watched.directory.write(std::to_string(i) + ".txt", contents));
+        most = std::max(most, threads());
+    }
+    EXPECT_LE(most, before + 1);
+    watched.rest();
+    // Something else beside them has all of them looked at.
+    for (int round = 0; round < 20; ++round) {
+        watched.directory.write("beside.txt", std::to_string(round));
+        for (int i = 0; i < 20; ++i) {
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 2);
+            most = std::max(most, threads());
+        }
+    }
+    EXPECT_LE(most, before + 1);
+    overwriteFile(watched.directory.file("42.txt"), "other");
+    EXPECT_THAT(watched.wait(1), ElementsAre("changed 42.txt"));
 }
 
 TEST(FileWatcher, AFileThatIsOnlyTouchedHasNotChanged)

@@ -7,6 +7,9 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
+#include <exception>
+#include <optional>
 #include <system_error>
 #include <thread>
 
@@ -134,22 +137,51 @@ void FileWatcher::onQuiet()
         look(path);
 }
 
+FileWatcher::Finding FileWatcher::lookAt(const Task& task)
+{
+    Finding finding{task.path, task.generation, stampOf(task.path), task.digest};
+    if (!(finding.stamp == task.stamp) || task.digest.isEmpty())
+        finding.digest = digestOf(task.path, finding.stamp);
+    return finding;
+}
+
+/// The body of the thread.
+void FileWatcher::work(const std::shared_ptr<Shared>& shared)
+{
+    std::unique_lock<std::mutex> lock(shared->mutex);
+    while (shared->owner && !shared->tasks.empty()) {
+        const Task task = std::move(shared->tasks.front());
+        shared->tasks.pop_front();
+        lock.unlock();
+        std::optional<Finding> finding;
+        try {
+            finding = lookAt(task);
+        } catch (const std::exception&) {
+            // Without memory it is as if nothing had happened to the file.
+        }
+        lock.lock();
+        if (!finding || !shared->owner)
+            continue;
+        shared->findings.push_back(std::move(*finding));
+        QCoreApplication::postEvent(shared->owner, new QEvent(QEvent::User));
+    }
+    shared->isWorking = false;
+}
+
 void FileWatcher::look(const std::string& path)
 {
     const Known& known = m_known.at(path);
-    const auto job = [shared = m_shared, path, generation = known.generation, stamp = known.stamp,
-                      digest = known.digest] {
-        Finding finding{path, generation, stampOf(path), digest};
-        if (!(finding.stamp == stamp) || digest.isEmpty())
-            finding.digest = digestOf(path, finding.stamp);
-        const std::lock_guard<std::mutex> lock(shared->mutex);
-        if (!shared->owner)
-            return;
-        shared->findings.push_back(std::move(finding));
-        QCoreApplication::postEvent(shared->owner, new QEvent(QEvent::User));
-    };
+    const std::lock_guard<std::mutex> lock(m_shared->mutex);
+    std::deque<Task>& tasks = m_shared->tasks;
+    tasks.erase(
+        std::remove_if(tasks.begin(), tasks.end(), [&path](const Task& task) { return task.path == path; }),
+        tasks.end());
+    tasks.push_back({path, known.generation, known.stamp, known.digest});
+    if (m_shared->isWorking)
+        return;
     try {
-        std::thread(job).detach();
+        std::thread(work, m_shared).detach();
+        m_shared->isWorking = true;
     } catch (const std::system_error&) {
         m_quiet.start(); // another time
     }

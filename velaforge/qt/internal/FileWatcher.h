@@ -9,6 +9,7 @@
 #include <QSet>
 #include <QTimer>
 
+#include <deque>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -21,7 +22,8 @@ namespace vfApplication {
 /// file was written in place, replaced by another, or removed and made anew. A file that was only touched has not
 /// changed. Files above 64 MiB are told apart by size and time alone.
 ///
-/// Files are looked at by threads that nobody waits for, after nothing has happened to them for a moment.
+/// One thread looks at the files, one after another, after nothing has happened to them for a moment. It ends when there are
+/// no more, and nobody waits for it.
 class VFAPPLICATIONQT_EXPORT FileWatcher : public QObject
 {
     Q_OBJECT
@@ -80,16 +82,29 @@ private:
         QByteArray digest;
     };
 
-    /// Outlives this object while threads are at work.
+    /// A file to look at, and what is known of it.
+    struct Task
+    {
+        std::string path;
+        int generation = 0;
+        Stamp stamp;
+        QByteArray digest;
+    };
+
+    /// Outlives this object while the thread is at work.
     struct Shared
     {
         std::mutex mutex;
         FileWatcher* owner = nullptr;
+        std::deque<Task> tasks; ///< at most one for each file
+        bool isWorking = false; ///< the thread exists, and takes what is in tasks
         std::vector<Finding>
             findings; ///< which the owner has been told of by an event, and has not taken yet
     };
 
     static Stamp stampOf(const std::string& path);
+    static void work(const std::shared_ptr<Shared>& shared);
+    static Finding lookAt(const Task& task);
     static QByteArray digestOf(const std::string& path, const Stamp& stamp);
     void look(const std::string& path);
     void onEvent();
