@@ -45,7 +45,7 @@ struct ActionFullScreen : ShellCommand
 {
     ActionFullScreen()
     {
-        describe(Commands::tr("&Full screen"), "F11", "view-fullscreen", QString());
+        describe(Commands::tr("Full scree&n"), "F11", "view-fullscreen", QString());
         setChecked(window() && window()->isFullScreen());
     }
     bool carryOut(MainWindow& shown, const vfBase::VfVariant&) override
@@ -72,7 +72,7 @@ struct ActionResetLayout : ShellCommand
 /// With the id of a dock window as argument it shows or hides that; otherwise it shows the list.
 struct ActionDockWindows : ShellCommand
 {
-    ActionDockWindows() { describe(Commands::tr("&Dock windows"), nullptr, nullptr, QString()); }
+    ActionDockWindows() { describe(Commands::tr("Doc&k windows"), nullptr, nullptr, QString()); }
     bool carryOut(MainWindow& shown, const vfBase::VfVariant& argument) override
     {
         const std::string id = argument.toString().str();

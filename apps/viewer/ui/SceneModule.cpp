@@ -70,7 +70,7 @@ void SceneUiSetup::setupMenus(CommandItem* root)
     scene << ""; // a separator
     addItem(scene, "vfViewer::Hide", "&Hide", "H", "hide");
     addItem(scene, "vfViewer::Show", "&Show", "Shift+H", "show");
-    addItem(scene, "vfViewer::ShowAll", "Show &all", "Alt+H", "show-all");
+    addItem(scene, "vfViewer::ShowAll", "Sho&w all", "Ctrl+H", "show-all");
     addItem(scene, "vfViewer::Isolate", "&Isolate", "I", nullptr);
     scene << "";
     CommandItem hand = addMenu(&scene, "&Drag with the mouse");
@@ -86,7 +86,7 @@ void SceneUiSetup::setupMenus(CommandItem* root)
     addItem(scene, "vfViewer::FlipNormals", "&Flip normals", nullptr, nullptr);
     addItem(scene, "vfViewer::RecomputeNormals", "Recomp&ute normals…", nullptr, nullptr);
     scene << "";
-    addItem(scene, "vfViewer::AddFile", "A&dd files…", "Ctrl+Shift+O", nullptr);
+    addItem(scene, "vfViewer::AddFile", "&Add files…", "Ctrl+Shift+O", nullptr);
     addItem(scene, "vfViewer::MergeOpen", "Mer&ge open models", nullptr, nullptr);
     scene << "";
     addItem(scene, "vfViewer::Remove", "&Remove", "Del", "remove");

@@ -51,10 +51,10 @@ void ViewerUiSetup::setupMenus(CommandItem* root)
     addItem(from, "vfViewer::ViewTop", "&Top", "7", "view-top");
     addItem(from, "vfViewer::ViewBottom", "B&ottom", "Ctrl+7", "view-bottom");
     addItem(from, "vfViewer::ViewFrontLeft", "Front left &corner", nullptr, "view-front-left");
-    addItem(from, "vfViewer::ViewFrontRight", "Front right co&rner", "0", "view-front-right");
+    addItem(from, "vfViewer::ViewFrontRight", "Front ri&ght corner", "0", "view-front-right");
     addItem(from, "vfViewer::ViewBackRight", "Back right corn&er", nullptr, "view-back-right");
     addItem(from, "vfViewer::ViewBackLeft", "B&ack left corner", nullptr, "view-back-left");
-    CommandItem places = addMenu(&view, "Camera p&laces");
+    CommandItem places = addMenu(&view, "Camera plac&es");
     addItem(places, "vfViewer::KeepPlace", "&Keep this place…", "Ctrl+K", nullptr);
     addItem(places, "vfViewer::GoToPlace", "&Go to a place…", "Ctrl+G", nullptr);
     addItem(places, "vfViewer::ForgetPlace", "&Forget a place…", nullptr, nullptr);
@@ -75,15 +75,16 @@ void ViewerUiSetup::setupMenus(CommandItem* root)
     addItem(view, "vfViewer::Grid", "&Grid", "G", nullptr);
     addItem(view, "vfViewer::Axes", "&Axes", "A", nullptr);
     addItem(view, "vfViewer::BoundingBoxes", "&Bounding boxes", "B", nullptr);
-    addItem(view, "vfViewer::Background", "Bac&kground…", nullptr, nullptr);
+    addItem(view, "vfViewer::Background", "Background…", nullptr, nullptr);
     CommandItem sections = addMenu(&view, "Se&ctions");
     addItem(sections, "vfViewer::SectionX", "Across &x", "Shift+X", nullptr);
     addItem(sections, "vfViewer::SectionY", "Across &y", "Shift+Y", nullptr);
     addItem(sections, "vfViewer::SectionZ", "Across &z", "Shift+Z", nullptr);
     view << "";
-    addItem(view, "vfViewer::PlayAnimation", "Pla&y animation", "Space", "media-playback-start");
-    addItem(view, "vfViewer::AnimationTime", "Animation ti&me…", nullptr, nullptr);
-    addItem(view, "vfViewer::Animation", "Choose a&nimation…", nullptr, nullptr);
+    CommandItem animation = addMenu(&view, "Ani&mation");
+    addItem(animation, "vfViewer::PlayAnimation", "&Play animation", "Space", "media-playback-start");
+    addItem(animation, "vfViewer::AnimationTime", "Animation &time…", nullptr, nullptr);
+    addItem(animation, "vfViewer::Animation", "&Choose animation…", nullptr, nullptr);
     view << ""
          << "vfApplicationQt::ActionFullScreen"
          << "vfApplicationQt::ActionToolbars"

@@ -41,7 +41,7 @@
     </message>
     <message>
         <source>Re&amp;vert</source>
-        <translation>&amp;Zurücksetzen</translation>
+        <translation>Zu&amp;rücksetzen</translation>
     </message>
     <message>
         <source>Read the document again from its file</source>
@@ -81,7 +81,7 @@
     </message>
     <message>
         <source>New &amp;view</source>
-        <translation>Neue &amp;Ansicht</translation>
+        <translation>Neue Ansich&amp;t</translation>
     </message>
     <message>
         <source>Show the document once more</source>
@@ -96,7 +96,7 @@
         <translation>Alle Dokumente und das Fenster schließen</translation>
     </message>
     <message>
-        <source>&amp;Full screen</source>
+        <source>Full scree&amp;n</source>
         <translation>&amp;Vollbild</translation>
     </message>
     <message>
@@ -108,7 +108,7 @@
         <translation>Andockfenster und Werkzeugleisten an ihren ersten Platz bringen</translation>
     </message>
     <message>
-        <source>&amp;Dock windows</source>
+        <source>Doc&amp;k windows</source>
         <translation>&amp;Andockfenster</translation>
     </message>
     <message>
@@ -149,7 +149,7 @@
     </message>
     <message>
         <source>&amp;About</source>
-        <translation>Ü&amp;ber</translation>
+        <translation>Übe&amp;r</translation>
     </message>
     <message>
         <source>About</source>

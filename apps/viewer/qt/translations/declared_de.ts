@@ -80,8 +80,8 @@
         <translation>&amp;Ecke vorn links</translation>
     </message>
     <message>
-        <source>Front right co&amp;rner</source>
-        <translation>Ecke vo&amp;rn rechts</translation>
+        <source>Front ri&amp;ght corner</source>
+        <translation>Ecke vor&amp;n rechts</translation>
     </message>
     <message>
         <source>Back right corn&amp;er</source>
@@ -105,14 +105,14 @@
     </message>
     <message>
         <source>&amp;Hide</source>
-        <translation>&amp;Verstecken</translation>
+        <translation>Verste&amp;cken</translation>
     </message>
     <message>
         <source>&amp;Show</source>
         <translation>&amp;Zeigen</translation>
     </message>
     <message>
-        <source>Show &amp;all</source>
+        <source>Sho&amp;w all</source>
         <translation>&amp;Alles zeigen</translation>
     </message>
     <message>
@@ -121,7 +121,7 @@
     </message>
     <message>
         <source>&amp;Colour…</source>
-        <translation>&amp;Farbe …</translation>
+        <translation>Fa&amp;rbe …</translation>
     </message>
     <message>
         <source>&amp;Remove</source>
@@ -133,7 +133,7 @@
     </message>
     <message>
         <source>Fit &amp;selection</source>
-        <translation>&amp;Auswahl einpassen</translation>
+        <translation>Auswa&amp;hl einpassen</translation>
     </message>
     <message>
         <source>&amp;Perspective</source>
@@ -149,7 +149,7 @@
     </message>
     <message>
         <source>&amp;Wireframe</source>
-        <translation>&amp;Drahtgitter</translation>
+        <translation>Drahtg&amp;itter</translation>
     </message>
     <message>
         <source>Po&amp;ints</source>
@@ -193,15 +193,15 @@
     </message>
     <message>
         <source>&amp;Bounding boxes</source>
-        <translation>&amp;Begrenzungsquader</translation>
+        <translation>Be&amp;grenzungsquader</translation>
     </message>
     <message>
-        <source>Bac&amp;kground…</source>
-        <translation>&amp;Hintergrund …</translation>
+        <source>Background…</source>
+        <translation>Hintergrund …</translation>
     </message>
     <message>
         <source>Se&amp;ctions</source>
-        <translation>S&amp;chnitte</translation>
+        <translation>Sch&amp;nitte</translation>
     </message>
     <message>
         <source>Across &amp;x</source>
@@ -233,19 +233,19 @@
     </message>
     <message>
         <source>&amp;Flip normals</source>
-        <translation>Normalen &amp;umkehren</translation>
+        <translation>Normalen um&amp;kehren</translation>
     </message>
     <message>
         <source>Recomp&amp;ute normals…</source>
         <translation>Normalen neu &amp;berechnen …</translation>
     </message>
     <message>
-        <source>A&amp;dd files…</source>
+        <source>&amp;Add files…</source>
         <translation>Dateien &amp;hinzufügen …</translation>
     </message>
     <message>
         <source>Mer&amp;ge open models</source>
-        <translation>Offene Modelle zusammen&amp;führen</translation>
+        <translation>&amp;Offene Modelle zusammenführen</translation>
     </message>
     <message>
         <source>&amp;Drag with the mouse</source>
@@ -400,20 +400,20 @@
         <translation>Animation</translation>
     </message>
     <message>
-        <source>Pla&amp;y animation</source>
+        <source>&amp;Play animation</source>
         <translation>Animation ab&amp;spielen</translation>
     </message>
     <message>
-        <source>Animation ti&amp;me…</source>
+        <source>Animation &amp;time…</source>
         <translation>Zeit der Ani&amp;mation …</translation>
     </message>
     <message>
-        <source>Choose a&amp;nimation…</source>
+        <source>&amp;Choose animation…</source>
         <translation>A&amp;nimation wählen …</translation>
     </message>
     <message>
-        <source>Camera p&amp;laces</source>
-        <translation>Kameraposi&amp;tionen</translation>
+        <source>Camera plac&amp;es</source>
+        <translation>&amp;Kamerapositionen</translation>
     </message>
     <message>
         <source>&amp;Keep this place…</source>
@@ -613,6 +613,10 @@
     <message>
         <source>Group</source>
         <translation>Gruppe</translation>
+    </message>
+    <message>
+        <source>Ani&amp;mation</source>
+        <translation>Ani&amp;mation</translation>
     </message>
 </context>
 </TS>
