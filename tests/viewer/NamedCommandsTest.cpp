@@ -457,6 +457,36 @@ TEST(NamedCommands, EachWayOfLookingIsSwitchedOnAndOff)
     EXPECT_FALSE(shop.history().canUndo());
 }
 
+TEST(NamedCommands, WhatIsOnOrOffIsShownSoInMenus)
+{
+    const Workshop shop;
+    for (const char* name : {"Surfaces", "Wireframe", "Perspective", "Grid", "Axes", "SectionX",
+                             "FlatShading", "ToolSelect", "ToolMove", "PlayAnimation"})
+        EXPECT_TRUE(
+            Command::getCommandByName(std::string("vfViewer::") + name).getProperties()["checkable"].toBool())
+            << name;
+}
+
+TEST(NamedCommands, WithoutASelectionMenusDoNotHideOrRemoveButScriptsDo)
+{
+    const Workshop shop;
+    const auto isEnabled = [](const char* name) {
+        return Command::getCommandByName(std::string("vfViewer::") + name)
+            .getProperties()["enabled"]
+            .toBool();
+    };
+    const char* const names[] = {"Hide", "Show", "Isolate", "Remove", "Rename"};
+    for (const char* name : names)
+        EXPECT_FALSE(isEnabled(name)) << name;
+    EXPECT_STREQ("Select a part first: click on it",
+                 Command::getCommandByName("vfViewer::Hide").getProperties()["toolTip"].toString().c_str());
+    shop.invoke("vfViewer::Hide");
+    EXPECT_FALSE(shop.document->getModelScene().hiddenNodes().empty());
+    shop.invoke("vfViewer::SelectNext");
+    for (const char* name : names)
+        EXPECT_TRUE(isEnabled(name)) << name;
+}
+
 TEST(NamedCommands, OneOfSeveralWaysOfLookingIsInForce)
 {
     const Workshop shop;
@@ -479,7 +509,16 @@ TEST(NamedCommands, OneOfSeveralWaysOfLookingIsInForce)
     EXPECT_EQ(DrawMode::Points, TurningView::s_style.drawMode);
     shop.invoke("vfViewer::Surfaces");
     EXPECT_EQ(DrawMode::Surfaces, TurningView::s_style.drawMode);
-    EXPECT_THAT(shop.invoke("vfViewer::Surfaces", "off"), HasSubstr("no argument"));
+    EXPECT_THAT(shop.invoke("vfViewer::Surfaces", "off"), HasSubstr("it can be \"on\""));
+    // One key goes back and forth; "on" stays.
+    shop.invoke("vfViewer::Wireframe");
+    shop.invoke("vfViewer::Wireframe");
+    EXPECT_EQ(DrawMode::Surfaces, TurningView::s_style.drawMode);
+    shop.invoke("vfViewer::Wireframe", "on");
+    shop.invoke("vfViewer::Wireframe", "on");
+    EXPECT_EQ(DrawMode::Wireframe, TurningView::s_style.drawMode);
+    shop.invoke("vfViewer::Surfaces");
+    EXPECT_EQ(DrawMode::Surfaces, TurningView::s_style.drawMode);
     EXPECT_EQ("Perspective", checked({"Perspective", "Orthographic"}));
     shop.invoke("vfViewer::Orthographic");
     EXPECT_EQ("Orthographic", checked({"Perspective", "Orthographic"}));

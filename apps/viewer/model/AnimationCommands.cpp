@@ -39,7 +39,7 @@ struct PlayAnimation : AnimationCommand
     PlayAnimation()
     {
         ModelDocument* document = activeModel();
-        getProperties()["checked"] = VfVariant(document && document->getAnimation().isPlaying());
+        showChecked(*this, document && document->getAnimation().isPlaying());
     }
     bool carryOut(ModelDocument& document, const std::string& argument) override
     {

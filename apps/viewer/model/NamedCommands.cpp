@@ -93,6 +93,12 @@ bool failed(const ModelDocument& document, const std::string& reason)
     return false;
 }
 
+void showChecked(vfApplication::CommandPrivate& command, bool isChecked)
+{
+    command.getProperties()["checkable"] = VfVariant(true);
+    command.getProperties()["checked"] = VfVariant(isChecked);
+}
+
 std::vector<double> readNumbers(const std::string& text)
 {
     std::vector<double> read;
@@ -278,9 +284,24 @@ struct TargetEdit : NamedEdit
                                    const VfVariant& argument) = 0;
 };
 
+/// For menus and keys: disables a command while no part is selected, and says what to do. Scripts are not disabled: without a
+/// selection they mean the whole model.
+void needSelection(vfApplication::CommandPrivate& command)
+{
+    const ModelDocument* document = activeModel();
+    const bool isSelected = document && document->getSelection();
+    command.getProperties()["enabled"] = VfVariant(isSelected);
+    if (document && !isSelected)
+        command.getProperties()["toolTip"] = VfVariant("Select a part first: click on it");
+}
+
 struct Hide : TargetEdit
 {
-    Hide() { setName("Hide"); }
+    Hide()
+    {
+        setName("Hide");
+        needSelection(*this);
+    }
     SceneCommand* makeEdit(const ModelDocument& document, osg::Node& node, const VfVariant&) override
     {
         return new ShowCommand(document.getModelScene(), node, false);
@@ -289,7 +310,11 @@ struct Hide : TargetEdit
 
 struct Show : TargetEdit
 {
-    Show() { setName("Show"); }
+    Show()
+    {
+        setName("Show");
+        needSelection(*this);
+    }
     SceneCommand* makeEdit(const ModelDocument& document, osg::Node& node, const VfVariant&) override
     {
         return new ShowCommand(document.getModelScene(), node, true);
@@ -312,7 +337,11 @@ struct ShowAll : NamedEdit
 
 struct Isolate : NamedEdit
 {
-    Isolate() { setName("Isolate"); }
+    Isolate()
+    {
+        setName("Isolate");
+        needSelection(*this);
+    }
     Edits makeEdits(const ModelDocument& document, const VfVariant&) override
     {
         osg::Node* part = document.getSelection();
@@ -331,7 +360,11 @@ struct Isolate : NamedEdit
 
 struct Remove : TargetEdit
 {
-    Remove() { setName("Remove"); }
+    Remove()
+    {
+        setName("Remove");
+        needSelection(*this);
+    }
     SceneCommand* makeEdit(const ModelDocument& document, osg::Node& node, const VfVariant&) override
     {
         return new RemoveCommand(document.getModelScene(), node);
@@ -413,6 +446,7 @@ struct Rename : TargetEdit
     Rename()
     {
         setName("Rename");
+        needSelection(*this);
         getProperties()["prompt"] = VfVariant("Name:");
         const ModelDocument* document = activeModel();
         const osg::Node* node = document ? document->target() : nullptr;

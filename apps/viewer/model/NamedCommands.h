@@ -67,6 +67,9 @@ ModelView* currentModelView(const ModelDocument& document);
 /// Tells the user. @return false
 bool failed(const ModelDocument& document, const std::string& reason);
 
+/// For menus: has a command shown as one that is on or off, and says which.
+void showChecked(vfApplication::CommandPrivate& command, bool isChecked);
+
 /// @return the numbers of a text, separated by commas; none if it holds anything else
 std::vector<double> readNumbers(const std::string& text);
 

@@ -122,7 +122,7 @@ struct TakeTool : ViewCommand
     TakeTool()
     {
         const ModelView* shown = view();
-        getProperties()["checked"] = VfVariant(shown && shown->getTool() == tool);
+        showChecked(*this, shown && shown->getTool() == tool);
     }
     bool carryOut(ModelDocument& document, ModelView& view, const std::string&) override
     {
@@ -150,7 +150,7 @@ struct StyleCommand : ViewCommand
     virtual std::string whatIsNeeded() const = 0;
 
     /// For menus: shows whether it is in force.
-    void setChecked(bool isChecked) { getProperties()["checked"] = VfVariant(isChecked); }
+    void setChecked(bool isChecked) { showChecked(*this, isChecked); }
 };
 
 /// Something that is on or off: "on" and "off" set it, without an argument it becomes the other.
@@ -172,6 +172,8 @@ struct Toggle : StyleCommand
     std::string whatIsNeeded() const override { return "it can be \"on\" or \"off\""; }
 };
 
+/// One of several ways: "on" sets it; without an argument it is set, or the first way if it was set already, so that one key
+/// goes back and forth.
 template <auto member, auto value>
 struct Choice : StyleCommand
 {
@@ -182,10 +184,16 @@ struct Choice : StyleCommand
     }
     bool change(ViewStyle& style, const std::string& argument) override
     {
-        style.*member = value;
-        return argument.empty();
+        if (!argument.empty() && argument != "on")
+            return false;
+        const bool isOn = style.*member == value;
+        style.*member = isOn && argument.empty() ? ViewStyle().*member : value;
+        return true;
     }
-    std::string whatIsNeeded() const override { return "this needs no argument"; }
+    std::string whatIsNeeded() const override
+    {
+        return "it can be \"on\", or without an argument change back and forth";
+    }
 };
 
 struct SetBackground : StyleCommand

@@ -61,7 +61,7 @@ void ViewerUiSetup::setupMenus(CommandItem* root)
     addItem(view, "vfViewer::Perspective", "&Perspective", "P", nullptr);
     addItem(view, "vfViewer::Orthographic", "&Orthographic", "O", nullptr);
     view << "";
-    addItem(view, "vfViewer::Surfaces", "S&urfaces", nullptr, nullptr);
+    addItem(view, "vfViewer::Surfaces", "S&urfaces", "Shift+W", nullptr);
     addItem(view, "vfViewer::Wireframe", "&Wireframe", "W", nullptr);
     addItem(view, "vfViewer::Points", "Po&ints", nullptr, nullptr);
     CommandItem shading = addMenu(&view, "S&hading");

@@ -618,5 +618,9 @@
         <source>Ani&amp;mation</source>
         <translation>Ani&amp;mation</translation>
     </message>
+    <message>
+        <source>Select a part first: click on it</source>
+        <translation>Erst ein Teil wählen: darauf klicken</translation>
+    </message>
 </context>
 </TS>
