@@ -600,6 +600,24 @@ TEST(ApplicationPrivate, CopyingTakesTheParserAndSharesTheManager)
     EXPECT_EQ(manager, source.docManager);
 }
 
+TEST(ApplicationPrivate, AssignmentTakesTheOthersManagerAndLeavesTheFormerAlive)
+{
+    int argc = 1;
+    char name[] = "/bin/program";
+    char* argv[] = {name, nullptr};
+    ApplicationPrivate source(argc, argv);
+    ApplicationPrivate target(argc, argv);
+    vfApplication::DocManager* manager = source.docManager;
+    vfApplication::DocManager* former = target.docManager;
+    ASSERT_NE(manager, former);
+    source.exitCode = 4;
+    target = source;
+    EXPECT_EQ(manager, target.docManager);
+    EXPECT_EQ(manager, source.docManager);
+    EXPECT_EQ(4, target.exitCode);
+    EXPECT_EQ("unnamed1", former->makeNewDocumentName());
+}
+
 TEST(ApplicationPrivate, CallsTheCallbackWhereThereIsOne)
 {
     RecordingApplication bench;

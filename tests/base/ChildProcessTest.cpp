@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "support/RefusedCalls.h"
+
 #include <velaforge/base/ChildProcess.h>
 
 #include <gtest/gtest.h>
@@ -237,4 +239,27 @@ TEST(ChildProcess, NothingOfTheWorkIsSeenHere)
     EXPECT_EQ("", testing::internal::GetCapturedStdout());
     EXPECT_EQ("", testing::internal::GetCapturedStderr());
     EXPECT_EQ(1, value);
+}
+
+TEST(ChildProcess, WithoutAProcessOrAChannelNothingIsTried)
+{
+    const auto refused = [](const std::vector<long>& calls, int error) {
+        return vfTest::passesWhereRefused(calls, error, [] {
+            bool isTried = false;
+            EXPECT_EQ(ChildResult::NotMade, tryInChild([&] { return isTried = true; }, 60));
+            EXPECT_FALSE(isTried);
+        });
+    };
+    EXPECT_TRUE(refused(vfTest::forkCalls, EAGAIN));
+    EXPECT_TRUE(refused({SYS_socketpair}, EMFILE));
+}
+
+TEST(ChildProcess, TellsHowItEndedWhereNoDescriptorStandsForAProcess)
+{
+    EXPECT_TRUE(vfTest::passesWhereRefused({SYS_pidfd_open}, ENOSYS, [] {
+        EXPECT_EQ(ChildResult::Succeeded, tryInChild([] { return true; }, 60));
+        EXPECT_EQ(ChildResult::Failed, tryInChild([] { return false; }, 60));
+        EXPECT_EQ(ChildResult::Died, tryInChild([]() -> bool { std::abort(); }, 60));
+        EXPECT_EQ(ChildResult::Died, tryInChild(hang, 1));
+    }));
 }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "support/RefusedCalls.h"
 #include "support/TemporaryDirectory.h"
 
 #include <velaforge/base/Printable.h>
@@ -159,6 +160,8 @@ TEST(ReplaceFile, AFileSizeLimitLeavesTheFileAsItWasAndTheProcessAlive)
     EXPECT_EQ("File too large", reason);
     EXPECT_EQ("before", readFile(path));
     EXPECT_TRUE(replaceFile(path, "small", reason));
+    limit.rlim_cur = RLIM_INFINITY;
+    setrlimit(RLIMIT_FSIZE, &limit);
 }
 
 TEST(ReplaceFile, WritesToADeviceDirectly)
@@ -520,4 +523,46 @@ TEST(ReplaceFile, ARingOfLinksIsToldAndLeft)
     EXPECT_FALSE(replaceFile(directory.file("a"), "x", reason));
     EXPECT_EQ("Too many levels of symbolic links", reason);
     EXPECT_THAT(namesIn(directory.path()), testing::ElementsAre("a", "b"));
+}
+
+TEST(ReplaceFile, AnErrorOfTheDiskLeavesTheFileAsItWasAndNoDraft)
+{
+    const TemporaryDirectory directory;
+    const std::string path = directory.write("file", "before");
+    for (const std::vector<long>& calls : {std::vector<long>{SYS_fsync}, vfTest::renameCalls}) {
+        EXPECT_TRUE(vfTest::passesWhereRefused(calls, EIO, [&] {
+            VfString reason;
+            EXPECT_FALSE(replaceFile(path, "after", reason));
+            EXPECT_EQ("Input/output error", reason);
+        }));
+        EXPECT_EQ("before", readFile(path));
+        EXPECT_THAT(namesIn(directory.path()), testing::ElementsAre("file"));
+    }
+}
+
+TEST(ReplaceFile, AFileSystemThatCannotFlushOrLockIsNoHindrance)
+{
+    const TemporaryDirectory directory;
+    const std::string path = directory.write("file", "before");
+    EXPECT_TRUE(vfTest::passesWhereRefused({SYS_fsync, SYS_flock}, ENOTSUP, [&] {
+        VfString reason;
+        EXPECT_TRUE(replaceFile(path, "after", reason)) << reason.str();
+    }));
+    EXPECT_EQ("after", readFile(path));
+    EXPECT_THAT(namesIn(directory.path()), testing::ElementsAre("file"));
+}
+
+TEST(ReplaceFile, AFileWhoseAccessListCannotBeReadIsForItsOwnerOnly)
+{
+    const TemporaryDirectory directory;
+    const std::string path = directory.write("file", "before");
+    // Without extended attributes there is no access list to lose.
+    for (const auto& [error, mode] : {std::pair<int, mode_t>{ENOTSUP, 0664}, {EACCES, 0600}}) {
+        ASSERT_EQ(0, chmod(path.c_str(), 0664));
+        EXPECT_TRUE(vfTest::passesWhereRefused({SYS_flistxattr}, error, [&] {
+            VfString reason;
+            EXPECT_TRUE(replaceFile(path, "after", reason)) << reason.str();
+        }));
+        EXPECT_EQ(mode, statusOf(path).st_mode & allBits);
+    }
 }

@@ -19,6 +19,7 @@
 #include <thread>
 #include <vector>
 
+#include <pwd.h>
 #include <unistd.h>
 
 using vfBase::ApplicationInfo;
@@ -119,6 +120,20 @@ TEST(Version, IsTheOneOfTheBuildAndVerbosenessIsRemembered)
     EXPECT_FALSE(vfBase::isVerbose());
 }
 
+TEST(Version, VerbosenessAskedForTwiceEndsOnceWithTheLevelFromBefore)
+{
+    osg::setNotifyLevel(osg::WARN);
+    vfBase::setVerbose(false);
+    EXPECT_EQ(osg::WARN, osg::getNotifyLevel());
+    vfBase::setVerbose(true);
+    vfBase::setVerbose(true);
+    vfBase::setVerbose(false);
+    EXPECT_EQ(osg::WARN, osg::getNotifyLevel());
+    osg::setNotifyLevel(osg::DEBUG_FP);
+    vfBase::setVerbose(true);
+    EXPECT_EQ(osg::DEBUG_FP, osg::getNotifyLevel());
+}
+
 TEST(ApplicationInfo, NamesTheExecutableUntilItIsTold)
 {
     ApplicationInfo& info = ApplicationInfo::instance();
@@ -172,6 +187,22 @@ TEST(StandardPaths, FollowTheEnvironment)
     EXPECT_STREQ("/tmp", StandardPaths::standardLocation(StandardPaths::Temp));
 }
 
+TEST(StandardPaths, WithoutAHomeInTheEnvironmentTheSystemKnowsIt)
+{
+    const passwd* user = getpwuid(getuid());
+    ASSERT_TRUE(user);
+    const std::string home = user->pw_dir;
+    for (const char* value : {"", "relative"}) {
+        setenv("HOME", value, 1);
+        EXPECT_EQ(home, StandardPaths::standardLocation(StandardPaths::Home));
+    }
+    unsetenv("HOME");
+    unsetenv("XDG_CONFIG_HOME");
+    EXPECT_EQ(home, StandardPaths::standardLocation(StandardPaths::Home));
+    EXPECT_EQ((home == "/" ? "" : home) + "/.config",
+              StandardPaths::standardLocation(StandardPaths::GenericConfig));
+}
+
 TEST(StandardPaths, DocumentsAreWhereTheUserPutThem)
 {
     const vfTest::TemporaryDirectory home;
@@ -179,11 +210,14 @@ TEST(StandardPaths, DocumentsAreWhereTheUserPutThem)
     unsetenv("XDG_CONFIG_HOME");
     home.write(".config/user-dirs.dirs",
                "# comment\nXDG_DOCUMENTS_DIR=\"$HOME/Papers\"\nXDG_MUSIC_DIR=\"/music/\"\n"
-               "XDG_PICTURES_DIR=\"relative\"\nXDG_VIDEOS_DIR=\"$HOME/unterminated\n");
+               "XDG_PICTURES_DIR=\"relative\"\nXDG_VIDEOS_DIR=\"$HOME/unterminated\n"
+               "XDG_DESKTOP_DIR=\"$HOME\"\nXDG_DOWNLOAD_DIR=\"/the \\\"net\\\"\"\n");
     EXPECT_EQ(home.file("Papers"), StandardPaths::standardLocation(StandardPaths::Documents));
     EXPECT_STREQ("/music", StandardPaths::standardLocation(StandardPaths::Music));
     EXPECT_EQ(home.file("Pictures"), StandardPaths::standardLocation(StandardPaths::Pictures));
     EXPECT_EQ(home.file("Videos"), StandardPaths::standardLocation(StandardPaths::Movies));
+    EXPECT_EQ(home.path(), StandardPaths::standardLocation(StandardPaths::Desktop));
+    EXPECT_STREQ("/the \"net\"", StandardPaths::standardLocation(StandardPaths::Download));
 }
 
 TEST(StandardPaths, KeepTheirNumbersAndAreNeverNull)

@@ -83,6 +83,7 @@ TEST(DockWindowManager, NullIsNoWindowAndNoId)
     EXPECT_EQ(nullptr, manager.findDockWindow(nullptr));
     EXPECT_FALSE(manager.removeDockWindow(static_cast<const char*>(nullptr)));
     EXPECT_FALSE(manager.addDockWindow(nullptr));
+    EXPECT_FALSE(manager.removeDockWindow(static_cast<DockWindow*>(nullptr)));
     EXPECT_EQ(1u, manager.getNumDockWindows());
     EXPECT_EQ(&empty, manager.findDockWindow(""));
 }
@@ -328,6 +329,8 @@ TEST(DockWindowManager, WalkingAlwaysBeginsAtTheSmallestId)
     EXPECT_EQ(&a, manager.nextDockWindow());
     EXPECT_TRUE(manager.hasNextDockWindow());
     EXPECT_FALSE(manager.hasPreviousDockWindow());
+    EXPECT_EQ(nullptr, manager.previousDockWindow());
+    EXPECT_EQ(nullptr, manager.peekPreviousDockWindow());
     manager.toFrontDockWindow();
     EXPECT_EQ(&a, manager.nextDockWindow());
 }
