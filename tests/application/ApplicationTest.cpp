@@ -27,6 +27,7 @@
 
 #include <fstream>
 #include <stdexcept>
+#include <utility>
 
 #include <sys/stat.h>
 
@@ -598,6 +599,30 @@ TEST(ApplicationPrivate, CopyingTakesTheParserAndSharesTheManager)
         copy.docManager = nullptr; // one only may be destroyed with it
     }
     EXPECT_EQ(manager, source.docManager);
+}
+
+TEST(ApplicationPrivate, TheFirstOfTwoCopiesThatIsDestroyedDeletesTheManager)
+{
+    struct Counting : vfApplication::DocManager
+    {
+        explicit Counting(int& count) : deleted(count) {}
+        ~Counting() override { ++deleted; }
+        int& deleted;
+    };
+    int argc = 1;
+    char name[] = "/bin/program";
+    char* argv[] = {name, nullptr};
+    int deleted = 0;
+    {
+        ApplicationPrivate source(argc, argv);
+        delete std::exchange(source.docManager, new Counting(deleted));
+        {
+            const ApplicationPrivate copy(source);
+            EXPECT_EQ(0, deleted);
+        }
+        EXPECT_EQ(1, deleted);
+    }
+    EXPECT_EQ(1, deleted);
 }
 
 TEST(ApplicationPrivate, AssignmentTakesTheOthersManagerAndLeavesTheFormerAlive)

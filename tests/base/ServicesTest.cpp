@@ -101,6 +101,8 @@ TEST(Printable, KeepsUtf8AndEscapesEverythingElse)
     EXPECT_EQ("sch\xC3\xB6n \xE2\x82\xAC \xF0\x9F\x9A\x80",
               vfBase::printable("sch\xC3\xB6n \xE2\x82\xAC \xF0\x9F\x9A\x80"));
     EXPECT_EQ("a\\nb\\t\\r\\x1B[0m\\x7F", vfBase::printable("a\nb\t\r\x1B[0m\x7F"));
+    EXPECT_EQ("\xC3\xB6\\x1B\xE2\x82\xAC\\x1B\xF0\x9F\x9A\x80\\x1B",
+              vfBase::printable("\xC3\xB6\x1B\xE2\x82\xAC\x1B\xF0\x9F\x9A\x80\x1B"));
     EXPECT_EQ("\\xFF\\xC3", vfBase::printable("\xFF\xC3"));
     EXPECT_EQ("\\xC0\\x80", vfBase::printable("\xC0\x80"));          // overlong
     EXPECT_EQ("\\xED\\xA0\\x80", vfBase::printable("\xED\xA0\x80")); // a surrogate

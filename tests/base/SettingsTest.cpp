@@ -350,7 +350,11 @@ TEST_F(SettingsStore, ADamagedFileOfAnyKindIsNeverOverwrittenSilently)
 {
     saveTwice();
     const std::string previous = readFile(path + ".previous");
+    std::string deep = "1";
+    for (int level = 0; level < 65; ++level)
+        deep = "{\"deep\": [0, 0], \"deeper\": " + deep + "}";
     const std::string kinds[] = {"",
+                                 deep,
                                  std::string(4096, '\0'),
                                  "not JSON at all",
                                  "[1, 2, 3]",
@@ -425,6 +429,11 @@ TEST_F(SettingsStore, SixtyFourLevelsAreRead)
                                ",\"solar::Planet\":{\"text\":\"deep\"}}";
     directory.write("solar.json", nested);
     EXPECT_EQ("deep", textIn(path));
+    std::string wide = "{\"other\":[[]";
+    for (int i = 0; i < 200; ++i)
+        wide += ",[]";
+    directory.write("solar.json", wide + "],\"solar::Planet\":{\"text\":\"wide\"}}");
+    EXPECT_EQ("wide", textIn(path));
 }
 
 TEST_F(SettingsStore, AValueOfTheWrongTypeKeepsItsDefaultTheRestIsTakenAndACopyIsKept)

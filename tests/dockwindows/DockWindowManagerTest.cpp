@@ -15,6 +15,7 @@
 
 #include <memory>
 #include <stdexcept>
+#include <utility>
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -236,6 +237,30 @@ TEST(DockWindowManager, AProducersWindowIsKeptUnderTheIdAskedForAndLeftAsItIs)
     EXPECT_EQ(1, window.getDockWindowPrivate()->referenceCount());
     EXPECT_TRUE(desk.manager->removeDockWindow(&window));
     EXPECT_THAT(recorder().take(), ElementsAre("~window"));
+}
+
+TEST(DockWindowManager, AWindowThatItsProducerAddsUnderTheSameIdGivesWayToTheOneItReturns)
+{
+    static DockWindowManager* target = nullptr;
+    struct Hasty : LayersProducer
+    {
+        DockWindow* create() override
+        {
+            if (DockWindowManager* manager = std::exchange(target, nullptr))
+                manager->addNewOrGetExistingDockWindow(layersKey, DockWindow::LeftDockArea, true, false, 0,
+                                                       nullptr);
+            return LayersProducer::create();
+        }
+    };
+    const Desk desk;
+    const DockWindowRegistryPrivate::Proxy proxy(new Hasty);
+    target = desk.manager.get();
+    const DockWindow& window = desk.manager->addNewOrGetExistingDockWindow(
+        layersKey, DockWindow::LeftDockArea, true, false, 0, nullptr);
+    EXPECT_THAT(recorder().take(), ElementsAre("create layers", "create window another id", "create layers",
+                                               "create window another id", "~window"));
+    EXPECT_EQ(&window, desk.manager->findDockWindow(layersKey));
+    EXPECT_EQ(1u, desk.manager->getNumDockWindows());
 }
 
 TEST(DockWindowManager, AnEqualIdAtAnotherAddressMakesAPlainWindow)
