@@ -12,7 +12,6 @@
 #include <atomic>
 #include <cerrno>
 #include <csignal>
-#include <cstddef>
 #include <filesystem>
 #include <thread>
 #include <vector>
@@ -293,20 +292,6 @@ TEST(ReplaceFile, KeepsTheAccessListOfAFile)
     ASSERT_TRUE(replaceFile(path, "after", reason));
     EXPECT_EQ(list, attribute(path, accessName));
     EXPECT_EQ(mode, statusOf(path).st_mode & allBits);
-}
-
-TEST(ReplaceFile, KeepsTheAccessListOfAFileInADirectoryThatGivesAnother)
-{
-    const TemporaryDirectory directory;
-    const std::string path = directory.write("file", "before");
-    std::string others = accessList();
-    others[sizeof(std::uint32_t) + sizeof(AccessEntry) + offsetof(AccessEntry, permissions)] = 6;
-    if (!setAttribute(path, accessName, accessList()) || !setAttribute(directory.path(), defaultName, others))
-        GTEST_SKIP() << "no access lists here";
-    const std::string list = attribute(path, accessName);
-    VfString reason;
-    ASSERT_TRUE(replaceFile(path, "after", reason));
-    EXPECT_EQ(list, attribute(path, accessName));
 }
 
 TEST(ReplaceFile, AFileWithoutAnAccessListGetsNoneFromItsDirectory)
