@@ -279,6 +279,30 @@ TEST(ReplaceFile, KeepsExtendedAttributes)
     EXPECT_EQ(0640u, statusOf(path).st_mode & allBits);
 }
 
+TEST(ReplaceFile, KeepsALargeAttributeAndManyOfThem)
+{
+    const TemporaryDirectory directory;
+    const std::string disk = directory.file("disk");
+    mkdir(disk.c_str(), 0700);
+    if (mount("none", disk.c_str(), "tmpfs", 0, nullptr) != 0)
+        GTEST_SKIP() << "no file system of its own can be mounted here";
+    const std::string path = disk + "/file";
+    VfString reason;
+    EXPECT_TRUE(replaceFile(path, "before", reason));
+    bool isPossible = setAttribute(path, "user.large", std::string(50000, 'v'));
+    for (int i = 0; i < 40; ++i) // their names need more than 4096 bytes
+        isPossible = isPossible &&
+                     setAttribute(path, ("user." + std::string(200, 'n') + std::to_string(i)).c_str(), "x");
+    if (isPossible) {
+        EXPECT_TRUE(replaceFile(path, "after", reason));
+        EXPECT_EQ(50000, getxattr(path.c_str(), "user.large", nullptr, 0));
+        EXPECT_EQ("x", attribute(path, ("user." + std::string(200, 'n') + "39").c_str()));
+    }
+    umount(disk.c_str());
+    if (!isPossible)
+        GTEST_SKIP() << "no large attributes here";
+}
+
 TEST(ReplaceFile, KeepsTheAccessListOfAFile)
 {
     const TemporaryDirectory directory;
