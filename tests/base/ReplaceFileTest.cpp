@@ -117,6 +117,19 @@ TEST(ReplaceFile, WritesTheWholeFileAndLeavesNothingElse)
     EXPECT_THAT(namesIn(directory.path()), testing::ElementsAre("file"));
 }
 
+TEST(ReplaceFile, LeavesNoDescriptorBehind)
+{
+    const TemporaryDirectory directory;
+    const std::string path = directory.write("file", "before");
+    const std::size_t before = namesIn("/proc/self/fd").size();
+    for (int i = 0; i < 3; ++i) {
+        VfString reason;
+        EXPECT_TRUE(replaceFile(path, "after", reason)) << reason.str();
+        EXPECT_FALSE(replaceFile(directory.path(), "x", reason));
+    }
+    EXPECT_EQ(before, namesIn("/proc/self/fd").size());
+}
+
 TEST(ReplaceFile, KeepsALinkAndThePermissions)
 {
     const TemporaryDirectory directory;
