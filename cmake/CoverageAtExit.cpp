@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Part of each library and program of the coverage preset. Writes what was counted also where a process ends by _exit(),
-// which the linker leads here: children of a fork end so, and would not be counted.
+// _Exit() or abort(), which the linker leads here: children of a fork end so, and would not be counted.
 #include <algorithm>
 #include <iterator>
 
@@ -28,15 +28,36 @@ struct Registration
 
 const Registration registration;
 
-} // namespace
-
-extern "C" [[noreturn]] void __real__exit(int status);
-
-extern "C" [[noreturn]] void __wrap__exit(int status)
+void writeAll()
 {
     for (auto* write : velaforgeCoverageWriters) {
         if (write)
             write();
     }
+}
+
+} // namespace
+
+extern "C" {
+
+[[noreturn]] void __real__exit(int status);
+[[noreturn]] void __real_abort();
+
+[[noreturn]] void __wrap__exit(int status)
+{
+    writeAll();
     __real__exit(status);
 }
+
+[[noreturn]] void __wrap__Exit(int status)
+{
+    __wrap__exit(status);
+}
+
+[[noreturn]] void __wrap_abort()
+{
+    writeAll();
+    __real_abort();
+}
+
+} // extern "C"

@@ -12,6 +12,7 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <fstream>
 #include <thread>
 #include <vector>
 
@@ -98,6 +99,19 @@ TEST(ApplicationSettings, ComeBackFromTheStoreInTheOrderInWhichTheyWereRegistere
     EXPECT_THAT(text, HasSubstr("\"vfApplication::Application\""));
     EXPECT_THAT(text, HasSubstr("\"vfApplication::FileHistorySettings\""));
     EXPECT_THAT(text, HasSubstr("\"splashTextColor\""));
+}
+
+TEST(ApplicationSettings, AColourThatIsNoneLeavesTheOneThatWasThere)
+{
+    ApplicationSettings* settings = ApplicationSettings::instance(false);
+    const std::string path = vfBase::Settings::global().getSettingsFilePath();
+    ASSERT_TRUE(vfBase::Settings::global().save(nullptr));
+    settings->setSplashTextColor({0.25f, 0.5f, 0.75f});
+    for (const char* color : {"7", "[1, 1]", "[1, 1, 1, 1]", "[1, 1, \"x\"]", "[1, 1, 1e300]"}) {
+        std::ofstream(path) << "{\"vfApplication::Application\": {\"splashTextColor\": " << color << "}}";
+        vfBase::Settings::loadGlobal();
+        EXPECT_EQ(osg::Vec3f(0.25f, 0.5f, 0.75f), settings->getSplashTextColor()) << color;
+    }
 }
 
 TEST(ApplicationSettings, TheStoreMeetsAllObjectsInTheOrderOfTheirRegistration)

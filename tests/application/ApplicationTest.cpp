@@ -27,6 +27,7 @@
 
 #include <fstream>
 #include <stdexcept>
+#include <utility>
 
 #include <sys/stat.h>
 
@@ -598,6 +599,48 @@ TEST(ApplicationPrivate, CopyingTakesTheParserAndSharesTheManager)
         copy.docManager = nullptr; // one only may be destroyed with it
     }
     EXPECT_EQ(manager, source.docManager);
+}
+
+TEST(ApplicationPrivate, TheFirstOfTwoCopiesThatIsDestroyedDeletesTheManager)
+{
+    struct Counting : vfApplication::DocManager
+    {
+        explicit Counting(int& count) : deleted(count) {}
+        ~Counting() override { ++deleted; }
+        int& deleted;
+    };
+    int argc = 1;
+    char name[] = "/bin/program";
+    char* argv[] = {name, nullptr};
+    int deleted = 0;
+    {
+        ApplicationPrivate source(argc, argv);
+        delete std::exchange(source.docManager, new Counting(deleted));
+        {
+            const ApplicationPrivate copy(source);
+            EXPECT_EQ(0, deleted);
+        }
+        EXPECT_EQ(1, deleted);
+    }
+    EXPECT_EQ(1, deleted);
+}
+
+TEST(ApplicationPrivate, AssignmentTakesTheOthersManagerAndLeavesTheFormerAlive)
+{
+    int argc = 1;
+    char name[] = "/bin/program";
+    char* argv[] = {name, nullptr};
+    ApplicationPrivate source(argc, argv);
+    ApplicationPrivate target(argc, argv);
+    vfApplication::DocManager* manager = source.docManager;
+    vfApplication::DocManager* former = target.docManager;
+    ASSERT_NE(manager, former);
+    source.exitCode = 4;
+    target = source;
+    EXPECT_EQ(manager, target.docManager);
+    EXPECT_EQ(manager, source.docManager);
+    EXPECT_EQ(4, target.exitCode);
+    EXPECT_EQ("unnamed1", former->makeNewDocumentName());
 }
 
 TEST(ApplicationPrivate, CallsTheCallbackWhereThereIsOne)

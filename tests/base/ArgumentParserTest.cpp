@@ -123,10 +123,13 @@ TEST(ArgumentParser, AMissingOrMalformedValueIsAnErrorAndLeavesTheVariable)
 TEST(ArgumentParser, NumbersOutOfRangeAreMalformed)
 {
     for (const char* text : {"99999999999", "1e99999", "3x", "", " 3"}) {
-        Line line({"viewer", "--n", text});
+        Line line({"viewer", "--n", text, "--x", text[0] == '9' ? "inf" : text});
         int n = 7;
+        double x = 0.5;
         EXPECT_FALSE(line.parser->readOptionParameter("--n", n)) << text;
         EXPECT_EQ(7, n) << text;
+        EXPECT_FALSE(line.parser->readOptionParameter("--x", x)) << text;
+        EXPECT_EQ(0.5, x) << text;
     }
 }
 

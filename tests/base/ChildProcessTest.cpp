@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "support/RefusedCalls.h"
+
 #include <velaforge/base/ChildProcess.h>
 
 #include <gtest/gtest.h>
@@ -48,6 +50,22 @@ TEST(ChildProcess, OneThatCrashesOrEndsItselfDied)
 {
     EXPECT_EQ(ChildResult::Died, tryInChild([]() -> bool { std::abort(); }, 60));
     EXPECT_EQ(ChildResult::Died, tryInChild([]() -> bool { _exit(0); }, 60));
+}
+
+TEST(ChildProcess, WhatTheProgramDoesAboutItsOwnCrashesIsNotDoneAboutTheWorks)
+{
+    static int ends[2];
+    ASSERT_EQ(0, pipe2(ends, O_CLOEXEC | O_NONBLOCK));
+    for (const int number : {SIGSEGV, SIGABRT, SIGBUS, SIGFPE, SIGILL}) {
+        std::signal(number, [](int) { (void)!write(ends[1], "x", 1); });
+        EXPECT_EQ(ChildResult::Died, tryInChild([number] { return std::raise(number) != 0; }, 60)) << number;
+        char byte = 0;
+        EXPECT_EQ(-1, read(ends[0], &byte, 1)) << number;
+        EXPECT_EQ(EAGAIN, errno);
+        std::signal(number, SIG_DFL);
+    }
+    close(ends[0]);
+    close(ends[1]);
 }
 
 TEST(ChildProcess, OneThatDoesNotComeToAnEndIsEnded)
@@ -237,4 +255,27 @@ TEST(ChildProcess, NothingOfTheWorkIsSeenHere)
     EXPECT_EQ("", testing::internal::GetCapturedStdout());
     EXPECT_EQ("", testing::internal::GetCapturedStderr());
     EXPECT_EQ(1, value);
+}
+
+TEST(ChildProcess, WithoutAProcessOrAChannelNothingIsTried)
+{
+    const auto refused = [](const std::vector<long>& calls, int error) {
+        return vfTest::passesWhereRefused(calls, error, [] {
+            bool isTried = false;
+            EXPECT_EQ(ChildResult::NotMade, tryInChild([&] { return isTried = true; }, 60));
+            EXPECT_FALSE(isTried);
+        });
+    };
+    EXPECT_TRUE(refused(vfTest::forkCalls, EAGAIN));
+    EXPECT_TRUE(refused({SYS_socketpair}, EMFILE));
+}
+
+TEST(ChildProcess, TellsHowItEndedWhereNoDescriptorStandsForAProcess)
+{
+    EXPECT_TRUE(vfTest::passesWhereRefused({SYS_pidfd_open}, ENOSYS, [] {
+        EXPECT_EQ(ChildResult::Succeeded, tryInChild([] { return true; }, 3600));
+        EXPECT_EQ(ChildResult::Failed, tryInChild([] { return false; }, 3600));
+        EXPECT_EQ(ChildResult::Died, tryInChild([]() -> bool { std::abort(); }, 3600));
+        EXPECT_EQ(ChildResult::Died, tryInChild(hang, 1));
+    }));
 }

@@ -58,6 +58,7 @@ TEST(ClassInfo, KeepsWhatItWasMadeWith)
     EXPECT_EQ(static_cast<int>(sizeof(Thing)), Thing::s_classInfo.getSize());
     EXPECT_TRUE(abstractThing.isDerivedFrom(&VfObject::s_classInfo));
     EXPECT_FALSE(Thing::s_classInfo.isDerivedFrom(&abstractThing));
+    EXPECT_FALSE(Thing::s_classInfo.isDerivedFrom(nullptr));
 }
 
 TEST(ClassInfo, CreatesAnObjectOfItsClass)

@@ -128,6 +128,9 @@ TEST(Map, FirstAndLastReferToEntriesInOrderOfTheKeys)
     map.last() = 6;
     EXPECT_EQ("a", map.firstKey());
     EXPECT_EQ("b", map.lastKey());
+    const Numbers& read = map;
+    EXPECT_EQ(&map.first(), &read.first());
+    EXPECT_EQ(&map.last(), &read.last());
     EXPECT_THAT(entries(map), ElementsAre(Pair("a", 5), Pair("b", 6)));
 }
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "support/RefusedCalls.h"
 #include "support/TemporaryDirectory.h"
 
 #include <velaforge/base/Printable.h>
@@ -116,6 +117,19 @@ TEST(ReplaceFile, WritesTheWholeFileAndLeavesNothingElse)
     EXPECT_THAT(namesIn(directory.path()), testing::ElementsAre("file"));
 }
 
+TEST(ReplaceFile, LeavesNoDescriptorBehind)
+{
+    const TemporaryDirectory directory;
+    const std::string path = directory.write("file", "before");
+    const std::size_t before = namesIn("/proc/self/fd").size();
+    for (int i = 0; i < 3; ++i) {
+        VfString reason;
+        EXPECT_TRUE(replaceFile(path, "after", reason)) << reason.str();
+        EXPECT_FALSE(replaceFile(directory.path(), "x", reason));
+    }
+    EXPECT_EQ(before, namesIn("/proc/self/fd").size());
+}
+
 TEST(ReplaceFile, KeepsALinkAndThePermissions)
 {
     const TemporaryDirectory directory;
@@ -159,6 +173,8 @@ TEST(ReplaceFile, AFileSizeLimitLeavesTheFileAsItWasAndTheProcessAlive)
     EXPECT_EQ("File too large", reason);
     EXPECT_EQ("before", readFile(path));
     EXPECT_TRUE(replaceFile(path, "small", reason));
+    limit.rlim_cur = RLIM_INFINITY;
+    setrlimit(RLIMIT_FSIZE, &limit);
 }
 
 TEST(ReplaceFile, WritesToADeviceDirectly)
@@ -274,6 +290,30 @@ TEST(ReplaceFile, KeepsExtendedAttributes)
     EXPECT_EQ(3000, getxattr(path.c_str(), "user.large", nullptr, 0));
     EXPECT_EQ(0, getxattr(path.c_str(), "user.empty", nullptr, 0));
     EXPECT_EQ(0640u, statusOf(path).st_mode & allBits);
+}
+
+TEST(ReplaceFile, KeepsALargeAttributeAndManyOfThem)
+{
+    const TemporaryDirectory directory;
+    const std::string disk = directory.file("disk");
+    mkdir(disk.c_str(), 0700);
+    if (mount("none", disk.c_str(), "tmpfs", 0, nullptr) != 0)
+        GTEST_SKIP() << "no file system of its own can be mounted here";
+    const std::string path = disk + "/file";
+    VfString reason;
+    EXPECT_TRUE(replaceFile(path, "before", reason));
+    bool isPossible = setAttribute(path, "user.large", std::string(50000, 'v'));
+    for (int i = 0; i < 40; ++i) // their names need more than 4096 bytes
+        isPossible = isPossible &&
+                     setAttribute(path, ("user." + std::string(200, 'n') + std::to_string(i)).c_str(), "x");
+    if (isPossible) {
+        EXPECT_TRUE(replaceFile(path, "after", reason));
+        EXPECT_EQ(50000, getxattr(path.c_str(), "user.large", nullptr, 0));
+        EXPECT_EQ("x", attribute(path, ("user." + std::string(200, 'n') + "39").c_str()));
+    }
+    umount(disk.c_str());
+    if (!isPossible)
+        GTEST_SKIP() << "no large attributes here";
 }
 
 TEST(ReplaceFile, KeepsTheAccessListOfAFile)
@@ -520,4 +560,46 @@ TEST(ReplaceFile, ARingOfLinksIsToldAndLeft)
     EXPECT_FALSE(replaceFile(directory.file("a"), "x", reason));
     EXPECT_EQ("Too many levels of symbolic links", reason);
     EXPECT_THAT(namesIn(directory.path()), testing::ElementsAre("a", "b"));
+}
+
+TEST(ReplaceFile, AnErrorOfTheDiskLeavesTheFileAsItWasAndNoDraft)
+{
+    const TemporaryDirectory directory;
+    const std::string path = directory.write("file", "before");
+    for (const std::vector<long>& calls : {std::vector<long>{SYS_fsync}, vfTest::renameCalls}) {
+        EXPECT_TRUE(vfTest::passesWhereRefused(calls, EIO, [&] {
+            VfString reason;
+            EXPECT_FALSE(replaceFile(path, "after", reason));
+            EXPECT_EQ("Input/output error", reason);
+        }));
+        EXPECT_EQ("before", readFile(path));
+        EXPECT_THAT(namesIn(directory.path()), testing::ElementsAre("file"));
+    }
+}
+
+TEST(ReplaceFile, AFileSystemThatCannotFlushOrLockIsNoHindrance)
+{
+    const TemporaryDirectory directory;
+    const std::string path = directory.write("file", "before");
+    EXPECT_TRUE(vfTest::passesWhereRefused({SYS_fsync, SYS_flock}, ENOTSUP, [&] {
+        VfString reason;
+        EXPECT_TRUE(replaceFile(path, "after", reason)) << reason.str();
+    }));
+    EXPECT_EQ("after", readFile(path));
+    EXPECT_THAT(namesIn(directory.path()), testing::ElementsAre("file"));
+}
+
+TEST(ReplaceFile, AFileWhoseAccessListCannotBeReadIsForItsOwnerOnly)
+{
+    const TemporaryDirectory directory;
+    const std::string path = directory.write("file", "before");
+    // Without extended attributes there is no access list to lose.
+    for (const auto& [error, mode] : {std::pair<int, mode_t>{ENOTSUP, 0664}, {EACCES, 0600}}) {
+        ASSERT_EQ(0, chmod(path.c_str(), 0664));
+        EXPECT_TRUE(vfTest::passesWhereRefused({SYS_flistxattr}, error, [&] {
+            VfString reason;
+            EXPECT_TRUE(replaceFile(path, "after", reason)) << reason.str();
+        }));
+        EXPECT_EQ(mode, statusOf(path).st_mode & allBits);
+    }
 }

@@ -19,6 +19,7 @@
 #include <thread>
 #include <vector>
 
+#include <pwd.h>
 #include <unistd.h>
 
 using vfBase::ApplicationInfo;
@@ -100,6 +101,8 @@ TEST(Printable, KeepsUtf8AndEscapesEverythingElse)
     EXPECT_EQ("sch\xC3\xB6n \xE2\x82\xAC \xF0\x9F\x9A\x80",
               vfBase::printable("sch\xC3\xB6n \xE2\x82\xAC \xF0\x9F\x9A\x80"));
     EXPECT_EQ("a\\nb\\t\\r\\x1B[0m\\x7F", vfBase::printable("a\nb\t\r\x1B[0m\x7F"));
+    EXPECT_EQ("\xC3\xB6\\x1B\xE2\x82\xAC\\x1B\xF0\x9F\x9A\x80\\x1B",
+              vfBase::printable("\xC3\xB6\x1B\xE2\x82\xAC\x1B\xF0\x9F\x9A\x80\x1B"));
     EXPECT_EQ("\\xFF\\xC3", vfBase::printable("\xFF\xC3"));
     EXPECT_EQ("\\xC0\\x80", vfBase::printable("\xC0\x80"));          // overlong
     EXPECT_EQ("\\xED\\xA0\\x80", vfBase::printable("\xED\xA0\x80")); // a surrogate
@@ -117,6 +120,20 @@ TEST(Version, IsTheOneOfTheBuildAndVerbosenessIsRemembered)
     EXPECT_GE(osg::getNotifyLevel(), osg::INFO);
     vfBase::setVerbose(false);
     EXPECT_FALSE(vfBase::isVerbose());
+}
+
+TEST(Version, VerbosenessAskedForTwiceEndsOnceWithTheLevelFromBefore)
+{
+    osg::setNotifyLevel(osg::WARN);
+    vfBase::setVerbose(false);
+    EXPECT_EQ(osg::WARN, osg::getNotifyLevel());
+    vfBase::setVerbose(true);
+    vfBase::setVerbose(true);
+    vfBase::setVerbose(false);
+    EXPECT_EQ(osg::WARN, osg::getNotifyLevel());
+    osg::setNotifyLevel(osg::DEBUG_FP);
+    vfBase::setVerbose(true);
+    EXPECT_EQ(osg::DEBUG_FP, osg::getNotifyLevel());
 }
 
 TEST(ApplicationInfo, NamesTheExecutableUntilItIsTold)
@@ -172,6 +189,22 @@ TEST(StandardPaths, FollowTheEnvironment)
     EXPECT_STREQ("/tmp", StandardPaths::standardLocation(StandardPaths::Temp));
 }
 
+TEST(StandardPaths, WithoutAHomeInTheEnvironmentTheSystemKnowsIt)
+{
+    const passwd* user = getpwuid(getuid());
+    ASSERT_TRUE(user);
+    const std::string home = user->pw_dir;
+    for (const char* value : {"", "relative"}) {
+        setenv("HOME", value, 1);
+        EXPECT_EQ(home, StandardPaths::standardLocation(StandardPaths::Home));
+    }
+    unsetenv("HOME");
+    unsetenv("XDG_CONFIG_HOME");
+    EXPECT_EQ(home, StandardPaths::standardLocation(StandardPaths::Home));
+    EXPECT_EQ((home == "/" ? "" : home) + "/.config",
+              StandardPaths::standardLocation(StandardPaths::GenericConfig));
+}
+
 TEST(StandardPaths, DocumentsAreWhereTheUserPutThem)
 {
     const vfTest::TemporaryDirectory home;
@@ -179,11 +212,14 @@ TEST(StandardPaths, DocumentsAreWhereTheUserPutThem)
     unsetenv("XDG_CONFIG_HOME");
     home.write(".config/user-dirs.dirs",
                "# comment\nXDG_DOCUMENTS_DIR=\"$HOME/Papers\"\nXDG_MUSIC_DIR=\"/music/\"\n"
-               "XDG_PICTURES_DIR=\"relative\"\nXDG_VIDEOS_DIR=\"$HOME/unterminated\n");
+               "XDG_PICTURES_DIR=\"relative\"\nXDG_VIDEOS_DIR=\"$HOME/unterminated\n"
+               "XDG_DESKTOP_DIR=\"$HOME\"\nXDG_DOWNLOAD_DIR=\"/the \\\"net\\\"\"\n");
     EXPECT_EQ(home.file("Papers"), StandardPaths::standardLocation(StandardPaths::Documents));
     EXPECT_STREQ("/music", StandardPaths::standardLocation(StandardPaths::Music));
     EXPECT_EQ(home.file("Pictures"), StandardPaths::standardLocation(StandardPaths::Pictures));
     EXPECT_EQ(home.file("Videos"), StandardPaths::standardLocation(StandardPaths::Movies));
+    EXPECT_EQ(home.path(), StandardPaths::standardLocation(StandardPaths::Desktop));
+    EXPECT_STREQ("/the \"net\"", StandardPaths::standardLocation(StandardPaths::Download));
 }
 
 TEST(StandardPaths, KeepTheirNumbersAndAreNeverNull)

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "support/RefusedCalls.h"
 #include "support/TemporaryDirectory.h"
 
 #include <velaforge/base/ApplicationInfo.h>
@@ -12,6 +13,7 @@
 
 #include <gmock/gmock.h>
 
+#include <cerrno>
 #include <cmath>
 #include <filesystem>
 #include <limits>
@@ -226,6 +228,19 @@ TEST_F(SettingsStore, TheFileCanBeReadAndEditedByAPerson)
     EXPECT_EQ("typed", textIn(path));
 }
 
+TEST_F(SettingsStore, BytesTypedByHandAreReadInEitherCaseAndOtherTextStaysText)
+{
+    const std::vector<std::pair<std::string, std::string>> typed{{"$bytes:c3BC41", "\xC3\xBC"
+                                                                                   "A"},
+                                                                 {"$bytes:4", "$bytes:4"},
+                                                                 {"$bytes:4g", "$bytes:4g"},
+                                                                 {"$bytes:", ""}};
+    for (const auto& [text, meaning] : typed) {
+        directory.write("solar.json", "{\"solar::Planet\":{\"text\":\"" + text + "\"}}");
+        EXPECT_EQ(meaning, textIn(path));
+    }
+}
+
 TEST_F(SettingsStore, WithoutAFileTheObjectsKeepTheirDefaults)
 {
     Program program(path);
@@ -335,7 +350,11 @@ TEST_F(SettingsStore, ADamagedFileOfAnyKindIsNeverOverwrittenSilently)
 {
     saveTwice();
     const std::string previous = readFile(path + ".previous");
+    std::string deep = "1";
+    for (int level = 0; level < 65; ++level)
+        deep = "{\"deep\": [0, 0], \"deeper\": " + deep + "}";
     const std::string kinds[] = {"",
+                                 deep,
                                  std::string(4096, '\0'),
                                  "not JSON at all",
                                  "[1, 2, 3]",
@@ -410,6 +429,11 @@ TEST_F(SettingsStore, SixtyFourLevelsAreRead)
                                ",\"solar::Planet\":{\"text\":\"deep\"}}";
     directory.write("solar.json", nested);
     EXPECT_EQ("deep", textIn(path));
+    std::string wide = "{\"other\":[[]";
+    for (int i = 0; i < 200; ++i)
+        wide += ",[]";
+    directory.write("solar.json", wide + "],\"solar::Planet\":{\"text\":\"wide\"}}");
+    EXPECT_EQ("wide", textIn(path));
 }
 
 TEST_F(SettingsStore, AValueOfTheWrongTypeKeepsItsDefaultTheRestIsTakenAndACopyIsKept)
@@ -460,6 +484,14 @@ TEST_F(SettingsStore, NumbersOutOfRangeAreOfTheWrongType)
     EXPECT_THAT(told.stop(), HasSubstr("\"number\""));
     EXPECT_EQ(1, program.planet->number);
     EXPECT_EQ(7.0, program.planet->real);
+    directory.write("solar.json", "{\"solar::Planet\":{\"number\":18446744073709551615,\"real\":1e19}}");
+    program.load();
+    EXPECT_EQ(1, program.planet->number);
+    EXPECT_EQ(1e19, program.planet->real);
+    directory.write("solar.json", "{\"solar::Planet\":{\"number\":null,\"real\":18446744073709551615}}");
+    program.load();
+    EXPECT_EQ(1, program.planet->number);
+    EXPECT_EQ(18446744073709551615.0, program.planet->real);
 }
 
 TEST_F(SettingsStore, EntriesAndKeysOfOthersComeBackOutAsTheyWentIn)
@@ -639,6 +671,105 @@ TEST_F(SettingsStore, ASaveOnAFullDiskFailsAndLeavesTheFile)
     EXPECT_TRUE(program.save());
     EXPECT_EQ(std::string(8192, 'y'), textIn(path));
     umount(disk.c_str());
+}
+
+TEST_F(SettingsStore, OnAFileSystemWithoutHardLinksTheGenerationBeforeIsACopy)
+{
+    saveTwice();
+    EXPECT_TRUE(vfTest::passesWhereRefused(vfTest::linkCalls, EPERM, [&] {
+        Program program(path);
+        EXPECT_TRUE(program.load());
+        program.planet->text = "third";
+        EXPECT_TRUE(program.save());
+    }));
+    EXPECT_EQ("third", textIn(path));
+    EXPECT_EQ("second", textIn(path + ".previous"));
+    struct stat status = {};
+    ASSERT_EQ(0, stat((path + ".previous").c_str(), &status));
+    EXPECT_EQ(0600u, status.st_mode & 07777u);
+}
+
+TEST_F(SettingsStore, OnAFileSystemWithoutLocksItSavesAllTheSame)
+{
+    saveTwice();
+    EXPECT_TRUE(vfTest::passesWhereRefused({SYS_flock}, ENOLCK, [&] {
+        Program program(path);
+        EXPECT_TRUE(program.load());
+        program.planet->text = "third";
+        EXPECT_TRUE(program.save());
+    }));
+    EXPECT_EQ("third", textIn(path));
+}
+
+TEST_F(SettingsStore, AnErrorOfTheDiskLeavesBothGenerations)
+{
+    saveTwice();
+    const std::string before = readFile(path);
+    for (const std::vector<long>& calls : {std::vector<long>{SYS_fsync}, vfTest::renameCalls}) {
+        EXPECT_TRUE(vfTest::passesWhereRefused(calls, EIO, [&] {
+            Program program(path);
+            EXPECT_TRUE(program.load());
+            program.planet->text = "third";
+            Told told;
+            EXPECT_FALSE(program.save());
+            EXPECT_THAT(told.stop(), HasSubstr("Input/output error"));
+        }));
+        EXPECT_EQ(before, readFile(path));
+        EXPECT_EQ("first", textIn(path + ".previous"));
+        EXPECT_EQ(3, std::distance(std::filesystem::directory_iterator(directory.path()), {}));
+    }
+}
+
+TEST_F(SettingsStore, ADamagedFileThatCannotBeReplacedIsToldAndTheGenerationBeforeIsTaken)
+{
+    saveTwice();
+    directory.write("solar.json", "cut");
+    EXPECT_TRUE(vfTest::passesWhereRefused(vfTest::renameCalls, EACCES, [&] {
+        Told told;
+        EXPECT_EQ("first", textIn(path));
+        EXPECT_THAT(told.stop(), HasSubstr("could not be repaired: Permission denied"));
+    }));
+    EXPECT_EQ("cut", readFile(path));
+}
+
+TEST_F(SettingsStore, WhatCannotBeKeptIsNotOverwritten)
+{
+    // A damaged file, and one with a value that does not fit.
+    for (const char* text : {"cut", "{\"solar::Planet\":{\"number\":\"x\"}}"}) {
+        directory.write("solar.json", text);
+        EXPECT_TRUE(vfTest::passesWhereRefused(vfTest::linkCalls, EEXIST, [&] {
+            Program program(path);
+            Told told;
+            program.load();
+            program.planet->text = "other";
+            EXPECT_FALSE(program.save());
+            EXPECT_THAT(told.stop(), HasSubstr("were not saved"));
+        }));
+        EXPECT_EQ(text, readFile(path));
+    }
+}
+
+TEST_F(SettingsStore, APlaceBelowAFileMakesTheSaveFail)
+{
+    directory.write("file", "x");
+    for (const char* name : {"file/solar.json", "file/deep/solar.json"}) {
+        Program program(directory.file(name));
+        Told told;
+        EXPECT_FALSE(program.save());
+        EXPECT_THAT(told.stop(), HasSubstr("Not a directory"));
+    }
+}
+
+TEST_F(SettingsStore, WhatTheNextStartWouldRefuseToReadIsNotWritten)
+{
+    saveTwice();
+    Program program(path);
+    ASSERT_TRUE(program.load());
+    program.planet->text.assign(17 * 1024 * 1024, 'x');
+    Told told;
+    EXPECT_FALSE(program.save());
+    EXPECT_THAT(told.stop(), HasSubstr("larger than 16 MiB"));
+    EXPECT_EQ("second", textIn(path));
 }
 
 TEST_F(SettingsStore, ClearsAwayWhatAnInterruptedSaveLeft)

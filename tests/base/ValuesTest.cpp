@@ -62,6 +62,42 @@ TEST(StringList, CopiesAndAssignmentShareAndAClonesIsSeparate)
     EXPECT_EQ(a.getImp(), StringList(static_cast<const vfBase::Referenced&>(a)).getImp());
 }
 
+TEST(VfVariant, MadeFromOrBoundToAnyHandleItTakesValuesOnly)
+{
+    const VfVariant seven(7);
+    const vfBase::Referenced& handle = seven;
+    EXPECT_EQ(7, VfVariant(handle).toInteger());
+    EXPECT_TRUE(VfVariant(static_cast<const vfBase::Referenced&>(StringList())).isEmpty());
+
+    VfVariant bound("before");
+    vfBase::Referenced& base = bound;
+    base.setImp(handle);
+    EXPECT_EQ(7, bound.toInteger());
+    EXPECT_EQ(seven.getImp(), bound.getImp());
+    base.setImp(StringList());
+    EXPECT_TRUE(bound.isEmpty());
+}
+
+TEST(StringList, BoundThroughItsBaseItSharesTheOthersTexts)
+{
+    StringList list;
+    StringList other;
+    static_cast<vfBase::Referenced&>(list).setImp(other);
+    list.append("x");
+    EXPECT_EQ(1u, other.size());
+}
+
+TEST(Options, BoundThroughTheirBaseTheyShareTheOthersKeys)
+{
+    Options options;
+    const Options other;
+    static_cast<vfBase::Referenced&>(options).setImp(other);
+    options.setPluginStringData("KEY", "TRUE");
+    EXPECT_EQ("TRUE", other.getPluginStringData("KEY"));
+    static_cast<vfBase::Referenced&>(options).setImp(StringList());
+    EXPECT_FALSE(options.isValid());
+}
+
 TEST(VfVariant, HoldsAnyCopyableValueAndTellsItsType)
 {
     EXPECT_TRUE(VfVariant().isEmpty());

@@ -59,10 +59,12 @@ TEST(CommandPrivate, AssignmentCopiesThePropertiesIntoItsOwnMap)
     own.insert("old", VfVariant(1));
     const Body source = new CommandPrivate;
     source->setName("Move");
+    source->invoke("mast");
     source->getProperties().insert("new", VfVariant(2));
 
     *target = *source;
     EXPECT_EQ("Move", target->getName());
+    EXPECT_EQ(vfBase::VfString("mast"), target->getArgument().toString());
     EXPECT_TRUE(own.contains("new"));
     EXPECT_FALSE(own.contains("old"));
     source->getProperties().insert("later", VfVariant(3));
@@ -74,6 +76,7 @@ TEST(CommandPrivate, AssignmentCopiesThePropertiesIntoItsOwnMap)
     const Body empty = new CommandPrivate;
     *target = *empty;
     EXPECT_TRUE(own.isEmpty());
+    EXPECT_TRUE(target->getArgument().isEmpty());
 }
 
 TEST(CommandPrivate, CanBeMadeByNameAsItsObjectPart)

@@ -425,14 +425,26 @@ TEST(CommandProcessor, CommandThatChangesTheHistoryWhileItIsRedoneIsSafe)
 
 TEST(CommandProcessor, CopySharesTheHistoryWithItsSource)
 {
-    // Only one of the two may be destroyed, so the copy is left to live in memory of its own.
     CommandProcessor processor;
     processor.store(named("a"));
-    alignas(CommandProcessor) unsigned char memory[sizeof(CommandProcessor)];
-    auto* copy = new (memory) CommandProcessor(processor);
-    EXPECT_EQ("a", currentName(*copy));
-    copy->store(named("b"));
+    CommandProcessor copy(processor);
+    EXPECT_EQ("a", currentName(copy));
+    copy.store(named("b"));
     EXPECT_EQ("b", currentName(processor));
+}
+
+TEST(CommandProcessor, AssignmentSharesTheHistoryOfTheOther)
+{
+    CommandProcessor processor;
+    processor.store(named("a"));
+    CommandProcessor target;
+    target.store(named("former"));
+    target = processor;
+    EXPECT_EQ("a", currentName(target));
+    target.store(named("b"));
+    EXPECT_EQ("b", currentName(processor));
+    target = processor;
+    EXPECT_EQ("b", currentName(target));
 }
 
 TEST(CommandProcessor, KeepsItsAccelerators)

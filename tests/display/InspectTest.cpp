@@ -15,6 +15,8 @@
 #include <velaforge/qt/internal/MainWindow.h>
 
 #include <osg/ComputeBoundsVisitor>
+#include <osg/Geode>
+#include <osg/Geometry>
 #include <osg/Transform>
 
 #include <QApplication>
@@ -28,10 +30,13 @@
 #include <QSlider>
 #include <QStatusBar>
 #include <QTableWidget>
+#include <QTranslator>
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
 
 #include <gmock/gmock.h>
+
+#include <cmath>
 
 using vfTest::Hand;
 using vfTest::Program;
@@ -279,6 +284,134 @@ TEST_F(Inspect, ClicksMeasureBetweenCorners)
     });
 }
 
+TEST_F(Inspect, AClickNearACornerMeasuresFromTheCorner)
+{
+    withSailboat([](Viewer& viewer) {
+        // The corner of the flag that lies farthest to one side, and a place a little inside of it.
+        osg::Vec3d corner;
+        const QPoint place = viewer.ui([&] {
+            const osg::Geometry* flag = viewer.part("flag")->asGeode()->getDrawable(0)->asGeometry();
+            const auto& points = dynamic_cast<const osg::Vec3Array&>(*flag->getVertexArray());
+            const vfApplication::QtViewport& viewport = *viewer.viewport();
+            QPointF outermost = viewer.seen(*viewer.part("flag"));
+            const QPointF middle = outermost;
+            for (const osg::Vec3& point : points) {
+                const QPointF seen = viewport.project(point);
+                if (seen.x() > outermost.x()) {
+                    outermost = seen;
+                    corner = point;
+                }
+            }
+            const QPointF inwards = middle - outermost;
+            return (outermost + inwards * (4 / std::hypot(inwards.x(), inwards.y()))).toPoint();
+        });
+        viewer.ui([&] { viewer.program().invoke("vfViewer::MeasureDistance"); });
+        viewer.hand.click(viewer.ui([&] { return Viewer::onScreen(*viewer.viewport(), place); }));
+        Program::pause(100);
+        viewer.hand.click(placeOf(viewer, "hull"));
+        ASSERT_TRUE(viewer.waitFor([&] { return viewer.model()->getMeasurements().size() == 1; }));
+        viewer.ui([&] {
+            const osg::Vec3d found = viewer.model()->getMeasurements().front().points.front();
+            EXPECT_NEAR(0, (found - corner).length(), 1e-6);
+        });
+    });
+}
+
+TEST_F(Inspect, ThreeClicksMeasureACircleAndThreeOnOnePointNothing)
+{
+    withSailboat([](Viewer& viewer) {
+        viewer.ui([&] { viewer.program().invoke("vfViewer::MeasureRadius"); });
+        for (int i = 0; i < 3; ++i) {
+            viewer.hand.click(placeOf(viewer, "hull"));
+            Program::pause(100);
+        }
+        EXPECT_TRUE(viewer.ui([&] { return viewer.model()->getMeasurements().empty(); }));
+        for (const char* part : {"hull", "flag", "keel"}) {
+            viewer.hand.click(placeOf(viewer, part));
+            Program::pause(100);
+        }
+        ASSERT_TRUE(viewer.waitFor([&] { return viewer.model()->getMeasurements().size() == 1; }));
+        EXPECT_EQ(vfViewer::MeasureKind::Radius,
+                  viewer.ui([&] { return viewer.model()->getMeasurements().front().kind; }));
+    });
+}
+
+TEST_F(Inspect, TheTreesMenuActsOnTheRowUnderTheMouse)
+{
+    withSailboat([](Viewer& viewer) {
+        const auto chooses = [&viewer](const QString& entry) {
+            viewer.hand.click(viewer.ui([&] {
+                auto& tree = find<QTreeWidget>(viewer, "sceneTree");
+                const auto rows =
+                    tree.findItems(QStringLiteral("hull"), Qt::MatchExactly | Qt::MatchRecursive);
+                return Viewer::onScreen(*tree.viewport(), tree.visualItemRect(rows.value(0)).center());
+            }),
+                              Hand::Right);
+            QAction* action = nullptr;
+            EXPECT_TRUE(viewer.waitFor([&] {
+                const QWidget* menu = QApplication::activePopupWidget();
+                for (QAction* each : menu ? menu->actions() : QList<QAction*>())
+                    action = each->text() == entry ? each : action;
+                return action != nullptr;
+            }));
+            viewer.hand.click(viewer.ui([&] {
+                const auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+                return Viewer::onScreen(*menu, menu->actionGeometry(action).center());
+            }));
+            EXPECT_TRUE(viewer.waitFor([] { return !QApplication::activePopupWidget(); }));
+        };
+        selectByClick(viewer, "flag");
+        chooses(QStringLiteral("Hide"));
+        EXPECT_TRUE(viewer.waitFor([&] { return viewer.part("hull")->getNodeMask() == 0; }));
+        EXPECT_EQ("hull", viewer.ui([&] { return selection(viewer); }));
+        chooses(QStringLiteral("Show"));
+        EXPECT_TRUE(viewer.waitFor([&] { return viewer.part("hull")->getNodeMask() != 0; }));
+        // Beside the rows there is no menu.
+        viewer.hand.click(viewer.ui([&] {
+            auto& tree = find<QTreeWidget>(viewer, "sceneTree");
+            return Viewer::onScreen(*tree.viewport(), QPoint(20, tree.viewport()->height() - 4));
+        }),
+                          Hand::Right);
+        Program::pause(200);
+        EXPECT_TRUE(viewer.ui([] { return !QApplication::activePopupWidget(); }));
+    });
+}
+
+TEST_F(Inspect, PanelsSpeakTheLanguageThatIsChosenWhileTheyAreOpen)
+{
+    struct Brackets : QTranslator
+    {
+        QString translate(const char*, const char* text, const char*, int) const override
+        {
+            return QLatin1Char('[') + QString::fromUtf8(text) + QLatin1Char(']');
+        }
+        bool isEmpty() const override { return false; }
+    };
+    withSailboat([](Viewer& viewer) {
+        for (const char* id :
+             {"vfViewer::Properties", "vfViewer::Sections", "vfViewer::Animation", "vfViewer::Messages"})
+            open(viewer, id);
+        viewer.ui([] {
+            auto* brackets = new Brackets;
+            brackets->setParent(qApp);
+            QCoreApplication::installTranslator(brackets);
+        });
+        EXPECT_TRUE(viewer.waitFor([&] {
+            return find<QLineEdit>(viewer, "sceneSearch").placeholderText() == QLatin1String("[Search]");
+        }));
+        viewer.ui([&] {
+            EXPECT_EQ(QLatin1String("[Name]"), find<QTableWidget>(viewer, "properties").item(0, 0)->text());
+            EXPECT_EQ(QLatin1String("[Other side]"), find<QCheckBox>(viewer, "sectionFlip_y").text());
+            EXPECT_EQ(QLatin1String("[Time]"), find<QSlider>(viewer, "animationTime").toolTip());
+            EXPECT_TRUE(find<QListWidget>(viewer, "messages")
+                            .parentWidget()
+                            ->findChild<QPushButton*>()
+                            ->text()
+                            .startsWith(QLatin1Char('[')));
+        });
+    });
+}
+
 TEST_F(Inspect, TheTreeIsSearchedAndFollowsTheSelection)
 {
     withSailboat([](Viewer& viewer) {
@@ -415,6 +548,29 @@ TEST_F(Inspect, PropertiesAndNumbersAreThoseOfTheSelection)
         EXPECT_NE(whole, valueIn(viewer, "properties", "Triangles"));
         viewer.ui([&] { viewer.program().invoke("vfViewer::Hide"); });
         EXPECT_EQ(QLatin1String("no"), valueIn(viewer, "properties", "Shown"));
+    });
+}
+
+TEST_F(Inspect, StatisticsAreThoseOfTheSelectionOrOfTheWholeModel)
+{
+    withSailboat([](Viewer& viewer) {
+        viewer.ui([&] {
+            // As the module does.
+            viewer.program().application().getDockWindowManager().addNewOrGetExistingDockWindow(
+                "vfViewer::Statistics", vfApplication::DockWindow::RightDockArea, true, false, 0, nullptr);
+        });
+        open(viewer, "vfViewer::Statistics");
+        EXPECT_EQ(QLatin1String("the whole model"), valueIn(viewer, "statistics", "Of"));
+        const QString whole = valueIn(viewer, "statistics", "Triangles");
+        const QString width = valueIn(viewer, "statistics", "Width (x)");
+        selectByClick(viewer, "flag");
+        EXPECT_EQ(QLatin1String("the selected part"), valueIn(viewer, "statistics", "Of"));
+        EXPECT_NE(whole, valueIn(viewer, "statistics", "Triangles"));
+        EXPECT_NE(width, valueIn(viewer, "statistics", "Width (x)"));
+        const char* const steps = "Steps that can be undone or redone";
+        EXPECT_EQ(QLatin1String("0"), valueIn(viewer, "statistics", steps));
+        viewer.ui([&] { viewer.program().invoke("vfViewer::Hide"); });
+        EXPECT_EQ(QLatin1String("1"), valueIn(viewer, "statistics", steps));
     });
 }
 

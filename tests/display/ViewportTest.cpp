@@ -85,6 +85,23 @@ double difference(const QImage& one, const QImage& other)
     return sum / (3.0 * coarse.width() * coarse.height());
 }
 
+/// How far the parts reach from the middle, as parts of width and height. On the thread of the window.
+double farthestFromMiddle(const Viewer& viewer)
+{
+    const vfApplication::QtViewport& viewport = *viewer.viewport();
+    double farthest = 0;
+    for (const char* name : {"hull", "mast", "rudder"}) {
+        osg::ComputeBoundsVisitor bounds;
+        viewer.part(name)->accept(bounds);
+        for (unsigned int i = 0; i < 8; ++i) {
+            const QPointF seen = viewport.project(bounds.getBoundingBox().corner(i));
+            farthest = std::max({farthest, std::fabs(seen.x() / viewport.width() - 0.5),
+                                 std::fabs(seen.y() / viewport.height() - 0.5)});
+        }
+    }
+    return farthest;
+}
+
 } // namespace
 
 class Viewport : public vfTest::OnDisplay
@@ -391,19 +408,51 @@ TEST_F(Viewport, HasTheStandardViewsAndFitsTheModel)
         settle(viewer);
         viewer.ui([&] {
             // All of it, in the middle, as large as it fits.
-            const vfApplication::QtViewport& viewport = *viewer.viewport();
-            double farthest = 0;
-            for (const char* name : {"hull", "mast", "rudder"}) {
-                osg::ComputeBoundsVisitor bounds;
-                viewer.part(name)->accept(bounds);
-                for (unsigned int i = 0; i < 8; ++i) {
-                    const QPointF seen = viewport.project(bounds.getBoundingBox().corner(i));
-                    farthest = std::max({farthest, std::fabs(seen.x() / viewport.width() - 0.5),
-                                         std::fabs(seen.y() / viewport.height() - 0.5)});
-                }
-            }
-            EXPECT_LT(0.40, farthest);
-            EXPECT_GT(0.56, farthest); // boxes are larger than what they hold
+            EXPECT_LT(0.40, farthestFromMiddle(viewer));
+            EXPECT_GT(0.56, farthestFromMiddle(viewer)); // boxes are larger than what they hold
+        });
+    });
+}
+
+TEST_F(Viewport, FitsTheSphereAroundItsSceneFromWhereItIsLookedAt)
+{
+    Viewer viewer({sailboat});
+    viewer.run([&] {
+        settle(viewer);
+        for (const bool isOrthographic : {false, true}) {
+            viewer.ui([&] {
+                vfApplication::QtViewport& viewport = *viewer.viewport();
+                viewport.setOrthographic(isOrthographic);
+                viewport.lookAt({400, -300, 200}, {380, -300, 190}, {0, 0, 1});
+                viewport.fit();
+                EXPECT_LT(0.2, farthestFromMiddle(viewer));
+                EXPECT_GT(0.51, farthestFromMiddle(viewer));
+            });
+            const Camera camera = cameraOf(viewer);
+            osg::Vec3d direction(-20, 0, -10);
+            direction.normalize();
+            EXPECT_LT(0.999999, camera.direction() * direction);
+            const osg::BoundingSphere bounds =
+                viewer.ui([&] { return viewer.viewport()->getScene()->getBound(); });
+            EXPECT_NEAR(0, (camera.centre - osg::Vec3d(bounds.center())).length(), 1e-6);
+        }
+    });
+}
+
+TEST_F(Viewport, WhatIsPickedIsTheDrawableThere)
+{
+    Viewer viewer({sailboat});
+    viewer.run([&] {
+        settle(viewer);
+        viewer.ui([&] {
+            osg::Node* flag = viewer.part("flag");
+            const auto hit = viewer.viewport()->pick(viewer.seen(*flag));
+            ASSERT_TRUE(hit);
+            EXPECT_NE(nullptr, hit->path.back()->asDrawable());
+            EXPECT_THAT(hit->path, testing::Contains(flag));
+            EXPECT_EQ(1u, hit->path.back()->getNumParents());
+            EXPECT_EQ(hit->path[hit->path.size() - 2], hit->path.back()->getParent(0));
+            EXPECT_EQ(viewer.viewport()->getScene(), hit->path.front());
         });
     });
 }

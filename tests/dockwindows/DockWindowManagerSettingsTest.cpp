@@ -139,6 +139,11 @@ TEST(DockWindowManagerSettings, ARecordThatIsNotWholeLeavesWhatWasThere)
         vfBase::Settings::loadGlobal();
         EXPECT_EQ(DockWindow::LeftDockArea, settings->getDockWindowAreaState("id")) << field;
     }
+    std::string noMap = whole;
+    noMap.replace(whole.find("\"windows\""), std::string::npos, "\"windows\": 7 } }");
+    std::ofstream(path) << noMap;
+    vfBase::Settings::loadGlobal();
+    EXPECT_EQ(DockWindow::LeftDockArea, settings->getDockWindowAreaState("id"));
 }
 
 TEST(DockWindowManagerSettings, OperationsKeepTheirSlots)

@@ -15,6 +15,7 @@
 
 #include <memory>
 #include <stdexcept>
+#include <utility>
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -83,6 +84,7 @@ TEST(DockWindowManager, NullIsNoWindowAndNoId)
     EXPECT_EQ(nullptr, manager.findDockWindow(nullptr));
     EXPECT_FALSE(manager.removeDockWindow(static_cast<const char*>(nullptr)));
     EXPECT_FALSE(manager.addDockWindow(nullptr));
+    EXPECT_FALSE(manager.removeDockWindow(static_cast<DockWindow*>(nullptr)));
     EXPECT_EQ(1u, manager.getNumDockWindows());
     EXPECT_EQ(&empty, manager.findDockWindow(""));
 }
@@ -237,6 +239,34 @@ TEST(DockWindowManager, AProducersWindowIsKeptUnderTheIdAskedForAndLeftAsItIs)
     EXPECT_THAT(recorder().take(), ElementsAre("~window"));
 }
 
+TEST(DockWindowManager, AWindowThatItsProducerAddsUnderTheSameIdGivesWayToTheOneItReturns)
+{
+    static DockWindowManager* target = nullptr;
+    struct Layers : DockWindow
+    {
+        Layers() : DockWindow(layersKey) {}
+        ~Layers() override { record(std::string("~") + getId()); }
+    };
+    struct Hasty : LayersProducer
+    {
+        DockWindow* create() override
+        {
+            if (DockWindowManager* manager = std::exchange(target, nullptr))
+                manager->addNewOrGetExistingDockWindow(layersKey, DockWindow::LeftDockArea, true, false, 0,
+                                                       nullptr);
+            return new Layers;
+        }
+    };
+    const Desk desk;
+    const DockWindowRegistryPrivate::Proxy proxy(new Hasty);
+    target = desk.manager.get();
+    const DockWindow& window = desk.manager->addNewOrGetExistingDockWindow(
+        layersKey, DockWindow::LeftDockArea, true, false, 0, nullptr);
+    EXPECT_EQ(1, recorder().count("~solar::Layers"));
+    EXPECT_EQ(&window, desk.manager->findDockWindow(layersKey));
+    EXPECT_EQ(1u, desk.manager->getNumDockWindows());
+}
+
 TEST(DockWindowManager, AnEqualIdAtAnotherAddressMakesAPlainWindow)
 {
     const Desk desk;
@@ -328,6 +358,8 @@ TEST(DockWindowManager, WalkingAlwaysBeginsAtTheSmallestId)
     EXPECT_EQ(&a, manager.nextDockWindow());
     EXPECT_TRUE(manager.hasNextDockWindow());
     EXPECT_FALSE(manager.hasPreviousDockWindow());
+    EXPECT_EQ(nullptr, manager.previousDockWindow());
+    EXPECT_EQ(nullptr, manager.peekPreviousDockWindow());
     manager.toFrontDockWindow();
     EXPECT_EQ(&a, manager.nextDockWindow());
 }

@@ -254,6 +254,17 @@ TEST(DocTemplate, ADocumentWhoseFirstViewRaisesIsDeletedAndGivesNull)
     EXPECT_EQ(0, bench.manager.getNumDocuments());
 }
 
+TEST(DocTemplate, ARecordOfAnotherClassGivesNoDocumentWithoutAMessage)
+{
+    RecordingApplication bench;
+    DocTemplate* kind =
+        templateOf(bench.manager, "", "", &RecordingView::s_classInfo, &RecordingView::s_classInfo);
+    recorder().take();
+    EXPECT_EQ(nullptr, kind->createDocument("a.obj", Options()));
+    EXPECT_THAT(recorder().take(), ElementsAre("view1 made", "~view1"));
+    EXPECT_EQ(0, bench.manager.getNumDocuments());
+}
+
 TEST(DocTemplate, ARecordOfAnotherClassGivesNoViewWithoutAMessage)
 {
     RecordingApplication bench;

@@ -122,6 +122,16 @@ TEST(FileHistory, AnEditedFileCannotAskForAMaximumOfNone)
     EXPECT_EQ(9u, FileHistorySettings::instance(false)->getMaxFiles());
 }
 
+TEST(FileHistory, AnEditedFileThatIsSoundIsNotComplainedAbout)
+{
+    writeSettings("{\"vfApplication::FileHistorySettings\":{\"files\":[\"x\"],\"maxFiles\":1}}");
+    vfBase::NotifyHandler::instance().install();
+    testing::internal::CaptureStderr();
+    Settings::loadGlobal();
+    EXPECT_EQ("", testing::internal::GetCapturedStderr());
+    EXPECT_EQ(1u, FileHistorySettings::instance(false)->getMaxFiles());
+}
+
 TEST(FileHistory, StoredSettingsWinOverTheNineOfTheManager)
 {
     writeSettings("{\"vfApplication::FileHistorySettings\":{\"files\":[\"x\"],\"maxFiles\":4}}");

@@ -6,6 +6,8 @@
 
 #include <gmock/gmock.h>
 
+#include <stdexcept>
+
 using testing::ElementsAre;
 using vfApplication::View;
 using vfTest::recorder;
@@ -92,6 +94,31 @@ TEST(View, DeletingTheCurrentOneLeavesNoneAlsoIfOthersRemain)
     EXPECT_EQ(nullptr, bench.manager.getCurrentView());
     EXPECT_EQ(nullptr, bench.manager.getCurrentDocument());
     EXPECT_EQ(bench.second, bench.document->getFirstView());
+}
+
+TEST(View, AManagerThatThrowsWhenTheCurrentOneIsDeletedForgetsItAllTheSame)
+{
+    struct Throwing : vfApplication::DocManager
+    {
+        void activateView(View* view, bool active) override
+        {
+            if (!active)
+                throw std::runtime_error("not now");
+            DocManager::activateView(view, active);
+        }
+    };
+    RecordingApplication bench;
+    auto* manager = new Throwing;
+    bench.application.setDocManager(manager);
+    vfTest::makeTemplate(*manager);
+    vfApplication::Document* document = manager->createDocument("a.obj", vfBase::Options());
+    View* first = document->getFirstView();
+    ASSERT_NE(nullptr, manager->createView(document, vfBase::Options()));
+    manager->activateView(first, true);
+    ASSERT_EQ(first, manager->getCurrentView());
+    delete first;
+    EXPECT_EQ(nullptr, manager->getCurrentView());
+    EXPECT_TRUE(manager->containsDocument(document));
 }
 
 TEST(View, DeletingOneThatIsNotCurrentLeavesTheCurrentOne)

@@ -125,6 +125,8 @@ TEST(ImageFile, AFailureLeavesThePictureThatWasThere)
     ASSERT_EQ(0, setrlimit(RLIMIT_FSIZE, &limit));
     VfString reason;
     EXPECT_FALSE(writeImage(*makePicture(), path, reason));
+    limit.rlim_cur = RLIM_INFINITY;
+    setrlimit(RLIMIT_FSIZE, &limit);
     EXPECT_EQ("File too large", reason);
     EXPECT_EQ("before", vfTest::readFile(path));
 }

@@ -5,6 +5,7 @@
 #include "support/TemporaryDirectory.h"
 
 #include <osg/Image>
+#include <osg/Vec3d>
 #include <osgDB/ReadFile>
 
 #include <gmock/gmock.h>
@@ -16,6 +17,7 @@
 #include <filesystem>
 #include <fstream>
 #include <set>
+#include <sstream>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -374,6 +376,36 @@ TEST(Viewer, InvokesCommandsInOrderAndThenTakesThePicture)
     EXPECT_EQ(0, outcome.status) << outcome.err;
     EXPECT_NE(vfTest::readFile(plain), vfTest::readFile(changed));
     EXPECT_EQ(vfTest::readFile(plain), vfTest::readFile(undone));
+}
+
+TEST(Viewer, TheCameraThatIsPlacedIsTheOneOfThePictureAndFitKeepsItsDirection)
+{
+    const TemporaryDirectory directory;
+    const std::string placed = directory.file("placed.png");
+    const std::string fitted = directory.file("fitted.png");
+    const std::string camera = "vfViewer::Camera=10,-60,5,0,0,0,0,0,1";
+    Outcome outcome = view({"--headless", "--invoke", camera, "--invoke", "vfViewer::PrintCamera",
+                            "--snapshot", placed, signpost("obj")});
+    EXPECT_EQ(0, outcome.status) << outcome.err;
+    EXPECT_THAT(outcome.out, HasSubstr(camera + "\n"));
+    outcome = view({"--headless", "--invoke", camera, "--invoke", "vfViewer::Fit", "--invoke",
+                    "vfViewer::PrintCamera", "--snapshot", fitted, signpost("obj")});
+    EXPECT_EQ(0, outcome.status) << outcome.err;
+    std::string numbers = outcome.out.substr(outcome.out.find('=') + 1);
+    std::replace(numbers.begin(), numbers.end(), ',', ' ');
+    std::istringstream text(numbers);
+    osg::Vec3d eye;
+    osg::Vec3d centre;
+    ASSERT_TRUE(text >> eye.x() >> eye.y() >> eye.z() >> centre.x() >> centre.y() >> centre.z())
+        << outcome.out;
+    osg::Vec3d direction = centre - eye;
+    osg::Vec3d before(-10, 60, -5);
+    EXPECT_LT(0.1, std::fabs(direction.length() - before.length()));
+    direction.normalize();
+    before.normalize();
+    EXPECT_LT(0.999999, direction * before);
+    EXPECT_GT(0.5, std::fabs(Picture(placed).top - Picture(placed).bottom));
+    EXPECT_LT(0.8, std::fabs(Picture(fitted).top - Picture(fitted).bottom));
 }
 
 TEST(Viewer, ACommandOfItsModuleLibraryTellsWhatTheModelConsistsOf)

@@ -104,13 +104,18 @@ TEST(ModuleSettings, AListThatIsNoListLeavesWhatWasThere)
     settings->setModuleStateSettings("before", true);
     ASSERT_TRUE(vfBase::Settings::global().save(nullptr));
     const std::string path = vfBase::Settings::global().getSettingsFilePath();
-    std::string text = vfTest::readFile(path);
+    const std::string text = vfTest::readFile(path);
     const std::string entry = "\"before\": true";
     ASSERT_NE(std::string::npos, text.find(entry));
-    text.replace(text.find(entry), entry.size(), "\"before\": 7");
-    std::ofstream(path) << text;
-    vfBase::Settings::loadGlobal();
-    EXPECT_THAT(settings->getModuleList(), ElementsAre(Pair("before", true)));
+    std::string wrongState = text;
+    wrongState.replace(text.find(entry), entry.size(), "\"before\": 7");
+    std::string noMap = text;
+    noMap.replace(text.find("\"modules\""), std::string::npos, "\"modules\": [true] } }");
+    for (const std::string& spoilt : {wrongState, noMap}) {
+        std::ofstream(path) << spoilt;
+        vfBase::Settings::loadGlobal();
+        EXPECT_THAT(settings->getModuleList(), ElementsAre(Pair("before", true)));
+    }
 }
 
 TEST(ModuleSettings, OperationsKeepTheirSlots)

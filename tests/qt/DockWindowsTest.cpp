@@ -18,11 +18,14 @@
 
 #include <gmock/gmock.h>
 
+#include <QContextMenuEvent>
 #include <QDockWidget>
+#include <QFrame>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QTest>
+#include <QToolBar>
 #include <QToolButton>
 #include <QTranslator>
 
@@ -302,6 +305,137 @@ TEST(QtDockWindows, ThatHideThemselvesAreAButtonAndOpenOverTheirNeighbours)
             EXPECT_TRUE(panel(window)->isVisible());
             EXPECT_TRUE(inside->isVisible());
             EXPECT_EQ(DockWindow::RightDockArea, window.getArea());
+        });
+    });
+}
+
+TEST(QtDockWindows, ThatHideThemselvesOpenAlongTheEdgeTheyBelongTo)
+{
+    Program program;
+    QtDockWindowContents::setContents("test::Window", [](QWidget& parent) { return new QLabel(&parent); });
+    DockWindow& window = add(program, "test::Window", DockWindow::TopDockArea);
+    program.run([&] {
+        for (const DockWindow::DockArea area : {DockWindow::TopDockArea, DockWindow::BottomDockArea,
+                                                DockWindow::LeftDockArea, DockWindow::RightDockArea})
+        {
+            program.ui([&] {
+                window.setAutoHide(false);
+                window.setArea(area);
+                window.setAutoHide(true);
+            });
+            const auto button = [&] {
+                return program.window().findChild<QToolButton*>(QStringLiteral("autoHide:test::Window"));
+            };
+            ASSERT_TRUE(program.waitFor([&] { return button() && button()->isVisible(); }));
+            program.ui([&] {
+                QTest::mouseClick(button(), Qt::LeftButton);
+                const QRect opened =
+                    program.window().findChild<QFrame*>(QStringLiteral("autoHidePanel"))->geometry();
+                const QRect middle = program.window().centralWidget()->geometry();
+                const bool isLevel = area == DockWindow::TopDockArea || area == DockWindow::BottomDockArea;
+                EXPECT_EQ(isLevel, opened.width() == middle.width()) << area;
+                EXPECT_EQ(!isLevel, opened.height() == middle.height()) << area;
+                EXPECT_EQ(area != DockWindow::BottomDockArea, opened.top() == middle.top()) << area;
+                EXPECT_EQ(area != DockWindow::TopDockArea, opened.bottom() == middle.bottom()) << area;
+                EXPECT_EQ(area != DockWindow::RightDockArea, opened.left() == middle.left()) << area;
+                EXPECT_EQ(area != DockWindow::LeftDockArea, opened.right() == middle.right()) << area;
+                const auto* strip = qobject_cast<QToolBar*>(button()->parentWidget());
+                ASSERT_TRUE(strip);
+                EXPECT_EQ(int(area), int(program.window().toolBarArea(strip))); // the same numbers in Qt
+                QTest::mouseClick(button(), Qt::LeftButton);
+            });
+        }
+    });
+}
+
+TEST(QtDockWindows, TheirOwnMenuHidesTearsOffAndCloses)
+{
+    Program program;
+    DockWindow& window = add(program, "test::Window", DockWindow::LeftDockArea);
+    DockWindow& fixed = add(program, "test::Fixed", DockWindow::RightDockArea);
+    fixed.setCloseable(false);
+    fixed.setFloatable(false);
+    program.run([&] {
+        const auto menu = [] { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); };
+        const auto openMenu = [&](DockWindow& owner) {
+            program.start([&] {
+                QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(4, 4), QPoint(4, 4));
+                QApplication::sendEvent(panel(owner), &event);
+            });
+            return program.waitFor([&] { return menu() != nullptr; });
+        };
+        const auto entries = [&] {
+            return program.ui([&] {
+                QStringList texts;
+                for (const QAction* action : menu()->actions()) {
+                    if (action->isEnabled())
+                        texts << (action->isChecked() ? QStringLiteral("*") : QString()) + action->text();
+                }
+                return texts;
+            });
+        };
+        const auto choose = [&](DockWindow& owner, const QString& text) {
+            EXPECT_TRUE(openMenu(owner));
+            program.ui([&] {
+                for (QAction* action : menu()->actions()) {
+                    if (action->text() == text)
+                        menu()->setActiveAction(action);
+                }
+                QTest::keyClick(menu(), Qt::Key_Return);
+            });
+            EXPECT_TRUE(program.waitFor([&] { return !menu(); }));
+        };
+        const QString hides = QStringLiteral("Hide when not in use");
+        const QString floats = QStringLiteral("Tear off");
+        const QString closes = QStringLiteral("Close");
+        ASSERT_TRUE(openMenu(window));
+        EXPECT_EQ(QStringList({hides, floats, closes}), entries());
+        program.ui([&] { QTest::keyClick(menu(), Qt::Key_Escape); });
+        ASSERT_TRUE(openMenu(fixed));
+        EXPECT_EQ(QStringList({hides}), entries());
+        program.ui([&] { QTest::keyClick(menu(), Qt::Key_Escape); });
+        EXPECT_TRUE(program.waitFor([&] { return !menu(); }));
+
+        choose(window, floats);
+        EXPECT_TRUE(program.waitFor([&] { return window.isFloating(); }));
+        ASSERT_TRUE(openMenu(window));
+        EXPECT_EQ(QStringList({QStringLiteral("*") + floats, closes}), entries());
+        program.ui([&] { QTest::keyClick(menu(), Qt::Key_Escape); });
+        choose(window, floats);
+        EXPECT_TRUE(program.waitFor([&] { return !window.isFloating(); }));
+        choose(window, closes);
+        EXPECT_TRUE(program.waitFor([&] { return !window.getVisible(); }));
+        program.ui([&] { window.setVisible(true); });
+        choose(window, hides);
+        EXPECT_TRUE(program.waitFor([&] { return window.getAutoHide(); }));
+    });
+}
+
+TEST(QtDockWindows, AreListedWithTheToolbarsInTheMenuOfTheWindowsBars)
+{
+    Program program;
+    DockWindow& window = add(program, "test::Window", DockWindow::LeftDockArea);
+    program.declaration().toolbars = [](vfApplication::CommandItem* root) {
+        vfApplication::CommandItem bar(root);
+        bar.setCommand("Tools", nullptr);
+        bar << "vfApplicationQt::ActionOpen";
+    };
+    program.run([&] {
+        program.ui([&] {
+            const std::unique_ptr<QMenu> menu(static_cast<QMainWindow&>(program.window()).createPopupMenu());
+            std::map<std::string, QAction*> entries;
+            for (QAction* action : menu->actions())
+                entries[action->text().toStdString()] = action;
+            ASSERT_EQ(1u, entries.count("test::Window"));
+            EXPECT_TRUE(entries["test::Window"]->isChecked());
+            entries["test::Window"]->trigger();
+            EXPECT_FALSE(window.getVisible());
+            ASSERT_EQ(1u, entries.count("Tools"));
+            auto* bar = program.window().findChild<QToolBar*>(QString(), Qt::FindDirectChildrenOnly);
+            ASSERT_TRUE(bar);
+            EXPECT_TRUE(bar->isVisible());
+            entries["Tools"]->trigger();
+            EXPECT_FALSE(bar->isVisible());
         });
     });
 }

@@ -16,6 +16,7 @@
 
 #include <QPlainTextEdit>
 
+#include <algorithm>
 #include <fstream>
 #include <stdexcept>
 
@@ -161,6 +162,45 @@ TEST(Failures, AFileThatCannotBeReadAgainIsToldWithItsReason)
         EXPECT_TRUE(
             program.waitFor([&] { return problems(program) == path + ": line 1: a word is missing"; }));
         EXPECT_EQ("one\nmore\n", program.ui([&] { return program.sheet()->text(); }));
+    });
+}
+
+TEST(Failures, AFileThatIsToReplaceADocumentsContentsAndCannotBeReadIsToldOnceAndChangesNothing)
+{
+    const TemporaryDirectory directory;
+    const std::string path = directory.write("one.sheet", "one\n");
+    const std::string other = directory.write("two.sheet", "two\n");
+    const std::string spoilt = directory.write("spoilt.sheet", "reason\n");
+    const std::string thrown = directory.write("thrown.sheet", "throw\n");
+    Program program({path});
+    program.run([&] {
+        const auto update = [&](const std::string& file) {
+            return program.ui([&] {
+                vfBase::Options silent;
+                silent.setPluginStringData("SILENT", "TRUE");
+                return program.manager().updateDocument(program.sheet(), file, silent);
+            });
+        };
+        EXPECT_FALSE(
+            program.ui([&] { return program.manager().updateDocument(nullptr, other, vfBase::Options()); }));
+        EXPECT_FALSE(update(spoilt));
+        EXPECT_EQ(spoilt + ": line 1: a word is missing", program.ui([&] { return problems(program); }));
+        EXPECT_FALSE(update(thrown));
+        EXPECT_FALSE(update(directory.file("none.sheet")));
+        const std::string told = program.ui([&] { return problems(program); });
+        EXPECT_EQ(2, std::count(told.begin(), told.end(), '\n')) << told;
+        EXPECT_THAT(told, HasSubstr(thrown + ": "));
+        EXPECT_THAT(told, HasSubstr("none.sheet: No such file or directory"));
+        program.ui([&] {
+            EXPECT_EQ("one\n", program.sheet()->text());
+            EXPECT_EQ(path, program.sheet()->getFilename().str());
+        });
+        EXPECT_TRUE(update(other));
+        program.ui([&] {
+            EXPECT_EQ("two\n", program.sheet()->text());
+            EXPECT_EQ(other, program.sheet()->getFilename().str());
+            EXPECT_EQ(1, program.manager().getNumDocuments());
+        });
     });
 }
 

@@ -168,6 +168,24 @@ TEST(Layout, IsFoundAgainInTheNextRun)
     inAnotherProcess(ten, [](Program& program) { expectAsKept(program, ten); });
 }
 
+TEST(Layout, ACopyOfTheSettingsHasAllOfThemAndANewOneNone)
+{
+    WindowSettings& settings = WindowSettings::instance();
+    settings.geometry = "geometry";
+    settings.layout = "layout";
+    settings.language = "de";
+    settings.shortcuts["sheet::AddLine"] = "Ctrl+L";
+    const osg::ref_ptr<osg::Object> copy = settings.clone(osg::CopyOp());
+    ASSERT_TRUE(settings.isSameKindAs(copy));
+    const auto& copied = static_cast<const WindowSettings&>(*copy);
+    EXPECT_EQ("geometry", copied.geometry);
+    EXPECT_EQ("layout", copied.layout);
+    EXPECT_EQ("de", copied.language);
+    EXPECT_EQ(settings.shortcuts, copied.shortcuts);
+    const osg::ref_ptr<osg::Object> made = settings.cloneType();
+    EXPECT_EQ("", static_cast<const WindowSettings&>(*made).layout);
+}
+
 TEST(Layout, SavedRestoredAndSavedAgainIsTheSame)
 {
     vfBase::ApplicationInfo::instance().setApplicationName("program");

@@ -17,6 +17,9 @@
 
 #include <osg/Notify>
 
+#include <QColorDialog>
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QTest>
@@ -85,6 +88,39 @@ std::unique_ptr<SheetUi> declaring(SheetUi::Declare menus, SheetUi::Declare tool
     ui->toolbars = toolbars ? std::move(toolbars) : [](CommandItem*) {};
     return ui;
 }
+
+/// Keeps the argument that the user was asked for.
+struct Asking : vfApplication::CommandPrivate
+{
+    Asking()
+    {
+        getProperties()["prompt"] = VfVariant("Which?");
+        getProperties()["promptKind"] = VfVariant(kind);
+        getProperties()["promptFilter"] = VfVariant(filter);
+        getProperties()["promptValue"] = VfVariant(proposal);
+    }
+    void invoke(const VfVariant& argument) override
+    {
+        ++calls;
+        given = argument;
+    }
+
+    static std::string kind;
+    static std::string filter;
+    static std::string proposal;
+    static int calls;
+    static VfVariant given;
+};
+
+std::string Asking::kind;
+std::string Asking::filter;
+std::string Asking::proposal;
+int Asking::calls = 0;
+VfVariant Asking::given;
+
+const vfBase::ClassInfo asking("menus", "Asking", "menus::Asking",
+                               &vfApplication::CommandPrivate::s_classInfo, nullptr, sizeof(Asking),
+                               []() -> vfBase::VfObject* { return new Asking; });
 
 struct Extra : vfApplication::Module
 {
@@ -359,6 +395,76 @@ TEST(Menus, ACommandThatWantsAnArgumentIsGivenTheAnswer)
         EXPECT_TRUE(program.waitFor([&] { return program.sheet()->text() == "one\nbutter\n"; }));
         program.ui([&] { program.invoke("sheet::AskFirst", "given"); });
         EXPECT_EQ("one\nbutter\ngiven\n", program.ui([&] { return program.sheet()->text(); }));
+    });
+}
+
+TEST(Menus, ACommandThatWantsFilesIsGivenThoseThatAreChosen)
+{
+    const TemporaryDirectory directory;
+    const std::string one = directory.write("one.sheet", "one\n");
+    const std::string two = directory.write("two \xC3\xBC.txt", "two\n");
+    Asking::kind = "files";
+    Program program;
+    program.run([&] {
+        const auto open = [&](const char* filter) {
+            Asking::filter = filter;
+            program.start([&] { program.invoke("menus::Asking"); });
+            return program.waitFor([] { return qobject_cast<QFileDialog*>(Program::dialog()); });
+        };
+        const auto filters = [] { return qobject_cast<QFileDialog*>(Program::dialog())->nameFilters(); };
+        ASSERT_TRUE(open(""));
+        EXPECT_EQ(QStringList({QStringLiteral("All files (*)")}), program.ui(filters));
+        program.ui([] { Program::dialog()->reject(); });
+        EXPECT_TRUE(program.waitForNoDialog());
+        EXPECT_EQ(0, program.ui([] { return Asking::calls; }));
+
+        ASSERT_TRUE(open("sheet,txt"));
+        EXPECT_EQ(
+            QStringList({QStringLiteral("Suitable files (*.sheet *.txt)"), QStringLiteral("All files (*)")}),
+            program.ui(filters));
+        program.ui([&] {
+            Program::dialog()
+                ->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))
+                ->setText(QStringLiteral("\"%1\" \"%2\"")
+                              .arg(QString::fromStdString(one), QString::fromStdString(two)));
+            QMetaObject::invokeMethod(Program::dialog(), "accept", Qt::QueuedConnection);
+        });
+        EXPECT_TRUE(program.waitFor([] { return Asking::calls == 1; }));
+        program.ui([&] {
+            const vfBase::StringList paths = Asking::given.toStringList();
+            ASSERT_EQ(2u, paths.size());
+            EXPECT_EQ(one, paths.get(0).str());
+            EXPECT_EQ(two, paths.get(1).str());
+        });
+    });
+}
+
+TEST(Menus, ACommandThatWantsAColourProposesOneAndIsGivenTheOther)
+{
+    Asking::kind = "color";
+    Program program;
+    program.run([&] {
+        const auto dialog = [] { return qobject_cast<QColorDialog*>(Program::dialog()); };
+        const std::pair<const char*, QColor> proposals[] = {
+            {"1,0,0", Qt::red}, {"blue", Qt::white}, {"", Qt::white}};
+        for (const auto& [text, color] : proposals) {
+            Asking::proposal = text;
+            program.start([&] { program.invoke("menus::Asking"); });
+            ASSERT_TRUE(program.waitFor(dialog));
+            EXPECT_EQ(color.name().toStdString(),
+                      program.ui([&] { return dialog()->currentColor().name().toStdString(); }));
+            program.ui([&] { dialog()->reject(); });
+            EXPECT_TRUE(program.waitForNoDialog());
+        }
+        EXPECT_EQ(0, program.ui([] { return Asking::calls; }));
+        program.start([&] { program.invoke("menus::Asking"); });
+        ASSERT_TRUE(program.waitFor(dialog));
+        program.ui([&] {
+            dialog()->setCurrentColor(QColor(51, 102, 255));
+            dialog()->accept();
+        });
+        EXPECT_TRUE(program.waitFor([] { return Asking::calls == 1; }));
+        EXPECT_EQ("0.2,0.4,1", program.ui([] { return Asking::given.toString().str(); }));
     });
 }
 

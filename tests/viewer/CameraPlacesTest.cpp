@@ -130,3 +130,14 @@ TEST(CameraPlaces, WhatMakesNoSenseInTheStoreIsLeftOut)
     EXPECT_EQ((Names{"good"}), namesOf("/a.obj"));
     EXPECT_TRUE(CameraPlaces::instance().of("/b.obj").empty());
 }
+
+TEST(CameraPlaces, ACopyKeepsItsOwn)
+{
+    CameraPlaces& places = CameraPlaces::instance();
+    places.keep("/a.obj", place("bow", 1));
+    const osg::ref_ptr<osg::Object> copy = places.clone(osg::CopyOp());
+    auto& copied = static_cast<CameraPlaces&>(*copy);
+    ASSERT_EQ(1u, copied.of("/a.obj").size());
+    EXPECT_TRUE(copied.forget("/a.obj", "bow"));
+    EXPECT_EQ(1u, places.of("/a.obj").size());
+}

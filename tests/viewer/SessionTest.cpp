@@ -98,3 +98,17 @@ TEST(Session, WhatMakesNoSenseInTheFileIsLeftOut)
     EXPECT_EQ(1u, load("\"style\"", "\"stile\"").size());
     EXPECT_TRUE(session.getEntries()[0].style.showsTextures);
 }
+
+TEST(Session, ACopyHasItsEntriesAndANewOneNone)
+{
+    Session& session = Session::instance();
+    session.setRestored(true);
+    session.setEntries({{"/a.obj", {{1, 2, 3}, {4, 5, 6}, {0, 0, 1}}, {}}});
+    const osg::ref_ptr<osg::Object> copy = session.clone(osg::CopyOp());
+    const auto& copied = static_cast<const Session&>(*copy);
+    EXPECT_TRUE(copied.isRestored());
+    ASSERT_EQ(1u, copied.getEntries().size());
+    EXPECT_EQ("/a.obj", copied.getEntries()[0].path);
+    const osg::ref_ptr<osg::Object> made = session.cloneType();
+    EXPECT_FALSE(static_cast<const Session&>(*made).isRestored());
+}

@@ -195,6 +195,29 @@ TEST(OptionsPages, WhatIsNotAppliedChangesNothing)
     EXPECT_EQ(7, ViewerSettings::instance().getFirstView());
 }
 
+TEST(ViewerSettings, ACopyHasTheValuesAndANewOneTheDefaults)
+{
+    ViewerSettings& settings = ViewerSettings::instance();
+    vfViewer::ViewStyle style;
+    style.showsGrid = !style.showsGrid;
+    settings.setFirstView(2);
+    settings.setFirstStyle(style);
+    settings.setUnits({vfViewer::LengthUnit::Metre, vfViewer::LengthUnit::Foot});
+    settings.setHistoryMegabytes(64);
+    settings.setBackground({1, 0, 0}, {0, 0, 1});
+    const osg::ref_ptr<osg::Object> copy = settings.clone(osg::CopyOp());
+    const auto& copied = static_cast<const ViewerSettings&>(*copy);
+    EXPECT_EQ(2, copied.getFirstView());
+    EXPECT_EQ(style.showsGrid, copied.getFirstStyle().showsGrid);
+    EXPECT_EQ(vfViewer::LengthUnit::Foot, copied.getUnits().shown);
+    EXPECT_EQ(64, copied.getHistoryMegabytes());
+    EXPECT_EQ(osg::Vec3f(1, 0, 0), copied.getBackgroundTop());
+    EXPECT_EQ(osg::Vec3f(0, 0, 1), copied.getBackgroundBottom());
+    const osg::ref_ptr<osg::Object> made = settings.cloneType();
+    EXPECT_EQ(7, static_cast<const ViewerSettings&>(*made).getFirstView());
+    EXPECT_EQ(512, static_cast<const ViewerSettings&>(*made).getHistoryMegabytes());
+}
+
 TEST(OptionsPages, WhatIsAppliedIsSetAndNonsenseIsNot)
 {
     const auto recent = makePage<vfViewer::RecentFilesPage>("vfViewer::RecentFilesPage");

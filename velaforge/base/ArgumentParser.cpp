@@ -133,7 +133,6 @@ bool parseInteger(const std::string& text, int& value)
 
 bool parseReal(const std::string& text, double& value)
 {
-    errno = 0;
     char* end = nullptr;
     const double number = std::strtod(text.c_str(), &end);
     if (beginsWithBlank(text) || end == text.c_str() || *end != '\0' || !std::isfinite(number))

@@ -1,31 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/commands/CommandName.h>
 
-#include <atomic>
 #include <cstddef>
-#include <utility>
 
 namespace vfApplication {
-
-struct CommandName::Text
-{
-    explicit Text(const std::string& aText) : text(aText) {}
-
-    Text* hold() noexcept
-    {
-        holders.fetch_add(1, std::memory_order_relaxed);
-        return this;
-    }
-
-    void release() noexcept
-    {
-        if (holders.fetch_sub(1, std::memory_order_acq_rel) == 1)
-            delete this;
-    }
-
-    const std::string text;
-    std::atomic<std::size_t> holders{1};
-};
 
 /// The texts that a thread used last: a hash table with one text per slot.
 class CommandName::Recent
@@ -35,20 +13,13 @@ public:
     Recent(const Recent&) = delete;
     Recent& operator=(const Recent&) = delete;
 
-    ~Recent()
-    {
-        s_current = nullptr;
-        for (Text* text : m_texts) {
-            if (text)
-                text->release();
-        }
-    }
+    ~Recent() { s_current = nullptr; }
 
-    /// Returns a text equal to @p text, with a reference for the caller.
-    static Text* get(const std::string& text)
+    /// Returns a text equal to @p text. The caller takes a reference on it before it makes the next name.
+    static const Text* get(const std::string& text)
     {
         Recent* recent = s_current ? s_current : makeForThread();
-        return recent ? recent->find(text)->hold() : new Text(text);
+        return recent ? recent->find(text) : new Text(text);
     }
 
 private:
@@ -67,47 +38,29 @@ private:
         return (text.size() + 3 * at(0) + 5 * at(text.size() / 2) + 7 * at(text.size() - 1)) % placeCount;
     }
 
-    Text* find(const std::string& text)
+    const Text* find(const std::string& text)
     {
-        Text*& place = m_texts[placeOf(text)];
-        if (!place || place->text != text) {
-            Text* made = new Text(text);
-            if (place)
-                place->release();
-            place = made;
-        }
-        return place;
+        osg::ref_ptr<const Text>& place = m_texts[placeOf(text)];
+        if (!place || place->value != text)
+            place = new Text(text);
+        return place.get();
     }
 
     static thread_local Recent* s_current;
 
-    Text* m_texts[placeCount] = {};
+    osg::ref_ptr<const Text> m_texts[placeCount];
 };
 
 thread_local CommandName::Recent* CommandName::Recent::s_current = nullptr;
 
+CommandName::Text::~Text() = default;
+
 CommandName::CommandName(const std::string& text) : m_text(text.empty() ? nullptr : Recent::get(text)) {}
-
-CommandName::CommandName(const CommandName& other) noexcept
-    : m_text(other.m_text ? other.m_text->hold() : nullptr)
-{}
-
-CommandName::~CommandName()
-{
-    if (m_text)
-        m_text->release();
-}
-
-CommandName& CommandName::operator=(CommandName other) noexcept
-{
-    std::swap(m_text, other.m_text);
-    return *this;
-}
 
 const std::string& CommandName::str() const noexcept
 {
     static const std::string empty;
-    return m_text ? m_text->text : empty;
+    return m_text ? m_text->value : empty;
 }
 
 } // namespace vfApplication

@@ -3,6 +3,9 @@
 
 #include <velaforge/application/Export.h>
 
+#include <osg/Referenced>
+#include <osg/ref_ptr>
+
 #include <string>
 
 namespace vfApplication {
@@ -16,26 +19,39 @@ class VFAPPLICATION_EXPORT CommandName
 {
 public:
     /// Makes the empty name, without allocating.
-    CommandName() noexcept : m_text(nullptr) {}
+    CommandName() = default;
 
     /// Makes a name with the text @p text.
     explicit CommandName(const std::string& text);
 
     /// Shares the text of @p other.
-    CommandName(const CommandName& other) noexcept;
-    ~CommandName();
+    CommandName(const CommandName& other) = default;
+    ~CommandName() = default;
 
     /// Shares the text of @p other.
-    CommandName& operator=(CommandName other) noexcept;
+    CommandName& operator=(CommandName other) noexcept
+    {
+        m_text.swap(other.m_text);
+        return *this;
+    }
 
     /// Returns the text, which is valid as long as a name that shares it.
     const std::string& str() const noexcept;
 
 private:
-    struct Text;
     class Recent;
 
-    Text* m_text; ///< null for the empty name
+    struct Text : osg::Referenced
+    {
+        explicit Text(const std::string& text) : value(text) {}
+
+        const std::string value;
+
+    protected:
+        ~Text() override; // in the source file, and the virtual table with it
+    };
+
+    osg::ref_ptr<const Text> m_text; // null for the empty name
 };
 
 } // namespace vfApplication

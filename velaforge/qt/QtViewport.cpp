@@ -557,7 +557,10 @@ std::optional<QtViewport::Hit> QtViewport::pick(const QPointF& position,
     osgUtil::IntersectionVisitor visitor(ray);
     d->scene->accept(visitor);
     for (const osgUtil::LineSegmentIntersector::Intersection& found : ray->getIntersections()) {
-        const Hit hit{found.nodePath, found.getWorldIntersectPoint(), found.getWorldIntersectNormal()};
+        Hit hit{found.nodePath, found.getWorldIntersectPoint(), found.getWorldIntersectNormal()};
+        // The visitor passes a geode's drawables over.
+        if (found.drawable && (hit.path.empty() || hit.path.back() != found.drawable))
+            hit.path.push_back(found.drawable.get());
         if (!isWanted || isWanted(hit))
             return hit;
     }
