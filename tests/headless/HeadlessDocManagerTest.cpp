@@ -7,6 +7,7 @@
 #include <velaforge/base/ApplicationInfo.h>
 #include <velaforge/base/ClassInfo.h>
 #include <velaforge/commands/CommandPrivate.h>
+#include <velaforge/commands/CommandProcessor.h>
 #include <velaforge/documents/DocTemplate.h>
 #include <velaforge/documents/Document.h>
 #include <velaforge/documents/FileHistory.h>
@@ -89,6 +90,37 @@ struct Change : vfApplication::CommandPrivate
     }
 };
 
+/// A change that can be undone.
+struct Edit : vfApplication::CommandPrivate
+{
+    bool canUndo() const override { return true; }
+    bool Do(const vfBase::VfVariant&) override
+    {
+        sheet().text += '+';
+        sheet().modify(true);
+        return true;
+    }
+    bool undo(const vfBase::VfVariant&) override
+    {
+        sheet().text.pop_back();
+        sheet().modify(true);
+        return true;
+    }
+};
+
+struct Undo : vfApplication::CommandPrivate
+{
+    void invoke(const vfBase::VfVariant&) override { sheet().getCommandProcessor()->undo(); }
+};
+
+/// Notes whether the document counts as modified.
+struct Look : vfApplication::CommandPrivate
+{
+    void invoke(const vfBase::VfVariant&) override { seen += sheet().isModified() ? 'M' : '-'; }
+    static std::string seen;
+};
+std::string Look::seen;
+
 struct Save : vfApplication::CommandPrivate
 {
     void invoke(const vfBase::VfVariant&) override { sheet().save(); }
@@ -113,6 +145,9 @@ const vfBase::ClassInfo viewRecord =
     record<SheetView>("SheetView", "test::SheetView", vfApplication::View::s_classInfo);
 const vfBase::ClassInfo change =
     record<Change>("Change", "test::Change", vfApplication::CommandPrivate::s_classInfo);
+const vfBase::ClassInfo edit = record<Edit>("Edit", "test::Edit", vfApplication::CommandPrivate::s_classInfo);
+const vfBase::ClassInfo undo = record<Undo>("Undo", "test::Undo", vfApplication::CommandPrivate::s_classInfo);
+const vfBase::ClassInfo look = record<Look>("Look", "test::Look", vfApplication::CommandPrivate::s_classInfo);
 const vfBase::ClassInfo save = record<Save>("Save", "test::Save", vfApplication::CommandPrivate::s_classInfo);
 const vfBase::ClassInfo makeNew = record<New>("New", "test::New", vfApplication::CommandPrivate::s_classInfo);
 
@@ -186,6 +221,20 @@ TEST(HeadlessDocManager, WhatNobodySavedIsNotWrittenAtTheEnd)
     Program saving({file, "--invoke", "test::Change", "--invoke", "test::Save"});
     EXPECT_EQ(0, saving.run()) << saving.said;
     EXPECT_EQ("changed\n", vfTest::readFile(file));
+}
+
+TEST(HeadlessDocManager, WhatIsUndoneBackToTheFileIsNotModified)
+{
+    const vfTest::TemporaryDirectory directory;
+    std::vector<std::string> arguments{directory.write("a.txt", "first\n")};
+    for (const char* command :
+         {"Look", "Edit", "Look", "Undo", "Look", "Edit", "Save", "Look", "Undo", "Look"}) {
+        arguments.emplace_back("--invoke");
+        arguments.push_back(std::string("test::") + command);
+    }
+    Program program(arguments);
+    EXPECT_EQ(0, program.run()) << program.said;
+    EXPECT_EQ("-M--M", Look::seen);
 }
 
 TEST(HeadlessDocManager, EachFileThatCannotBeReadIsOneLineWithItsReasonAndTheOthersOpen)

@@ -623,6 +623,41 @@ TEST(Dropping, TextIsNoFile)
     });
 }
 
+TEST(Documents, UndoneBackToTheFileADocumentIsNotModified)
+{
+    Sheets sheets;
+    Program program({sheets.paths[0]});
+    program.run([&] {
+        program.ui([&] {
+            program.invoke("sheet::AddLine", "two");
+            EXPECT_THAT(tabs(program), ElementsAre("one.sheet*"));
+            program.invoke("vfApplicationQt::ActionUndo");
+        });
+        EXPECT_TRUE(program.waitFor([&] { return !program.sheet()->isModified(); }));
+        program.ui([&] {
+            EXPECT_THAT(tabs(program), ElementsAre("one.sheet"));
+            program.invoke("vfApplicationQt::ActionRedo");
+            EXPECT_THAT(tabs(program), ElementsAre("one.sheet*"));
+            program.invoke("vfApplicationQt::ActionSave");
+            program.invoke("sheet::AddLine", "three");
+            program.invoke("vfApplicationQt::ActionUndo");
+        });
+        EXPECT_TRUE(program.waitFor([&] { return !program.sheet()->isModified(); }));
+        program.ui([&] { program.invoke("vfApplicationQt::ActionUndo"); });
+        program.pause(50);
+        EXPECT_TRUE(program.ui([&] { return program.sheet()->isModified(); }));
+        // A change outside of the history stays one.
+        program.ui([&] {
+            program.invoke("vfApplicationQt::ActionSave");
+            program.invoke("sheet::AddLine", "four");
+            program.sheet()->modify(true);
+            program.invoke("vfApplicationQt::ActionUndo");
+        });
+        program.pause(50);
+        EXPECT_TRUE(program.ui([&] { return program.sheet()->isModified(); }));
+    });
+}
+
 TEST(Documents, TwoHundredOpenedAndClosedLeaveNoWidgetBehind)
 {
     const Sheets sheets;

@@ -14,6 +14,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <optional>
 #include <utility>
 
 namespace vfApplication {
@@ -123,13 +124,16 @@ public:
         released.swap(m_slots.front());
         if (lastSavedCommand == first())
             lastSavedCommand = Position::none();
-        m_slots.pop_front();
+        m_slots
+            .pop_front(); // and with it the state before that command: states are numbered from m_firstNumber
         ++m_firstNumber;
     }
 
     /// Releases the redo tail: the commands behind its first, oldest first, then that first.
     void eraseTail()
     {
+        if (unmodifiedState && *unmodifiedState > state())
+            unmodifiedState.reset();
         const vfBase::LifeWatch<CommandProcessorPrivate> watch(this);
         while (!watch.isGone() && contains(currentCommand) && sizeOfRedoTail() > 1)
             eraseBehindAnchor();
@@ -145,9 +149,33 @@ public:
     void releaseAll()
     {
         const vfBase::LifeWatch<CommandProcessorPrivate> watch(this);
+        const bool isUnmodified = unmodifiedState == state();
+        unmodifiedState.reset();
         for (std::size_t count = size(); count > 0 && !watch.isGone() && !isEmpty(); --count)
             eraseFirst();
+        // Releasing commands changes nothing of the document.
+        if (!watch.isGone() && isEmpty() && isUnmodified)
+            unmodifiedState = state();
     }
+
+    /// Returns a number for what the commands that are done have made of the document: that of the first command that is not
+    /// done. Commands that are erased keep their numbers.
+    std::uint64_t state() const
+    {
+        return contains(currentCommand) ? currentCommand.number() + 1 : m_firstNumber;
+    }
+
+    /// The state in which the document was not modified; nothing if its commands were erased.
+    std::optional<std::uint64_t> unmodifiedState = 0;
+
+    /// The document was changed by something that undo does not revert.
+    bool hasOtherChanges = false;
+
+    /// Commands run whose changes undo reverts, or which are being undone.
+    int recording = 0;
+
+    /// The document was changed while they ran.
+    bool isChangedInRecording = false;
 
     int maxCommands;
     Position currentCommand = Position::end();
@@ -203,6 +231,41 @@ using Watch = vfBase::LifeWatch<CommandProcessorPrivate>;
 const vfBase::Call movingCursor{"CommandProcessor::undo"};
 
 using MovingCursor = vfBase::RunningCall<CommandProcessorPrivate>;
+
+/// While it exists, changes of the document belong to a command that is stored. Unless it ends with done(), they are changes
+/// that undo does not revert.
+template <class Gone>
+class Recording
+{
+public:
+    /// @param gone  tells whether @p d still exists
+    Recording(CommandProcessorPrivate* d, const Gone& gone)
+        : m_history(*d), m_gone(gone), m_wasChanged(std::exchange(d->isChangedInRecording, false))
+    {
+        ++m_history.recording;
+    }
+
+    ~Recording()
+    {
+        if (m_gone.isGone())
+            return;
+        --m_history.recording;
+        if (m_history.isChangedInRecording && !m_isDone)
+            m_history.hasOtherChanges = true;
+        m_history.isChangedInRecording = m_history.isChangedInRecording || m_wasChanged;
+    }
+
+    Recording(const Recording&) = delete;
+    Recording& operator=(const Recording&) = delete;
+
+    void done() { m_isDone = true; }
+
+private:
+    CommandProcessorPrivate& m_history;
+    const Gone& m_gone;
+    bool m_wasChanged;
+    bool m_isDone = false;
+};
 
 vfBase::VfObject* createProcessor()
 {
@@ -307,14 +370,21 @@ bool CommandProcessor::submit(Command command, bool storeIt)
     VF_REQUIRE_APPLICATION_THREAD("CommandProcessor::submit");
     VF_REQUIRE(command.isValid(), "CommandProcessor::submit", "the command has no body");
     // Allocated before the command runs, so that storing it cannot fail.
-    if (storeIt)
-        d->reserve();
+    if (!storeIt)
+        return doCommand(command);
+    d->reserve();
     const Watch watch(d);
+    Recording recording(d, watch);
     if (!doCommand(command))
         return false;
     // The command may have closed the document, as "Close" does.
-    if (storeIt && !watch.isGone())
-        store(std::move(command));
+    if (watch.isGone())
+        return true;
+    const std::uint64_t before = d->state();
+    store(std::move(command));
+    // A derived class may store nothing.
+    if (!watch.isGone() && d->state() != before)
+        recording.done();
     return true;
 }
 
@@ -352,6 +422,7 @@ bool CommandProcessor::undo()
     if (!command.isValid())
         return false;
     const MovingCursor running(d, movingCursor);
+    Recording recording(d, running);
     const Position before = d->currentCommand;
     if (!command.canUndo() || running.isGone())
         return false;
@@ -360,8 +431,10 @@ bool CommandProcessor::undo()
     if (running.isGone())
         return true;
     // Not if the command moved the cursor by storing another command or clearing the history.
-    if (d->currentCommand == before && d->contains(before))
+    if (d->currentCommand == before && d->contains(before)) {
         d->currentCommand = before == d->first() ? Position::end() : Position::at(before.number() - 1);
+        recording.done();
+    }
     setMenuStrings();
     return true;
 }
@@ -376,19 +449,25 @@ bool CommandProcessor::redo()
     if (!command.isValid())
         return false;
     const MovingCursor running(d, movingCursor);
+    Recording recording(d, running);
     const Position before = d->currentCommand;
     if (!doCommand(command))
         return false;
     if (running.isGone())
         return true;
-    if (d->currentCommand == before && d->contains(candidate))
+    if (d->currentCommand == before && d->contains(candidate)) {
         d->currentCommand = candidate;
+        recording.done();
+    }
     setMenuStrings();
     return true;
 }
 
 void CommandProcessor::initialize()
 {
+    // Commands that only count as undone have changed the document all the same.
+    if (d->contains(d->currentCommand))
+        d->hasOtherChanges = true;
     d->currentCommand = Position::end();
     setMenuStrings();
 }
@@ -418,6 +497,29 @@ bool CommandProcessor::undoCommand(Command& command)
 void CommandProcessor::markAsSaved()
 {
     d->lastSavedCommand = d->currentCommand;
+}
+
+bool CommandProcessor::isAtUnmodifiedState() const
+{
+    // A command that runs is on the way to another state.
+    return d->recording == 0 && !d->hasOtherChanges && d->unmodifiedState == d->state();
+}
+
+void CommandProcessor::noteModified(bool modified)
+{
+    if (!modified) {
+        d->hasOtherChanges = false;
+        d->isChangedInRecording = false;
+        // A command that runs leads to a state that has no number yet.
+        if (d->recording > 0)
+            d->unmodifiedState.reset();
+        else
+            d->unmodifiedState = d->state();
+    } else if (d->recording > 0) {
+        d->isChangedInRecording = true;
+    } else {
+        d->hasOtherChanges = true;
+    }
 }
 
 void CommandProcessor::setUndoAccelerator(const vfBase::VfString& accelerator)

@@ -98,6 +98,15 @@ public:
     /// Sets the saved mark to the cursor.
     void markAsSaved();
 
+    /// Returns whether undo and redo have led back to the state of the last noteModified(false), or of the beginning, and
+    /// nothing but stored commands has changed the document since. In contrast to isDirty() this also holds with all
+    /// commands undone. False while a command runs. A shell calls Document::modify(false) if this is true.
+    bool isAtUnmodifiedState() const;
+
+    /// Called by Document::modify(). With @p modified false, the present state is the unmodified one. With true, remembers a
+    /// change that no stored command makes, because undo cannot revert it.
+    void noteModified(bool modified);
+
     /// Returns the key sequence for undo, for a menu to show; "Ctrl+Z" unless set.
     const vfBase::VfString& getUndoAccelerator() const;
 

@@ -671,6 +671,9 @@ void Document::setCommandProcessor(CommandProcessor* processor)
     if (processor != m_commandProcessor)
         vfBase::CopyGroup::leave(this);
     m_commandProcessor = processor;
+    // The changes so far were made by other commands, which this history cannot revert.
+    if (processor && m_modified)
+        processor->noteModified(true);
 }
 
 void Document::setFilename(const vfBase::VfString& path, bool notifyViews)
@@ -690,6 +693,8 @@ void Document::takeFilename(vfBase::VfString&& filename, vfBase::VfString&& titl
 void Document::modify(bool modified)
 {
     VF_REQUIRE_APPLICATION_THREAD("Document::modify");
+    if (m_commandProcessor)
+        m_commandProcessor->noteModified(modified);
     if (modified == m_modified)
         return;
     m_modified = modified;

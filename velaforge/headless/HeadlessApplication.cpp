@@ -27,6 +27,7 @@
 #include <velaforge/headless/internal/Tell.h>
 #include <velaforge/toolkit/CommandNames.h>
 #include <velaforge/toolkit/Declarations.h>
+#include <velaforge/toolkit/ModifiedDocuments.h>
 
 #include <osg/Notify>
 #include <osg/Timer>
@@ -160,6 +161,7 @@ Result invoke(Invocation& invocation)
         return Result::Failed;
     }
     invocation.command.invoke(invocation.argument);
+    followHistories(Application::instance(false)->getDocManager());
     // For a script a further message has the line; otherwise the message of the document manager is enough.
     const bool isTold = !invocation.isOfScript() && failureCount() > failuresBefore;
     if (isSet(invocation.command, "failed")) {

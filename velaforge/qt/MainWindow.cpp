@@ -20,6 +20,7 @@
 #include <velaforge/qt/internal/Text.h>
 #include <velaforge/qt/internal/ViewFrame.h>
 #include <velaforge/toolkit/Declarations.h>
+#include <velaforge/toolkit/ModifiedDocuments.h>
 
 #include <QActionGroup>
 #include <QCloseEvent>
@@ -312,6 +313,7 @@ void MainWindow::refresh()
     if (!m_isBuilt || !application)
         return;
     m_docks->update();
+    followHistories(documents());
     State now;
     now.view = documents().getCurrentView();
     now.documents = documents().getNumDocuments();

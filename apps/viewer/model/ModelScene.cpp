@@ -172,7 +172,8 @@ void ModelScene::changed()
     m_state = nextState();
     if (!m_document)
         return;
-    m_document->modify(true);
+    if (m_previews == 0)
+        m_document->modify(true);
     m_document->updateAllViews(nullptr);
 }
 

@@ -60,6 +60,20 @@ public:
     /// Has the document count as modified and its views drawn anew.
     void changed();
 
+    /// While it exists, commands that are run only show what they would do: the document does not count as modified.
+    class Preview
+    {
+    public:
+        explicit Preview(ModelScene& scene) : m_scene(scene) { ++m_scene.m_previews; }
+        ~Preview() { --m_scene.m_previews; }
+
+        Preview(const Preview&) = delete;
+        Preview& operator=(const Preview&) = delete;
+
+    private:
+        ModelScene& m_scene;
+    };
+
     /// @return a number that is another after each change, and never that of another scene
     unsigned long long getState() const { return m_state; }
 
@@ -78,6 +92,7 @@ private:
     osg::ref_ptr<osg::Group> m_root;
     ModelDocument* m_document;
     unsigned long long m_state;
+    int m_previews = 0;
     std::list<SceneCommand*> m_commands; ///< in the order in which they were done
     std::size_t m_historyLimit = std::size_t(512) * 1000 * 1000;
 };

@@ -159,7 +159,6 @@ bool ModelHand::beginDrag(const QPointF& position)
     m_grip = hit->point;
     m_start = position;
     m_matrix = osg::Matrixd();
-    m_wasModified = m_document.isModified();
     return true;
 }
 
@@ -204,9 +203,10 @@ osg::Matrixd ModelHand::change(const QPointF& position) const
 void ModelHand::drag(const QPointF& position)
 {
     m_matrix = change(position);
+    ModelScene& scene = m_document.getModelScene();
+    const ModelScene::Preview previewing(scene);
     if (m_preview)
         m_preview->undo(vfBase::VfVariant());
-    ModelScene& scene = m_document.getModelScene();
     if (!scene.contains(*m_dragged)) {
         m_preview = nullptr;
         m_dragged = nullptr;
@@ -223,9 +223,10 @@ void ModelHand::endDrag(bool isKept)
     const osg::ref_ptr<TransformCommand> preview = std::exchange(m_preview, nullptr);
     if (!dragged || !preview)
         return;
-    preview->undo(vfBase::VfVariant());
-    if (!m_wasModified)
-        m_document.modify(false);
+    {
+        const ModelScene::Preview previewing(m_document.getModelScene());
+        preview->undo(vfBase::VfVariant());
+    }
     if (!isKept)
         return;
     m_document.transform(*dragged, nameOf(m_tool),

@@ -65,7 +65,6 @@ private:
     osg::Vec3d m_grip;   ///< where it was taken hold of
     osg::Vec3d m_middle; ///< of the part, as the grip in the scene
     QPointF m_start;
-    bool m_wasModified = false;
 };
 
 } // namespace vfViewer
