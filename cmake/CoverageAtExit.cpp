@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 // Part of each library and program of the coverage preset. Writes what was counted also where a process ends by _exit(),
-// _Exit() or abort(), which the linker leads here: children of a fork end so, and would not be counted.
+// _Exit() or abort(), which the linker leads here: children of a fork end so, and would not be counted. The files of counts
+// can be written by all users, since some of these children become another one.
 #include <algorithm>
 #include <iterator>
 
 extern "C" {
 #include <gcov.h>
 }
+#include <sys/stat.h>
 
 /// The functions that write the counts, one of each library and program in the process: each writes its own only.
 /// The libraries share the first of these arrays that was loaded.
@@ -17,7 +19,11 @@ namespace {
 struct Registration
 {
     Registration() { replace(nullptr, __gcov_dump); }
-    ~Registration() { replace(__gcov_dump, nullptr); }
+    ~Registration()
+    {
+        replace(__gcov_dump, nullptr);
+        umask(0); // for what is written after this
+    }
 
     static void replace(void (*old)(), void (*writer)())
     {
@@ -30,6 +36,7 @@ const Registration registration;
 
 void writeAll()
 {
+    umask(0);
     for (auto* write : velaforgeCoverageWriters) {
         if (write)
             write();

@@ -4,6 +4,7 @@
 #include "support/TemporaryDirectory.h"
 
 #include <velaforge/application/ApplicationSettings.h>
+#include <velaforge/base/NotifyHandler.h>
 #include <velaforge/base/Settings.h>
 #include <velaforge/base/SettingsProperties.h>
 #include <velaforge/documents/FileHistory.h>
@@ -101,15 +102,18 @@ TEST(ApplicationSettings, ComeBackFromTheStoreInTheOrderInWhichTheyWereRegistere
     EXPECT_THAT(text, HasSubstr("\"splashTextColor\""));
 }
 
-TEST(ApplicationSettings, AColourThatIsNoneLeavesTheOneThatWasThere)
+TEST(ApplicationSettings, AColourThatIsNoneIsToldAndLeavesTheOneThatWasThere)
 {
+    vfBase::NotifyHandler::instance().install();
     ApplicationSettings* settings = ApplicationSettings::instance(false);
     const std::string path = vfBase::Settings::global().getSettingsFilePath();
     ASSERT_TRUE(vfBase::Settings::global().save(nullptr));
     settings->setSplashTextColor({0.25f, 0.5f, 0.75f});
     for (const char* color : {"7", "[1, 1]", "[1, 1, 1, 1]", "[1, 1, \"x\"]", "[1, 1, 1e300]"}) {
         std::ofstream(path) << "{\"vfApplication::Application\": {\"splashTextColor\": " << color << "}}";
+        testing::internal::CaptureStderr();
         vfBase::Settings::loadGlobal();
+        EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("\"splashTextColor\"")) << color;
         EXPECT_EQ(osg::Vec3f(0.25f, 0.5f, 0.75f), settings->getSplashTextColor()) << color;
     }
 }

@@ -1017,5 +1017,9 @@ TEST(SettingsObject, NamesItselfByItsClassUnlessItHasATag)
     EXPECT_FALSE(other.isValid());
     other = handle;
     EXPECT_TRUE(other == handle);
+    EXPECT_EQ(planet.get(), other.getImp());
+    SettingsObject bound(static_cast<vfBase::SettingsObjectPrivate*>(nullptr));
+    static_cast<vfBase::Referenced&>(bound).setImp(handle);
+    EXPECT_EQ(planet.get(), bound.getImp());
     EXPECT_TRUE(SettingsObject(static_cast<const vfBase::Referenced&>(handle)).isValid());
 }

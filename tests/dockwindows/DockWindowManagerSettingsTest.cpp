@@ -2,6 +2,7 @@
 #include "support/Slots.h"
 #include "support/TemporaryDirectory.h"
 
+#include <velaforge/base/NotifyHandler.h>
 #include <velaforge/base/Settings.h>
 #include <velaforge/dockwindows/DockWindowManagerSettings.h>
 #include <velaforge/modules/ModuleSettings.h>
@@ -123,8 +124,9 @@ TEST(DockWindowManagerSettings, ComeBackFromTheStoreWithAreasThatNobodyHereKnows
                 HasSubstr("\"vfApplication::DockWindows\""));
 }
 
-TEST(DockWindowManagerSettings, ARecordThatIsNotWholeLeavesWhatWasThere)
+TEST(DockWindowManagerSettings, ARecordThatIsNotWholeIsToldAndLeavesWhatWasThere)
 {
+    vfBase::NotifyHandler::instance().install();
     DockWindowManagerSettings* settings = DockWindowManagerSettings::instance(false);
     settings->setDockWindowAreaState("id", DockWindow::TopDockArea);
     ASSERT_TRUE(vfBase::Settings::global().save(nullptr));
@@ -136,13 +138,17 @@ TEST(DockWindowManagerSettings, ARecordThatIsNotWholeLeavesWhatWasThere)
         text.replace(text.find(field), field.size(), "\"other\"");
         std::ofstream(path) << text;
         settings->setDockWindowAreaState("id", DockWindow::LeftDockArea);
+        testing::internal::CaptureStderr();
         vfBase::Settings::loadGlobal();
+        EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("\"windows\"")) << field;
         EXPECT_EQ(DockWindow::LeftDockArea, settings->getDockWindowAreaState("id")) << field;
     }
     std::string noMap = whole;
     noMap.replace(whole.find("\"windows\""), std::string::npos, "\"windows\": 7 } }");
     std::ofstream(path) << noMap;
+    testing::internal::CaptureStderr();
     vfBase::Settings::loadGlobal();
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("\"windows\""));
     EXPECT_EQ(DockWindow::LeftDockArea, settings->getDockWindowAreaState("id"));
 }
 

@@ -230,3 +230,18 @@ TEST(DockWindow, OperationsKeepTheirSlots)
     EXPECT_EQ(0, slotOf(&DockWindowProducer::create));
     EXPECT_EQ(sizeof(void*), sizeof(DockWindowProducer));
 }
+
+TEST(DockWindow, UsedAfterItsBodyWasDestroyedItEndsTheProcessWithALine)
+{
+    struct Late : DockWindow
+    {
+        using DockWindow::DockWindow;
+        ~Late() override { setVisible(true); }
+    };
+    const vfTest::RecordingDockWindowProducer producer;
+    auto* window = new Late("id");
+    // The body goes first, and the window with it.
+    EXPECT_DEATH(window->getDockWindowPrivate()->unref(),
+                 "velaFORGE: DockWindow: used after its body was destroyed\n$");
+    delete window;
+}

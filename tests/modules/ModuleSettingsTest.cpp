@@ -3,6 +3,7 @@
 #include "support/TemporaryDirectory.h"
 
 #include <velaforge/application/ApplicationSettings.h>
+#include <velaforge/base/NotifyHandler.h>
 #include <velaforge/base/Settings.h>
 #include <velaforge/modules/ModuleSettings.h>
 
@@ -98,8 +99,9 @@ TEST(ModuleSettings, ComeBackFromTheStoreInPlaceOfWhatWasThere)
                 HasSubstr("\"vfApplication::Modules\""));
 }
 
-TEST(ModuleSettings, AListThatIsNoListLeavesWhatWasThere)
+TEST(ModuleSettings, AListThatIsNoListIsToldAndLeavesWhatWasThere)
 {
+    vfBase::NotifyHandler::instance().install();
     ModuleSettings* settings = ModuleSettings::instance(false);
     settings->setModuleStateSettings("before", true);
     ASSERT_TRUE(vfBase::Settings::global().save(nullptr));
@@ -113,7 +115,9 @@ TEST(ModuleSettings, AListThatIsNoListLeavesWhatWasThere)
     noMap.replace(text.find("\"modules\""), std::string::npos, "\"modules\": [true] } }");
     for (const std::string& spoilt : {wrongState, noMap}) {
         std::ofstream(path) << spoilt;
+        testing::internal::CaptureStderr();
         vfBase::Settings::loadGlobal();
+        EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("\"modules\""));
         EXPECT_THAT(settings->getModuleList(), ElementsAre(Pair("before", true)));
     }
 }

@@ -189,14 +189,15 @@ TEST(Package, NothingInstalledNamesThePlaceWhereItWasBuilt)
     for (const auto& entry : fs::recursive_directory_iterator(installed.prefix())) {
         if (!entry.is_regular_file())
             continue;
-#ifndef NDEBUG
-        // Assertions and what debuggers read tell where a source lay.
+#if !defined(NDEBUG) || defined(VELAFORGE_COVERAGE)
+        // Assertions, what debuggers read and what counts tell where a source lay.
         if (entry.path().string().find(".so") != std::string::npos || entry.path().filename() == "vfviewer")
             continue;
 #endif
         const std::string contents = readFile(entry.path().string());
-        EXPECT_THAT(contents, Not(HasSubstr(VELAFORGE_BINARY_DIR))) << entry.path();
-        EXPECT_THAT(contents, Not(HasSubstr(VELAFORGE_SOURCE_DIR "/"))) << entry.path();
+        // Not the matcher of texts, which would print a whole library.
+        EXPECT_EQ(std::string::npos, contents.find(VELAFORGE_BINARY_DIR)) << entry.path();
+        EXPECT_EQ(std::string::npos, contents.find(VELAFORGE_SOURCE_DIR "/")) << entry.path();
     }
 }
 

@@ -212,3 +212,29 @@ TEST(StandardView, WhatIsAtTheCentreIsAsLargeInBothProjections)
     EXPECT_NEAR(project(one, point).x(), project(other, point).x(), 1e-9);
     EXPECT_NEAR(project(one, point).y(), project(other, point).y(), 1e-9);
 }
+
+TEST(StandardView, PointsOfAnyPrecisionAndShapesAreSeenWhole)
+{
+    const std::vector<osg::Vec3> corners{{-3, -1, -1}, {3, -1, -1}, {-3, 1, -1}, {3, 1, -1},
+                                         {-3, -1, 1},  {3, -1, 1},  {-3, 1, 1},  {3, 1, 1}};
+    const osg::ref_ptr<osg::Geometry> precise = new osg::Geometry;
+    precise->setVertexArray(new osg::Vec3dArray(corners.begin(), corners.end()));
+    precise->addPrimitiveSet(new osg::DrawArrays(GL_POINTS, 0, static_cast<int>(corners.size())));
+    const osg::ref_ptr<osg::Drawable> bounded = new osg::Drawable;
+    bounded->setInitialBound({-3, -1, -1, 3, 1, 1});
+    const osg::ref_ptr<osg::MatrixTransform> moved =
+        new osg::MatrixTransform(osg::Matrixd::translate(100, 0, 0) * osg::Matrixd::scale(2, 2, 2));
+    std::vector<osg::Vec3> places;
+    for (const osg::Vec3& corner : corners)
+        places.push_back(corner * moved->getMatrix());
+    for (osg::Drawable* drawable : {static_cast<osg::Drawable*>(precise.get()), bounded.get()}) {
+        const osg::ref_ptr<osg::Geode> geode = new osg::Geode;
+        geode->addDrawable(drawable);
+        moved->removeChildren(0, moved->getNumChildren());
+        moved->addChild(geode);
+        const Extent extent = extentOf(placeCamera(*moved, StandardView::Front, 1.0), places);
+        EXPECT_NEAR(-0.9, extent.left, 1e-3);
+        EXPECT_NEAR(0.9, extent.right, 1e-3);
+        EXPECT_NEAR(-extent.top, extent.bottom, 1e-3);
+    }
+}
