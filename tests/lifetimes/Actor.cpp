@@ -18,11 +18,6 @@ namespace {
 
 const char* const nothing = "-";
 
-std::string said(bool isDone)
-{
-    return isDone ? "done" : "refused";
-}
-
 /// @return the document that the hook is about, or else the active one, or else the oldest
 vfApplication::Document* subject(vfApplication::Document* document)
 {
@@ -52,7 +47,7 @@ std::string close(vfApplication::Document* document)
     Application* application = Application::instance(false);
     if (!document || !application)
         return nothing;
-    return said(application->getDocManager().closeDocument(document, false));
+    return Actor::said(application->getDocManager().closeDocument(document, false));
 }
 
 std::string removeDockWindow()
@@ -63,7 +58,7 @@ std::string removeDockWindow()
     vfApplication::DockWindowManager& windows = application->getDockWindowManager();
     if (!windows.findDockWindow("tools"))
         return nothing;
-    return said(windows.removeDockWindow("tools"));
+    return Actor::said(windows.removeDockWindow("tools"));
 }
 
 std::string update(vfApplication::Document* document)
@@ -84,7 +79,7 @@ std::string closeAll()
         return nothing;
     const bool areClosed = application->getDocManager().closeDocuments(false);
     application->exit(0);
-    return said(areClosed);
+    return Actor::said(areClosed);
 }
 
 } // namespace
@@ -112,6 +107,11 @@ Actor& Actor::instance()
 {
     static Actor& actor = *new Actor; // hooks are reached until the very end of the process
     return actor;
+}
+
+std::string Actor::said(bool isDone)
+{
+    return isDone ? "done" : "refused";
 }
 
 void Actor::arm(const std::string& hook, Action action, int nth)
@@ -151,8 +151,9 @@ std::string Actor::act(vfApplication::Document* named, vfApplication::View* view
     case Action::CloseAnother:
         return hasManager ? close(another(document)) : nothing;
     case Action::Open:
-        return hasManager ? said(application->getDocManager().createDocument("c.obj", vfBase::Options()))
-                          : nothing;
+        return hasManager
+                   ? Actor::said(application->getDocManager().createDocument("c.obj", vfBase::Options()))
+                   : nothing;
     case Action::DeleteView:
         if (m_hook == "~View" || m_hook == "Document::removeView" || m_hook == "Document::onChangedViewList")
             return nothing; // that view is being deleted
@@ -165,9 +166,9 @@ std::string Actor::act(vfApplication::Document* named, vfApplication::View* view
     case Action::RemoveDockWindow:
         return removeDockWindow();
     case Action::Submit:
-        return document ? said(document->getCommandProcessor()->submit(makeCommand(), true)) : nothing;
+        return document ? Actor::said(document->getCommandProcessor()->submit(makeCommand(), true)) : nothing;
     case Action::Undo:
-        return document ? said(document->getCommandProcessor()->undo()) : nothing;
+        return document ? Actor::said(document->getCommandProcessor()->undo()) : nothing;
     case Action::ClearHistory:
         if (!document)
             return nothing;
@@ -190,6 +191,9 @@ std::string Actor::act(vfApplication::Document* named, vfApplication::View* view
         return update(document);
     case Action::CloseAll:
         return closeAll();
+    case Action::CloseWindow:
+    case Action::RebuildMenus:
+        return actOnWindow ? actOnWindow(m_action) : nothing;
     case Action::None:
     case Action::Throw:
         break;

@@ -5,6 +5,7 @@
 #include <velaforge/documents/Document.h>
 #include <velaforge/documents/View.h>
 
+#include <functional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -27,10 +28,12 @@ enum class Action
     RemoveModule,
     Update,
     CloseAll,
-    Throw
+    Throw,
+    CloseWindow,  ///< with a toolkit side that has a window
+    RebuildMenus, ///< likewise
 };
 
-/// @return all actions but None, with the heading of the column of each
+/// @return the actions that need no window, with the heading of the column of each
 const std::vector<std::pair<Action, std::string>>& actions();
 
 /// What Action::Throw throws.
@@ -51,10 +54,16 @@ public:
     void reach(const char* hook, vfApplication::Document* document, vfApplication::View* view,
                bool mayThrow = true);
 
+    /// Takes the actions that need a window. @return what came of them
+    std::function<std::string(Action)> actOnWindow;
+
     bool hasActed() const { return m_hasActed; }
 
     /// @return what came of the action: "done", "refused", or "-" where there was nothing to act on
     const std::string& outcome() const { return m_outcome; }
+
+    /// Returns what an action that is "done" or refused came to.
+    static std::string said(bool isDone);
 
 private:
     std::string act(vfApplication::Document* document, vfApplication::View* view);

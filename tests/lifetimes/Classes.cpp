@@ -360,9 +360,10 @@ void View::setViewOptions(const Options& options)
 
 // --- templates
 
-Template::Template(vfApplication::DocManager* manager, const char* extension, const char* documentName)
-    : DocTemplate(manager, documentName, extension, "", extension, documentName, "life::View", nullptr,
-                  nullptr, Visible, 0, Options())
+Template::Template(vfApplication::DocManager* manager, const char* extension, const char* documentName,
+                   const char* viewName)
+    : DocTemplate(manager, documentName, extension, "", extension, documentName, viewName, nullptr, nullptr,
+                  Visible, 0, Options())
 {}
 
 vfApplication::Document* Template::createDocument(const VfString& path, const Options& options)

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Classes that a program derives: each overridden operation reaches its hook and then does what the base class does.
+// Classes that a program derives: each overridden operation reaches its hook and then does what the base class
+// does.
 #pragma once
 
 #include "Actor.h"
@@ -129,7 +130,8 @@ public:
 class Template : public vfApplication::DocTemplate
 {
 public:
-    Template(vfApplication::DocManager* manager, const char* extension, const char* documentName);
+    Template(vfApplication::DocManager* manager, const char* extension, const char* documentName,
+             const char* viewName = "life::View");
 
     vfApplication::Document* createDocument(const VfString& path, const Options& options) override;
     vfApplication::View* createView(vfApplication::Document* document, const Options& options) override;

@@ -133,10 +133,7 @@ void tellViews(const Document& document, const Views& views, const View* sender,
 
 void Document::deleteView(View* view, const Views& views, const LifeWatch<Document>& watch)
 {
-    {
-        const RunningCall<View> ending(view, View::s_ending);
-        delete view;
-    }
+    View::destroy(view);
     // Still listed if the view was added by addView alone: it has no document to remove itself from.
     if (Document* document = watch.get()) {
         if (views.contains(view))

@@ -40,6 +40,12 @@ View::~View()
     Document::cutView(this);
 }
 
+void View::destroy(View* view)
+{
+    const vfBase::RunningCall<View> ending(view, s_ending);
+    delete view;
+}
+
 const vfBase::ClassInfo* View::getClassInfo() const
 {
     return &s_classInfo;

@@ -108,6 +108,11 @@ public:
     /// Returns the options of the view; Options::invalid() before they are set.
     const vfBase::Options& getViewOptions() const { return m_viewOptions; }
 
+    /// Deletes @p view, and with its last view the document. In contrast to a plain delete, code of the program
+    /// that runs meanwhile may close the document, even in the destructors of derived classes: the view is not
+    /// deleted again.
+    static void destroy(View* view);
+
     /// Returns "vfApplication::View".
     static const char* classId();
 

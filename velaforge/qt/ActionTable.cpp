@@ -41,8 +41,8 @@ public:
         return declared.isEmpty() ? m_command.value(key, vfBase::VfVariant()) : declared;
     }
 
-    /// Texts of declarations are in the language of their program. A command may say its own in that of the user; where
-    /// it knows nothing of languages, the context "Command" does.
+    /// Texts of declarations are in the language of their program. A command may say its own in that of the
+    /// user; where it knows nothing of languages, the context "Command" does.
     QString text(const char* key) const
     {
         const vfBase::VfString declared = m_item.getProperty(key).toString();
@@ -120,12 +120,13 @@ ActionTable::Entry& ActionTable::entry(const std::string& name, const CommandIte
     for (const auto& known : m_entries) {
         if (known->name != name || known->argument.toString() != argument.toString())
             continue;
+        Entry& found = *known;
         // A toolbar names a command, and a menu says how it is called.
-        if (known->item.getProperties().isEmpty() && !item.getProperties().isEmpty()) {
-            known->item = item;
-            refresh(*known);
+        if (found.item.getProperties().isEmpty() && !item.getProperties().isEmpty()) {
+            found.item = item;
+            refresh(found);
         }
-        return *known;
+        return found;
     }
     auto made = std::make_unique<Entry>();
     made->name = name;
@@ -141,9 +142,10 @@ ActionTable::Entry& ActionTable::entry(const std::string& name, const CommandIte
         if (window)
             window->addAction(made->action);
     }
+    Entry& added = *made;
     m_entries.push_back(std::move(made));
-    refresh(*m_entries.back());
-    return *m_entries.back();
+    refresh(added);
+    return added;
 }
 
 void ActionTable::addWindow(QWidget& window)
@@ -173,8 +175,9 @@ void ActionTable::addAllCommands()
 
 void ActionTable::refresh()
 {
-    for (const auto& entry : m_entries)
-        refresh(*entry);
+    // A command that is made to be asked may have menus made anew, which adds entries.
+    for (std::size_t i = 0; i < m_entries.size(); ++i)
+        refresh(*m_entries[i]);
 }
 
 void ActionTable::refreshUnknown(Entry& entry, const std::string& problem)

@@ -6,11 +6,13 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMainWindow>
+#include <QPointer>
 #include <QToolBar>
 #include <QToolButton>
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace vfApplication {
 
@@ -97,8 +99,9 @@ void AutoHideStrips::remove(QDockWidget& dock)
 
 void AutoHideStrips::open(QDockWidget& dock)
 {
+    const QPointer<QDockWidget> opened(&dock);
     close();
-    if (!contains(dock) || !dock.widget())
+    if (!opened || !contains(dock) || !dock.widget())
         return;
     m_opened = &dock;
     m_frame->findChild<QLabel*>()->setText(dock.windowTitle());
@@ -107,9 +110,19 @@ void AutoHideStrips::open(QDockWidget& dock)
     place();
     m_frame->show();
     m_frame->raise();
-    m_frame->layout()->itemAt(1)->widget()->show();
-    m_frame->layout()->itemAt(1)->widget()->setFocus();
-    qApp->installEventFilter(this);
+    // Each of these may close the panel, or have its window removed.
+    if (QWidget* shown = contents())
+        shown->show();
+    if (QWidget* shown = contents())
+        shown->setFocus();
+    if (m_opened)
+        qApp->installEventFilter(this);
+}
+
+QWidget* AutoHideStrips::contents() const
+{
+    const QLayoutItem* item = m_opened ? m_frame->layout()->itemAt(1) : nullptr;
+    return item ? item->widget() : nullptr;
 }
 
 void AutoHideStrips::close()
@@ -117,10 +130,12 @@ void AutoHideStrips::close()
     if (!m_opened)
         return;
     qApp->removeEventFilter(this);
-    QWidget* contents = m_frame->layout()->itemAt(1)->widget();
-    m_frame->layout()->removeWidget(contents);
-    m_opened->setWidget(contents);
-    m_opened = nullptr;
+    QWidget* shown = contents();
+    QDockWidget* dock = std::exchange(m_opened, nullptr);
+    if (shown) {
+        m_frame->layout()->removeWidget(shown);
+        dock->setWidget(shown);
+    }
     m_frame->hide();
 }
 

@@ -7,6 +7,7 @@
 #include <QContextMenuEvent>
 #include <QMainWindow>
 #include <QMenu>
+#include <QPointer>
 
 namespace vfApplication {
 
@@ -27,25 +28,38 @@ void DockPanel::createContents()
     if (m_hasContents || !window)
         return;
     m_hasContents = true;
+    const QPointer<DockPanel> self(this); // the program may have the window removed
     QWidget* contents = nullptr;
-    if (auto* own = dynamic_cast<QtDockWindowContents*>(window))
-        contents = own->createContents(*this);
-    else if (const auto create = QtDockWindowContents::findContents(window->getId()))
-        contents = create(*this);
-    setWidget(contents ? contents : new QWidget(this));
+    try {
+        if (auto* own = dynamic_cast<QtDockWindowContents*>(window))
+            contents = own->createContents(*this);
+        else if (const auto create = QtDockWindowContents::findContents(window->getId()))
+            contents = create(*this);
+    } catch (...) {
+        if (self)
+            setWidget(new QWidget(this));
+        throw;
+    }
+    if (self)
+        setWidget(contents ? contents : new QWidget(this));
 }
 
 void DockPanel::showEvent(QShowEvent* event)
 {
+    const QPointer<DockPanel> self(this);
     createContents();
-    QDockWidget::showEvent(event);
+    if (self)
+        QDockWidget::showEvent(event);
 }
 
 void DockPanel::contextMenuEvent(QContextMenuEvent* event)
 {
     if (!m_half)
         return;
-    QMenu menu(this);
+    event->accept();
+    const QPointer<DockPanel> self(this);
+    QMenu menu; // no child: the panel may be deleted while the menu is open
+    menu.setObjectName(QStringLiteral("panelMenu"));
     QAction* hides = menu.addAction(tr("Hide when not in use"));
     hides->setCheckable(true);
     hides->setChecked(m_half->getAutoHide());
@@ -57,13 +71,14 @@ void DockPanel::contextMenuEvent(QContextMenuEvent* event)
     QAction* closes = menu.addAction(tr("Close"));
     closes->setEnabled(m_half->getCloseable());
     const QAction* chosen = menu.exec(event->globalPos());
+    if (!self || !m_half)
+        return;
     if (chosen == hides)
         m_half->setAutoHide(!m_half->getAutoHide());
     else if (chosen == floats)
         setFloating(!isFloating());
     else if (chosen == closes)
         m_half->setVisible(false);
-    event->accept();
 }
 
 } // namespace vfApplication

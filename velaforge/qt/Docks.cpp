@@ -56,12 +56,46 @@ struct ManagerProducer : DockWindowManagerProducer
     DockWindowManagerInterface* create(DockWindowManager*) override { return new QtDockWindowManager; }
 };
 
+/// Keeps the halves while it exists. Code of the program that runs between two of them may remove windows,
+/// which shows in getDockWindow().
+class HalvesKept
+{
+public:
+    HalvesKept() { ++s_count; }
+    ~HalvesKept() { --s_count; }
+    HalvesKept(const HalvesKept&) = delete;
+    HalvesKept& operator=(const HalvesKept&) = delete;
+
+    static bool isAny() { return s_count > 0; }
+
+private:
+    static int s_count;
+};
+
+int HalvesKept::s_count = 0;
+
+/// Calls @p use for each half whose window is there when its turn comes.
+template <class Use>
+void forEachHalf(Use use)
+{
+    const HalvesKept kept;
+    for (QtDockWindow* half : Docks::halves()) {
+        if (half->getDockWindow())
+            use(*half);
+    }
+}
+
 /// Windows that were destroyed while they were in the manager's table are taken out of it: it must not meet them.
 void removeDeadEntries(DockWindowManager& manager)
 {
+    std::vector<vfBase::VfString> ids;
     for (const Made& one : made()) {
-        if (one.body.valid() && !one.body->dockWindow && !manager.findDockWindow(one.body->id.c_str()))
-            manager.removeDockWindow(one.body->id.c_str());
+        if (one.body.valid() && !one.body->dockWindow)
+            ids.push_back(one.body->id);
+    }
+    for (const vfBase::VfString& id : ids) {
+        if (!manager.findDockWindow(id.c_str()))
+            manager.removeDockWindow(id.c_str());
     }
 }
 
@@ -96,8 +130,9 @@ Docks::Docks(QMainWindow& window) : QObject(&window), m_window(window), m_strips
 
 Docks::~Docks()
 {
-    for (const Made& one : made())
-        one.half->detach();
+    const HalvesKept kept;
+    for (std::size_t i = 0; i < made().size(); ++i)
+        made()[i].half->detach();
 }
 
 std::vector<QtDockWindow*> Docks::halves()
@@ -112,27 +147,30 @@ std::vector<QtDockWindow*> Docks::halves()
 
 std::string Docks::idOf(const QtDockWindow& half)
 {
-    return half.getDockWindow()->getId();
+    DockWindow* window = half.getDockWindow();
+    return window ? window->getId() : "";
 }
 
 void Docks::realizeAll()
 {
-    for (QtDockWindow* half : halves()) {
-        if (half->getWidget())
-            continue;
+    forEachHalf([this](QtDockWindow& half) {
+        if (half.getWidget())
+            return;
         // By now the window is whole, and knows how it wants to stand.
-        half->getDockWindow()->applyDefaultState();
-        half->realize(m_window, *m_strips);
-        m_defaults[idOf(*half)] = {half->getVisible(), half->getAutoHide()};
-    }
+        half.getDockWindow()->applyDefaultState();
+        half.realize(m_window, *m_strips);
+        const std::string id = idOf(half);
+        m_defaults[id] = {half.getVisible(), half.getAutoHide()};
+    });
 }
 
 /// A column or a row of its own, so that all others keep their places and sizes.
 void Docks::placeBeside(QtDockWindow& half, DockWindow::DockArea area)
 {
     const bool isUpright = area == DockWindow::LeftDockArea || area == DockWindow::RightDockArea;
-    m_window.addDockWidget(static_cast<Qt::DockWidgetArea>(int(area)), half.getWidget(),
-                           isUpright ? Qt::Horizontal : Qt::Vertical);
+    if (half.getWidget())
+        m_window.addDockWidget(static_cast<Qt::DockWidgetArea>(int(area)), half.getWidget(),
+                               isUpright ? Qt::Horizontal : Qt::Vertical);
 }
 
 /// Puts a window as it stood, as far as only its own record tells.
@@ -142,13 +180,15 @@ void Docks::settle(QtDockWindow& half)
     const auto known = settings.getDockWindowList().find(idOf(half));
     if (known == settings.getDockWindowList().end())
         return;
-    half.setArea(known->second.area);
-    half.setVisible(known->second.visible);
-    half.setAutoHide(known->second.autoHide);
+    const auto record = known->second;
+    half.setArea(record.area);
+    half.setVisible(record.visible);
+    half.setAutoHide(record.autoHide);
 }
 
 void Docks::restore()
 {
+    const HalvesKept kept;
     const WindowSettings& settings = WindowSettings::instance();
     realizeAll();
     m_settled = halves();
@@ -157,38 +197,41 @@ void Docks::restore()
     if (!settings.geometry.empty())
         m_window.restoreGeometry(fromBase64(settings.geometry));
 
-    const auto& kept = DockWindowManagerSettings::instance(false)->getDockWindowList();
+    const auto& records = DockWindowManagerSettings::instance(false)->getDockWindowList();
     const QByteArray layout = fromBase64(settings.layout);
     std::vector<QtDockWindow*> newcomers;
-    for (QtDockWindow* half : halves()) {
-        half->setAutoHide(false);
-        if (!layout.isEmpty() && !isKnown(layout, half->getWidget()->objectName()))
-            newcomers.push_back(half);
-    }
+    forEachHalf([&](QtDockWindow& half) {
+        half.setAutoHide(false);
+        if (half.getWidget() && !layout.isEmpty() && !isKnown(layout, half.getWidget()->objectName()))
+            newcomers.push_back(&half);
+    });
     m_hasNewcomers = !newcomers.empty();
     std::map<QtDockWindow*, DockWindow::DockArea> places;
     for (QtDockWindow* half : newcomers) {
         places[half] = half->getArea();
-        if (places[half] != DockWindow::NoDockArea)
+        if (places[half] != DockWindow::NoDockArea && half->getWidget())
             m_window.removeDockWidget(half->getWidget());
     }
     const bool isLaidOut = !layout.isEmpty() && m_window.restoreState(layout);
-    for (QtDockWindow* half : halves()) {
-        const bool isNew = std::find(newcomers.begin(), newcomers.end(), half) != newcomers.end();
-        const auto record = kept.find(idOf(*half));
-        if (isNew && places[half] != DockWindow::NoDockArea) {
-            placeBeside(*half, places[half]);
-            half->getWidget()->setVisible(m_defaults[idOf(*half)].isVisible);
+    forEachHalf([&](QtDockWindow& half) {
+        const bool isNew = std::find(newcomers.begin(), newcomers.end(), &half) != newcomers.end();
+        const std::string id = idOf(half);
+        const auto record = records.find(id);
+        if (isNew && places[&half] != DockWindow::NoDockArea) {
+            placeBeside(half, places[&half]);
+            if (half.getWidget())
+                half.getWidget()->setVisible(m_defaults[id].isVisible);
         }
-        if (record == kept.end()) {
-            half->setAutoHide(m_defaults[idOf(*half)].hidesItself);
+        if (record == records.end()) {
+            half.setAutoHide(m_defaults[id].hidesItself);
         } else if (isLaidOut) {
-            half->setVisible(record->second.visible);
-            half->setAutoHide(record->second.autoHide);
+            const bool hidesItself = record->second.autoHide;
+            half.setVisible(record->second.visible);
+            half.setAutoHide(hidesItself);
         } else {
-            settle(*half);
+            settle(half);
         }
-    }
+    });
 }
 
 void Docks::save()
@@ -209,24 +252,25 @@ void Docks::save()
     manager.saveDockWindowsState();
     // The layout knows the windows of modules too, of which the manager may know nothing.
     DockWindowManagerSettings& windows = *DockWindowManagerSettings::instance(false);
-    for (const QtDockWindow* half : halves()) {
-        const std::string id = idOf(*half);
-        windows.setDockWindowVisibleState(id, half->getVisible());
-        windows.setDockWindowAutoHideState(id, half->getAutoHide());
-        windows.setDockWindowAreaState(id, half->getArea());
-    }
+    forEachHalf([&windows](const QtDockWindow& half) {
+        const std::string id = idOf(half);
+        if (!half.getDockWindow())
+            return;
+        windows.setDockWindowVisibleState(id, half.getVisible());
+        windows.setDockWindowAutoHideState(id, half.getAutoHide());
+        windows.setDockWindowAreaState(id, half.getArea());
+    });
 }
 
 void Docks::reset()
 {
-    for (QtDockWindow* half : halves())
-        half->setAutoHide(false);
+    forEachHalf([](QtDockWindow& half) { half.setAutoHide(false); });
     m_window.restoreState(m_defaultLayout);
-    for (QtDockWindow* half : halves()) {
-        const Standing& standing = m_defaults[idOf(*half)];
-        half->setVisible(standing.isVisible);
-        half->setAutoHide(standing.hidesItself);
-    }
+    forEachHalf([this](QtDockWindow& half) {
+        const Standing standing = m_defaults[idOf(half)];
+        half.setVisible(standing.isVisible);
+        half.setAutoHide(standing.hidesItself);
+    });
 }
 
 void Docks::update()
@@ -235,13 +279,18 @@ void Docks::update()
         return;
     if (m_restoredLayout.isEmpty() && m_window.isVisible())
         m_restoredLayout = m_window.saveState();
-    for (const Made& one : made()) {
-        if (!one.half->getDockWindow())
-            one.half->detach();
+    {
+        const HalvesKept kept;
+        for (std::size_t i = 0; i < made().size(); ++i) {
+            if (!made()[i].half->getDockWindow())
+                made()[i].half->detach();
+        }
     }
-    made().erase(
-        std::remove_if(made().begin(), made().end(), [](const Made& one) { return !one.body.valid(); }),
-        made().end());
+    if (!HalvesKept::isAny())
+        made().erase(
+            std::remove_if(made().begin(), made().end(), [](const Made& one) { return !one.body.valid(); }),
+            made().end());
+    const HalvesKept kept;
     const std::vector<QtDockWindow*> now = halves();
     if (now != m_settled) {
         const std::vector<QtDockWindow*> before = m_settled;
@@ -249,54 +298,58 @@ void Docks::update()
         realizeAll();
         for (QtDockWindow* half : now) {
             const bool isNew = std::find(before.begin(), before.end(), half) == before.end();
-            if (isNew && !m_window.restoreDockWidget(half->getWidget()))
+            if (isNew && half->getWidget() && !m_window.restoreDockWidget(half->getWidget()))
                 settle(*half);
         }
     }
-    for (QtDockWindow* half : now) {
+    forEachHalf([this](const QtDockWindow& half) {
         // The framework keeps a window's shortcut; nobody tells when it changes.
-        QAction*& action = m_keys[idOf(*half)];
+        const std::string id = idOf(half);
+        const DockWindow* window = half.getDockWindow();
+        if (!window)
+            return;
+        QAction*& action = m_keys[id];
         if (!action) {
             action = new QAction(this);
-            const std::string id = idOf(*half);
             connect(action, &QAction::triggered, this, [this, id] { toggle(id); });
             m_window.addAction(action);
         }
-        const int key = half->getDockWindow()->getShortcut();
+        const int key = window->getShortcut();
         const QKeySequence wanted =
             key == 0 ? QKeySequence() : QKeySequence(QKeyCombination::fromCombined(key));
         if (action->shortcut() != wanted)
             action->setShortcut(wanted);
-    }
+    });
 }
 
 bool Docks::toggle(const std::string& id)
 {
-    for (QtDockWindow* half : halves()) {
-        if (idOf(*half) != id)
-            continue;
-        half->setVisible(!half->getVisible());
-        if (half->getVisible() && half->getWidget())
-            half->getWidget()->raise();
-        return true;
-    }
-    return false;
+    bool isFound = false;
+    forEachHalf([&id, &isFound](QtDockWindow& half) {
+        if (isFound || idOf(half) != id)
+            return;
+        isFound = true;
+        half.setVisible(!half.getVisible());
+        if (half.getVisible() && half.getWidget())
+            half.getWidget()->raise();
+    });
+    return isFound;
 }
 
 void Docks::fillMenu(QMenu& menu)
 {
-    for (const QtDockWindow* half : halves()) {
-        if (!half->getWidget())
-            continue;
-        QString title = half->getWidget()->windowTitle();
-        const std::string id = idOf(*half);
+    forEachHalf([this, &menu](const QtDockWindow& half) {
+        const std::string id = idOf(half);
+        if (!half.getWidget() || !half.getDockWindow())
+            return;
+        QString title = half.getWidget()->windowTitle();
         QAction* action = menu.addAction(title.replace(QLatin1Char('&'), QLatin1String("&&")));
         action->setObjectName(toQt(id));
         action->setCheckable(true);
-        action->setChecked(half->getVisible());
-        action->setEnabled(half->getCloseable() || !half->getVisible());
+        action->setChecked(half.getVisible());
+        action->setEnabled(half.getCloseable() || !half.getVisible());
         connect(action, &QAction::triggered, this, [this, id] { toggle(id); });
-    }
+    });
     if (menu.isEmpty())
         menu.addAction(tr("No windows"))->setEnabled(false);
 }

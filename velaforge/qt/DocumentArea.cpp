@@ -10,6 +10,7 @@
 #include <QMainWindow>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QScopedValueRollback>
 #include <QStackedWidget>
 
 #include <functional>
@@ -44,6 +45,8 @@ public:
         m_stack->addWidget(m_placeholder);
         m_stack->addWidget(m_tabs);
         window.setCentralWidget(m_stack);
+        m_pages = m_tabs->findChild<QStackedWidget*>(QString(), Qt::FindDirectChildrenOnly);
+        connect(m_pages, &QStackedWidget::widgetRemoved, this, &TabArea::showTabsOrPlaceholder);
         connect(m_tabs, &QTabWidget::currentChanged, this, [this] { Q_EMIT activated(active()); });
         connect(m_tabs, &QTabWidget::tabCloseRequested, this,
                 [this](int index) { Q_EMIT closeRequested(static_cast<ViewFrame*>(m_tabs->widget(index))); });
@@ -57,12 +60,17 @@ public:
 
     void remove(ViewFrame& frame) override
     {
+        // Qt is between two pages, one of which has just been told that it is hidden or shown: it would go on
+        // with the number of a page that is gone. The page is removed when the frame is deleted.
+        const bool isSwitching = m_pages->currentIndex() != m_tabs->tabBar()->currentIndex();
+        if (m_isRemoving || isSwitching)
+            return;
+        const QScopedValueRollback<bool> removing(m_isRemoving, true);
         const int index = m_tabs->indexOf(&frame);
         if (index >= 0)
             m_tabs->removeTab(index);
         frame.setParent(nullptr);
-        if (m_tabs->count() == 0)
-            m_stack->setCurrentWidget(m_placeholder);
+        showTabsOrPlaceholder();
     }
 
     void activate(ViewFrame& frame) override { m_tabs->setCurrentWidget(&frame); }
@@ -86,9 +94,17 @@ public:
     void setPlaceholder(const QString& text) override { m_placeholder->setText(text); }
 
 private:
+    void showTabsOrPlaceholder()
+    {
+        if (m_tabs->count() == 0)
+            m_stack->setCurrentWidget(m_placeholder);
+    }
+
     QStackedWidget* m_stack;
     QLabel* m_placeholder;
     DocumentTabs* m_tabs;
+    QStackedWidget* m_pages; ///< within m_tabs
+    bool m_isRemoving = false;
 };
 
 /// Asks before it closes.

@@ -3,6 +3,7 @@
 #include <velaforge/application/Application.h>
 #include <velaforge/base/ClassInfo.h>
 #include <velaforge/base/FileNames.h>
+#include <velaforge/base/LifeWatch.h>
 #include <velaforge/commands/CommandProcessor.h>
 #include <velaforge/documents/DocManager.h>
 #include <velaforge/documents/DocTemplate.h>
@@ -157,7 +158,7 @@ struct ActionClose : ShellCommand
     }
     bool carryOut(MainWindow& window, const vfBase::VfVariant&) override
     {
-        ViewFrame* frame = window.documentArea().active();
+        ViewFrame* frame = window.activeFrame();
         if (frame)
             window.closeFrame(*frame);
         else if (document())
@@ -180,11 +181,15 @@ struct ActionCloseAll : ShellCommand
     }
 };
 
-/// A document that stands where it was saved last has no changes.
-bool updateModified(Document& document, bool isDone)
+/// Moves in the history of a document. A document that stands where it was saved last has no changes.
+bool moveInHistory(Document* document, bool (CommandProcessor::*move)())
 {
-    if (isDone && !document.getCommandProcessor()->isDirty())
-        document.modify(false);
+    if (!document)
+        return false;
+    const vfBase::LifeWatch<Document> watch(document);
+    const bool isDone = (document->getCommandProcessor()->*move)();
+    if (isDone && !watch.isGone() && !document->getCommandProcessor()->isDirty())
+        document->modify(false);
     return isDone;
 }
 
@@ -193,7 +198,8 @@ struct ActionUndo : ShellCommand
     ActionUndo()
     {
         CommandProcessor* history = document() ? document()->getCommandProcessor() : nullptr;
-        const bool canUndo = history && history->canUndo();
+        const vfBase::LifeWatch<Document> watch(document());
+        const bool canUndo = history && history->canUndo() && !watch.isGone();
         describe(canUndo
                      ? quoted(Commands::tr("&Undo: %1"), Commands::tr("&Undo"), history->getCurrentCommand())
                      : Commands::tr("&Undo"),
@@ -202,7 +208,7 @@ struct ActionUndo : ShellCommand
     }
     bool carryOut(MainWindow&, const vfBase::VfVariant&) override
     {
-        return document() && updateModified(*document(), document()->getCommandProcessor()->undo());
+        return moveInHistory(document(), &CommandProcessor::undo);
     }
 };
 
@@ -211,7 +217,8 @@ struct ActionRedo : ShellCommand
     ActionRedo()
     {
         CommandProcessor* history = document() ? document()->getCommandProcessor() : nullptr;
-        const bool canRedo = history && history->canRedo();
+        const vfBase::LifeWatch<Document> watch(document());
+        const bool canRedo = history && history->canRedo() && !watch.isGone();
         describe(canRedo ? quoted(Commands::tr("&Redo: %1"), Commands::tr("&Redo"), history->getRedoCommand())
                          : Commands::tr("&Redo"),
                  "Ctrl+Shift+Z; Ctrl+Y", "edit-redo", QString());
@@ -219,7 +226,7 @@ struct ActionRedo : ShellCommand
     }
     bool carryOut(MainWindow&, const vfBase::VfVariant&) override
     {
-        return document() && updateModified(*document(), document()->getCommandProcessor()->redo());
+        return moveInHistory(document(), &CommandProcessor::redo);
     }
 };
 
@@ -239,10 +246,12 @@ struct ActionNewView : ShellCommand
         View* view = shown->getDocumentTemplate()->createView(shown, vfBase::Options());
         if (!view)
             return false;
+        const vfBase::LifeWatch<View> watch(view);
         window.showNames(*shown);
         view->onUpdate(nullptr);
-        view->activate(true);
-        return true;
+        if (!watch.isGone())
+            view->activate(true);
+        return !watch.isGone();
     }
 };
 

@@ -2,6 +2,7 @@
 #include <velaforge/qt/internal/DocumentReloader.h>
 
 #include <velaforge/application/Application.h>
+#include <velaforge/base/LifeWatch.h>
 #include <velaforge/commands/CommandProcessor.h>
 #include <velaforge/documents/DocManager.h>
 #include <velaforge/documents/Document.h>
@@ -29,7 +30,7 @@ Document* findDocument(const QByteArray& path)
 
 } // namespace
 
-DocumentReloader::DocumentReloader(QWidget& window) : m_window(window), m_watcher(quietTime)
+DocumentReloader::DocumentReloader(QWidget& window) : m_window(window), m_watcher(quietTime, this)
 {
     connect(&m_watcher, &FileWatcher::changed, this, &DocumentReloader::onChanged);
     connect(&m_watcher, &FileWatcher::removed, this, &DocumentReloader::onRemoved);
@@ -228,8 +229,13 @@ void DocumentReloader::onRemoved(const QByteArray& path)
     if (!document)
         return;
     if (!document->isModified()) {
+        const vfBase::LifeWatch<Document> watch(document);
         m_marked[path.toStdString()] = document;
         document->modify(true);
+        if (watch.isGone()) {
+            m_marked.erase(path.toStdString());
+            return;
+        }
     }
     Application::instance(false)->getStatusBar().updateStatus(
         StatusBarMessage,

@@ -2,6 +2,7 @@
 #include <velaforge/qt/internal/MainWindow.h>
 
 #include <velaforge/application/Application.h>
+#include <velaforge/base/LifeWatch.h>
 #include <velaforge/commands/CommandProcessor.h>
 #include <velaforge/dockwindows/DockWindowManager.h>
 #include <velaforge/documents/DocManager.h>
@@ -28,6 +29,7 @@
 #include <QDragEnterEvent>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QScopedValueRollback>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QUrl>
@@ -68,8 +70,8 @@ struct Arrangement
 bool MainWindow::State::operator==(const State& other) const
 {
     const auto all = [](const State& state) {
-        return std::tie(state.view, state.document, state.command, state.documents, state.isModified,
-                        state.canUndo, state.canRedo);
+        return std::tie(state.view, state.document, state.command, state.documents, state.name,
+                        state.isModified, state.canUndo, state.canRedo);
     };
     return all(*this) == all(other);
 }
@@ -94,15 +96,20 @@ MainWindow::MainWindow()
         this);
     setLists();
     connect(m_area, &DocumentArea::activated, this, &MainWindow::onFrameActivated);
-    connect(m_area, &DocumentArea::closeRequested, this, [this](ViewFrame* frame) { closeFrame(*frame); });
+    connect(m_area, &DocumentArea::closeRequested, this, [this](ViewFrame* frame) {
+        if (hasView(frame))
+            closeFrame(*frame);
+    });
     connect(m_area, &DocumentArea::windowMade, this, [this](QMainWindow* window, ViewFrame* frame) {
         m_actions.addWindow(*window);
         m_builder.addMenus(*window->menuBar(), declaredViewMenus(frame->view().getViewName().str()));
     });
     connect(&m_actions, &ActionTable::commandRun, this, [this] {
-        refresh();
-        m_actions.refresh();
-        Q_EMIT stateChanged();
+        guard([this] {
+            refresh();
+            m_actions.refresh();
+            Q_EMIT stateChanged();
+        });
     });
     connect(&m_actions, &ActionTable::failed, this, [this](const QString& command, const QString& reason) {
         m_statusBar.updateStatus(StatusBarMessage, QStringLiteral("%1: %2").arg(command, reason).toUtf8(),
@@ -132,7 +139,7 @@ void MainWindow::setLists()
 
 void MainWindow::build()
 {
-    makeToolbars();
+    makeToolbars(declaredToolbars());
     rebuildMenus();
     m_docks->restore();
     m_actions.applyKeys();
@@ -146,10 +153,9 @@ void MainWindow::showPlaceholder()
                                .arg(QKeySequence(QKeySequence::Open).toString(QKeySequence::NativeText)));
 }
 
-void MainWindow::makeToolbars()
+void MainWindow::makeToolbars(const CommandItem& declared)
 {
-    const CommandItem root = declaredToolbars();
-    for (const CommandItem& item : root.getList()) {
+    for (const CommandItem& item : declared.getList()) {
         auto* bar = new QToolBar(this);
         // What Qt keeps of where a toolbar stood, it keeps by this name.
         bar->setObjectName(QStringLiteral("toolbar:") + toQt(vfBase::VfString(item.getCommand())));
@@ -161,6 +167,25 @@ void MainWindow::makeToolbars()
 
 void MainWindow::rebuildMenus()
 {
+    m_mustMakeMenus = true;
+    if (m_isMakingMenus)
+        return;
+    {
+        const QScopedValueRollback<bool> making(m_isMakingMenus, true);
+        m_mustMakeMenus = false;
+        makeMenus();
+    }
+    // Not at once: a command that asks for it each time must not keep the program from its other events.
+    if (m_mustMakeMenus)
+        QMetaObject::invokeMethod(this, &MainWindow::rebuildMenus, Qt::QueuedConnection);
+}
+
+void MainWindow::makeMenus()
+{
+    // First what may throw.
+    const CommandItem menus = declaredMenus();
+    const CommandItem viewMenus = m_viewMenus.empty() ? CommandItem() : declaredViewMenus(m_viewMenus);
+    const CommandItem declared = m_isBuilt ? declaredToolbars() : CommandItem();
     const auto shown = menuBar()->actions();
     menuBar()->clear();
     for (const QAction* action : shown) {
@@ -175,13 +200,12 @@ void MainWindow::rebuildMenus()
             toolbar->getWidget().deleteLater(); // it may be its own button that led here
         }
         m_toolbars.clear();
-        makeToolbars();
+        makeToolbars(declared);
         restoreState(places);
     }
     m_actions.refresh(); // menus that are filled when they open are called as their commands
-    m_builder.addMenus(*menuBar(), declaredMenus());
-    if (!m_viewMenus.empty())
-        m_builder.addMenus(*menuBar(), declaredViewMenus(m_viewMenus));
+    m_builder.addMenus(*menuBar(), menus);
+    m_builder.addMenus(*menuBar(), viewMenus);
     m_actions.applyKeys();
     m_actions.refresh();
 }
@@ -189,16 +213,34 @@ void MainWindow::rebuildMenus()
 void MainWindow::addFrame(ViewFrame& frame)
 {
     // The document is not complete: it is for the manager to say when the view is the current one.
-    m_isAdding = true;
+    const QScopedValueRollback<bool> adding(m_isMovingFrames, true);
     m_frames.push_back(&frame);
     m_area->add(frame);
-    m_isAdding = false;
 }
 
 void MainWindow::removeFrame(ViewFrame& frame)
 {
+    const QScopedValueRollback<bool> removing(m_isMovingFrames, true);
     m_frames.erase(std::remove(m_frames.begin(), m_frames.end(), &frame), m_frames.end());
     m_area->remove(frame);
+    m_isFrontNew = true;
+}
+
+bool MainWindow::hasView(const ViewFrame* frame) const
+{
+    return std::find(m_frames.begin(), m_frames.end(), frame) != m_frames.end();
+}
+
+ViewFrame* MainWindow::activeFrame() const
+{
+    ViewFrame* frame = m_area->active();
+    return hasView(frame) ? frame : nullptr;
+}
+
+void MainWindow::activateFront()
+{
+    if (std::exchange(m_isFrontNew, false))
+        guard([this] { onFrameActivated(m_area->active()); });
 }
 
 void MainWindow::activateFrame(ViewFrame& frame)
@@ -215,7 +257,7 @@ void MainWindow::activateFrame(ViewFrame& frame)
 
 void MainWindow::onFrameActivated(ViewFrame* frame)
 {
-    if (frame && !m_isAdding && documents().getCurrentView() != &frame->view())
+    if (hasView(frame) && !m_isMovingFrames && documents().getCurrentView() != &frame->view())
         frame->view().activate(true);
 }
 
@@ -240,8 +282,10 @@ void MainWindow::closeFrame(ViewFrame& frame)
 {
     Document* document = frame.view().getDocument();
     if (document->getViewList().size() > 1) {
-        delete &frame.view();
-        showNames(*document);
+        const vfBase::LifeWatch<Document> watch(document);
+        View::destroy(&frame.view());
+        if (!watch.isGone())
+            showNames(*document);
     } else if (auto* asking = dynamic_cast<QtDocManager*>(&documents())) {
         asking->closeWithQuestion(*document);
     } else {
@@ -254,6 +298,15 @@ void MainWindow::showProblem(const QString& subject, const QString& reason)
     if (!m_problems)
         m_problems = new ProblemsDialog(this);
     m_problems->add(subject, reason);
+}
+
+void MainWindow::guard(const std::function<void()>& work)
+{
+    try {
+        work();
+    } catch (...) {
+        showProblem(QString(), currentReason());
+    }
 }
 
 void MainWindow::popUp(const std::string& command)
@@ -312,18 +365,23 @@ void MainWindow::refresh()
     const Application* application = Application::instance(false);
     if (!m_isBuilt || !application)
         return;
+    activateFront(); // where the manager is none that does so
     m_docks->update();
     followHistories(documents());
     State now;
     now.view = documents().getCurrentView();
     now.documents = documents().getNumDocuments();
     if (const Document* document = application->getActiveDocument()) {
+        const vfBase::LifeWatch<Document> watch(document);
         CommandProcessor* history = document->getCommandProcessor();
         now.document = document;
+        now.name = document->getUserReadableName().str();
         now.isModified = document->isModified();
         now.command = history ? history->getCurrentCommand().getImp() : nullptr;
         now.canUndo = history && history->canUndo();
-        now.canRedo = history && history->canRedo();
+        now.canRedo = history && !watch.isGone() && history->canRedo();
+        if (watch.isGone())
+            return refresh();
     }
     if (now == m_state)
         return;

@@ -4,6 +4,7 @@
 #include <velaforge/qt/QtApplication.h>
 #include <velaforge/qt/QtOptionsContents.h>
 #include <velaforge/qt/internal/Icons.h>
+#include <velaforge/qt/internal/Reasons.h>
 #include <velaforge/qt/internal/Text.h>
 #include <velaforge/toolkit/Declarations.h>
 
@@ -15,8 +16,6 @@
 #include <QTabBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
-
-#include <exception>
 
 namespace vfApplication {
 
@@ -33,9 +32,14 @@ OptionsDialog::OptionsDialog(QWidget& parent)
     connect(m_groups, &QListWidget::currentRowChanged, m_stack, &QStackedWidget::setCurrentIndex);
     for (auto& page : orderedOptionsPages())
         m_pages.push_back(std::move(page));
-    for (const auto& page : m_pages) {
-        page->loadOptions();
-        addPage(*page);
+    try {
+        for (const auto& page : m_pages) {
+            page->loadOptions();
+            addPage(*page);
+        }
+    } catch (...) {
+        delete m_stack; // as in the destructor
+        throw;
     }
     if (m_groups->count() == 0)
         m_stack->addWidget(new QLabel(tr("There is nothing to choose."), m_stack));
@@ -90,9 +94,9 @@ void OptionsDialog::accept()
             page->applyOptions();
         for (const auto& page : m_pages)
             page->saveOptions();
-    } catch (const std::exception& problem) {
+    } catch (...) {
         if (QtApplication* shell = QtApplication::instance())
-            shell->showProblem(fromQt(windowTitle()), problem.what());
+            shell->showProblem(fromQt(windowTitle()), fromQt(currentReason()));
         return;
     }
     QDialog::accept();

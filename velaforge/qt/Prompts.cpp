@@ -100,8 +100,10 @@ bool askForArgument(QWidget& window, const Command::Properties& properties, vfBa
         return true;
     const QString question = QCoreApplication::translate("Command", text("prompt").toUtf8());
     const auto own = ownPrompts().find(fromQt(text("promptKind")).str());
-    if (own != ownPrompts().end())
-        return own->second(window, properties, argument);
+    if (own != ownPrompts().end()) {
+        const QtApplication::Prompt prompt = own->second; // it may be replaced while it asks
+        return prompt(window, properties, argument);
+    }
     if (text("promptKind") == QLatin1String("files"))
         return askForFiles(window, question, text("promptFilter"), argument);
     QString answer;

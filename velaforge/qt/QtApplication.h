@@ -99,10 +99,13 @@ public:
     /// after the undo history or the name of the active document changed. Stops when @p context is destroyed.
     void addListener(QObject& context, std::function<void()> listener);
 
-    /// Makes menus and toolbars anew, after a module came or went.
+    /// Makes menus and toolbars anew, after a module came or went. If a declaration throws, they stay as they
+    /// are and the caller gets the exception. While they are being made, as in a declaration, it only has them
+    /// made once more afterwards.
     void rebuildMenus();
 
-    /// Runs a command as if it was chosen in a menu. @return false when that is known to have failed
+    /// Runs a command as if it was chosen in a menu. Shows what it throws. @return false when that is known to
+    /// have failed
     bool invokeCommand(const char* name, const vfBase::VfVariant& argument = vfBase::VfVariant());
 
     /// Shows a problem in a window that does not block; later problems are added to that window.

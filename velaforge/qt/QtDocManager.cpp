@@ -4,9 +4,11 @@
 #include <velaforge/application/Application.h>
 #include <velaforge/base/BaseException.h>
 #include <velaforge/base/FileNames.h>
+#include <velaforge/base/LifeWatch.h>
 #include <velaforge/documents/DocTemplate.h>
 #include <velaforge/documents/Document.h>
 #include <velaforge/qt/QtApplication.h>
+#include <velaforge/qt/internal/MainWindow.h>
 #include <velaforge/qt/internal/Reasons.h>
 #include <velaforge/qt/internal/Text.h>
 #include <velaforge/shell/StatusBar.h>
@@ -20,8 +22,10 @@
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScopedValueRollback>
 
 #include <algorithm>
+#include <optional>
 #include <set>
 #include <string>
 #include <utility>
@@ -90,7 +94,49 @@ QString nameOf(const Document* document)
     return document ? toQt(document->getUserReadableName()) : QString();
 }
 
+/// Calls reportFailure(), and shows what that throws.
+void tell(QtDocManager& manager, const vfBase::VfString& path, const QString& reason)
+{
+    try {
+        manager.reportFailure(path, fromQt(reason));
+    } catch (...) {
+        manager.QtDocManager::reportFailure(path, fromQt(reason));
+        manager.QtDocManager::reportFailure(path, fromQt(currentReason()));
+    }
+}
+
 } // namespace
+
+/// Shows that work is going on, from its construction to its destruction. Tells what the program throws meanwhile.
+class QtDocManager::Work
+{
+public:
+    Work(QtDocManager& manager, const vfBase::VfString& path) : m_manager(manager), m_path(path)
+    {
+        guard([&] { manager.beginWork(path); });
+    }
+    ~Work()
+    {
+        guard([this] { m_manager.endWork(); });
+    }
+
+    Work(const Work&) = delete;
+    Work& operator=(const Work&) = delete;
+
+private:
+    template <class Function>
+    void guard(Function function)
+    {
+        try {
+            function();
+        } catch (...) {
+            tell(m_manager, m_path, currentReason());
+        }
+    }
+
+    QtDocManager& m_manager;
+    const vfBase::VfString m_path;
+};
 
 QtDocManager::QtDocManager() : d(std::make_unique<QtDocManagerPrivate>()) {}
 
@@ -129,21 +175,21 @@ Document* QtDocManager::createDocument(const vfBase::VfString& path, const vfBas
     const vfBase::VfString absolute = vfBase::absolutePath(path);
     Document* document = nullptr;
     d->isCancelled = false;
+    std::optional<Work> work;
     if (window())
-        beginWork(absolute);
+        work.emplace(*this, absolute);
     std::string reason = runReading(
         [&] { return (document = DocManager::createDocument(absolute, options)) != nullptr; }, std::string());
-    if (window())
-        endWork();
+    const vfBase::LifeWatch<Document> watch(document);
+    work.reset();
     if (document)
-        return document;
+        return watch.get();
     // Who is asked for a kind of document may give up.
     const bool isCancelled = d->isCancelled || (isNew && reason.empty());
     if (!isCancelled && reason.empty())
         reason = reasonNotReadable(*this, absolute, options);
     if (!isCancelled && d->failures == failuresBefore)
-        reportFailure(
-            path, fromQt(reason.empty() ? tr("The file could not be opened.") : translatedReason(reason)));
+        tell(*this, path, reason.empty() ? tr("The file could not be opened.") : translatedReason(reason));
     return nullptr;
 }
 
@@ -155,20 +201,27 @@ bool QtDocManager::updateDocument(Document* document, const vfBase::VfString& pa
     const int failuresBefore = d->failures;
     const vfBase::VfString absolute = vfBase::absolutePath(path);
     const vfBase::VfString before = document->getFilename();
+    const vfBase::LifeWatch<Document> watch(document);
     d->isCancelled = false;
     bool isDone = false;
     std::string reason = runReading(
         [&] { return isDone = DocManager::updateDocument(document, absolute, options); }, std::string());
     if (isDone)
         return true;
-    if (containsDocument(document) && document->getFilename() != before)
+    if (!watch.isGone() && document->getFilename() != before)
         document->setFilename(before, false); // the base class does so unless an exception passes through it
     if (reason.empty())
         reason = reasonNotReadable(*this, absolute, options);
     if (!d->isCancelled && d->failures == failuresBefore)
-        reportFailure(
-            path, fromQt(reason.empty() ? tr("The file could not be opened.") : translatedReason(reason)));
+        tell(*this, path, reason.empty() ? tr("The file could not be opened.") : translatedReason(reason));
     return false;
+}
+
+void QtDocManager::activateView(View* view, bool active)
+{
+    DocManager::activateView(view, active);
+    if (QtApplication* shell = active ? nullptr : QtApplication::instance())
+        shell->getImp().activateFront();
 }
 
 void QtDocManager::noteCancelled()
@@ -251,7 +304,8 @@ int QtDocManager::askForUserConfirmation()
     if (!parent)
         return 2;
     Document* document = d->asked;
-    // Somebody else closes a document without saying which: it is the only one with changes, or else the active one.
+    // Somebody else closes a document without saying which: it is the only one with changes, or else the active
+    // one.
     if (!document || !containsDocument(document)) {
         document = getCurrentDocument();
         for (Document* open : getDocumentList()) {
@@ -338,28 +392,33 @@ bool QtDocManager::closeWithQuestion(Document& document)
     d->isCancelled = false;
     d->isSaveChosen = false;
     const auto before = std::exchange(d->asked, &document);
+    const vfBase::LifeWatch<Document> watch(&document);
     std::string problem;
-    bool isClosed = false;
+    std::string problemOfActivation;
     try {
         document.activate();
     } catch (...) {
-        problem = vfBase::BaseException::describeCurrent();
+        problemOfActivation = vfBase::BaseException::describeCurrent();
     }
-    if (problem.empty() || containsDocument(&document))
-        isClosed = closeGuarded(*this, document, false, problem);
+    const bool isClosed = watch.isGone() || closeGuarded(*this, document, false, problem);
+    if (problem.empty())
+        problem = problemOfActivation;
     d->asked = before;
     const bool isSaveMissed = !isClosed && d->isSaveChosen && !d->isCancelled;
     if (!problem.empty())
-        reportFailure(name, fromQt(translatedReason(problem)));
+        tell(*this, name, translatedReason(problem));
     else if (isSaveMissed && d->failures == failuresBefore)
-        reportFailure(name, fromQt(tr("The document could not be saved.")));
+        tell(*this, name, tr("The document could not be saved."));
     return isClosed;
 }
 
 bool QtDocManager::closeAllWithQuestions()
 {
     while (getNumDocuments() > 0) {
-        Document* next = getCurrentDocument() ? getCurrentDocument() : getDocumentList()[0];
+        // A view that is being deleted is the current one until its end, when its document is closed already.
+        Document* next = getCurrentDocument();
+        if (!containsDocument(next))
+            next = getDocumentList()[0];
         if (!closeWithQuestion(*next))
             return false;
     }
@@ -397,18 +456,16 @@ bool QtDocManager::saveGuarded(Document& document, const std::function<vfBase::W
         reason = currentReason();
     }
     if (d->failures == failuresBefore)
-        reportFailure(name, fromQt(reason.isEmpty() ? tr("The document could not be saved.") : reason));
+        tell(*this, name, reason.isEmpty() ? tr("The document could not be saved.") : reason);
     return false;
 }
 
 bool QtDocManager::reload(Document& document)
 {
-    d->isRevertAnswered = true;
-    beginWork(document.getFilename());
-    const bool isDone = revertWithQuestion(document);
-    endWork();
-    d->isRevertAnswered = false;
-    return isDone;
+    const vfBase::LifeWatch<Document> watch(&document);
+    const Work work(*this, document.getFilename());
+    const QScopedValueRollback<bool> answered(d->isRevertAnswered, true);
+    return !watch.isGone() && revertWithQuestion(document);
 }
 
 bool QtDocManager::revertWithQuestion(Document& document)
@@ -419,9 +476,9 @@ bool QtDocManager::revertWithQuestion(Document& document)
     d->isCancelled = false;
     const std::string reason = runReading([&] { return isDone = document.revert(); }, std::string());
     if (!isDone && !d->isCancelled && d->failures == failuresBefore)
-        reportFailure(path, fromQt(reason.empty()
-                                       ? tr("The file could not be read again. The document is as it was.")
-                                       : translatedReason(reason)));
+        tell(*this, path,
+             reason.empty() ? tr("The file could not be read again. The document is as it was.")
+                            : translatedReason(reason));
     return isDone;
 }
 

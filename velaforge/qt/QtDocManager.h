@@ -52,6 +52,9 @@ public:
     bool updateDocument(Document* document, const vfBase::VfString& path,
                         const vfBase::Options& options) override;
 
+    /// Does what DocManager does. When the current view is closed, the one at the front becomes current.
+    void activateView(View* view, bool active) override;
+
     /// Shows a dialog for one file of the kinds of @p templates.
     /// @param templates  the candidates
     /// @param count      number of candidates
@@ -119,6 +122,8 @@ protected:
     virtual void endWork();
 
 private:
+    class Work;
+
     bool saveGuarded(Document& document, const std::function<vfBase::WriteResult()>& write);
 
     std::unique_ptr<QtDocManagerPrivate> d;

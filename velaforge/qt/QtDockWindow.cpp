@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/qt/QtDockWindow.h>
 
+#include <velaforge/base/LifeWatch.h>
 #include <velaforge/base/VfString.h>
 #include <velaforge/dockwindows/DockWindowPrivate.h>
 #include <velaforge/qt/QtDockWindowContents.h>
@@ -15,6 +16,7 @@
 #include <QPointer>
 
 #include <algorithm>
+#include <utility>
 
 namespace vfApplication {
 
@@ -53,6 +55,14 @@ DockWindow::DockArea firstArea(unsigned int areas)
 
 struct QtDockWindowPrivate
 {
+    /// Panels are shown, hidden and moved by means of events, in which the contents may have the window removed.
+    using Watch = vfBase::LifeWatch<QtDockWindowPrivate>;
+
+    QtDockWindowPrivate() = default;
+    ~QtDockWindowPrivate() { Watch::end(this); }
+    QtDockWindowPrivate(const QtDockWindowPrivate&) = delete;
+    QtDockWindowPrivate& operator=(const QtDockWindowPrivate&) = delete;
+
     osg::observer_ptr<DockWindowPrivate> body;
     QPointer<QMainWindow> window;
     QPointer<AutoHideStrips> strips;
@@ -101,12 +111,24 @@ struct QtDockWindowPrivate
         panel->setAllowedAreas(Qt::DockWidgetAreas::fromInt(int(areas & DockWindow::AllDockAreas)));
         if (wanted != DockWindow::NoDockArea) {
             window->addDockWidget(toQtArea(wanted), panel);
-            panel->setFloating(false);
+            setFloating(false);
             return;
         }
         if (window->dockWidgetArea(panel) == Qt::NoDockWidgetArea)
             window->addDockWidget(toQtArea(somewhere()), panel);
-        panel->setFloating(isFloatable);
+        setFloating(isFloatable);
+    }
+
+    void setFloating(bool floating) const
+    {
+        if (panel)
+            panel->setFloating(floating);
+    }
+
+    void show(bool visible) const
+    {
+        if (panel)
+            panel->setVisible(visible);
     }
 
     /// Whether it hides depends on whether it should, is docked, and is there at all.
@@ -117,14 +139,18 @@ struct QtDockWindowPrivate
         const bool wanted = hidesItself && isVisible && !panel->isFloating();
         if (wanted == isBehindButton())
             return;
-        if (wanted) {
-            panel->createContents();
-            panel->hide();
-            strips->add(*panel);
-        } else {
+        const Watch watch(this);
+        if (!wanted) {
             strips->remove(*panel);
-            panel->setVisible(isVisible);
+            if (!watch.isGone())
+                show(isVisible);
+            return;
         }
+        panel->createContents();
+        if (!watch.isGone())
+            show(false);
+        if (!watch.isGone() && panel && strips)
+            strips->add(*panel);
     }
 };
 
@@ -159,9 +185,12 @@ void QtDockWindow::realize(QMainWindow& window, AutoHideStrips& strips)
     d->panel->setObjectName(toQt(vfBase::VfString(dockWindow->getId())));
     d->panel->setWindowTitle(d->shownTitle());
     d->setFeatures();
+    const QtDockWindowPrivate::Watch watch(d.get());
     d->place(d->area);
-    d->panel->setVisible(d->isVisible);
-    d->updateAutoHide();
+    if (!watch.isGone())
+        d->show(d->isVisible);
+    if (!watch.isGone())
+        d->updateAutoHide();
 }
 
 void QtDockWindow::detach()
@@ -170,15 +199,19 @@ void QtDockWindow::detach()
         return;
     d->area = getArea();
     d->isVisible = getVisible();
+    // Whatever its contents do when they are hidden finds no panel here.
+    const QPointer<DockPanel> panel = std::exchange(d->panel, nullptr);
+    const QPointer<QMainWindow> window = d->window;
+    panel->forgetHalf();
     if (d->strips)
-        d->strips->remove(*d->panel);
-    d->panel->forgetHalf();
+        d->strips->remove(*panel);
     // It may be one of its own buttons that had it removed.
-    d->panel->hide();
-    if (d->window)
-        d->window->removeDockWidget(d->panel);
-    d->panel->deleteLater();
-    d->panel = nullptr;
+    if (panel)
+        panel->hide();
+    if (panel && window)
+        window->removeDockWidget(panel);
+    if (panel)
+        panel->deleteLater();
 }
 
 void QtDockWindow::setTitle(const char* title, const char* context)
@@ -203,8 +236,11 @@ void QtDockWindow::setAllowedDockingAreas(unsigned int areas)
     if (area == DockWindow::NoDockArea || (areas & static_cast<unsigned int>(area)))
         return;
     const DockWindow::DockArea next = d->isFloatable ? DockWindow::NoDockArea : firstArea(areas);
+    const QtDockWindowPrivate::Watch watch(d.get());
     if (d->panel)
         d->place(next);
+    if (watch.isGone())
+        return;
     d->area = next;
     d->updateAutoHide();
 }
@@ -227,8 +263,9 @@ bool QtDockWindow::getVisible() const
 void QtDockWindow::setVisible(bool visible)
 {
     d->isVisible = visible;
+    const QtDockWindowPrivate::Watch watch(d.get());
     d->updateAutoHide();
-    if (d->panel && !d->isBehindButton())
+    if (!watch.isGone() && d->panel && !d->isBehindButton())
         d->panel->setVisible(visible);
 }
 
@@ -311,8 +348,11 @@ void QtDockWindow::setFloatable(bool floatable)
     d->isFloatable = floatable;
     if (!d->panel)
         return;
+    const QtDockWindowPrivate::Watch watch(d.get());
     if (!floatable && d->panel->isFloating())
         d->panel->setFloating(false);
+    if (watch.isGone() || !d->panel)
+        return;
     d->setFeatures();
     d->updateAutoHide();
 }
@@ -344,12 +384,17 @@ void QtDockWindow::setArea(DockWindow::DockArea area)
     if (!d->panel || area == getArea())
         return;
     const bool isVisible = getVisible();
+    const QtDockWindowPrivate::Watch watch(d.get());
     if (d->isBehindButton())
         d->strips->remove(*d->panel);
-    d->place(area);
+    if (!watch.isGone() && d->panel)
+        d->place(area);
+    if (watch.isGone())
+        return;
     d->isVisible = isVisible;
-    d->panel->setVisible(isVisible);
-    d->updateAutoHide();
+    d->show(isVisible);
+    if (!watch.isGone())
+        d->updateAutoHide();
 }
 
 DockWindow::DockArea QtDockWindow::getArea() const

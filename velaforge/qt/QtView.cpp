@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/qt/QtView.h>
 
+#include <velaforge/base/LifeWatch.h>
 #include <velaforge/documents/Document.h>
 #include <velaforge/modules/UiSetup.h>
 #include <velaforge/qt/QtApplication.h>
@@ -40,16 +41,21 @@ bool QtView::onCreate(Document* document, const vfBase::Options&)
     QtApplication* shell = QtApplication::instance();
     if (!shell)
         return false;
+    const vfBase::LifeWatch<View> watch(this);
+    const vfBase::LifeWatch<Document> documentWatch(document);
     auto frame = std::make_unique<ViewFrame>(*this);
     QWidget* widget = createWidget(*frame);
-    if (!widget)
+    if (!widget || watch.isGone())
         return false;
     const UiSetup* setup = applicationSetup();
     frame->setContents(*widget, setup && setup->showViewLogo(), setup && setup->showViewDocumentSlider());
     d->widget = widget;
     d->frame = frame.release();
     shell->getImp().addFrame(*d->frame);
-    shell->getImp().showNames(*document);
+    if (watch.isGone())
+        return false;
+    if (!documentWatch.isGone())
+        shell->getImp().showNames(*document);
     return true;
 }
 

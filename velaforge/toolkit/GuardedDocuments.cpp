@@ -2,6 +2,7 @@
 #include <velaforge/toolkit/GuardedDocuments.h>
 
 #include <velaforge/base/BaseException.h>
+#include <velaforge/base/LifeWatch.h>
 #include <velaforge/documents/DocManager.h>
 #include <velaforge/documents/Document.h>
 #include <velaforge/documents/ReadError.h>
@@ -19,14 +20,15 @@ namespace {
 /// Destroys a document without asking it: deletes its views, and the document with the last of them.
 void destroy(DocManager& manager, Document& document)
 {
+    const vfBase::LifeWatch<Document> watch(&document);
     vfBase::Vector<View*> views = document.getViewList(); // keeps the list alive after the document
-    for (unsigned int count = views.size(); count > 0; --count) {
+    for (unsigned int count = views.size(); count > 0 && !views.isEmpty(); --count) {
         if (View* view = views.first())
-            delete view;
+            View::destroy(view);
         else
             views.removeFirst();
     }
-    if (manager.containsDocument(&document))
+    if (!watch.isGone() && manager.containsDocument(&document))
         delete &document;
 }
 
@@ -63,12 +65,13 @@ std::string reasonNotReadable(DocManager& manager, const vfBase::VfString& path,
 bool closeGuarded(DocManager& manager, Document& document, bool force, std::string& problem)
 {
     problem.clear();
+    const vfBase::LifeWatch<Document> watch(&document);
     try {
         return manager.closeDocument(&document, force);
     } catch (...) {
         problem = vfBase::BaseException::describeCurrent();
     }
-    if (!manager.containsDocument(&document))
+    if (watch.isGone() || !manager.containsDocument(&document))
         return true;
     if (document.isModified() && !force)
         return false;

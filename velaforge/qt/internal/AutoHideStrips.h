@@ -16,7 +16,8 @@ class QToolButton;
 
 namespace vfApplication {
 
-/// The buttons at the edges of the main window behind which panels hide, and the one panel that is open for a while.
+/// The buttons at the edges of the main window behind which panels hide, and the one panel that is open for a
+/// while.
 class VFAPPLICATIONQT_EXPORT AutoHideStrips : public QObject
 {
     Q_OBJECT
@@ -24,7 +25,8 @@ class VFAPPLICATIONQT_EXPORT AutoHideStrips : public QObject
 public:
     explicit AutoHideStrips(QMainWindow& window);
 
-    /// Puts a button for the panel at the edge of the area in which the panel stands. The panel itself is to be hidden.
+    /// Puts a button for the panel at the edge of the area in which the panel stands. The panel itself is to be
+    /// hidden.
     void add(QDockWidget& dock);
 
     /// Takes the button away and closes the panel.
@@ -43,6 +45,9 @@ public:
 
 private:
     QToolBar& strip(Qt::DockWidgetArea area);
+
+    /// @return the contents of the panel that is open, null while none is
+    QWidget* contents() const;
     void place();
     bool isInside(const QWidget* widget) const;
 

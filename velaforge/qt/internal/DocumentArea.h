@@ -27,13 +27,14 @@ public:
     /// Shows a view at the front. The frame stays the caller's.
     virtual void add(ViewFrame& frame) = 0;
 
-    /// The frame is without a parent afterwards.
+    /// The frame is without a parent afterwards, or keeps its place until it is deleted, which the caller does
+    /// soon.
     virtual void remove(ViewFrame& frame) = 0;
 
     /// Brings the frame to the front.
     virtual void activate(ViewFrame& frame) = 0;
 
-    /// @return the frame at the front, null when there is none
+    /// @return the frame at the front, which may be one that was removed; null when there is none
     virtual ViewFrame* active() const = 0;
 
     virtual void setTitle(ViewFrame& frame, const QString& title, const QString& toolTip,

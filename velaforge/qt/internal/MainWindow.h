@@ -10,6 +10,7 @@
 
 #include <QMainWindow>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -36,7 +37,8 @@ public:
     /// Makes menus and toolbars, and puts everything where it stood. Once, before the window is shown.
     void build();
 
-    /// Makes menus and toolbars anew.
+    /// Makes menus and toolbars anew. If a command or a declaration has this called while they are being made,
+    /// they are made once more afterwards. If a declaration throws, they stay as they are.
     void rebuildMenus();
 
     ActionTable& actionTable() { return m_actions; }
@@ -48,10 +50,19 @@ public:
     const std::vector<std::unique_ptr<QtToolbar>>& toolbars() const { return m_toolbars; }
 
     void addFrame(ViewFrame& frame);
+
+    /// Takes a frame off the screen. Calls nothing of the program's: activateFront() does, once the view is gone.
     void removeFrame(ViewFrame& frame);
+
+    /// Returns the frame at the front whose view exists; null if there is none.
+    ViewFrame* activeFrame() const;
+
+    /// Makes the view at the front the current one, after a frame was removed. Shows what that throws.
+    void activateFront();
     void activateFrame(ViewFrame& frame);
 
-    /// Shows name and state of a document in the titles of all its views, and in the window's if it is the active one.
+    /// Shows name and state of a document in the titles of all its views, and in the window's if it is the
+    /// active one.
     void showNames(const Document& document);
 
     /// Closes what the frame shows: the view, or with the last the document.
@@ -75,6 +86,7 @@ public:
         const void* document = nullptr;
         const void* command = nullptr;
         int documents = 0;
+        std::string name; ///< of the document
         bool isModified = false;
         bool canUndo = false;
         bool canRedo = false;
@@ -94,8 +106,15 @@ protected:
     QMenu* createPopupMenu() override;
 
 private:
+    /// Does something that calls the program. Shows what that throws.
+    void guard(const std::function<void()>& work);
+
     void setLists();
-    void makeToolbars();
+    void makeToolbars(const CommandItem& declared);
+    void makeMenus();
+
+    /// Returns whether the view of a frame exists: a frame outlives it by a moment.
+    bool hasView(const ViewFrame* frame) const;
     void showPlaceholder();
     void onFrameActivated(ViewFrame* frame);
     void fillDocuments(QMenu& menu);
@@ -115,7 +134,10 @@ private:
     State m_state;
     QString m_lastReason; ///< of refreshGuarded
     bool m_isBuilt = false;
-    bool m_isAdding = false;
+    bool m_isMovingFrames = false;
+    bool m_isFrontNew = false; ///< a frame was removed, and the one at the front has not been told
+    bool m_isMakingMenus = false;
+    bool m_mustMakeMenus = false; ///< once those are made that are being made
 };
 
 } // namespace vfApplication
