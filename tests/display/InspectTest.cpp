@@ -560,14 +560,14 @@ TEST_F(Inspect, StatisticsAreThoseOfTheSelectionOrOfTheWholeModel)
                 "vfViewer::Statistics", vfApplication::DockWindow::RightDockArea, true, false, 0, nullptr);
         });
         open(viewer, "vfViewer::Statistics");
-        EXPECT_EQ(QLatin1String("the whole model"), valueIn(viewer, "statistics", "Of"));
+        EXPECT_EQ(QLatin1String("whole model"), valueIn(viewer, "statistics", "Counted"));
         const QString whole = valueIn(viewer, "statistics", "Triangles");
         const QString width = valueIn(viewer, "statistics", "Width (x)");
         selectByClick(viewer, "flag");
-        EXPECT_EQ(QLatin1String("the selected part"), valueIn(viewer, "statistics", "Of"));
+        EXPECT_EQ(QLatin1String("selected part"), valueIn(viewer, "statistics", "Counted"));
         EXPECT_NE(whole, valueIn(viewer, "statistics", "Triangles"));
         EXPECT_NE(width, valueIn(viewer, "statistics", "Width (x)"));
-        const char* const steps = "Steps that can be undone or redone";
+        const char* const steps = "Undo steps";
         EXPECT_EQ(QLatin1String("0"), valueIn(viewer, "statistics", steps));
         viewer.ui([&] { viewer.program().invoke("vfViewer::Hide"); });
         EXPECT_EQ(QLatin1String("1"), valueIn(viewer, "statistics", steps));

@@ -186,6 +186,7 @@ TEST_F(ViewerWindow, ClosingAChangedModelAsksAndDoesWhatIsAnswered)
     const std::string path = copyOfSailboat(directory);
     Viewer viewer({path});
     viewer.run([&] {
+        viewer.hand.key("Ctrl+Down");
         viewer.hand.key("h");
         ASSERT_TRUE(viewer.waitFor([&] { return viewer.model()->isModified(); }));
         viewer.hand.key("Ctrl+W");

@@ -449,10 +449,8 @@ void QtViewport::mousePressEvent(QMouseEvent* event)
 void QtViewport::mouseDoubleClickEvent(QMouseEvent* event)
 {
     mousePressEvent(event);
-    if (d->drag == Drag::Orbit && event->button() == Qt::LeftButton) {
-        d->isClick = false; // the first click was one
+    if (d->drag == Drag::Orbit && event->button() == Qt::LeftButton)
         Q_EMIT doubleClicked(event->position(), event->button(), event->modifiers());
-    }
 }
 
 void QtViewport::mouseMoveEvent(QMouseEvent* event)

@@ -146,7 +146,8 @@ Q_SIGNALS:
     /// A button was pressed and let go in one place.
     void clicked(const QPointF& position, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
 
-    /// The left button was pressed for the second time in one place, soon after clicked().
+    /// The left button was pressed for the second time in one place, soon after clicked(), which follows once more when it is
+    /// released.
     void doubleClicked(const QPointF& position, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
 
     /// The user moved the camera.

@@ -15,6 +15,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace vfViewer {
 
@@ -79,6 +80,9 @@ void QtModelView::makeViewport()
     });
     QObject::connect(m_viewport, &vfApplication::QtViewport::clicked, m_viewport,
                      [this](const QPointF& position, Qt::MouseButton button) {
+                         // What lies under the pointer after a double click is not what was meant.
+                         if (std::exchange(m_isApproached, false))
+                             return;
                          if (button == Qt::LeftButton && !m_hand->click(position))
                              select(position);
                      });
@@ -254,6 +258,7 @@ void QtModelView::approach(const QPointF& position)
         return;
     fit(part);
     m_viewport->setPivot(hit->point);
+    m_isApproached = true;
 }
 
 void QtModelView::select(const QPointF& position)

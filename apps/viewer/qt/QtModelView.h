@@ -69,6 +69,8 @@ private:
     StandardView m_standardView = StandardView::Front;
     bool m_isPlaced = false;   ///< the camera has been placed since there is a model
     bool m_isStandard = false; ///< it stands where the standard view put it
+    bool m_isApproached =
+        false; ///< a double click has moved the camera, and its second click is still to come
 };
 
 } // namespace vfViewer

@@ -435,6 +435,30 @@
         <source>Models</source>
         <translation>Modelle</translation>
     </message>
+    <message>
+        <source>Mouse</source>
+        <translation>Maus</translation>
+    </message>
+    <message>
+        <source>Mesh</source>
+        <translation>Netz</translation>
+    </message>
+    <message>
+        <source>Lines</source>
+        <translation>Linien</translation>
+    </message>
+    <message>
+        <source>Points</source>
+        <translation>Punkte</translation>
+    </message>
+    <message>
+        <source>Group</source>
+        <translation>Gruppe</translation>
+    </message>
+    <message>
+        <source>Ani&amp;mation</source>
+        <translation>Ani&amp;mationen</translation>
+    </message>
 </context>
 <context>
     <name>Command</name>
@@ -593,30 +617,6 @@
     <message>
         <source>Open</source>
         <translation>Öffnen</translation>
-    </message>
-    <message>
-        <source>Mouse</source>
-        <translation>Maus</translation>
-    </message>
-    <message>
-        <source>Mesh</source>
-        <translation>Netz</translation>
-    </message>
-    <message>
-        <source>Lines</source>
-        <translation>Linien</translation>
-    </message>
-    <message>
-        <source>Points</source>
-        <translation>Punkte</translation>
-    </message>
-    <message>
-        <source>Group</source>
-        <translation>Gruppe</translation>
-    </message>
-    <message>
-        <source>Ani&amp;mation</source>
-        <translation>Ani&amp;mation</translation>
     </message>
     <message>
         <source>Select a part first: click on it</source>
