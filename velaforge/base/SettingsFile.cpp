@@ -20,6 +20,18 @@ using namespace posix;
 
 namespace {
 
+// How long a lock is waited for: ten milliseconds at a time, five seconds while nothing happens, two minutes in all.
+constexpr timespec lockPause{0, 10000000};
+constexpr int mostTries = 500;
+constexpr int mostTriesInAll = 12000;
+
+/// Returns what tells a file from the one that replaces it; 0 if there is none.
+ino_t inodeOf(const std::string& path)
+{
+    struct stat status;
+    return stat(path.c_str(), &status) == 0 ? status.st_ino : 0;
+}
+
 SettingsFile::Contents readFile(const std::string& path)
 {
     using State = SettingsFile::State;
@@ -197,7 +209,9 @@ SettingsFile::Lock::Lock(const SettingsFile& file)
         m_reason = systemReason();
         return;
     }
-    for (int tries = 0; tries < 500; ++tries) {
+    // As long as the file changes, other programs get their turn, and this one will.
+    ino_t present = inodeOf(file.path());
+    for (int tries = 0, all = 0; tries < mostTries && all < mostTriesInAll; ++tries, ++all) {
         if (flock(m_descriptor, LOCK_EX | LOCK_NB) == 0) {
             m_held = true;
             return;
@@ -206,8 +220,11 @@ SettingsFile::Lock::Lock(const SettingsFile& file)
             m_held = true; // a file system without locks: better unguarded than not at all
             return;
         }
-        const timespec pause{0, 10000000}; // ten milliseconds
-        nanosleep(&pause, nullptr);
+        nanosleep(&lockPause, nullptr);
+        if (const ino_t now = inodeOf(file.path()); now != present) {
+            present = now;
+            tries = 0;
+        }
     }
     m_reason = "another program has locked them";
 }

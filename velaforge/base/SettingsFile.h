@@ -84,8 +84,8 @@ public:
     /// Removes the drafts of programs that were killed. Requires no lock: drafts in use are recognised.
     void removeAbandonedDrafts() const;
 
-    /// Prevents other programs from replacing the file while it exists. The constructor waits up to five
-    /// seconds for one that does.
+    /// Prevents other programs from replacing the file while it exists. The constructor waits for one that does: five
+    /// seconds, and longer, up to two minutes, while programs take turns.
     class Lock
     {
     public:
