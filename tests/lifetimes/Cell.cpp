@@ -55,10 +55,12 @@ Cell::~Cell()
         close(m_ends[0]);
 }
 
-void Cell::tell(const std::string& outcome) const
+void Cell::tell(const std::string& outcome, bool checksLeaks) const
 {
     if (write(m_ends[1], outcome.data(), outcome.size()) != static_cast<ssize_t>(outcome.size()))
         _exit(99);
+    if (!checksLeaks)
+        _exit(0);
     std::exit(0);
 }
 

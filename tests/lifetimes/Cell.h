@@ -28,8 +28,9 @@ public:
     /// Returns whether this process is the child.
     bool isChild() const { return m_child == 0; }
 
-    /// Ends the child with its exit handlers, so that leaks are found. @p outcome is what outcome() returns.
-    [[noreturn]] void tell(const std::string& outcome) const;
+    /// Ends the child. @p outcome is what outcome() returns. If @p checksLeaks is true, the exit handlers run, so that leaks
+    /// are found.
+    [[noreturn]] void tell(const std::string& outcome, bool checksLeaks = true) const;
 
     /// Waits for the child. @return what it told, or how it ended instead
     std::string outcome();

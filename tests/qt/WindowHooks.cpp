@@ -229,8 +229,9 @@ AskingBody::AskingBody()
 
 bool Panel::applyDefaultState()
 {
+    const vfBase::LifeWatch<vfApplication::DockWindow> watch(this);
     reach("DockWindow::applyDefaultState");
-    return DockWindow::applyDefaultState();
+    return watch.isGone() || DockWindow::applyDefaultState();
 }
 
 QWidget* Panel::createContents(QWidget& parent)

@@ -301,7 +301,7 @@ const std::vector<Group>& groups()
               }},
              {"View::onActivateView", "when the user chooses a tab", chooseOtherTab},
              {"View::onActivateView", "when the user closes a tab", closeTab},
-             {"the widget of a view is pressed", "", [] { press(canvas()); }},
+             {"the widget of a view is pressed", "", [] { press(canvas()); }, true},
              {"the widget of a view is hidden", "when the user chooses another tab", chooseOtherTab},
              {"the widget of a view is shown", "when the user closes another tab", closeTab},
              {"the widget of a view is destroyed", "when the user closes a tab", closeTab},

@@ -25,6 +25,9 @@ struct Row
     std::string when; ///< empty where the hook alone tells
     std::function<void()> step;
 
+    /// Qt calls the hook while it handles an event, and leaks what it holds when an exception passes through it.
+    bool leaksWhenThrown = false;
+
     /// Returns the first cell of the row in the documentation.
     std::string name() const
     {

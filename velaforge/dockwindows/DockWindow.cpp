@@ -2,6 +2,7 @@
 #include <velaforge/dockwindows/DockWindow.h>
 
 #include <velaforge/base/CrosswisePair.h>
+#include <velaforge/base/LifeWatch.h>
 #include <velaforge/base/Require.h>
 #include <velaforge/dockwindows/DockWindowInterface.h>
 #include <velaforge/dockwindows/DockWindowPrivate.h>
@@ -46,6 +47,7 @@ DockWindow::DockWindow(DockWindowPrivate* body) : d(body)
 
 DockWindow::~DockWindow()
 {
+    vfBase::LifeWatch<DockWindow>::end(this);
     vfBase::crosswise::endHandle(d, &DockWindowPrivate::dockWindow);
 }
 

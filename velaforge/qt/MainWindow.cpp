@@ -257,8 +257,11 @@ void MainWindow::activateFrame(ViewFrame& frame)
 
 void MainWindow::onFrameActivated(ViewFrame* frame)
 {
-    if (hasView(frame) && !m_isMovingFrames && documents().getCurrentView() != &frame->view())
-        frame->view().activate(true);
+    // Qt calls this while it handles the mouse: what a view throws must not pass through it.
+    guard([this, frame] {
+        if (hasView(frame) && !m_isMovingFrames && documents().getCurrentView() != &frame->view())
+            frame->view().activate(true);
+    });
 }
 
 void MainWindow::showNames(const Document& document)
