@@ -60,6 +60,13 @@ int Answers::count(const char* dialog) const
 
 bool Answers::eventFilter(QObject* object, QEvent* event)
 {
+    // The one menu that waits for an answer.
+    if (event->type() == QEvent::Show && object->objectName() == QLatin1String("panelMenu")) {
+        auto* menu = static_cast<QWidget*>(object);
+        QTimer::singleShot(
+            0, menu, [] { Actor::instance().reach("the menu of a dock window is open", nullptr, nullptr); });
+        QTimer::singleShot(0, menu, &QWidget::close);
+    }
     auto* dialog = event->type() == QEvent::Show ? qobject_cast<QDialog*>(object) : nullptr;
     if (!dialog || !dialog->isModal())
         return false;

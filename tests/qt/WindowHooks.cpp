@@ -33,13 +33,13 @@ Widget::Widget(const char* name, QWidget& parent) : QWidget(&parent), m_name(nam
 
 Widget::~Widget()
 {
-    reachHook("destroyed", false);
+    reachHook("destroyed");
 }
 
-void Widget::reachHook(const char* what, bool mayThrow) const
+void Widget::reachHook(const char* what) const
 {
     Actor::instance().reach((m_name + " is " + what).c_str(), m_view ? m_view->getDocument() : nullptr,
-                            m_view, mayThrow);
+                            m_view, false);
 }
 
 bool Widget::event(QEvent* event)
@@ -230,7 +230,7 @@ AskingBody::AskingBody()
 bool Panel::applyDefaultState()
 {
     reach("DockWindow::applyDefaultState");
-    return DockWindow::applyDefaultState();
+    return false; // as the base class does; this window may be gone
 }
 
 QWidget* Panel::createContents(QWidget& parent)

@@ -15,7 +15,7 @@
 
 namespace vfLife {
 
-/// Reaches hooks named "<name> is <what happens to it>".
+/// Reaches hooks named "<name> is <what happens to it>", in event handlers, which must not throw.
 class Widget : public QWidget
 {
 public:
@@ -29,7 +29,7 @@ protected:
     bool event(QEvent* event) override;
 
 private:
-    void reachHook(const char* what, bool mayThrow = true) const;
+    void reachHook(const char* what) const;
 
     std::string m_name;
     vfApplication::View* m_view = nullptr;

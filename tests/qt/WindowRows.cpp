@@ -10,6 +10,8 @@
 #include <velaforge/qt/internal/FileWatcher.h>
 #include <velaforge/qt/internal/MainWindow.h>
 
+#include <QApplication>
+#include <QContextMenuEvent>
 #include <QDockWidget>
 #include <QMdiSubWindow>
 #include <QMenuBar>
@@ -365,6 +367,13 @@ const std::vector<Group>& groups()
               withTools(false, [](QDockWidget& panel) { panel.close(); })},
              {"the widget in a dock window is shown", "when the user tears it off",
               withTools(false, [](QDockWidget& panel) { panel.setFloating(true); })},
+             {"the menu of a dock window is open", "",
+              withTools(false,
+                        [](QDockWidget& panel) {
+                            QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(5, 5),
+                                                    QPoint(50, 50));
+                            QApplication::sendEvent(&panel, &event);
+                        })},
              {"the widget in a dock window is hidden", "when it begins to hide itself",
               withTools(true, [](auto&) {})},
              {"the widget in a dock window is shown", "when the user presses the button at the edge",
