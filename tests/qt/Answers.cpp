@@ -65,7 +65,8 @@ bool Answers::eventFilter(QObject* object, QEvent* event)
         auto* menu = static_cast<QWidget*>(object);
         QTimer::singleShot(
             0, menu, [] { Actor::instance().reach("the menu of a dock window is open", nullptr, nullptr); });
-        QTimer::singleShot(0, menu, &QWidget::close);
+        QTimer::singleShot(5, menu,
+                           &QWidget::close); // the window takes notice of a panel that is gone before that
     }
     auto* dialog = event->type() == QEvent::Show ? qobject_cast<QDialog*>(object) : nullptr;
     if (!dialog || !dialog->isModal())

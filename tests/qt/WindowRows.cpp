@@ -123,6 +123,14 @@ void closeTab()
     press(button ? button : bar->tabButton(bar->currentIndex(), QTabBar::LeftSide));
 }
 
+void closeFirstTab()
+{
+    for (const char* path : {"a.obj", "b.obj", "f.obj"})
+        activate(path);
+    tabBar()->setCurrentIndex(0);
+    closeTab();
+}
+
 void closeChangedTab()
 {
     if (activateChanged())
@@ -288,6 +296,7 @@ const std::vector<Group>& groups()
               }},
              {"Command::undo", "Edit > Undo", chooseInMenu("Edit", "vfApplicationQt::ActionUndo")},
              {"Command::canUndo", "while a menu opens", chooseInMenu("Edit", "")},
+             {"Command::canUndo", "when the event loop has nothing to do", [] { window().refreshGuarded(); }},
              {"ClassInfo: creator of a command", "while a menu opens", chooseInMenu("Edit", "")},
              {"ClassInfo: creator of a command", "when the list of commands opens",
               [] { run("ActionCommands"); }},
@@ -306,6 +315,7 @@ const std::vector<Group>& groups()
              {"the widget of a view is pressed", "", [] { press(canvas()); }},
              {"the widget of a view is hidden", "when the user chooses another tab", chooseOtherTab},
              {"the widget of a view is shown", "when the user closes another tab", closeTab},
+             {"the widget of a view is shown", "when the user closes the first of three tabs", closeFirstTab},
              {"the widget of a view is destroyed", "when the user closes a tab", closeTab},
              {"the widget of a view is translated", "", switchLanguage},
          }},

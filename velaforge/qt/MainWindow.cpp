@@ -249,6 +249,8 @@ void MainWindow::activateFrame(ViewFrame& frame)
 {
     if (m_area->active() != &frame)
         m_area->activate(frame);
+    if (!hasView(&frame))
+        return; // its widget had it closed when it was shown
     const std::string name = frame.view().getViewName().str();
     if (name == m_viewMenus)
         return;
