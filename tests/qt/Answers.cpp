@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "Answers.h"
 
-#include "lifetimes/Actor.h"
+#include "WindowScenario.h"
+
+#include <velaforge/qt/internal/MainWindow.h>
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -60,6 +62,15 @@ int Answers::count(const char* dialog) const
 
 bool Answers::eventFilter(QObject* object, QEvent* event)
 {
+    // The one menu that waits for an answer.
+    if (event->type() == QEvent::Show && object->objectName() == QLatin1String("panelMenu")) {
+        auto* menu = static_cast<QWidget*>(object);
+        QTimer::singleShot(0, menu, [] {
+            Actor::instance().reach("the menu of a dock window is open", nullptr, nullptr);
+            window().refreshGuarded(); // as after a command: a panel whose window was removed is deleted
+        });
+        QTimer::singleShot(5, menu, &QWidget::close);
+    }
     auto* dialog = event->type() == QEvent::Show ? qobject_cast<QDialog*>(object) : nullptr;
     if (!dialog || !dialog->isModal())
         return false;

@@ -26,7 +26,9 @@
 #include <QToolBar>
 #include <QToolButton>
 
+#include <functional>
 #include <sstream>
+#include <utility>
 
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -63,6 +65,36 @@ std::vector<std::string> shown(const QWidget& menu)
         }
     }
     return lines;
+}
+
+/// Does something when it is made, once.
+struct Growing : vfApplication::CommandPrivate
+{
+    Growing()
+    {
+        if (const auto grow = std::exchange(onMade, {}))
+            grow();
+    }
+    void invoke(const VfVariant&) override {}
+
+    static std::function<void()> onMade;
+};
+
+std::function<void()> Growing::onMade;
+
+const vfBase::ClassInfo growing("test", "Growing", "test::Growing",
+                                &vfApplication::CommandPrivate::s_classInfo, nullptr, sizeof(Growing),
+                                []() -> vfBase::VfObject* { return new Growing; });
+
+/// Has a table know two hundred commands more.
+void addCommands(ActionTable& table, const char* kind)
+{
+    for (int i = 0; i < 200; ++i) {
+        CommandItem item;
+        item.setCommand("sheet::Switch", nullptr);
+        item.setProperty("argument", VfVariant((kind + std::to_string(i)).c_str()), nullptr);
+        table.action(item);
+    }
 }
 
 QMenu* menu(const Program& program, const char* title)
@@ -641,6 +673,24 @@ TEST(ActionTable, KeysThatTwoWantStayWithTheFirst)
                       program.action("sheet::AddLine")->shortcuts());
             EXPECT_EQ(QKeySequence::listFromString(QStringLiteral("Ctrl+M")),
                       program.action("sheet::Switch")->shortcuts());
+        });
+    });
+}
+
+TEST(ActionTable, ACommandMayHaveOthersAddedWhileItIsMade)
+{
+    Program program;
+    program.run([&] {
+        program.ui([&] {
+            QWidget window;
+            ActionTable table(window);
+            Growing::onMade = [&table] { addCommands(table, "first "); };
+            EXPECT_EQ(QStringLiteral("test::Growing"), table.action("test::Growing")->objectName());
+            Growing::onMade = [&table] { addCommands(table, "second "); };
+            table.refresh();
+            EXPECT_EQ(401u, table.entries().size());
+            for (const auto& entry : table.entries())
+                EXPECT_TRUE(entry->isKnown) << entry->name;
         });
     });
 }

@@ -140,6 +140,25 @@ TEST(QtApplication, OpensTheFilesOfTheCommandLineBeforeTheWindowShows)
     }));
 }
 
+TEST(QtApplication, APromptMayBeReplacedWhileItAsks)
+{
+    const TemporaryDirectory directory;
+    Program program({directory.write("one.sheet", "one\n")});
+    const std::string answer = "an answer too long to be kept in place";
+    QtApplication::setPrompt("", [answer](QWidget&, const auto&, vfBase::VfVariant& argument) {
+        QtApplication::setPrompt("", [](QWidget&, const auto&, vfBase::VfVariant&) { return false; });
+        argument = vfBase::VfVariant(answer.c_str());
+        return true;
+    });
+    program.run([&] {
+        program.ui([&] {
+            EXPECT_TRUE(program.invoke("sheet::AskFirst"));
+            EXPECT_FALSE(program.invoke("sheet::AskFirst"));
+            EXPECT_EQ("one\n" + answer + "\n", program.sheet()->text());
+        });
+    });
+}
+
 TEST(QtApplication, DisplayErrorSaysWhatIsMissing)
 {
     char name[] = "program";

@@ -10,6 +10,8 @@
 #include <velaforge/qt/internal/FileWatcher.h>
 #include <velaforge/qt/internal/MainWindow.h>
 
+#include <QApplication>
+#include <QContextMenuEvent>
 #include <QDockWidget>
 #include <QMdiSubWindow>
 #include <QMenuBar>
@@ -119,6 +121,14 @@ void closeTab()
         return;
     QWidget* button = bar->tabButton(bar->currentIndex(), QTabBar::RightSide);
     press(button ? button : bar->tabButton(bar->currentIndex(), QTabBar::LeftSide));
+}
+
+void closeFirstTab()
+{
+    for (const char* path : {"a.obj", "b.obj", "f.obj"})
+        activate(path);
+    tabBar()->setCurrentIndex(0);
+    closeTab();
 }
 
 void closeChangedTab()
@@ -286,6 +296,7 @@ const std::vector<Group>& groups()
               }},
              {"Command::undo", "Edit > Undo", chooseInMenu("Edit", "vfApplicationQt::ActionUndo")},
              {"Command::canUndo", "while a menu opens", chooseInMenu("Edit", "")},
+             {"Command::canUndo", "when the event loop has nothing to do", [] { window().refreshGuarded(); }},
              {"ClassInfo: creator of a command", "while a menu opens", chooseInMenu("Edit", "")},
              {"ClassInfo: creator of a command", "when the list of commands opens",
               [] { run("ActionCommands"); }},
@@ -304,6 +315,7 @@ const std::vector<Group>& groups()
              {"the widget of a view is pressed", "", [] { press(canvas()); }, true},
              {"the widget of a view is hidden", "when the user chooses another tab", chooseOtherTab},
              {"the widget of a view is shown", "when the user closes another tab", closeTab},
+             {"the widget of a view is shown", "when the user closes the first of three tabs", closeFirstTab},
              {"the widget of a view is destroyed", "when the user closes a tab", closeTab},
              {"the widget of a view is translated", "", switchLanguage},
          }},
@@ -365,6 +377,13 @@ const std::vector<Group>& groups()
               withTools(false, [](QDockWidget& panel) { panel.close(); })},
              {"the widget in a dock window is shown", "when the user tears it off",
               withTools(false, [](QDockWidget& panel) { panel.setFloating(true); })},
+             {"the menu of a dock window is open", "",
+              withTools(false,
+                        [](QDockWidget& panel) {
+                            QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(5, 5),
+                                                    QPoint(50, 50));
+                            QApplication::sendEvent(&panel, &event);
+                        })},
              {"the widget in a dock window is hidden", "when it begins to hide itself",
               withTools(true, [](auto&) {})},
              {"the widget in a dock window is shown", "when the user presses the button at the edge",

@@ -10,6 +10,7 @@
 #include <velaforge/qt/QtApplication.h>
 #include <velaforge/qt/QtApplicationProducer.h>
 #include <velaforge/qt/internal/MainWindow.h>
+#include <velaforge/qt/internal/ViewFrame.h>
 #include <velaforge/shell/OptionsPageManager.h>
 #include <velaforge/shell/Registry.h>
 
@@ -19,6 +20,7 @@
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QStatusBar>
+#include <QTabWidget>
 #include <QTest>
 #include <QThreadPool>
 #include <QTimer>
@@ -92,8 +94,23 @@ QString shownTwice(const QWidget& bar)
     return QString();
 }
 
+/// @return whether each tab names the document of its page
+bool areTabsRight()
+{
+    const auto* tabs = qobject_cast<QTabWidget*>(window().findChild<QWidget*>(QStringLiteral("documents")));
+    for (int i = 0; tabs && i < tabs->count(); ++i) {
+        const auto* frame = static_cast<const vfApplication::ViewFrame*>(tabs->widget(i));
+        const std::string name = frame->view().getDocument()->getUserReadableName().str();
+        if (tabs->tabText(i).toStdString().compare(0, name.size(), name) != 0)
+            return false;
+    }
+    return true;
+}
+
 void checkWindow()
 {
+    if (!areTabsRight())
+        result().note("a tab has the name of another document");
     if (QGuiApplication::overrideCursor())
         result().note("the wait cursor is left");
     const QString twice = shownTwice(*window().menuBar());

@@ -3,6 +3,7 @@
 
 #include <velaforge/qt/QtDockWindow.h>
 #include <velaforge/qt/QtDockWindowContents.h>
+#include <velaforge/qt/internal/Reasons.h>
 
 #include <QContextMenuEvent>
 #include <QMainWindow>
@@ -47,7 +48,7 @@ void DockPanel::createContents()
 void DockPanel::showEvent(QShowEvent* event)
 {
     const QPointer<DockPanel> self(this);
-    createContents();
+    showThrown([this] { createContents(); });
     if (self)
         QDockWidget::showEvent(event);
 }
@@ -74,7 +75,7 @@ void DockPanel::contextMenuEvent(QContextMenuEvent* event)
     if (!self || !m_half)
         return;
     if (chosen == hides)
-        m_half->setAutoHide(!m_half->getAutoHide());
+        showThrown([this] { m_half->setAutoHide(!m_half->getAutoHide()); });
     else if (chosen == floats)
         setFloating(!isFloating());
     else if (chosen == closes)

@@ -9,6 +9,7 @@
 #include <velaforge/dockwindows/DockWindowProducer.h>
 #include <velaforge/qt/QtDockWindowManager.h>
 #include <velaforge/qt/internal/AutoHideStrips.h>
+#include <velaforge/qt/internal/Reasons.h>
 #include <velaforge/qt/internal/Text.h>
 #include <velaforge/qt/internal/WindowSettings.h>
 
@@ -311,7 +312,7 @@ void Docks::update()
         QAction*& action = m_keys[id];
         if (!action) {
             action = new QAction(this);
-            connect(action, &QAction::triggered, this, [this, id] { toggle(id); });
+            connect(action, &QAction::triggered, this, [this, id] { showThrown([&] { toggle(id); }); });
             m_window.addAction(action);
         }
         const int key = window->getShortcut();
@@ -348,7 +349,7 @@ void Docks::fillMenu(QMenu& menu)
         action->setCheckable(true);
         action->setChecked(half.getVisible());
         action->setEnabled(half.getCloseable() || !half.getVisible());
-        connect(action, &QAction::triggered, this, [this, id] { toggle(id); });
+        connect(action, &QAction::triggered, this, [this, id] { showThrown([&] { toggle(id); }); });
     });
     if (menu.isEmpty())
         menu.addAction(tr("No windows"))->setEnabled(false);

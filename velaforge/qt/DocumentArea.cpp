@@ -10,9 +10,11 @@
 #include <QMainWindow>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QPointer>
 #include <QScopedValueRollback>
 #include <QStackedWidget>
 
+#include <deque>
 #include <functional>
 #include <map>
 #include <utility>
@@ -46,7 +48,7 @@ public:
         m_stack->addWidget(m_tabs);
         window.setCentralWidget(m_stack);
         m_pages = m_tabs->findChild<QStackedWidget*>(QString(), Qt::FindDirectChildrenOnly);
-        connect(m_pages, &QStackedWidget::widgetRemoved, this, &TabArea::showTabsOrPlaceholder);
+        connect(m_pages, &QStackedWidget::widgetRemoved, this, &TabArea::showPlaceholderWithoutTabs);
         connect(m_tabs, &QTabWidget::currentChanged, this, [this] { Q_EMIT activated(active()); });
         connect(m_tabs, &QTabWidget::tabCloseRequested, this,
                 [this](int index) { Q_EMIT closeRequested(static_cast<ViewFrame*>(m_tabs->widget(index))); });
@@ -54,32 +56,34 @@ public:
 
     void add(ViewFrame& frame) override
     {
-        m_stack->setCurrentWidget(m_tabs);
-        m_tabs->setCurrentIndex(m_tabs->addTab(&frame, QString()));
+        change(frame, [this](ViewFrame& added) {
+            m_stack->setCurrentWidget(m_tabs);
+            m_tabs->setCurrentIndex(m_tabs->addTab(&added, QString()));
+        });
     }
 
     void remove(ViewFrame& frame) override
     {
-        // Qt is between two pages, one of which has just been told that it is hidden or shown: it would go on
-        // with the number of a page that is gone. The page is removed when the frame is deleted.
-        const bool isSwitching = m_pages->currentIndex() != m_tabs->tabBar()->currentIndex();
-        if (m_isRemoving || isSwitching)
-            return;
-        const QScopedValueRollback<bool> removing(m_isRemoving, true);
-        const int index = m_tabs->indexOf(&frame);
-        if (index >= 0)
-            m_tabs->removeTab(index);
-        frame.setParent(nullptr);
-        showTabsOrPlaceholder();
+        change(frame, [this](ViewFrame& removed) {
+            const int index = m_tabs->indexOf(&removed);
+            if (index >= 0)
+                m_tabs->removeTab(index);
+            removed.setParent(nullptr);
+        });
     }
 
-    void activate(ViewFrame& frame) override { m_tabs->setCurrentWidget(&frame); }
+    void activate(ViewFrame& frame) override
+    {
+        change(frame, [this](ViewFrame& activated) { m_tabs->setCurrentWidget(&activated); });
+    }
 
     ViewFrame* active() const override { return static_cast<ViewFrame*>(m_tabs->currentWidget()); }
 
     void setTitle(ViewFrame& frame, const QString& title, const QString& toolTip, bool isModified) override
     {
-        m_tabs->setTitle(frame, title, toolTip, isModified);
+        change(frame, [this, title, toolTip, isModified](ViewFrame& named) {
+            m_tabs->setTitle(named, title, toolTip, isModified);
+        });
     }
 
     void retranslate() override
@@ -94,7 +98,33 @@ public:
     void setPlaceholder(const QString& text) override { m_placeholder->setText(text); }
 
 private:
-    void showTabsOrPlaceholder()
+    using Change = std::function<void(ViewFrame&)>;
+
+    /// Changes the tabs; later if that is not possible now. Qt hides, shows and removes pages in steps, between which
+    /// the program hears of it, and goes on with numbers of pages that another change would make wrong.
+    void change(ViewFrame& frame, const Change& what)
+    {
+        m_changes.emplace_back(&frame, what);
+        makeChanges();
+    }
+
+    void makeChanges()
+    {
+        while (!m_isChanging && !isSwitching() && !m_changes.empty()) {
+            const QScopedValueRollback<bool> changing(m_isChanging, true);
+            const auto [frame, what] = m_changes.front();
+            m_changes.pop_front();
+            if (frame)
+                what(*frame);
+        }
+        if (!m_isChanging && !m_changes.empty())
+            QMetaObject::invokeMethod(this, &TabArea::makeChanges, Qt::QueuedConnection);
+    }
+
+    /// Returns whether the user has chosen a tab whose page does not show yet.
+    bool isSwitching() const { return m_pages->currentIndex() != m_tabs->tabBar()->currentIndex(); }
+
+    void showPlaceholderWithoutTabs()
     {
         if (m_tabs->count() == 0)
             m_stack->setCurrentWidget(m_placeholder);
@@ -104,7 +134,8 @@ private:
     QLabel* m_placeholder;
     DocumentTabs* m_tabs;
     QStackedWidget* m_pages; ///< within m_tabs
-    bool m_isRemoving = false;
+    std::deque<std::pair<QPointer<ViewFrame>, Change>> m_changes;
+    bool m_isChanging = false;
 };
 
 /// Asks before it closes.

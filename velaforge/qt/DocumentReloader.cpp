@@ -7,6 +7,7 @@
 #include <velaforge/documents/DocManager.h>
 #include <velaforge/documents/Document.h>
 #include <velaforge/qt/QtDocManager.h>
+#include <velaforge/qt/internal/Reasons.h>
 #include <velaforge/qt/internal/Text.h>
 #include <velaforge/shell/StatusBar.h>
 
@@ -32,9 +33,13 @@ Document* findDocument(const QByteArray& path)
 
 DocumentReloader::DocumentReloader(QWidget& window) : m_window(window), m_watcher(quietTime, this)
 {
-    connect(&m_watcher, &FileWatcher::changed, this, &DocumentReloader::onChanged);
-    connect(&m_watcher, &FileWatcher::removed, this, &DocumentReloader::onRemoved);
-    connect(&m_watcher, &FileWatcher::restored, this, &DocumentReloader::onRestored);
+    const auto handle = [this](auto happening, void (DocumentReloader::*slot)(const QByteArray&)) {
+        connect(&m_watcher, happening, this,
+                [this, slot](const QByteArray& path) { showThrown([&] { (this->*slot)(path); }); });
+    };
+    handle(&FileWatcher::changed, &DocumentReloader::onChanged);
+    handle(&FileWatcher::removed, &DocumentReloader::onRemoved);
+    handle(&FileWatcher::restored, &DocumentReloader::onRestored);
 }
 
 void DocumentReloader::add(const vfBase::VfString& path)

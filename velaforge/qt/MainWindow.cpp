@@ -95,17 +95,20 @@ MainWindow::MainWindow()
         },
         this);
     setLists();
-    connect(m_area, &DocumentArea::activated, this, &MainWindow::onFrameActivated);
+    connect(m_area, &DocumentArea::activated, this,
+            [this](ViewFrame* frame) { showThrown([&] { onFrameActivated(frame); }); });
     connect(m_area, &DocumentArea::closeRequested, this, [this](ViewFrame* frame) {
         if (hasView(frame))
-            closeFrame(*frame);
+            showThrown([&] { closeFrame(*frame); });
     });
     connect(m_area, &DocumentArea::windowMade, this, [this](QMainWindow* window, ViewFrame* frame) {
         m_actions.addWindow(*window);
-        m_builder.addMenus(*window->menuBar(), declaredViewMenus(frame->view().getViewName().str()));
+        showThrown([&] {
+            m_builder.addMenus(*window->menuBar(), declaredViewMenus(frame->view().getViewName().str()));
+        });
     });
     connect(&m_actions, &ActionTable::commandRun, this, [this] {
-        guard([this] {
+        showThrown([this] {
             refresh();
             m_actions.refresh();
             Q_EMIT stateChanged();
@@ -127,8 +130,9 @@ MainWindow::~MainWindow()
 void MainWindow::setLists()
 {
     m_builder.setList("vfApplicationQt::ActionOpenRecent",
-                      [this](QMenu& menu) { m_recentFiles->fill(menu); });
-    m_builder.setList("vfApplicationQt::ActionDockWindows", [this](QMenu& menu) { m_docks->fillMenu(menu); });
+                      [this](QMenu& menu) { showThrown([&] { m_recentFiles->fill(menu); }); });
+    m_builder.setList("vfApplicationQt::ActionDockWindows",
+                      [this](QMenu& menu) { showThrown([&] { m_docks->fillMenu(menu); }); });
     m_builder.setList("vfApplicationQt::ActionToolbars", [this](QMenu& menu) {
         for (const auto& toolbar : m_toolbars)
             menu.addAction(toolbar->getWidget().toggleViewAction());
@@ -240,13 +244,15 @@ ViewFrame* MainWindow::activeFrame() const
 void MainWindow::activateFront()
 {
     if (std::exchange(m_isFrontNew, false))
-        guard([this] { onFrameActivated(m_area->active()); });
+        showThrown([this] { onFrameActivated(m_area->active()); });
 }
 
 void MainWindow::activateFrame(ViewFrame& frame)
 {
     if (m_area->active() != &frame)
         m_area->activate(frame);
+    if (!hasView(&frame))
+        return; // its widget had it closed when it was shown
     const std::string name = frame.view().getViewName().str();
     if (name == m_viewMenus)
         return;
@@ -303,15 +309,6 @@ void MainWindow::showProblem(const QString& subject, const QString& reason)
     m_problems->add(subject, reason);
 }
 
-void MainWindow::guard(const std::function<void()>& work)
-{
-    try {
-        work();
-    } catch (...) {
-        showProblem(QString(), currentReason());
-    }
-}
-
 void MainWindow::popUp(const std::string& command)
 {
     QMenu menu(this);
@@ -332,7 +329,10 @@ void MainWindow::fillDocuments(QMenu& menu)
         QAction* action = menu.addAction(name.replace(QLatin1Char('&'), QLatin1String("&&")));
         action->setCheckable(true);
         action->setChecked(&frame->view() == current);
-        connect(action, &QAction::triggered, frame, [frame] { frame->view().activate(true); });
+        connect(action, &QAction::triggered, frame, [this, frame] {
+            if (hasView(frame))
+                showThrown([&] { frame->view().activate(true); });
+        });
     }
     if (m_frames.empty())
         menu.addAction(tr("No documents"))->setEnabled(false);
@@ -398,11 +398,13 @@ void MainWindow::refresh()
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
-    event->ignore(); // when something throws
-    // As it stands while everything is open.
-    m_docks->save();
-    auto* asking = dynamic_cast<QtDocManager*>(&documents());
-    const bool isClosed = asking ? asking->closeAllWithQuestions() : documents().closeDocuments(false);
+    bool isClosed = false;
+    showThrown([&] {
+        // As it stands while everything is open.
+        m_docks->save();
+        auto* asking = dynamic_cast<QtDocManager*>(&documents());
+        isClosed = asking ? asking->closeAllWithQuestions() : documents().closeDocuments(false);
+    });
     event->setAccepted(isClosed);
     if (isClosed)
         QtApplication::instance()->exit(0);
@@ -411,7 +413,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
 QMenu* MainWindow::createPopupMenu()
 {
     auto* menu = new QMenu(this);
-    m_docks->fillMenu(*menu);
+    showThrown([&] { m_docks->fillMenu(*menu); });
     menu->addSeparator();
     for (const auto& toolbar : m_toolbars)
         menu->addAction(toolbar->getWidget().toggleViewAction());
@@ -446,19 +448,24 @@ void MainWindow::dropEvent(QDropEvent* event)
 void MainWindow::changeEvent(QEvent* event)
 {
     if (event->type() == QEvent::LanguageChange && m_isBuilt) {
-        rebuildMenus();
-        for (const auto& toolbar : m_toolbars)
-            toolbar->toolbarOperationD();
-        showPlaceholder();
-        m_area->retranslate();
-        Application* application = Application::instance(false);
-        application->getDockWindowManager().onLanguageChange();
-        for (QtDockWindow* half : Docks::halves())
-            half->onLanguageChange();
-        for (auto it = ModuleRegistry::instance(false)->getActiveModuleMap(); it.hasNext();)
-            it.next().value->onLanguageChange();
+        showThrown([this] { rebuildMenus(); });
+        showThrown([this] { retranslate(); });
     }
     QMainWindow::changeEvent(event);
+}
+
+void MainWindow::retranslate()
+{
+    for (const auto& toolbar : m_toolbars)
+        toolbar->toolbarOperationD();
+    showPlaceholder();
+    m_area->retranslate();
+    Application* application = Application::instance(false);
+    application->getDockWindowManager().onLanguageChange();
+    for (QtDockWindow* half : Docks::halves())
+        half->onLanguageChange();
+    for (auto it = ModuleRegistry::instance(false)->getActiveModuleMap(); it.hasNext();)
+        it.next().value->onLanguageChange();
 }
 
 } // namespace vfApplication

@@ -2,6 +2,7 @@
 #include <velaforge/qt/internal/Reasons.h>
 
 #include <velaforge/base/BaseException.h>
+#include <velaforge/qt/QtApplication.h>
 #include <velaforge/qt/internal/Text.h>
 
 #include <QCoreApplication>
@@ -34,6 +35,16 @@ QString translatedReason(const std::string& reason)
 QString currentReason()
 {
     return translatedReason(vfBase::BaseException::describeCurrent());
+}
+
+void showThrown(const std::function<void()>& work)
+{
+    try {
+        work();
+    } catch (...) {
+        if (QtApplication* shell = QtApplication::instance())
+            shell->showProblem(vfBase::VfString(), fromQt(currentReason()));
+    }
 }
 
 } // namespace vfApplication

@@ -4,6 +4,7 @@
 #include <velaforge/application/Application.h>
 #include <velaforge/documents/DocManager.h>
 #include <velaforge/documents/FileHistory.h>
+#include <velaforge/qt/internal/Reasons.h>
 #include <velaforge/qt/internal/Text.h>
 
 #include <QAction>
@@ -57,12 +58,14 @@ void RecentFilesMenu::fill(QMenu& menu)
     menu.addSeparator();
     QAction* removes = menu.addAction(tr("Remove &missing files"));
     removes->setObjectName(QStringLiteral("removeMissing"));
-    connect(removes, &QAction::triggered, this, &RecentFilesMenu::removeMissing);
+    connect(removes, &QAction::triggered, this, [this] { showThrown([this] { removeMissing(); }); });
     QAction* clears = menu.addAction(tr("&Clear the list"));
     clears->setEnabled(count > 0);
     connect(clears, &QAction::triggered, this, [] {
-        for (int i = history().getCount(); i-- > 0;)
-            history().removeFileFromHistory(i);
+        showThrown([] {
+            for (int i = history().getCount(); i-- > 0;)
+                history().removeFileFromHistory(i);
+        });
     });
     markMissing();
 }

@@ -9,6 +9,7 @@
 #include <velaforge/documents/Document.h>
 #include <velaforge/qt/QtView.h>
 #include <velaforge/qt/internal/Icons.h>
+#include <velaforge/qt/internal/Reasons.h>
 #include <velaforge/qt/internal/Text.h>
 
 #include <QLabel>
@@ -44,7 +45,8 @@ void ViewFrame::setContents(QWidget& widget, bool hasLogo, bool hasSlider)
         m_slider->setObjectName(QStringLiteral("documentSlider"));
         m_slider->setPageStep(1);
         layout()->addWidget(m_slider);
-        connect(m_slider, &QSlider::valueChanged, this, &ViewFrame::showDocument);
+        connect(m_slider, &QSlider::valueChanged, this,
+                [this](int index) { showThrown([&] { showDocument(index); }); });
     }
 }
 

@@ -10,7 +10,6 @@
 
 #include <QMainWindow>
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -106,9 +105,7 @@ protected:
     QMenu* createPopupMenu() override;
 
 private:
-    /// Does something that calls the program. Shows what that throws.
-    void guard(const std::function<void()>& work);
-
+    void retranslate();
     void setLists();
     void makeToolbars(const CommandItem& declared);
     void makeMenus();

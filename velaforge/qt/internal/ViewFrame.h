@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <velaforge/qt/Export.h>
+
 #include <QWidget>
 
 class QSlider;
@@ -11,7 +13,7 @@ class QtView;
 
 /// A view's widget with what decorates it: the logo and the slider through the open documents, as far as they are
 /// declared.
-class ViewFrame : public QWidget
+class VFAPPLICATIONQT_EXPORT ViewFrame : public QWidget
 {
     Q_OBJECT
 
