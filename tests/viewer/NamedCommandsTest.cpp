@@ -436,6 +436,7 @@ TEST(NamedCommands, EachWayOfLookingIsSwitchedOnAndOff)
         {"BoundingBoxes", &ViewStyle::showsBoxes},
         {"Antialiasing", &ViewStyle::isAntialiased},
         {"Headlight", &ViewStyle::lightFollowsCamera},
+        {"FileLamps", &ViewStyle::usesFileLamps},
     };
     const auto isChecked = [](const std::string& name) {
         return Command::getCommandByName(name).getProperties()["checked"].toBool();

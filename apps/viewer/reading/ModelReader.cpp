@@ -4,6 +4,7 @@
 #include "reading/AssimpLibrary.h"
 #include "reading/FileCheck.h"
 #include "reading/FileGate.h"
+#include "reading/Lamps.h"
 #include "reading/Normals.h"
 #include "reading/ObjReader.h"
 #include "reading/Quiet.h"
@@ -75,7 +76,7 @@ public:
         if (!vertices || vertices->getNumElements() == 0)
             return;
         if (!hasSurface(geometry))
-            geometry.getOrCreateStateSet()->setMode(GL_LIGHTING, osg::StateAttribute::OFF);
+            setSelfLit(geometry, inheritedMaterial());
         else if (!geometry.getNormalArray() || !putNormalsRight(geometry))
             withoutNormals.push_back(&geometry);
         // A skin takes its normals from what it is when it is not bent.
@@ -87,6 +88,21 @@ public:
     std::vector<osg::Geometry*> withoutNormals;
 
 private:
+    /// @return the material that the geometry has from the nodes above it; null for none
+    const osg::Material* inheritedMaterial() const
+    {
+        const osg::Material* material = nullptr;
+        for (const osg::Node* node : getNodePath()) {
+            const osg::StateSet* state = node->getStateSet();
+            if (state && node != getNodePath().back()) {
+                if (const auto* found = dynamic_cast<const osg::Material*>(
+                        state->getAttribute(osg::StateAttribute::MATERIAL)))
+                    material = found;
+            }
+        }
+        return material;
+    }
+
     /// Light falls on the side from which a triangle runs counter-clockwise, so normals that point the other way would
     /// leave it black. @return false for normals that are of no use
     bool putNormalsRight(osg::Geometry& geometry)
@@ -163,16 +179,52 @@ bool isFinite(const osg::BoundingBox& box)
     return true;
 }
 
+/// Counts what is drawn: bounds alone may be those of vertices that no face uses.
+class CountPrimitives : public osg::NodeVisitor
+{
+public:
+    CountPrimitives() : NodeVisitor(TRAVERSE_ALL_CHILDREN) { setNodeMaskOverride(~0u); }
+
+    void apply(osg::Geometry& geometry) override
+    {
+        for (unsigned int i = 0; i < geometry.getNumPrimitiveSets(); ++i)
+            count += geometry.getPrimitiveSet(i)->getNumPrimitives();
+        if (const auto* skin = dynamic_cast<const osgAnimation::RigGeometry*>(&geometry))
+            apply(skin->getSourceGeometry());
+    }
+
+    /// Drawables of other kinds, such as spheres, draw themselves.
+    void apply(osg::Drawable& drawable) override { count += drawable.asGeometry() ? 0 : 1; }
+
+    std::size_t count = 0;
+
+private:
+    void apply(const osg::Geometry* source)
+    {
+        for (unsigned int i = 0; source && i < source->getNumPrimitiveSets(); ++i)
+            count += source->getPrimitiveSet(i)->getNumPrimitives();
+    }
+};
+
 /// @return why the scene cannot be shown; empty when it can
 std::string whyNotShown(osg::Node& scene)
 {
+    CountPrimitives primitives;
+    scene.accept(primitives);
     osg::ComputeBoundsVisitor bounds;
     scene.accept(bounds);
-    if (!bounds.getBoundingBox().valid())
+    if (primitives.count == 0 || !bounds.getBoundingBox().valid())
         return "there is nothing in it that could be shown";
     if (!isFinite(bounds.getBoundingBox()))
         return "its coordinates are too large";
     return {};
+}
+
+/// @return whether the format is OpenSceneGraph's own, whose materials are meant as they are
+bool isSceneFormat(const std::string& path)
+{
+    const std::string extension = osgDB::getLowerCaseFileExtension(path);
+    return extension.compare(0, 3, "osg") == 0 || extension == "ive";
 }
 
 using OwnReader = ReadOutcome (*)(const std::string& path);
@@ -266,6 +318,12 @@ ReadOutcome readModel(const std::string& path)
         outcome.scene = nullptr;
         return outcome;
     }
+    if (!isSceneFormat(path))
+        brightenShade(*outcome.scene);
+    const std::size_t surplus = removeSurplusLamps(*outcome.scene);
+    if (surplus > 0)
+        outcome.warnings.push_back(std::to_string(surplus) + (surplus == 1 ? " lamp is" : " lamps are") +
+                                   " left out: the viewer has room for " + std::to_string(Lamps::ofFile));
     if (own != readStl) // which works all normals out itself
         prepareLighting(*outcome.scene);
     if (isReadWithYUp(path))
