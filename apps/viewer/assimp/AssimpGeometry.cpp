@@ -54,13 +54,15 @@ osg::ref_ptr<Array> makeArray(const Source* values, unsigned int count, Convert 
 void addTextureCoordinates(osg::Geometry& geometry, unsigned int unit, const aiMesh& mesh,
                            const TexturePlacement& placement)
 {
-    if (!mesh.HasTextureCoords(placement.channel))
+    // Some files count their sets from another number on.
+    const unsigned int channel = mesh.HasTextureCoords(placement.channel) ? placement.channel : 0;
+    if (!mesh.HasTextureCoords(channel))
         return;
-    geometry.setTexCoordArray(
-        unit, makeArray<osg::Vec2Array>(mesh.mTextureCoords[placement.channel], mesh.mNumVertices,
-                                        [&placement](const aiVector3D& value) {
-                                            return placement.transformed({value.x, value.y});
-                                        }));
+    geometry.setTexCoordArray(unit,
+                              makeArray<osg::Vec2Array>(mesh.mTextureCoords[channel], mesh.mNumVertices,
+                                                        [&placement](const aiVector3D& value) {
+                                                            return placement.transformed({value.x, value.y});
+                                                        }));
 }
 
 osg::ref_ptr<osg::Vec4Array> makeColors(const aiMesh& mesh, const MeshLook& look)

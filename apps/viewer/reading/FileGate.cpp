@@ -44,13 +44,13 @@ std::string pluginDirectory()
 /// Formats for which there is a reader here.
 const std::vector<std::string>& ownFormats()
 {
-    static const std::vector<std::string> formats = {"obj", "stl"};
+    static const std::vector<std::string> formats = {"obj", "stl", "ply"};
     return formats;
 }
 
 const std::vector<std::string>& osgFormats()
 {
-    static const std::vector<std::string> formats = {"ply", "3ds",  "ac",   "lwo", "dxf", "dae",
+    static const std::vector<std::string> formats = {"3ds", "ac",   "lwo",  "dxf", "dae",
                                                      "x",   "osgt", "osgb", "osg", "ive"};
     return formats;
 }

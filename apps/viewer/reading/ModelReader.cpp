@@ -2,11 +2,13 @@
 #include "reading/ModelReader.h"
 
 #include "reading/AssimpLibrary.h"
+#include "reading/CutPolygons.h"
 #include "reading/FileCheck.h"
 #include "reading/FileGate.h"
 #include "reading/Lamps.h"
 #include "reading/Normals.h"
 #include "reading/ObjReader.h"
+#include "reading/PlyReader.h"
 #include "reading/Quiet.h"
 #include "reading/ReadProgress.h"
 #include "reading/SoundAnimation.h"
@@ -229,6 +231,41 @@ bool isSceneFormat(const std::string& path)
 
 using OwnReader = ReadOutcome (*)(const std::string& path);
 
+ReadOutcome readWithOpenSceneGraph(const std::string& path);
+
+/// Reads a file of a format that OpenSceneGraph reads as well, but with z up: Assimp leaves y up.
+/// @return no scene where there would be nothing in it
+ReadOutcome readUprightWithAssimp(const std::string& path)
+{
+    ReadOutcome outcome = readWithAssimpLibrary(path);
+    if (!outcome.scene)
+        return outcome;
+    outcome.reason = whyNotShown(*outcome.scene);
+    if (!outcome.reason.empty())
+        outcome.scene = nullptr;
+    else if (!isReadWithYUp(path))
+        outcome.scene = withZUp(*outcome.scene);
+    return outcome;
+}
+
+/// For formats of which Assimp reads more files than OpenSceneGraph does.
+ReadOutcome readWithAssimpFirst(const std::string& path)
+{
+    ReadOutcome outcome = readUprightWithAssimp(path);
+    if (outcome.scene)
+        return outcome;
+    FileGate::takeFailures();
+    ReadOutcome other = readWithOpenSceneGraph(path);
+    return other.scene ? other : outcome;
+}
+
+/// @return whether Assimp may know what OpenSceneGraph's plug-in for the format does not
+bool isKnownToAssimp(const std::string& path)
+{
+    const std::string extension = osgDB::getLowerCaseFileExtension(path);
+    return hasAssimp() && (extension == "3ds" || extension == "ac" || extension == "lwo");
+}
+
 /// @return our own reader for the file's format, null where OpenSceneGraph's is good enough
 OwnReader ownReader(const std::string& path)
 {
@@ -237,9 +274,13 @@ OwnReader ownReader(const std::string& path)
         return readObj;
     if (extension == "stl")
         return readStl;
+    if (extension == "ply")
+        return readPly;
     const std::vector<std::string>& foreign = FileGate::assimpFormats();
     if (std::find(foreign.begin(), foreign.end(), extension) != foreign.end())
         return hasAssimp() ? readWithAssimpLibrary : nullptr;
+    if (hasAssimp() && (extension == "x" || extension == "dae"))
+        return readWithAssimpFirst;
     return nullptr;
 }
 
@@ -306,6 +347,12 @@ ReadOutcome readModel(const std::string& path)
     FileGate::takeFiles();
     const OwnReader own = ownReader(path);
     outcome = own ? own(path) : readWithOpenSceneGraph(path);
+    if (!own && isKnownToAssimp(path) && (!outcome.scene || !whyNotShown(*outcome.scene).empty())) {
+        FileGate::takeFailures();
+        ReadOutcome other = readUprightWithAssimp(path);
+        if (other.scene)
+            outcome = std::move(other);
+    }
     if (!outcome.scene)
         return outcome;
     ReadProgress::tell(ReadProgress::Preparing);
@@ -313,6 +360,7 @@ ReadOutcome readModel(const std::string& path)
     if (unsound > 0)
         outcome.warnings.push_back(std::to_string(unsound) + (unsound == 1 ? " part is" : " parts are") +
                                    " shown without primitives of points that are not there");
+    cutPolygons(*outcome.scene);
     outcome.reason = whyNotShown(*outcome.scene);
     if (!outcome.reason.empty()) {
         outcome.scene = nullptr;
