@@ -265,6 +265,12 @@ TEST_F(PicturesOf, LinesAndPointsAreSeenOnLightAndOnDarkBackgrounds)
     EXPECT_GT(countDarker(-0.5), 50);
 }
 
+TEST_F(PicturesOf, APointAloneIsSeen)
+{
+    draw(write("point.obj", "v 7 1 0\np 1\n"), "1,1,1");
+    EXPECT_GT(countDarker(0.5), 5);
+}
+
 TEST_F(PicturesOf, LinesHaveTheColourOfTheirMaterial)
 {
     write("red.mtl", "newmtl red\nKd 1 0 0\n");

@@ -183,3 +183,34 @@ TEST_F(AssimpReader, ADamagedFileIsAReasonInOneLine)
         EXPECT_EQ(std::string::npos, outcome.reason.find('\n')) << name;
     }
 }
+
+TEST_F(AssimpReader, AMaterialThatStandsForNoneHasItsColourAllTheSame)
+{
+    // Both are called alike by the reader; only the grey one means nothing.
+    const auto materialOf = [this](const std::string& color) -> osg::ref_ptr<const osg::Material> {
+        const ReadOutcome outcome =
+            read(directory.write("a.nff", "f " + color + " 1 0 0 0 0\np 3\n0 0 0\n1 0 0\n0 1 0\n"));
+        EXPECT_TRUE(outcome.scene) << outcome.reason;
+        const osg::StateSet* state = outcome.scene ? Found(*outcome.scene).geometry->getStateSet() : nullptr;
+        return state ? dynamic_cast<const osg::Material*>(state->getAttribute(osg::StateAttribute::MATERIAL))
+                     : nullptr;
+    };
+    const osg::ref_ptr<const osg::Material> red = materialOf("1 0 0");
+    ASSERT_TRUE(red);
+    EXPECT_EQ(osg::Vec4(1, 0, 0, 1), red->getDiffuse(osg::Material::FRONT));
+    EXPECT_FALSE(materialOf("0.6 0.6 0.6"));
+}
+
+TEST_F(AssimpReader, RoomForColoursIsNoColour)
+{
+    const std::string vertex = "<vertex><coordinates><x>";
+    const ReadOutcome outcome = read(directory.write(
+        "a.amf",
+        "<?xml version=\"1.0\"?><amf unit=\"millimeter\"><object id=\"1\"><mesh><vertices>" + vertex +
+            "0</x><y>0</y><z>0</z></coordinates></vertex>" + vertex +
+            "1</x><y>0</y><z>0</z></coordinates></vertex>" + vertex +
+            "0</x><y>1</y><z>0</z></coordinates></vertex></vertices><volume><triangle><v1>0</v1><v2>1</v2>"
+            "<v3>2</v3></triangle></volume></mesh></object></amf>"));
+    ASSERT_TRUE(outcome.scene) << outcome.reason;
+    EXPECT_FALSE(Found(*outcome.scene).geometry->getColorArray());
+}

@@ -87,7 +87,12 @@ osg::ref_ptr<osg::Vec4Array> makeColors(const aiMesh& mesh, const MeshLook& look
 
 bool hasVertexColors(const aiMesh& mesh)
 {
-    return mesh.HasVertexColors(0);
+    // Some readers of Assimp make room for colours where a file has none.
+    const aiColor4D* colors = mesh.mColors[0];
+    return mesh.HasVertexColors(0) &&
+           std::any_of(colors, colors + mesh.mNumVertices, [](const aiColor4D& color) {
+               return color.r != 0 || color.g != 0 || color.b != 0 || color.a != 0;
+           });
 }
 
 osg::ref_ptr<osg::Geometry> makeGeometry(const aiMesh& mesh, const MeshLook& look)

@@ -65,9 +65,15 @@ aiTextureType imageOf(const aiMaterial& material, const aiTextureType (&kinds)[c
 bool isStandIn(const aiMaterial& material)
 {
     aiString name;
-    return material.Get(AI_MATKEY_NAME, name) == aiReturn_SUCCESS &&
-           std::strcmp(name.C_Str(), AI_DEFAULT_MATERIAL_NAME) == 0 &&
-           imageOf(material, colorImages) == aiTextureType_NONE;
+    if (material.Get(AI_MATKEY_NAME, name) != aiReturn_SUCCESS ||
+        std::strcmp(name.C_Str(), AI_DEFAULT_MATERIAL_NAME) != 0 ||
+        imageOf(material, colorImages) != aiTextureType_NONE)
+        return false;
+    const osg::Vec4 color = colorOf(material, AI_MATKEY_COLOR_DIFFUSE, {0.6f, 0.6f, 0.6f, 1});
+    const auto isGrey = [&color](float grey) {
+        return std::abs(color.r() - grey) + std::abs(color.g() - grey) + std::abs(color.b() - grey) < 0.01f;
+    };
+    return isGrey(0.6f) || isGrey(0.8f);
 }
 
 /// Only this format says how alpha is meant, and only its colours are linear.

@@ -145,6 +145,9 @@ void setSelfLit(osg::Geometry& geometry, const osg::Material* inherited)
     if (isPlain && !isColored)
         state->setMode(modeOf(Lamps::contrast), osg::StateAttribute::ON | osg::StateAttribute::PROTECTED);
     geometry.setStateSet(state);
+    // A point alone has no extent, and would be left out as too small to be seen.
+    if (!(geometry.getBound().radius() > 0))
+        geometry.setCullingActive(false);
 }
 
 } // namespace vfViewer
