@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What it costs to read a file in a process of its own.
+#include "model/ModelDocument.h"
 #include "reading/FileGate.h"
 #include "reading/ModelReader.h"
 #include "reading/ReadJob.h"
@@ -11,6 +12,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <fstream>
 #include <string>
 
 using vfBenchmark::place;
@@ -55,6 +57,40 @@ void plainly(benchmark::State& state, const std::string& path)
     }
 }
 
+/// Opens a model of many parts, as far as the program works on it before it is drawn, and isolates one.
+void manyParts(benchmark::State& state, const std::string& path)
+{
+    for (auto _ : state) {
+        vfViewer::ReadJob job(vfViewer::ReadKind::Model, path);
+        while (!job.wait(1000)) {
+        }
+        vfViewer::ReadOutcome outcome = job.take();
+        if (!outcome.scene) {
+            state.SkipWithError("the model was not read");
+            continue;
+        }
+        for (const auto& [points, outline] : outcome.outlines)
+            vfViewer::rememberOutline(*points, outline);
+        vfViewer::ModelDocument document;
+        const vfViewer::ModelScene& scene = document.getModelScene();
+        document.getModelScene().setModel(outcome.scene);
+        const auto parts = scene.parts();
+        benchmark::DoNotOptimize(scene.othersThan(*parts.front()).size());
+    }
+}
+
+/// Writes a file of that many parts of one triangle each.
+void writeParts(const std::string& path, int count)
+{
+    std::ofstream file(path);
+    for (int i = 0; i < count; ++i) {
+        const int x = i % 500;
+        const int y = i / 500;
+        file << "o part" << i << "\nv " << x << ' ' << y << " 0\nv " << x << ".8 " << y << " 0\nv " << x
+             << ' ' << y << ".8 1\nf -3 -2 -1\n";
+    }
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -80,6 +116,16 @@ int main(int argc, char** argv)
     benchmark::RegisterBenchmark("stl/readRefNodeFile", plainly, stl)
         ->Unit(benchmark::kMillisecond)
         ->UseRealTime();
+    for (const int count : {10000, 40000, 300000}) {
+        const std::string name = std::to_string(count) + " parts/";
+        for (const bool isHalf : {false, true}) {
+            const std::string path = place().file(std::to_string(isHalf ? count / 2 : count) + "parts.obj");
+            writeParts(path, isHalf ? count / 2 : count);
+            benchmark::RegisterBenchmark((name + (isHalf ? "half" : "ours")).c_str(), manyParts, path)
+                ->Unit(benchmark::kMillisecond)
+                ->UseRealTime();
+        }
+    }
     benchmark::RunSpecifiedBenchmarks();
     return 0;
 }

@@ -277,6 +277,11 @@ def signpost():
 
 # --- writers
 
+def linear(color):
+    """The colour as glTF stores it; the others are as screens show them."""
+    return [round(c / 12.92 if c <= 0.04045 else ((c + 0.055) / 1.055) ** 2.4, 6) for c in color]
+
+
 def y_up(p):
     return (p[0], p[2], -p[1])
 
@@ -519,7 +524,7 @@ class Gltf:
         primitives = []
         for part in parts:
             material = self.add("materials", {"name": part.name, "doubleSided": True, "pbrMetallicRoughness": {
-                "baseColorFactor": [*part.color, 1], "metallicFactor": 0, "roughnessFactor": 0.8}})
+                "baseColorFactor": [*linear(part.color), 1], "metallicFactor": 0, "roughnessFactor": 0.8}})
             attributes = {"POSITION": self.array([y_up(p) for p in part.points], "VEC3")}
             attributes.update(extra(part) if extra else {})
             indices = self.array([i for triangle in part.triangles for i in triangle], "SCALAR", "H")

@@ -118,11 +118,14 @@ void readOptions(vfBase::ArgumentParser& parser, ViewerCallback& callback)
     HeadlessApplication::declareOptions(parser);
     parser.addCommandLineOption("--headless", "Open no window, even with a display", nullptr);
     parser.addCommandLineOption("--list-formats", "List the formats that can be read and written", nullptr);
+    parser.addCommandLineOption("--file-lamps", "Use the lamps of files in place of the viewer's", nullptr);
     parser.addCommandLineOption("--verbose", "Print more messages", nullptr);
     parser.addCommandLineOption("--log", "Ask the readers for a log", nullptr);
     HeadlessApplication::readOptions(parser);
     parser.readOptionParameter("--headless"); // consumed only: main() has tested for it already
     parser.readOptionParameter("--image", callback.image);
+    if (parser.readOptionParameter("--file-lamps"))
+        vfViewer::chooseFileLamps();
     int view = 0;
     if (parser.readOptionParameter("--defaultCameraView", view)) {
         if (view >= 0 && view < vfViewer::standardViewCount)

@@ -3,6 +3,7 @@
 #include "Reading.h"
 #include "model/ModelDocument.h"
 #include "reading/AssimpLibrary.h"
+#include "support/Gltf.h"
 
 #include <osg/Geode>
 #include <osg/Geometry>
@@ -13,29 +14,15 @@
 
 #include <gmock/gmock.h>
 
-#include <cstdint>
 #include <cstring>
 #include <sstream>
 
 using testing::HasSubstr;
 using testing::IsEmpty;
+using vfTest::base64;
 using vfViewer::ReadOutcome;
 
 namespace {
-
-std::string base64(const std::string& bytes)
-{
-    static const char letters[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    std::string text;
-    for (std::size_t i = 0; i < bytes.size(); i += 3) {
-        std::uint32_t group = 0;
-        for (std::size_t k = 0; k < 3; ++k)
-            group = group << 8 | (i + k < bytes.size() ? static_cast<unsigned char>(bytes[i + k]) : 0u);
-        for (std::size_t k = 0; k < 4; ++k)
-            text += i + k <= bytes.size() ? letters[group >> (18 - 6 * k) & 63] : '=';
-    }
-    return text;
-}
 
 std::string floats(const std::vector<float>& values)
 {
@@ -128,7 +115,11 @@ void expectPainted(const ReadOutcome& outcome)
     const auto& material =
         dynamic_cast<const osg::Material&>(*state->getAttribute(osg::StateAttribute::MATERIAL));
     EXPECT_EQ("paint", material.getName());
-    EXPECT_EQ(osg::Vec4(0.5f, 0.25f, 1, 1), material.getDiffuse(osg::Material::FRONT));
+    // The format's colours are linear; those of materials are as screens show them.
+    const osg::Vec4 diffuse = material.getDiffuse(osg::Material::FRONT);
+    EXPECT_NEAR(0.735, diffuse.r(), 0.001);
+    EXPECT_NEAR(0.537, diffuse.g(), 0.001);
+    EXPECT_NEAR(1, diffuse.b(), 0.001);
     EXPECT_TRUE(found.geometry->getTexCoordArray(0));
 }
 
@@ -191,4 +182,35 @@ TEST_F(AssimpReader, ADamagedFileIsAReasonInOneLine)
         EXPECT_NE("", outcome.reason) << name;
         EXPECT_EQ(std::string::npos, outcome.reason.find('\n')) << name;
     }
+}
+
+TEST_F(AssimpReader, AMaterialThatStandsForNoneHasItsColourAllTheSame)
+{
+    // Both are called alike by the reader; only the grey one means nothing.
+    const auto materialOf = [this](const std::string& color) -> osg::ref_ptr<const osg::Material> {
+        const ReadOutcome outcome =
+            read(directory.write("a.nff", "f " + color + " 1 0 0 0 0\np 3\n0 0 0\n1 0 0\n0 1 0\n"));
+        EXPECT_TRUE(outcome.scene) << outcome.reason;
+        const osg::StateSet* state = outcome.scene ? Found(*outcome.scene).geometry->getStateSet() : nullptr;
+        return state ? dynamic_cast<const osg::Material*>(state->getAttribute(osg::StateAttribute::MATERIAL))
+                     : nullptr;
+    };
+    const osg::ref_ptr<const osg::Material> red = materialOf("1 0 0");
+    ASSERT_TRUE(red);
+    EXPECT_EQ(osg::Vec4(1, 0, 0, 1), red->getDiffuse(osg::Material::FRONT));
+    EXPECT_FALSE(materialOf("0.6 0.6 0.6"));
+}
+
+TEST_F(AssimpReader, RoomForColoursIsNoColour)
+{
+    const std::string vertex = "<vertex><coordinates><x>";
+    const ReadOutcome outcome = read(directory.write(
+        "a.amf",
+        "<?xml version=\"1.0\"?><amf unit=\"millimeter\"><object id=\"1\"><mesh><vertices>" + vertex +
+            "0</x><y>0</y><z>0</z></coordinates></vertex>" + vertex +
+            "1</x><y>0</y><z>0</z></coordinates></vertex>" + vertex +
+            "0</x><y>1</y><z>0</z></coordinates></vertex></vertices><volume><triangle><v1>0</v1><v2>1</v2>"
+            "<v3>2</v3></triangle></volume></mesh></object></amf>"));
+    ASSERT_TRUE(outcome.scene) << outcome.reason;
+    EXPECT_FALSE(Found(*outcome.scene).geometry->getColorArray());
 }

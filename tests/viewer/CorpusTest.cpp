@@ -2,6 +2,7 @@
 // Damaged files of every format, one after another in one program: a few in the test, any number under "./dev soak", and
 // those that once did harm or bring their reader to an end.
 #include "Reading.h"
+#include "support/Gltf.h"
 #include "support/Models.h"
 #include "support/Search.h"
 #include "support/Spoiler.h"
@@ -47,7 +48,7 @@ long residentKilobytes()
     return resident * (sysconf(_SC_PAGESIZE) / 1024);
 }
 
-class Corpus : public vfTest::Reading, public testing::WithParamInterface<std::string>
+class OpeningFiles : public vfTest::Reading
 {
 protected:
     /// Opens a file as the program does, with little time and memory.
@@ -78,6 +79,9 @@ protected:
     int crashed = 0;
     int hung = 0;
 };
+
+class Corpus : public OpeningFiles, public testing::WithParamInterface<std::string>
+{};
 
 class KeptCases : public Corpus
 {};
@@ -129,6 +133,78 @@ TEST_P(Corpus, OfDamagedFilesDoesNoHarm)
 
 INSTANTIATE_TEST_SUITE_P(EveryFormat, Corpus, testing::ValuesIn(vfTest::signpostFormats()),
                          [](const auto& tested) { return "of_" + tested.param; });
+
+namespace {
+
+/// What the models of the corpus do not have.
+const std::pair<const char*, std::string>& richFile(int number)
+{
+    static const std::pair<const char*, std::string> files[] = {
+        {"ply",
+         "ply\nformat ascii 1.0\ncomment TextureFile a.png\nelement vertex 6\nproperty float x\nproperty "
+         "float y\n"
+         "property float z\nproperty float red\nproperty float green\nproperty float blue\nproperty float s\n"
+         "property float t\nelement face 2\nproperty list uchar int vertex_indices\nproperty list uchar "
+         "float "
+         "texcoord\nproperty int texnumber\nproperty uchar red\nproperty uchar green\nproperty uchar blue\n"
+         "element edge 1\nproperty int vertex1\nproperty int vertex2\nelement tristrips 1\nproperty list int "
+         "int "
+         "vertex_indices\nend_header\n0 0 0 1 0 0 0 0\n1 0 0 1 0 0 0 0\n1 1 0 1 0 0 0 0\n0.5 0.2 0 1 0 0 0 "
+         "0\n0 1 0 1 "
+         "0 0 0 0\nnan 0 1 1 0 0 0 0\n5 0 1 2 3 4 10 0 0 1 0 1 1 0 0 0 1 0 9 8 7\n3 0 1 5 6 0 0 1 0 1 1 1 9 "
+         "8 7\n0 1\n7 0 "
+         "1 2 -1 2 3 4\n"},
+        {"ply",
+         std::string(
+             "ply\nformat binary_big_endian 1.0\nelement vertex 3\nproperty float x\nproperty float y\n"
+             "property float z\nproperty ushort red\nproperty ushort green\nproperty ushort blue\nelement "
+             "face 2\nproperty list ushort uint vertex_indices\nend_header\n") +
+             std::string(54, '\x3f') +
+             std::string("\0\3\0\0\0\0\0\0\0\1\0\0\0\2\0\3\0\0\0\0\0\0\0\1\0\0\0\2", 28)},
+        {"obj", "f 1/1/1 2/2/1 3\nf 4 3 2 1\nmtllib a.mtl\nusemtl a\nv 0 0 0 1 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 "
+                "0\nvt 0 0\nvt 1 "
+                "1\nvn 0 0 1\nl 1 2 9\np 3 -1\nf -1 -2 -3 # three\n"},
+        {"stl",
+         "SOLID a name\nfacet normal 0 0 1 outer loop vertex 0 0 0 vertex 1 0 0 vertex 0 1 0 endloop "
+         "endfacet\n"
+         "endsolid a name solid b facet normal 0 0 1\rvertex 0 0 0 vertex 1 0 0 vertex 0 1 0 endfacet"},
+        {"gltf",
+         vfTest::Gltf()
+             .attribute("POSITION", 5122, "VEC3", 6, std::string(48, 'a'), R"(,"normalized":true)", 8)
+             .attribute("COLOR_0", 5121, "VEC3", 6, std::string(24, 'b'), R"(,"normalized":true)", 4)
+             .floats("TEXCOORD_0", 2, vfTest::squarePlaces())
+             .material(
+                 R"("emissiveFactor":[1,1,1],"emissiveTexture":{"index":0,"extensions":{"KHR_texture_transform":)"
+                 R"({"scale":[2,3],"rotation":1}}})")
+             .more(R"(,"textures":[{"source":0}],"images":[{"uri":"a%20b.png"}],)"
+                   R"("extensionsUsed":["KHR_mesh_quantization","KHR_texture_transform"])")
+             .text()},
+        {"glb", vfTest::Gltf()
+                    .attribute("POSITION", 5120, "VEC3", 6, std::string(24, 'a'), R"(,"normalized":true)", 4)
+                    .binary()}};
+    return files[static_cast<std::size_t>(number)];
+}
+
+class RichFiles : public OpeningFiles, public testing::WithParamInterface<int>
+{};
+
+} // namespace
+
+TEST_P(RichFiles, ThatAreDamagedDoNoHarm)
+{
+    const auto& [format, healthy] = richFile(GetParam());
+    open(directory.write(std::string("healthy.") + format, healthy));
+    for (Search search("damaged rich files", mutants); search.next();) {
+        const std::string mutant = vfTest::Spoiler(healthy, search.seed()).spoil();
+        open(directory.write(std::string("mutant.") + format, mutant));
+        ASSERT_FALSE(HasFatalFailure());
+        ASSERT_EQ(0, crashed) << "seed " << search.seed();
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(All, RichFiles, testing::Range(0, 6), [](const auto& tested) {
+    return std::string(richFile(tested.param).first) + std::to_string(tested.param);
+});
 
 TEST_P(KeptCases, DoNoHarm)
 {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "reading/ModelReader.h"
 
+#include "reading/AssimpLibrary.h"
 #include "reading/FileGate.h"
 #include "support/Models.h"
 #include "support/TemporaryDirectory.h"
@@ -11,8 +12,18 @@
 #include <osg/Geometry>
 #include <osg/TriangleIndexFunctor>
 
+#include <osg/Image>
+#include <osg/Texture2D>
+#include <osgDB/WriteFile>
+
 #include <gmock/gmock.h>
 
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using vfTest::TemporaryDirectory;
@@ -132,13 +143,13 @@ TEST_F(ModelReader, NormalsOfNoLengthAreMadeAnew)
     EXPECT_NEAR(1, normalOf(triangle("0 0 0", "0 1 2")).z(), 1e-4);
 }
 
-TEST_F(ModelReader, LinesAreNotLit)
+TEST_F(ModelReader, LampsShineOnNoLines)
 {
     const ReadOutcome outcome =
         readModel(directory.write("lines.obj", "v 0 0 0\nv 1 0 0\nv 1 1 0\nl 1 2\nl 2 3\n"));
     ASSERT_TRUE(outcome.scene) << outcome.reason;
     for (osg::Geometry* geometry : Geometries(*outcome.scene).found)
-        EXPECT_EQ(osg::StateAttribute::OFF, geometry->getOrCreateStateSet()->getMode(GL_LIGHTING));
+        EXPECT_FALSE(geometry->getStateSet()->getMode(GL_LIGHT5) & osg::StateAttribute::ON);
 }
 
 TEST_F(ModelReader, BadFilesGetAReasonInOneLineAndNothingElseIsSaid)
@@ -193,6 +204,113 @@ TEST_F(ModelReader, AnImageStandsUprightInItsProportions)
 TEST_F(ModelReader, BadImagesGetAReason)
 {
     EXPECT_THAT(readImageOnQuad(directory.file("missing.png")).reason, HasSubstr("No such file"));
-    EXPECT_THAT(readImageOnQuad(directory.write("a.png", "no picture")).reason, HasSubstr("damaged"));
+    EXPECT_THAT(readImageOnQuad(directory.write("a.png", "no picture")).reason,
+                HasSubstr("cannot be decoded"));
     EXPECT_THAT(readImageOnQuad(directory.write("a.obj", "v 0 0 0\n")).reason, HasSubstr("not an image"));
+}
+
+TEST_F(ModelReader, WhereNothingIsDrawnThereIsAReason)
+{
+    // Vertices without a face have bounds as well.
+    const std::string text =
+        "#Ascii Scene\n#Version 161\n#Generator OpenSceneGraph 3.6.5\n\nosg::Geometry {\n  UniqueID 1\n"
+        "  PrimitiveSetList 1 {\n    osg::DrawArrays {\n      UniqueID 3\n      Mode TRIANGLES\n      Count "
+        "2\n    }\n  }\n"
+        "  VertexArray TRUE {\n    osg::Vec3Array {\n      UniqueID 2\n      Binding BIND_PER_VERTEX\n"
+        "      vector 2 {\n        0 0 0\n        1 1 1\n      }\n    }\n  }\n}\n";
+    const ReadOutcome outcome = readModel(directory.write("bare.osgt", text));
+    EXPECT_FALSE(outcome.scene);
+    EXPECT_EQ("there is nothing in it that could be shown", outcome.reason);
+}
+
+TEST_F(ModelReader, TheDentOfAPolygonIsNotFilled)
+{
+    const std::string text =
+        "#Ascii Scene\n#Version 161\n#Generator OpenSceneGraph 3.6.5\n\nosg::Geometry {\n  UniqueID 1\n"
+        "  PrimitiveSetList 1 {\n    osg::DrawArrays {\n      UniqueID 2\n      Mode POLYGON\n      Count 4\n"
+        "    }\n  }\n  VertexArray TRUE {\n    osg::Vec3Array {\n      UniqueID 3\n"
+        "      Binding BIND_PER_VERTEX\n      vector 4 {\n        4 0 0\n        1 0 1\n        0 0 4\n"
+        "        0 0 0\n      }\n    }\n  }\n}\n";
+    const ReadOutcome outcome = readModel(directory.write("dent.osgt", text));
+    ASSERT_TRUE(outcome.scene) << outcome.reason;
+    const osg::Geometry& geometry = *Geometries(*outcome.scene).found.front();
+    ASSERT_EQ(1u, geometry.getNumPrimitiveSets());
+    const osg::PrimitiveSet& triangles = *geometry.getPrimitiveSet(0);
+    ASSERT_EQ(6u, triangles.getNumIndices());
+    const auto& points = dynamic_cast<const osg::Vec3Array&>(*geometry.getVertexArray());
+    double area = 0;
+    for (unsigned int i = 0; i < 6; i += 3) {
+        const osg::Vec3& a = points[triangles.index(i)];
+        area += ((points[triangles.index(i + 1)] - a) ^ (points[triangles.index(i + 2)] - a)).length() / 2;
+    }
+    EXPECT_NEAR(4, area, 1e-4);
+}
+
+TEST_F(ModelReader, ImagesThatCannotBeDecodedAreTold)
+{
+    directory.write("broken.png", "this is no picture");
+    directory.write("m.mtl", "newmtl m\nmap_Kd broken.png\n");
+    const ReadOutcome outcome = readModel(directory.write(
+        "m.obj", "mtllib m.mtl\nusemtl m\nv 0 0 0\nv 1 0 0\nv 1 1 0\nvt 0 0\nf 1/1 2/1 3/1\n"));
+    ASSERT_TRUE(outcome.scene) << outcome.reason;
+    EXPECT_THAT(outcome.warnings, ElementsAre(HasSubstr("broken.png: the image cannot be decoded")));
+}
+
+TEST_F(ModelReader, AnImageIsReadByWhatItContains)
+{
+    const osg::ref_ptr<osg::Image> image = new osg::Image;
+    image->allocateImage(3, 2, 1, GL_RGB, GL_UNSIGNED_BYTE, 1);
+    ASSERT_TRUE(osgDB::writeImageFile(*image, directory.file("a.png")));
+    std::filesystem::rename(directory.file("a.png"), directory.file("a.jpg"));
+    const ReadOutcome outcome = readImageOnQuad(directory.file("a.jpg"));
+    ASSERT_TRUE(outcome.scene) << outcome.reason;
+    const osg::BoundingBox box = boundsOf(*outcome.scene);
+    EXPECT_NEAR(1.5, box.xMax() - box.xMin(), 1e-5);
+}
+
+TEST_F(ModelReader, ADdsImageStandsTheRightWayUp)
+{
+    // Two rows without compression, the upper one first: red above, blue below.
+    std::string file = "DDS ";
+    const auto add = [&file](std::uint32_t number) {
+        for (int i = 0; i < 4; ++i)
+            file += static_cast<char>(number >> (8 * i) & 255);
+    };
+    for (const std::uint32_t number : {124u, 0x100fu, 2u, 1u, 4u, 0u, 0u})
+        add(number);
+    for (int i = 0; i < 11; ++i)
+        add(0);
+    for (const std::uint32_t number :
+         {32u, 0x41u, 0u, 32u, 0xff0000u, 0xff00u, 0xffu, 0xff000000u, 0x1000u, 0u, 0u, 0u, 0u})
+        add(number);
+    add(0xffff0000);
+    add(0xff0000ff);
+    const ReadOutcome outcome = readImageOnQuad(directory.write("a.dds", file));
+    ASSERT_TRUE(outcome.scene) << outcome.reason;
+    const auto& texture = dynamic_cast<const osg::Texture2D&>(
+        *outcome.scene->getStateSet()->getTextureAttribute(0, osg::StateAttribute::TEXTURE));
+    const osg::Geometry& quad = *Geometries(*outcome.scene).found.front();
+    const auto& points = dynamic_cast<const osg::Vec3Array&>(*quad.getVertexArray());
+    const auto& places = dynamic_cast<const osg::Vec2Array&>(*quad.getTexCoordArray(0));
+    for (unsigned int i = 0; i < 4; ++i) {
+        const osg::Vec4 color = texture.getImage()->getColor(0u, places[i].y() > 0.5f ? 1u : 0u);
+        EXPECT_EQ(points[i].z() > 0, color.r() > color.b()) << i;
+    }
+}
+
+TEST_F(ModelReader, WhatOnePluginDoesNotReadAssimpDoes)
+{
+    if (!vfViewer::hasAssimp())
+        GTEST_SKIP() << "built without Assimp";
+    // A mark at the beginning ends OpenSceneGraph's reading.
+    std::ifstream file(vfTest::signpost("ac"), std::ios::binary);
+    const std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    const ReadOutcome plain = readModel(directory.write("plain.ac", text));
+    const ReadOutcome marked = readModel(directory.write("marked.ac", "\xef\xbb\xbf" + text));
+    ASSERT_TRUE(plain.scene) << plain.reason;
+    ASSERT_TRUE(marked.scene) << marked.reason;
+    const osg::BoundingBox expected = boundsOf(*plain.scene);
+    const osg::BoundingBox box = boundsOf(*marked.scene);
+    EXPECT_NEAR(0, (expected._max - box._max).length(), 1e-3) << "and stands upright";
+    EXPECT_NEAR(0, (expected._min - box._min).length(), 1e-3);
 }

@@ -55,6 +55,7 @@ namespace {
 struct TurningView : vfApplication::View, vfViewer::ModelView
 {
     static int s_view;
+    static int s_updates;
     bool onCreate(vfApplication::Document*, const vfBase::Options&) override { return true; }
     void lookFrom(vfViewer::StandardView view) override { s_view = static_cast<int>(view); }
     void fit(osg::Node* part) override { s_view = part ? -3 : -2; }
@@ -78,6 +79,7 @@ struct TurningView : vfApplication::View, vfViewer::ModelView
     }
     vfViewer::Tool getTool() const override { return s_tool; }
     void follow() override {}
+    void onUpdate(vfApplication::View*) override { ++s_updates; }
     static vfViewer::Tool s_tool;
     static bool s_hasHand;
     static vfViewer::LookAt s_camera;
@@ -85,6 +87,7 @@ struct TurningView : vfApplication::View, vfViewer::ModelView
     static vfApplication::SnapshotFormat s_format;
 };
 int TurningView::s_view = -1;
+int TurningView::s_updates = 0;
 vfViewer::Tool TurningView::s_tool = vfViewer::Tool::Select;
 bool TurningView::s_hasHand = false;
 vfViewer::LookAt TurningView::s_camera;
@@ -436,6 +439,7 @@ TEST(NamedCommands, EachWayOfLookingIsSwitchedOnAndOff)
         {"BoundingBoxes", &ViewStyle::showsBoxes},
         {"Antialiasing", &ViewStyle::isAntialiased},
         {"Headlight", &ViewStyle::lightFollowsCamera},
+        {"FileLamps", &ViewStyle::usesFileLamps},
     };
     const auto isChecked = [](const std::string& name) {
         return Command::getCommandByName(name).getProperties()["checked"].toBool();
@@ -671,7 +675,9 @@ TEST(NamedCommands, IsolatingHidesAllButTheSelection)
     EXPECT_THAT(shop.invoke("vfViewer::Isolate"), HasSubstr("no part is selected"));
     shop.invoke("vfViewer::SelectNext");
     const osg::Node* part = shop.document->getSelection();
+    TurningView::s_updates = 0;
     EXPECT_EQ("", shop.invoke("vfViewer::Isolate"));
+    EXPECT_EQ(1, TurningView::s_updates) << "or models of many parts would be drawn once for each";
     const auto isSeen = [&shop](const osg::Node& node) {
         for (const osg::NodePath& path : node.getParentalNodePaths(&shop.document->scene())) {
             if (std::all_of(path.begin(), path.end(),

@@ -108,6 +108,23 @@ TEST(Outline, PointsThatAreNoneAreLeftOut)
     EXPECT_EQ(1u, outlineOf(*same)->size());
 }
 
+TEST(Outline, OfManyArraysEachIsRemembered)
+{
+    std::vector<osg::ref_ptr<osg::Vec3Array>> arrays;
+    std::vector<std::shared_ptr<const vfViewer::Outline>> outlines;
+    for (int i = 0; i < 100; ++i) {
+        arrays.push_back(cloud(5000));
+        outlines.push_back(outlineOf(*arrays.back()));
+        if (i % 3 == 0)
+            arrays[static_cast<std::size_t>(i) / 2] = nullptr; // and those that are gone are forgotten
+    }
+    for (std::size_t i = 0; i < arrays.size(); ++i) {
+        if (arrays[i]) {
+            EXPECT_EQ(outlines[i], outlineOf(*arrays[i])) << i;
+        }
+    }
+}
+
 TEST(Outline, MayBeWorkedOutOnAnotherThreadAndRemembered)
 {
     const auto points = cloud(20000);

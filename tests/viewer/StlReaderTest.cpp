@@ -8,6 +8,8 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <cctype>
 #include <cstdint>
 #include <cstring>
 
@@ -134,4 +136,41 @@ TEST_F(StlReader, WhereNothingCanBeShownThereIsAReason)
     EXPECT_THAT(read("hello").reason, HasSubstr("damaged"));
     EXPECT_THAT(read("solid a\nfacet normal\nvertex 1\nvertex a b c\nendloop\n").reason,
                 HasSubstr("nothing in it"));
+}
+
+TEST_F(StlReader, TextIsReadWhateverItsLinesAndCapitals)
+{
+    const std::string facet =
+        "facet normal 0 0 1\nouter loop\nvertex 0 0 0\nvertex 1 0 0\nvertex 0 1 0\nendloop\nendfacet\n";
+    const std::string text = "solid a part\n" + facet + facet + "endsolid a part\n";
+    const auto changed = [&text](auto change) {
+        std::string made = text;
+        std::transform(made.begin(), made.end(), made.begin(), change);
+        return made;
+    };
+    const std::pair<const char*, std::string> forms[] = {
+        {"a mark", "\xef\xbb\xbf" + text},
+        {"blank lines", "\n\n  " + text},
+        {"capitals", changed([](unsigned char letter) { return static_cast<char>(std::toupper(letter)); })},
+        {"one line", changed([](char letter) { return letter == '\n' ? ' ' : letter; })},
+        {"old line ends", changed([](char letter) { return letter == '\n' ? '\r' : letter; })},
+        {"a long name", "solid " + std::string(2000, 'a') + text.substr(12)},
+        {"no solid", facet + facet},
+    };
+    for (const auto& [name, contents] : forms) {
+        const ReadOutcome outcome = read(contents);
+        ASSERT_TRUE(outcome.scene) << name << outcome.reason;
+        EXPECT_EQ(6u, geometry(outcome).getVertexArray()->getNumElements()) << name;
+        EXPECT_THAT(outcome.warnings, testing::IsEmpty()) << name;
+    }
+    EXPECT_THAT(read(text.substr(0, text.find("endsolid"))).warnings, ElementsAre(HasSubstr("endsolid")));
+}
+
+TEST_F(StlReader, NumbersBehindTheLastTriangleAreNone)
+{
+    for (const char* header : {"plain", "solid with a facet in its header"}) {
+        const ReadOutcome outcome = read(numbers({{z, origin, x, y, 0}}, header) + std::string(70, 'x'));
+        ASSERT_TRUE(outcome.scene) << outcome.reason;
+        EXPECT_EQ(3u, geometry(outcome).getVertexArray()->getNumElements());
+    }
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "assimp/AssimpGeometry.h"
 
+#include "reading/Emission.h"
+
 #include <assimp/mesh.h>
 
 #include <algorithm>
@@ -49,9 +51,51 @@ osg::ref_ptr<Array> makeArray(const Source* values, unsigned int count, Convert 
     return array;
 }
 
+void addTextureCoordinates(osg::Geometry& geometry, unsigned int unit, const aiMesh& mesh,
+                           const TexturePlacement& placement)
+{
+    // Some files count their sets from another number on.
+    const unsigned int channel = mesh.HasTextureCoords(placement.channel) ? placement.channel : 0;
+    if (!mesh.HasTextureCoords(channel))
+        return;
+    geometry.setTexCoordArray(unit,
+                              makeArray<osg::Vec2Array>(mesh.mTextureCoords[channel], mesh.mNumVertices,
+                                                        [&placement](const aiVector3D& value) {
+                                                            return placement.transformed({value.x, value.y});
+                                                        }));
+}
+
+osg::ref_ptr<osg::Vec4Array> makeColors(const aiMesh& mesh, const MeshLook& look)
+{
+    const aiColor4D* colors = mesh.mColors[0];
+    // Colours of three parts come with an alpha of zero.
+    const bool hasAlpha =
+        std::any_of(colors, colors + mesh.mNumVertices, [](const aiColor4D& color) { return color.a != 0; });
+    return makeArray<osg::Vec4Array>(colors, mesh.mNumVertices, [&](const aiColor4D& value) {
+        osg::Vec4 color(value.r, value.g, value.b, hasAlpha ? value.a : 1);
+        for (int part = 0; part < 4; ++part)
+            color[part] = color[part] > 0 ? std::min(color[part] * look.colorFactor[part], 1.0f) : 0;
+        if (look.isLinear)
+            color = toSrgb(color);
+        if (look.isOpaque)
+            color.a() = 1;
+        return color;
+    });
+}
+
 } // namespace
 
-osg::ref_ptr<osg::Geometry> makeGeometry(const aiMesh& mesh, unsigned int textureChannel)
+bool hasVertexColors(const aiMesh& mesh)
+{
+    // Some readers of Assimp make room for colours where a file has none.
+    const aiColor4D* colors = mesh.mColors[0];
+    return mesh.HasVertexColors(0) &&
+           std::any_of(colors, colors + mesh.mNumVertices, [](const aiColor4D& color) {
+               return color.r != 0 || color.g != 0 || color.b != 0 || color.a != 0;
+           });
+}
+
+osg::ref_ptr<osg::Geometry> makeGeometry(const aiMesh& mesh, const MeshLook& look)
 {
     osg::ref_ptr<osg::Geometry> geometry = new osg::Geometry;
     if (!mesh.HasPositions())
@@ -64,18 +108,11 @@ osg::ref_ptr<osg::Geometry> makeGeometry(const aiMesh& mesh, unsigned int textur
     geometry->setVertexArray(makeArray<osg::Vec3Array>(mesh.mVertices, mesh.mNumVertices, vector));
     if (mesh.HasNormals())
         geometry->setNormalArray(makeArray<osg::Vec3Array>(mesh.mNormals, mesh.mNumVertices, vector));
-    if (mesh.HasTextureCoords(textureChannel)) {
-        geometry->setTexCoordArray(
-            0,
-            makeArray<osg::Vec2Array>(mesh.mTextureCoords[textureChannel], mesh.mNumVertices,
-                                      [](const aiVector3D& value) { return osg::Vec2(value.x, value.y); }));
-    }
-    if (mesh.HasVertexColors(0)) {
-        geometry->setColorArray(
-            makeArray<osg::Vec4Array>(mesh.mColors[0], mesh.mNumVertices, [](const aiColor4D& value) {
-                return osg::Vec4(value.r, value.g, value.b, value.a);
-            }));
-    }
+    addTextureCoordinates(*geometry, 0, mesh, look.base);
+    if (look.hasEmission)
+        addTextureCoordinates(*geometry, emissionUnit, mesh, look.emission);
+    if (hasVertexColors(mesh))
+        geometry->setColorArray(makeColors(mesh, look));
     return geometry;
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "assimp/AssimpMaterials.h"
+
 #include <osg/Geometry>
 #include <osg/ref_ptr>
 
@@ -8,8 +10,11 @@ struct aiMesh;
 
 namespace vfViewer {
 
-/// @param textureChannel  the set of texture places that its material uses
+/// @param look  what its material asks for
 /// @return the mesh as it is drawn; null for one of nothing
-osg::ref_ptr<osg::Geometry> makeGeometry(const aiMesh& mesh, unsigned int textureChannel);
+osg::ref_ptr<osg::Geometry> makeGeometry(const aiMesh& mesh, const MeshLook& look);
+
+/// @return whether a mesh has colours that are drawn
+bool hasVertexColors(const aiMesh& mesh);
 
 } // namespace vfViewer

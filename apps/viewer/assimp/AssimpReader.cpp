@@ -3,9 +3,12 @@
 
 #include "assimp/AssimpAnimations.h"
 #include "assimp/AssimpGeometry.h"
+#include "assimp/AssimpLamps.h"
 #include "assimp/AssimpMaterials.h"
 #include "assimp/AssimpSkeleton.h"
+#include "assimp/GltfFile.h"
 #include "reading/FileGate.h"
+#include "reading/MappedFile.h"
 #include "reading/ReadProgress.h"
 
 #include <osg/Geode>
@@ -16,6 +19,7 @@
 
 #include <assimp/DefaultIOSystem.h>
 #include <assimp/Importer.hpp>
+#include <assimp/MemoryIOWrapper.h>
 #include <assimp/ProgressHandler.hpp>
 #include <assimp/config.h>
 #include <assimp/postprocess.h>
@@ -23,7 +27,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <map>
+#include <memory>
+#include <utility>
 #include <vector>
 
 namespace vfViewer {
@@ -33,17 +40,42 @@ namespace {
 /// Nodes may be nested so deep and no deeper: whoever walks through the scene does so by recursion.
 constexpr int deepestNode = 500;
 
-/// Opens regular files only: others need not come to an end.
+/// Opens regular files only: others need not come to an end. Some files stand in memory.
 class RegularFiles : public Assimp::DefaultIOSystem
 {
 public:
+    /// @param inMemory  null for none
+    RegularFiles(const GltfFile* inMemory, std::string directory)
+        : m_inMemory(inMemory), m_directory(std::move(directory))
+    {}
+
+    bool Exists(const char* file) const override { return find(file) || DefaultIOSystem::Exists(file); }
+
     Assimp::IOStream* Open(const char* file, const char* mode) override
     {
+        if (const std::string* contents = find(file))
+            return new Assimp::MemoryIOStream(reinterpret_cast<const std::uint8_t*>(contents->data()),
+                                              contents->size());
         if (!FileGate::whyUnreadable(file).empty())
             return nullptr;
         FileGate::noteFile(file);
         return DefaultIOSystem::Open(file, mode);
     }
+
+private:
+    const std::string* find(const std::string& file) const
+    {
+        if (!m_inMemory || osgDB::getFilePath(file) != m_directory)
+            return nullptr;
+        for (const GltfFile::Replacement& replacement : m_inMemory->getReplacements()) {
+            if (osgDB::getSimpleFileName(file) == replacement.name)
+                return &replacement.contents;
+        }
+        return nullptr;
+    }
+
+    const GltfFile* m_inMemory;
+    std::string m_directory;
 };
 
 class TellProgress : public Assimp::ProgressHandler
@@ -61,7 +93,11 @@ class Builder
 {
 public:
     Builder(const aiScene& scene, const std::string& path)
-        : m_scene(scene), m_materials(scene, osgDB::getFilePath(path)), m_animations(scene), m_skeleton(scene)
+        : m_scene(scene),
+          m_materials(scene, osgDB::getFilePath(path)),
+          m_animations(scene),
+          m_skeleton(scene),
+          m_lamps(scene)
     {}
 
     osg::ref_ptr<osg::Node> build()
@@ -80,11 +116,12 @@ private:
         const osg::ref_ptr<osg::Group> group = makeGroup(node);
         group->setName(node.mName.C_Str());
         addMeshes(node, *group);
+        m_lamps.add(node, *group);
         for (unsigned int i = 0; i < node.mNumChildren && depth < deepestNode; ++i) {
             if (const osg::ref_ptr<osg::Node> child = makeNode(*node.mChildren[i], depth + 1))
                 group->addChild(child);
         }
-        // What leads to nothing that is drawn is a camera or a lamp.
+        // What leads to nothing is a camera or a place.
         return group->getNumChildren() > 0 || m_skeleton.isBone(node) ? group : nullptr;
     }
 
@@ -169,9 +206,9 @@ private:
         osg::ref_ptr<osg::Geometry>& geometry = m_geometries[number];
         if (!geometry) {
             const aiMesh& mesh = *m_scene.mMeshes[number];
-            geometry = makeGeometry(mesh, m_materials.textureChannel(mesh.mMaterialIndex));
+            geometry = makeGeometry(mesh, m_materials.lookOf(mesh.mMaterialIndex));
             if (geometry)
-                geometry->setStateSet(m_materials.find(mesh.mMaterialIndex));
+                geometry->setStateSet(m_materials.find(mesh.mMaterialIndex, hasVertexColors(mesh)));
         }
         return geometry;
     }
@@ -180,6 +217,7 @@ private:
     AssimpMaterials m_materials;
     AssimpAnimations m_animations;
     AssimpSkeleton m_skeleton;
+    AssimpLamps m_lamps;
     std::map<unsigned int, const aiNode*>
         m_skins; ///< the meshes that bones carry, and the first place of each
     std::vector<osg::ref_ptr<osg::Geometry>> m_geometries; ///< of the meshes, as far as they are wanted
@@ -194,20 +232,55 @@ std::string reasonOf(const Assimp::Importer& importer)
                         : "the file is damaged: " + text;
 }
 
+/// @return what Assimp does not say of the file; null for one of another format
+std::unique_ptr<GltfFile> gltfOf(const std::string& path)
+{
+    const std::string extension = osgDB::getLowerCaseFileExtension(path);
+    if (extension != "gltf" && extension != "glb")
+        return nullptr;
+    const MappedFile file(path, MappedFile::Wanted::Places);
+    return GltfFile::parse(file.text(), osgDB::getFilePath(path));
+}
+
+/// @return one line that names what the file has and the picture lacks; empty when nothing is known
+std::string describeMissing(const aiScene& scene, const GltfFile* gltf)
+{
+    std::vector<std::string> missing;
+    if (gltf)
+        missing = gltf->getMissing();
+    const bool hasShapes = std::any_of(scene.mMeshes, scene.mMeshes + scene.mNumMeshes,
+                                       [](const aiMesh* mesh) { return mesh->mNumAnimMeshes > 0; });
+    if (!gltf && hasShapes)
+        missing.emplace_back("morph targets");
+    std::string line;
+    for (const std::string& name : missing)
+        line += (line.empty() ? "" : ", ") + name;
+    return line.empty() ? line : "not shown: " + line;
+}
+
 } // namespace
 
 ReadOutcome readWithAssimp(const std::string& path)
 {
     ReadOutcome outcome;
+    const std::unique_ptr<GltfFile> gltf = gltfOf(path);
+    const std::string directory = osgDB::getFilePath(path);
     Assimp::Importer importer;
-    importer.SetIOHandler(new RegularFiles); // which takes them over
+    importer.SetIOHandler(new RegularFiles(gltf.get(), directory)); // which takes them over
     importer.SetProgressHandler(new TellProgress);
     importer.SetPropertyInteger(AI_CONFIG_PP_SBP_REMOVE, 0);
     importer.SetPropertyBool(AI_CONFIG_IMPORT_NO_SKELETON_MESHES, true); // stand-ins where there is nothing
     importer.SetPropertyBool(AI_CONFIG_IMPORT_FBX_PRESERVE_PIVOTS, false);
-    const aiScene* scene =
-        importer.ReadFile(path, aiProcess_Triangulate | aiProcess_SortByPType | aiProcess_TransformUVCoords |
-                                    aiProcess_GenUVCoords | aiProcess_ValidateDataStructure);
+    unsigned int steps = aiProcess_Triangulate | aiProcess_SortByPType | aiProcess_GenUVCoords |
+                         aiProcess_ValidateDataStructure;
+    if (!gltf)
+        steps |= aiProcess_TransformUVCoords; // which turns those of this format the wrong way
+    std::string file = path;
+    if (gltf && !gltf->getReplacements().empty()) {
+        file = directory + "/" + gltf->getReplacements().front().name;
+        FileGate::noteFile(path);
+    }
+    const aiScene* scene = importer.ReadFile(file, steps);
     if (!scene || !scene->mRootNode) {
         outcome.reason = reasonOf(importer);
         return outcome;
@@ -216,6 +289,9 @@ ReadOutcome readWithAssimp(const std::string& path)
     outcome.scene = Builder(*scene, path).build();
     if (!outcome.scene)
         outcome.reason = "there is nothing in it that could be shown";
+    const std::string missing = describeMissing(*scene, gltf.get());
+    if (!missing.empty())
+        outcome.warnings.push_back(missing);
     return outcome;
 }
 

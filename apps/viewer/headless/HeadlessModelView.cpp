@@ -3,7 +3,6 @@
 
 #include "model/FirstView.h"
 #include "model/ModelDocument.h"
-#include "model/ViewerSettings.h"
 #include "picture/Picture.h"
 
 #include <velaforge/base/ClassInfo.h>
@@ -64,7 +63,7 @@ bool HeadlessModelView::onCreate(vfApplication::Document* document, const vfBase
     if (!dynamic_cast<ModelDocument*>(document))
         return false;
     m_view = firstViewFor(*document);
-    m_style = ViewerSettings::instance().getFirstStyle();
+    m_style = firstStyle();
     return true;
 }
 

@@ -11,6 +11,7 @@ namespace vfViewer {
 namespace {
 
 std::optional<StandardView> chosen;
+bool wantsFileLamps = false;
 
 } // namespace
 
@@ -25,6 +26,18 @@ StandardView firstViewFor(const vfApplication::Document& document)
 void chooseFirstView(StandardView view)
 {
     chosen = view;
+}
+
+ViewStyle firstStyle()
+{
+    ViewStyle style = ViewerSettings::instance().getFirstStyle();
+    style.usesFileLamps = style.usesFileLamps || wantsFileLamps;
+    return style;
+}
+
+void chooseFileLamps()
+{
+    wantsFileLamps = true;
 }
 
 } // namespace vfViewer

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "model/StandardView.h"
+#include "model/ViewStyle.h"
 
 namespace vfApplication {
 class Document;
@@ -15,5 +16,11 @@ StandardView firstViewFor(const vfApplication::Document& document);
 
 /// Has documents that are opened from here on looked at from there, whatever the settings say.
 void chooseFirstView(StandardView view);
+
+/// @return how a new view shows its model: as the settings have it, with what was chosen for this run
+ViewStyle firstStyle();
+
+/// Makes views that are opened from here on use the lamps of files, whatever the settings say.
+void chooseFileLamps();
 
 } // namespace vfViewer

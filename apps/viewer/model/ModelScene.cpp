@@ -11,7 +11,9 @@
 #include <algorithm>
 #include <atomic>
 #include <functional>
+#include <iterator>
 #include <set>
+#include <unordered_set>
 #include <utility>
 
 namespace vfViewer {
@@ -32,7 +34,7 @@ public:
 
     void apply(osg::Node& node) override
     {
-        if (m_isWanted(node) && std::find(nodes.begin(), nodes.end(), &node) == nodes.end())
+        if (m_isWanted(node) && m_known.insert(&node).second)
             nodes.emplace_back(&node);
         traverse(node);
     }
@@ -41,6 +43,7 @@ public:
 
 private:
     std::function<bool(osg::Node&)> m_isWanted;
+    std::unordered_set<const osg::Node*> m_known;
 };
 
 unsigned long long nextState()
@@ -115,6 +118,7 @@ Nodes ModelScene::othersThan(osg::Node& node) const
     for (const osg::NodePath& path : node.getParentalNodePaths(m_root))
         wanted.insert(path.begin(), path.end());
     Nodes others;
+    std::unordered_set<const osg::Node*> known;
     const std::function<void(osg::Group&)> look = [&](osg::Group& group) {
         for (unsigned int i = 0; i < group.getNumChildren(); ++i) {
             osg::Node* child = group.getChild(i);
@@ -122,8 +126,7 @@ Nodes ModelScene::othersThan(osg::Node& node) const
                 continue;
             if (wanted.count(child))
                 look(*child->asGroup());
-            else if (child->getNodeMask() != 0 &&
-                     std::find(others.begin(), others.end(), child) == others.end())
+            else if (child->getNodeMask() != 0 && known.insert(child).second)
                 others.emplace_back(child);
         }
     };
@@ -137,44 +140,65 @@ void ModelScene::setHistoryLimit(std::size_t limit)
     boundHistory();
 }
 
-std::size_t ModelScene::getHistoryMemory() const
-{
-    std::size_t memory = 0;
-    for (const SceneCommand* command : m_commands)
-        memory += command->getMemory();
-    return memory;
-}
-
 void ModelScene::noteCommand(SceneCommand& command)
 {
-    m_commands.remove(&command);
+    forgetCommand(command);
     m_commands.push_back(&command);
+    m_known[&command] = {std::prev(m_commands.end()), command.getMemory()};
+    m_historyMemory += command.getMemory();
     boundHistory();
+}
+
+void ModelScene::noteMemory(const SceneCommand& command)
+{
+    const auto known = m_known.find(&command);
+    if (known == m_known.end())
+        return;
+    m_historyMemory += command.getMemory() - known->second.memory;
+    known->second.memory = command.getMemory();
 }
 
 void ModelScene::forgetCommand(const SceneCommand& command)
 {
-    m_commands.remove(const_cast<SceneCommand*>(&command));
+    const auto known = m_known.find(&command);
+    if (known == m_known.end())
+        return;
+    m_historyMemory -= known->second.memory;
+    m_commands.erase(known->second.place);
+    m_known.erase(known);
 }
 
 void ModelScene::boundHistory()
 {
-    for (std::size_t memory = getHistoryMemory(); memory > m_historyLimit && m_commands.size() > 1;
-         memory = getHistoryMemory())
-    {
-        m_commands.front()->forget();
-        m_commands.pop_front();
+    while (m_historyMemory > m_historyLimit && m_commands.size() > 1) {
+        SceneCommand& oldest = *m_commands.front();
+        oldest.forget();
+        forgetCommand(oldest);
     }
 }
 
 void ModelScene::changed()
 {
     m_state = nextState();
-    if (!m_document)
+    m_isChanged = true;
+    if (m_batches > 0 || !m_document)
         return;
+    m_isChanged = false;
     if (m_previews == 0)
         m_document->modify(true);
     m_document->updateAllViews(nullptr);
+}
+
+ModelScene::Batch::Batch(ModelScene& scene) : m_scene(&scene)
+{
+    ++m_scene->m_batches;
+    m_scene->m_isChanged = m_scene->m_batches > 1 && m_scene->m_isChanged;
+}
+
+ModelScene::Batch::~Batch()
+{
+    if (--m_scene->m_batches == 0 && m_scene->m_isChanged)
+        m_scene->changed();
 }
 
 } // namespace vfViewer

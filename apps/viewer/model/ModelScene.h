@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <list>
+#include <unordered_map>
 #include <vector>
 
 namespace vfViewer {
@@ -46,13 +47,16 @@ public:
     std::size_t getHistoryLimit() const { return m_historyLimit; }
 
     /// @return the bytes that they hold
-    std::size_t getHistoryMemory() const;
+    std::size_t getHistoryMemory() const { return m_historyMemory; }
 
     /// @return how many commands can be undone or done again
     std::size_t getHistoryLength() const { return m_commands.size(); }
 
     /// A command was done, for the first time or again.
     void noteCommand(SceneCommand& command);
+
+    /// What a command holds has changed.
+    void noteMemory(const SceneCommand& command);
 
     /// A command goes.
     void forgetCommand(const SceneCommand& command);
@@ -74,6 +78,19 @@ public:
         ModelScene& m_scene;
     };
 
+    /// While one lives, changes of a scene are told once, at its end.
+    class Batch
+    {
+    public:
+        explicit Batch(ModelScene& scene);
+        ~Batch();
+        Batch(const Batch&) = delete;
+        Batch& operator=(const Batch&) = delete;
+
+    private:
+        osg::ref_ptr<ModelScene> m_scene;
+    };
+
     /// @return a number that is another after each change, and never that of another scene
     unsigned long long getState() const { return m_state; }
 
@@ -92,8 +109,18 @@ private:
     osg::ref_ptr<osg::Group> m_root;
     ModelDocument* m_document;
     unsigned long long m_state;
+    struct Known
+    {
+        std::list<SceneCommand*>::iterator place;
+        std::size_t memory = 0;
+    };
+
     int m_previews = 0;
     std::list<SceneCommand*> m_commands; ///< in the order in which they were done
+    std::unordered_map<const SceneCommand*, Known> m_known;
+    std::size_t m_historyMemory = 0;
+    int m_batches = 0;
+    bool m_isChanged = false; ///< and has not told
     std::size_t m_historyLimit = std::size_t(512) * 1000 * 1000;
 };
 

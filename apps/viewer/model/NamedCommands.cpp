@@ -63,6 +63,7 @@ bool NamedEdit::Do(const VfVariant& argument)
         if (m_edits.empty())
             return false;
     }
+    const ModelScene::Batch batch(m_edits.front()->scene());
     for (auto edit = m_edits.begin(); edit != m_edits.end(); ++edit) {
         if ((*edit)->Do(argument))
             continue;
@@ -75,6 +76,9 @@ bool NamedEdit::Do(const VfVariant& argument)
 
 bool NamedEdit::undo(const VfVariant& argument)
 {
+    if (m_edits.empty())
+        return true;
+    const ModelScene::Batch batch(m_edits.front()->scene());
     return std::all_of(m_edits.rbegin(), m_edits.rend(),
                        [&argument](const auto& edit) { return edit->undo(argument); });
 }

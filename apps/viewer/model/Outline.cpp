@@ -179,8 +179,12 @@ public:
 
     void keep(const osg::Vec3Array& points, const std::shared_ptr<const Outline>& outline)
     {
-        for (auto it = m_known.begin(); it != m_known.end();)
-            it = it->second.array.valid() ? std::next(it) : m_known.erase(it);
+        // Sweeping each time would take time with the square of the arrays.
+        if (m_known.size() >= m_sweepAt) {
+            for (auto it = m_known.begin(); it != m_known.end();)
+                it = it->second.array.valid() ? std::next(it) : m_known.erase(it);
+            m_sweepAt = 2 * m_known.size() + fewest;
+        }
         m_known[&points] = {&points, points.size(), points.getModifiedCount(), outline};
     }
 
@@ -193,7 +197,10 @@ private:
         std::shared_ptr<const Outline> outline;
     };
 
+    static constexpr std::size_t fewest = 16;
+
     std::map<const osg::Vec3Array*, Known> m_known;
+    std::size_t m_sweepAt = fewest;
 };
 
 Memory& memory()
@@ -213,7 +220,8 @@ std::shared_ptr<const Outline> workOutOutline(const osg::Vec3Array& points)
 
 void rememberOutline(const osg::Vec3Array& points, const std::shared_ptr<const Outline>& outline)
 {
-    memory().keep(points, outline);
+    if (points.size() > fewPoints) // others are worked out whenever they are wanted
+        memory().keep(points, outline);
 }
 
 std::shared_ptr<const Outline> outlineOf(const osg::Vec3Array& points)

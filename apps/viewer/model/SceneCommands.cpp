@@ -53,6 +53,7 @@ bool SceneCommand::undo(const vfBase::VfVariant&)
         return false;
     revert();
     m_memory = measure(false);
+    m_scene->noteMemory(*this);
     m_scene->changed();
     return true;
 }

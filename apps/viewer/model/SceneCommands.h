@@ -36,13 +36,13 @@ public:
     /// Lets go of them. Not while it is undone.
     void forget();
 
+    ModelScene& scene() const { return *m_scene; }
+
 protected:
     SceneCommand(const char* name, ModelScene& scene, osg::Node& node);
     ~SceneCommand() override;
 
     osg::Node& node() const { return *m_node; }
-    ModelScene& scene() const { return *m_scene; }
-
     /// For a command on what is no node yet: whether it can work on the scene.
     virtual bool isPossible() const;
 

@@ -3,14 +3,18 @@
 
 #include "model/Decorations.h"
 #include "model/ModelScene.h"
+#include "model/ViewerSettings.h"
+#include "reading/Lamps.h"
 
 #include <osg/ClipPlane>
 #include <osg/ComputeBoundsVisitor>
 #include <osg/CopyOp>
 #include <osg/CullFace>
+#include <osg/Fog>
 #include <osg/Geometry>
 #include <osg/LightModel>
 #include <osg/LightSource>
+#include <osg/LineWidth>
 #include <osg/Material>
 #include <osg/NodeVisitor>
 #include <osg/Point>
@@ -18,6 +22,7 @@
 #include <osg/ShadeModel>
 
 #include <algorithm>
+#include <set>
 
 namespace vfViewer {
 
@@ -25,6 +30,15 @@ namespace {
 
 constexpr osg::StateAttribute::OverrideValue overriding =
     osg::StateAttribute::ON | osg::StateAttribute::OVERRIDE;
+constexpr osg::StateAttribute::OverrideValue switchedOff =
+    osg::StateAttribute::OFF | osg::StateAttribute::OVERRIDE;
+
+/// Of points and lines for which the file sets no other, in pixels.
+constexpr float usualPointSize = 4;
+constexpr float usualLineWidth = 2;
+
+/// Backgrounds darker than this count as dark.
+constexpr float darkBackground = 0.3f;
 
 /// Copies nodes, each once, and remembers what each is a copy of. What is large is shared.
 class RememberingCopy : public osg::CopyOp
@@ -105,6 +119,22 @@ osg::ref_ptr<osg::LightSource> makeLamp(int number, const osg::Vec3& towards, fl
     return source;
 }
 
+/// Finds the numbers of the lamps that a model brings.
+class FindLamps : public osg::NodeVisitor
+{
+public:
+    FindLamps() : NodeVisitor(TRAVERSE_ACTIVE_CHILDREN) {}
+
+    void apply(osg::LightSource& node) override
+    {
+        if (node.getLight())
+            numbers.insert(static_cast<int>(node.getLight()->getMember()));
+        traverse(node);
+    }
+
+    std::set<int> numbers;
+};
+
 /// Keeps those who draw from moving what moves by itself: that goes by the clock of the document.
 class StandStill : public osg::NodeCallback
 {
@@ -125,6 +155,7 @@ ShownScene::ShownScene(ModelScene& model)
     : m_model(&model),
       m_root(new osg::Group),
       m_lamps(new osg::Group),
+      m_contrast(makeLamp(Lamps::contrast, {0, 0, 1}, 0, 0, true)),
       m_content(new osg::ClipNode),
       m_decorations(new osg::Group),
       m_measurements(new osg::Group)
@@ -141,13 +172,7 @@ ShownScene::ShownScene(ModelScene& model)
 
     osg::StateSet* state = m_root->getOrCreateStateSet();
     state->setMode(GL_LIGHTING, osg::StateAttribute::ON);
-    state->setMode(GL_LIGHT0, osg::StateAttribute::ON);
-    state->setMode(GL_LIGHT1, osg::StateAttribute::ON);
     state->setMode(GL_NORMALIZE, osg::StateAttribute::ON); // scaled models would be too bright or too dark
-    const osg::ref_ptr<osg::LightModel> light = new osg::LightModel;
-    light->setTwoSided(true); // files disagree about which way a triangle faces
-    light->setAmbientIntensity({0.30f, 0.30f, 0.32f, 1});
-    state->setAttributeAndModes(light);
     // For what has no colour of its own.
     const osg::ref_ptr<osg::Material> material = new osg::Material;
     material->setColorMode(osg::Material::AMBIENT_AND_DIFFUSE);
@@ -163,6 +188,7 @@ void ShownScene::setStyle(const ViewStyle& style)
 {
     m_style = style;
     updateLamps();
+    updateContrast();
     updateState();
     update();
 }
@@ -170,6 +196,7 @@ void ShownScene::setStyle(const ViewStyle& style)
 void ShownScene::update()
 {
     updateModel();
+    updateFileLamps();
     updateSections();
     updateDecorations();
 }
@@ -207,26 +234,75 @@ void ShownScene::setMeasurements(const std::vector<Measurement>& measurements,
 void ShownScene::updateLamps()
 {
     m_lamps->removeChildren(0, m_lamps->getNumChildren());
+    m_lamps->addChild(m_contrast);
     if (m_style.lightFollowsCamera) {
-        m_lamps->addChild(makeLamp(0, {-0.45f, 0.75f, 1.0f}, 0.70f, 0.5f, true));
-        m_lamps->addChild(makeLamp(1, {0.80f, 0.10f, 0.60f}, 0.22f, 0.0f, true));
+        m_lamps->addChild(makeLamp(Lamps::key, {-0.45f, 0.75f, 1.0f}, 0.60f, 0.5f, true));
+        m_lamps->addChild(makeLamp(Lamps::side, {0.80f, 0.10f, 0.60f}, 0.16f, 0.0f, true));
+        // From below and behind the camera: every face that is seen gets some of it.
+        m_lamps->addChild(makeLamp(Lamps::fill, {-0.10f, -0.60f, 1.0f}, 0.16f, 0.0f, true));
     } else {
         // As seen from the upper right corner in front, where models are looked at first.
-        m_lamps->addChild(makeLamp(0, {0.35f, -1.0f, 1.0f}, 0.70f, 0.5f, false));
-        m_lamps->addChild(makeLamp(1, {1.0f, 0.2f, 0.5f}, 0.22f, 0.0f, false));
+        m_lamps->addChild(makeLamp(Lamps::key, {0.35f, -1.0f, 1.0f}, 0.60f, 0.5f, false));
+        m_lamps->addChild(makeLamp(Lamps::side, {1.0f, 0.2f, 0.5f}, 0.18f, 0.0f, false));
+        m_lamps->addChild(makeLamp(Lamps::fill, {-0.6f, 1.0f, -0.7f}, 0.22f, 0.0f, false));
     }
+}
+
+/// What a file says of lamps, the light around and fog holds only where the style asks for it and the file has lamps: files
+/// were made for other lights, and half of the model would be black.
+void ShownScene::updateFileLamps()
+{
+    FindLamps found;
+    if (m_style.usesFileLamps)
+        m_model->root().accept(found);
+    const bool isFromFile = !found.numbers.empty();
+    osg::StateSet& state = *m_root->getOrCreateStateSet();
+    for (const int lamp : {Lamps::key, Lamps::side, Lamps::fill})
+        state.setMode(GL_LIGHT0 + static_cast<GLenum>(lamp), isFromFile ? switchedOff : overriding);
+    for (int lamp = 0; lamp < Lamps::ofFile; ++lamp) {
+        const GLenum mode = GL_LIGHT0 + static_cast<GLenum>(lamp);
+        if (found.numbers.count(lamp))
+            state.setMode(mode, osg::StateAttribute::ON);
+        else
+            state.setMode(mode, switchedOff);
+    }
+    const osg::ref_ptr<osg::LightModel> around = new osg::LightModel;
+    around->setTwoSided(true); // files disagree about which way a triangle faces
+    around->setAmbientIntensity(isFromFile ? osg::Vec4(0.20f, 0.20f, 0.20f, 1)
+                                           : osg::Vec4(0.21f, 0.21f, 0.23f, 1));
+    state.setAttributeAndModes(
+        around, isFromFile ? osg::StateAttribute::OverrideValue(osg::StateAttribute::ON) : overriding);
+    if (isFromFile)
+        state.removeMode(GL_FOG);
+    else
+        state.setMode(GL_FOG, switchedOff);
+}
+
+/// Lines and points without a colour are dark; on a dark background this lamp makes them light.
+void ShownScene::updateContrast()
+{
+    const ViewerSettings& settings = ViewerSettings::instance();
+    const Background background =
+        m_style.background.value_or(Background{settings.getBackgroundTop(), settings.getBackgroundBottom()});
+    const osg::Vec3f sum = background.top + background.bottom;
+    const float brightness = (0.3f * sum.x() + 0.6f * sum.y() + 0.1f * sum.z()) / 2;
+    const float strength = brightness < darkBackground ? 7 : 0;
+    m_contrast->getLight()->setAmbient({strength, strength, strength, 1});
 }
 
 void ShownScene::updateState()
 {
     const osg::ref_ptr<osg::StateSet> state = new osg::StateSet;
+    state->setAttribute(new osg::Point(usualPointSize));
+    state->setAttribute(new osg::LineWidth(usualLineWidth));
     if (m_style.drawMode != DrawMode::Surfaces) {
         const bool isPoints = m_style.drawMode == DrawMode::Points;
         state->setAttributeAndModes(
             new osg::PolygonMode(osg::PolygonMode::FRONT_AND_BACK,
                                  isPoints ? osg::PolygonMode::POINT : osg::PolygonMode::LINE),
             overriding);
-        state->setAttribute(new osg::Point(isPoints ? 3.0f : 1.0f), overriding);
+        state->setAttribute(new osg::Point(3), overriding);
+        state->setAttribute(new osg::LineWidth(1), overriding);
     }
     if (m_style.isFlat)
         state->setAttributeAndModes(new osg::ShadeModel(osg::ShadeModel::FLAT), overriding);

@@ -6,6 +6,7 @@
 
 #include <osg/ClipNode>
 #include <osg/Group>
+#include <osg/LightSource>
 #include <osg/Vec3d>
 #include <osg/ref_ptr>
 
@@ -51,6 +52,8 @@ public:
 private:
     void updateModel();
     void updateLamps();
+    void updateFileLamps();
+    void updateContrast();
     void updateState();
     void updateSections();
     void updateDecorations();
@@ -59,6 +62,7 @@ private:
     ViewStyle m_style;
     osg::ref_ptr<osg::Group> m_root;
     osg::ref_ptr<osg::Group> m_lamps;
+    osg::ref_ptr<osg::LightSource> m_contrast;
     osg::ref_ptr<osg::ClipNode> m_content; ///< the model, or its copy
     osg::ref_ptr<osg::Group> m_decorations;
     osg::ref_ptr<osg::Node> m_mark;

@@ -23,7 +23,8 @@ constexpr Switch switches[] = {{"flat", &ViewStyle::isFlat},
                                {"axes", &ViewStyle::showsAxes},
                                {"boxes", &ViewStyle::showsBoxes},
                                {"antialiasing", &ViewStyle::isAntialiased},
-                               {"headlight", &ViewStyle::lightFollowsCamera}};
+                               {"headlight", &ViewStyle::lightFollowsCamera},
+                               {"fileLamps", &ViewStyle::usesFileLamps}};
 
 template <class Vector>
 SettingsValue storedVector(const Vector& vector)

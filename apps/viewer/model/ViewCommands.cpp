@@ -301,6 +301,7 @@ const CommandRecord<Toggle<&V::showsAxes>> axes("Axes", "vfViewer::Axes");
 const CommandRecord<Toggle<&V::showsBoxes>> boxes("BoundingBoxes", "vfViewer::BoundingBoxes");
 const CommandRecord<Toggle<&V::isAntialiased>> antialiasing("Antialiasing", "vfViewer::Antialiasing");
 const CommandRecord<Toggle<&V::lightFollowsCamera>> headlight("Headlight", "vfViewer::Headlight");
+const CommandRecord<Toggle<&V::usesFileLamps>> fileLamps("FileLamps", "vfViewer::FileLamps");
 const CommandRecord<SetBackground> background("Background", "vfViewer::Background");
 const CommandRecord<Section<0>> sectionX("SectionX", "vfViewer::SectionX");
 const CommandRecord<Section<1>> sectionY("SectionY", "vfViewer::SectionY");

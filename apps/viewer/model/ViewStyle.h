@@ -46,6 +46,7 @@ struct ViewStyle
     bool showsBoxes = false;
     bool isAntialiased = true;
     bool lightFollowsCamera = true;
+    bool usesFileLamps = false;           ///< where the file has lamps, those shine in place of the viewer's
     std::optional<Background> background; ///< in place of the one that is set for all
     std::array<SectionPlane, 3> sections; ///< across x, y and z
 };

@@ -32,7 +32,7 @@ const vfBase::ClassInfo QtModelView::s_classInfo("vfViewer", "QtModelView", "vfV
                                                  &View::s_classInfo, nullptr, sizeof(QtModelView),
                                                  createView);
 
-QtModelView::QtModelView() : m_style(ViewerSettings::instance().getFirstStyle()) {}
+QtModelView::QtModelView() : m_style(firstStyle()) {}
 
 QtModelView::~QtModelView() = default;
 

@@ -128,6 +128,7 @@ QWidget* QtPicturePage::createWidget(QWidget& parent)
     m_grid = addCheck("firstGrid", tr("Show the grid"), firstStyle.showsGrid);
     m_axes = addCheck("firstAxes", tr("Show the axes"), firstStyle.showsAxes);
     m_smooth = addCheck("firstSmooth", tr("Smooth edges"), firstStyle.isAntialiased);
+    m_lamps = addCheck("firstLamps", tr("Use the lamps of files"), firstStyle.usesFileLamps);
     return page;
 }
 
@@ -141,6 +142,7 @@ void QtPicturePage::applyOptions()
         firstStyle.showsGrid = m_grid->isChecked();
         firstStyle.showsAxes = m_axes->isChecked();
         firstStyle.isAntialiased = m_smooth->isChecked();
+        firstStyle.usesFileLamps = m_lamps->isChecked();
     }
     PicturePage::applyOptions();
     updateOpenModels();

@@ -57,6 +57,7 @@ private:
     QPointer<QCheckBox> m_grid;
     QPointer<QCheckBox> m_axes;
     QPointer<QCheckBox> m_smooth;
+    QPointer<QCheckBox> m_lamps;
 };
 
 /// The page of models, to be seen.

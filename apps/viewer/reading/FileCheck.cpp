@@ -2,6 +2,7 @@
 #include "reading/FileCheck.h"
 
 #include "reading/MappedFile.h"
+#include "reading/StlKind.h"
 
 #include <osgDB/FileNameUtils>
 
@@ -38,15 +39,11 @@ std::uint32_t bigEndian(std::string_view bytes, std::size_t at)
     return value;
 }
 
-/// A text file begins with "solid" and has facets in words; some binary ones begin with that word too.
+/// Text is shown as far as it goes.
 bool isCutOffStl(std::string_view file)
 {
-    const std::string_view beginning = file.substr(0, 1024);
-    const bool isText = beginsWith(file, "solid") && (beginning.find("facet") != std::string_view::npos ||
-                                                      beginning.find("endsolid") != std::string_view::npos);
-    if (isText)
-        return file.substr(file.size() - std::min<std::size_t>(file.size(), 4096)).find("endsolid") ==
-               std::string_view::npos;
+    if (isStlText(file))
+        return false;
     return file.size() < 84 || file.size() - 84 < static_cast<std::uint64_t>(littleEndian(file, 80)) * 50;
 }
 
@@ -127,102 +124,6 @@ bool isCutOffAc(std::string_view file)
     return found < announced || children < objects;
 }
 
-/// The header of a PLY file: elements with their properties.
-struct PlyElement
-{
-    std::uint64_t count = 0;
-    std::vector<std::size_t> sizes;      ///< in bytes, of each property
-    std::vector<std::size_t> countSizes; ///< of a list's count; 0 for what is no list
-};
-
-std::size_t plySize(const std::string& type)
-{
-    static const std::map<std::string, std::size_t> sizes = {
-        {"char", 1},  {"uchar", 1},   {"int8", 1},   {"uint8", 1},  {"short", 2}, {"ushort", 2},
-        {"int16", 2}, {"uint16", 2},  {"int", 4},    {"uint", 4},   {"int32", 4}, {"uint32", 4},
-        {"float", 4}, {"float32", 4}, {"double", 8}, {"float64", 8}};
-    const auto found = sizes.find(type);
-    return found == sizes.end() ? 0 : found->second;
-}
-
-std::uint64_t plyCount(std::string_view bytes, bool isBigEndian)
-{
-    std::uint64_t value = 0;
-    for (std::size_t i = 0; i < bytes.size(); ++i)
-        value = value << 8 | static_cast<unsigned char>(bytes[isBigEndian ? i : bytes.size() - 1 - i]);
-    return value;
-}
-
-bool isCutOffBinaryPly(std::string_view body, const std::vector<PlyElement>& elements, bool isBigEndian)
-{
-    for (const PlyElement& element : elements) {
-        std::size_t fixedSize = 0;
-        bool hasLists = false;
-        for (std::size_t p = 0; p < element.sizes.size(); ++p) {
-            fixedSize += element.sizes[p];
-            hasLists = hasLists || element.countSizes[p] > 0;
-        }
-        if (!hasLists) {
-            if (fixedSize > 0 && body.size() / fixedSize < element.count)
-                return true;
-            body.remove_prefix(fixedSize * element.count);
-            continue;
-        }
-        for (std::uint64_t i = 0; i < element.count; ++i) {
-            for (std::size_t p = 0; p < element.sizes.size(); ++p) {
-                std::uint64_t length = element.sizes[p];
-                if (element.countSizes[p] > 0) {
-                    if (body.size() < element.countSizes[p])
-                        return true;
-                    length *= plyCount(body.substr(0, element.countSizes[p]), isBigEndian);
-                    body.remove_prefix(element.countSizes[p]);
-                }
-                if (body.size() < length)
-                    return true;
-                body.remove_prefix(length);
-            }
-        }
-    }
-    return false;
-}
-
-bool isCutOffPly(std::string_view file)
-{
-    const std::size_t headerEnd = file.find("end_header");
-    if (headerEnd == std::string_view::npos)
-        return beginsWith(file, "ply");
-    std::vector<PlyElement> elements;
-    std::string format;
-    std::uint64_t lines = 0;
-    forEachLine(file.substr(0, headerEnd), [&](std::string_view line) {
-        std::istringstream words{std::string(line)};
-        std::string word;
-        std::string name;
-        words >> word;
-        if (word == "format") {
-            words >> format;
-        } else if (word == "element") {
-            elements.emplace_back();
-            words >> name >> elements.back().count;
-            lines += std::min<std::uint64_t>(elements.back().count, 1ull << 60);
-        } else if (word == "property" && !elements.empty()) {
-            std::string countType;
-            words >> name;
-            if (name == "list")
-                words >> countType >> name;
-            elements.back().countSizes.push_back(countType.empty() ? 0 : plySize(countType));
-            elements.back().sizes.push_back(plySize(name));
-        }
-    });
-    std::string_view body = file.substr(headerEnd);
-    body.remove_prefix(std::min(body.find('\n') + 1, body.size()));
-    if (format != "ascii")
-        return isCutOffBinaryPly(body, elements, format == "binary_big_endian");
-    std::uint64_t found = 0;
-    forEachLine(body, [&found](std::string_view line) { found += line.empty() ? 0 : 1; });
-    return found < lines;
-}
-
 /// The last statement must have as many parts as its kind needs.
 bool isCutOffObj(std::string_view file)
 {
@@ -248,10 +149,10 @@ bool isCutOff(const std::string& path)
 {
     using Check = bool (*)(std::string_view);
     static const std::map<std::string, Check> checks = {
-        {"stl", isCutOffStl},      {"3ds", isCutOff3ds},         {"lwo", isCutOffLwo},
-        {"ac", isCutOffAc},        {"ply", isCutOffPly},         {"obj", isCutOffObj},
-        {"x", isCutOffInBraces},   {"osgt", isCutOffInBraces},   {"osg", isCutOffInBraces},
-        {"ase", isCutOffInBraces}, {"md5mesh", isCutOffInBraces}};
+        {"stl", isCutOffStl},         {"3ds", isCutOff3ds},      {"lwo", isCutOffLwo},
+        {"ac", isCutOffAc},           {"obj", isCutOffObj},      {"x", isCutOffInBraces},
+        {"osgt", isCutOffInBraces},   {"osg", isCutOffInBraces}, {"ase", isCutOffInBraces},
+        {"md5mesh", isCutOffInBraces}};
     const auto check = checks.find(osgDB::getLowerCaseFileExtension(path));
     if (check == checks.end())
         return false;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "reading/FileGate.h"
 
+#include "reading/ImageFiles.h"
+
 #include <osg/Version>
 #include <osgDB/FileNameUtils>
 #include <osgDB/FileUtils>
@@ -10,6 +12,7 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
 
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -41,13 +44,13 @@ std::string pluginDirectory()
 /// Formats for which there is a reader here.
 const std::vector<std::string>& ownFormats()
 {
-    static const std::vector<std::string> formats = {"obj", "stl"};
+    static const std::vector<std::string> formats = {"obj", "stl", "ply"};
     return formats;
 }
 
 const std::vector<std::string>& osgFormats()
 {
-    static const std::vector<std::string> formats = {"ply", "3ds",  "ac",   "lwo", "dxf", "dae",
+    static const std::vector<std::string> formats = {"3ds", "ac",   "lwo",  "dxf", "dae",
                                                      "x",   "osgt", "osgb", "osg", "ive"};
     return formats;
 }
@@ -106,8 +109,20 @@ public:
     {
         if (!FileGate::isImage(path))
             return refused(path, "not a listed image format");
-        const std::string reason = whyNotToRead(path, options);
-        return reason.empty() ? ReadFileCallback::readImage(path, options) : refused(path, reason);
+        std::string reason = whyNotToRead(path, options);
+        std::string file = path;
+        if (!reason.empty() && !isShut && !osgDB::containsServerAddress(path)) {
+            // The name may be meant otherwise than it stands there.
+            const std::string found = findSideFile(path, directoryOf(options));
+            if (!found.empty() && FileGate::isImage(found)) {
+                file = found;
+                reason = whyNotToRead(file, options);
+            }
+        }
+        if (!reason.empty())
+            return refused(path, reason);
+        ReadResult result = decode(file, options);
+        return result.validImage() ? result : refused(file, "the image cannot be decoded");
     }
 
     ReadResult readHeightField(const std::string& path, const osgDB::Options*) override
@@ -139,6 +154,39 @@ private:
         FileGate::noteFailure(path, reason);
         ReadResult result(ReadResult::ERROR_IN_READING_FILE);
         result.message() = reason;
+        return result;
+    }
+
+    /// @return the directory of the model that is read
+    static std::string directoryOf(const osgDB::Options* options)
+    {
+        return options && !options->getDatabasePathList().empty() ? options->getDatabasePathList().front()
+                                                                  : "";
+    }
+
+    /// Reads an image by the format that its contents have, whatever its name says.
+    ReadResult decode(const std::string& path, const osgDB::Options* options)
+    {
+        // OpenSceneGraph stores images from the bottom up, this format from the top down.
+        const osg::ref_ptr<osgDB::Options> flipping =
+            options ? osg::clone(options, osg::CopyOp::SHALLOW_COPY) : new osgDB::Options;
+        flipping->setOptionString(flipping->getOptionString() + " dds_flip");
+        const std::string found = osgDB::findDataFile(path, options);
+        std::ifstream file(found.empty() ? path : found, std::ios::binary);
+        std::string beginning(4, '\0');
+        file.read(beginning.data(), static_cast<std::streamsize>(beginning.size()));
+        const std::string format = imageFormatOf(beginning);
+        const std::string named = osgDB::getLowerCaseFileExtension(path);
+        osgDB::ReaderWriter* byName = osgDB::Registry::instance()->getReaderWriterForExtension(named);
+        osgDB::ReaderWriter* byContent =
+            format.empty() ? byName : osgDB::Registry::instance()->getReaderWriterForExtension(format);
+        if (byContent == byName || !byContent)
+            return ReadFileCallback::readImage(path, flipping);
+        file.clear();
+        file.seekg(0);
+        ReadResult result = byContent->readImage(file, flipping);
+        if (result.validImage())
+            result.getImage()->setFileName(path);
         return result;
     }
 

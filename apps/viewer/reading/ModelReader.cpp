@@ -2,10 +2,13 @@
 #include "reading/ModelReader.h"
 
 #include "reading/AssimpLibrary.h"
+#include "reading/CutPolygons.h"
 #include "reading/FileCheck.h"
 #include "reading/FileGate.h"
+#include "reading/Lamps.h"
 #include "reading/Normals.h"
 #include "reading/ObjReader.h"
+#include "reading/PlyReader.h"
 #include "reading/Quiet.h"
 #include "reading/ReadProgress.h"
 #include "reading/SoundAnimation.h"
@@ -75,7 +78,7 @@ public:
         if (!vertices || vertices->getNumElements() == 0)
             return;
         if (!hasSurface(geometry))
-            geometry.getOrCreateStateSet()->setMode(GL_LIGHTING, osg::StateAttribute::OFF);
+            setSelfLit(geometry, inheritedMaterial());
         else if (!geometry.getNormalArray() || !putNormalsRight(geometry))
             withoutNormals.push_back(&geometry);
         // A skin takes its normals from what it is when it is not bent.
@@ -87,6 +90,21 @@ public:
     std::vector<osg::Geometry*> withoutNormals;
 
 private:
+    /// @return the material that the geometry has from the nodes above it; null for none
+    const osg::Material* inheritedMaterial() const
+    {
+        const osg::Material* material = nullptr;
+        for (const osg::Node* node : getNodePath()) {
+            const osg::StateSet* state = node->getStateSet();
+            if (state && node != getNodePath().back()) {
+                if (const auto* found = dynamic_cast<const osg::Material*>(
+                        state->getAttribute(osg::StateAttribute::MATERIAL)))
+                    material = found;
+            }
+        }
+        return material;
+    }
+
     /// Light falls on the side from which a triangle runs counter-clockwise, so normals that point the other way would
     /// leave it black. @return false for normals that are of no use
     bool putNormalsRight(osg::Geometry& geometry)
@@ -163,19 +181,90 @@ bool isFinite(const osg::BoundingBox& box)
     return true;
 }
 
+/// Counts what is drawn: bounds alone may be those of vertices that no face uses.
+class CountPrimitives : public osg::NodeVisitor
+{
+public:
+    CountPrimitives() : NodeVisitor(TRAVERSE_ALL_CHILDREN) { setNodeMaskOverride(~0u); }
+
+    void apply(osg::Geometry& geometry) override
+    {
+        for (unsigned int i = 0; i < geometry.getNumPrimitiveSets(); ++i)
+            count += geometry.getPrimitiveSet(i)->getNumPrimitives();
+        if (const auto* skin = dynamic_cast<const osgAnimation::RigGeometry*>(&geometry))
+            apply(skin->getSourceGeometry());
+    }
+
+    /// Drawables of other kinds, such as spheres, draw themselves.
+    void apply(osg::Drawable& drawable) override { count += drawable.asGeometry() ? 0 : 1; }
+
+    std::size_t count = 0;
+
+private:
+    void apply(const osg::Geometry* source)
+    {
+        for (unsigned int i = 0; source && i < source->getNumPrimitiveSets(); ++i)
+            count += source->getPrimitiveSet(i)->getNumPrimitives();
+    }
+};
+
 /// @return why the scene cannot be shown; empty when it can
 std::string whyNotShown(osg::Node& scene)
 {
+    CountPrimitives primitives;
+    scene.accept(primitives);
     osg::ComputeBoundsVisitor bounds;
     scene.accept(bounds);
-    if (!bounds.getBoundingBox().valid())
+    if (primitives.count == 0 || !bounds.getBoundingBox().valid())
         return "there is nothing in it that could be shown";
     if (!isFinite(bounds.getBoundingBox()))
         return "its coordinates are too large";
     return {};
 }
 
+/// @return whether the format is OpenSceneGraph's own, whose materials are meant as they are
+bool isSceneFormat(const std::string& path)
+{
+    const std::string extension = osgDB::getLowerCaseFileExtension(path);
+    return extension.compare(0, 3, "osg") == 0 || extension == "ive";
+}
+
 using OwnReader = ReadOutcome (*)(const std::string& path);
+
+ReadOutcome readWithOpenSceneGraph(const std::string& path);
+
+/// Reads a file of a format that OpenSceneGraph reads as well, but with z up: Assimp leaves y up.
+/// @return no scene where there would be nothing in it
+ReadOutcome readUprightWithAssimp(const std::string& path)
+{
+    ReadOutcome outcome = readWithAssimpLibrary(path);
+    if (!outcome.scene)
+        return outcome;
+    outcome.reason = whyNotShown(*outcome.scene);
+    if (!outcome.reason.empty())
+        outcome.scene = nullptr;
+    else if (!isReadWithYUp(path))
+        outcome.scene = withZUp(*outcome.scene);
+    return outcome;
+}
+
+/// For formats of which Assimp reads more files than OpenSceneGraph does.
+ReadOutcome readWithAssimpFirst(const std::string& path)
+{
+    ReadOutcome outcome = readUprightWithAssimp(path);
+    if (outcome.scene)
+        return outcome;
+    FileGate::takeFailures();
+    ReadOutcome other = readWithOpenSceneGraph(path);
+    return other.scene ? other : outcome;
+}
+
+/// @return whether Assimp may know what OpenSceneGraph's plug-in for the format does not
+bool isKnownToAssimp(const std::string& path)
+{
+    const std::string extension = osgDB::getLowerCaseFileExtension(path);
+    return hasAssimp() && (extension == "3ds" || extension == "ac" || extension == "lwo");
+}
 
 /// @return our own reader for the file's format, null where OpenSceneGraph's is good enough
 OwnReader ownReader(const std::string& path)
@@ -185,9 +274,13 @@ OwnReader ownReader(const std::string& path)
         return readObj;
     if (extension == "stl")
         return readStl;
+    if (extension == "ply")
+        return readPly;
     const std::vector<std::string>& foreign = FileGate::assimpFormats();
     if (std::find(foreign.begin(), foreign.end(), extension) != foreign.end())
         return hasAssimp() ? readWithAssimpLibrary : nullptr;
+    if (hasAssimp() && (extension == "x" || extension == "dae"))
+        return readWithAssimpFirst;
     return nullptr;
 }
 
@@ -254,6 +347,12 @@ ReadOutcome readModel(const std::string& path)
     FileGate::takeFiles();
     const OwnReader own = ownReader(path);
     outcome = own ? own(path) : readWithOpenSceneGraph(path);
+    if (!own && isKnownToAssimp(path) && (!outcome.scene || !whyNotShown(*outcome.scene).empty())) {
+        FileGate::takeFailures();
+        ReadOutcome other = readUprightWithAssimp(path);
+        if (other.scene)
+            outcome = std::move(other);
+    }
     if (!outcome.scene)
         return outcome;
     ReadProgress::tell(ReadProgress::Preparing);
@@ -261,11 +360,18 @@ ReadOutcome readModel(const std::string& path)
     if (unsound > 0)
         outcome.warnings.push_back(std::to_string(unsound) + (unsound == 1 ? " part is" : " parts are") +
                                    " shown without primitives of points that are not there");
+    cutPolygons(*outcome.scene);
     outcome.reason = whyNotShown(*outcome.scene);
     if (!outcome.reason.empty()) {
         outcome.scene = nullptr;
         return outcome;
     }
+    if (!isSceneFormat(path))
+        brightenShade(*outcome.scene);
+    const std::size_t surplus = removeSurplusLamps(*outcome.scene);
+    if (surplus > 0)
+        outcome.warnings.push_back(std::to_string(surplus) + (surplus == 1 ? " lamp is" : " lamps are") +
+                                   " left out: the viewer has room for " + std::to_string(Lamps::ofFile));
     if (own != readStl) // which works all normals out itself
         prepareLighting(*outcome.scene);
     if (isReadWithYUp(path))

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "reading/ObjFile.h"
 
+#include "reading/PlainText.h"
 #include "reading/Polygon.h"
 #include "reading/ReadProgress.h"
 #include "reading/TextScanner.h"
 
+#include <algorithm>
 #include <map>
 #include <utility>
 
@@ -13,6 +15,9 @@ namespace vfViewer {
 namespace {
 
 constexpr std::size_t bytesBetweenReports = 65536;
+
+/// Of points without a colour, among those that have one.
+const osg::Vec3 plain(0.78f, 0.78f, 0.80f);
 
 /// A name on a line of its own, or something that is neither read nor missed.
 bool isPassedOver(std::string_view word)
@@ -35,7 +40,6 @@ public:
     explicit Parser(std::string_view text) : m_scanner(text), m_size(text.size())
     {
         m_file.points.reserve(text.size() / 100);
-        m_colorCount = 0;
     }
 
     ObjFile parse()
@@ -49,8 +53,10 @@ public:
             takeLine();
             m_scanner.nextLine();
         }
-        if (m_colorCount != m_file.points.size())
-            m_file.colors.clear(); // some points have none
+        takeDeferredFaces();
+        finishColors();
+        if (m_file.parts.empty() && m_file.spoiltFaces == 0)
+            makeCloud();
         return std::move(m_file);
     }
 
@@ -78,8 +84,8 @@ private:
             takeLineStrip();
         } else if (word == "p") {
             takeCorners();
-            ObjSurface& surface = this->surface();
-            surface.points.insert(surface.points.end(), m_corners.begin(), m_corners.end());
+            if (!defer('p'))
+                add('p', surface());
         } else if (word == "g") {
             m_group = m_scanner.rest();
             m_surface = nullptr;
@@ -107,9 +113,8 @@ private:
         // Three more are a colour; one more is a weight, which only curves use.
         if (count >= 6) {
             const float* color = values + count - 3;
-            m_file.colors.resize(m_file.points.size() - 1);
+            m_file.colors.resize(m_file.points.size() - 1, plain);
             m_file.colors.emplace_back(color[0], color[1], color[2]);
-            ++m_colorCount;
         }
     }
 
@@ -131,15 +136,18 @@ private:
         m_file.normals.push_back(normal);
     }
 
-    /// @return the number of what is meant, from 0; -1 when there is no such
+    /// @return the number of what is meant, from 0, which may be still to come; -1 when there is no such
     static int resolve(int number, std::size_t count)
     {
-        const auto known = static_cast<int>(count);
-        if (number < 0)
-            number += known;
-        else
-            --number;
-        return number < known ? number : -1;
+        return number < 0 ? std::max(number + static_cast<int>(count), -1) : number - 1;
+    }
+
+    /// @return whether everything that a corner names is known so far
+    bool isKnown(const ObjCorner& corner) const
+    {
+        return corner.point < static_cast<int>(m_file.points.size()) &&
+               corner.texture < static_cast<int>(m_file.textures.size()) &&
+               corner.normal < static_cast<int>(m_file.normals.size());
     }
 
     ObjCorner takeCorner()
@@ -163,8 +171,10 @@ private:
     {
         m_corners.clear();
         bool areKnown = true;
-        while (m_scanner.hasWord()) {
+        m_areAllKnown = true;
+        while (m_scanner.hasWord() && !m_scanner.isNext('#')) {
             const ObjCorner corner = takeCorner();
+            m_areAllKnown = m_areAllKnown && isKnown(corner);
             if (corner.point < 0)
                 areKnown = false;
             else
@@ -173,13 +183,105 @@ private:
         return areKnown;
     }
 
+    /// Keeps the corners for the end where they name what is still to come. @return whether it did
+    bool defer(char kind)
+    {
+        if (m_areAllKnown)
+            return false;
+        surface();
+        m_deferred.push_back({kind, m_place, m_corners});
+        return true;
+    }
+
+    /// Takes what named something that was still to come.
+    void takeDeferredFaces()
+    {
+        std::vector<Deferred> deferred;
+        deferred.swap(m_deferred);
+        m_areAllKnown = true;
+        for (Deferred& face : deferred) {
+            m_corners.swap(face.corners);
+            bool isThere = true;
+            for (ObjCorner& corner : m_corners) {
+                isThere = isThere && corner.point < static_cast<int>(m_file.points.size());
+                if (corner.texture >= static_cast<int>(m_file.textures.size()))
+                    corner.texture = -1;
+                if (corner.normal >= static_cast<int>(m_file.normals.size()))
+                    corner.normal = -1;
+            }
+            ObjSurface& place = m_file.parts[face.place.first].surfaces[face.place.second];
+            if (!isThere)
+                ++m_file.spoiltFaces;
+            else
+                add(face.kind, place);
+        }
+        removeEmptyParts();
+    }
+
+    void removeEmptyParts()
+    {
+        const auto isEmpty = [](const ObjSurface& surface) {
+            return surface.triangles.empty() && surface.lines.empty() && surface.points.empty();
+        };
+        std::vector<ObjPart>& parts = m_file.parts;
+        for (ObjPart& part : parts)
+            part.surfaces.erase(std::remove_if(part.surfaces.begin(), part.surfaces.end(), isEmpty),
+                                part.surfaces.end());
+        parts.erase(std::remove_if(parts.begin(), parts.end(),
+                                   [](const ObjPart& part) { return part.surfaces.empty(); }),
+                    parts.end());
+    }
+
+    void finishColors()
+    {
+        std::vector<osg::Vec3>& colors = m_file.colors;
+        if (colors.empty())
+            return;
+        colors.resize(m_file.points.size(), plain);
+        const bool isOfBytes = std::any_of(colors.begin(), colors.end(), [](const osg::Vec3& color) {
+            return std::max({color.x(), color.y(), color.z()}) > 1.5f;
+        });
+        for (osg::Vec3& color : colors) {
+            if (isOfBytes && color != plain)
+                color /= 255;
+            for (int i = 0; i < 3; ++i)
+                color[i] = color[i] > 0 ? std::min(color[i], 1.0f) : 0;
+        }
+    }
+
+    /// Scanners write points and nothing else.
+    void makeCloud()
+    {
+        std::vector<ObjCorner> points;
+        for (int i = 0; i < static_cast<int>(m_file.points.size()); ++i)
+            points.push_back({i, -1, -1});
+        if (!points.empty())
+            m_file.parts.push_back({m_object, {{m_material, {}, {}, std::move(points)}}});
+    }
+
     void takeFace()
     {
         if (!takeCorners() || m_corners.size() < 3) {
             ++m_file.spoiltFaces;
             return;
         }
-        std::vector<ObjCorner>& triangles = surface().triangles;
+        if (!defer('f'))
+            add('f', surface());
+    }
+
+    /// Adds what the corners make to a surface. @param kind  'f' for a face, 'l' for a line, 'p' for points
+    void add(char kind, ObjSurface& surface)
+    {
+        if (kind == 'p')
+            surface.points.insert(surface.points.end(), m_corners.begin(), m_corners.end());
+        else if (kind == 'l')
+            addLine(surface.lines);
+        else
+            addFace(surface.triangles);
+    }
+
+    void addFace(std::vector<ObjCorner>& triangles)
+    {
         if (m_corners.size() == 3) {
             triangles.insert(triangles.end(), m_corners.begin(), m_corners.end());
             return;
@@ -199,7 +301,12 @@ private:
             ++m_file.spoiltFaces;
             return;
         }
-        std::vector<ObjCorner>& lines = surface().lines;
+        if (!defer('l'))
+            add('l', surface());
+    }
+
+    void addLine(std::vector<ObjCorner>& lines) const
+    {
         for (std::size_t i = 1; i < m_corners.size(); ++i) {
             lines.push_back(m_corners[i - 1]);
             lines.push_back(m_corners[i]);
@@ -219,17 +326,28 @@ private:
         if (isNew)
             surfaces.push_back({m_material, {}, {}, {}});
         m_surface = &surfaces[place->second];
+        m_place = {part->second, place->second};
         return *m_surface;
     }
 
     TextScanner m_scanner;
     std::size_t m_size;
     ObjFile m_file;
-    std::size_t m_colorCount = 0;
     std::string m_object;
     std::string m_group;
     std::string m_material;
     ObjSurface* m_surface = nullptr;
+    std::pair<std::size_t, std::size_t> m_place; ///< of that: part and surface
+
+    /// A face, a line or points that name what is still to come.
+    struct Deferred
+    {
+        char kind;
+        std::pair<std::size_t, std::size_t> place;
+        std::vector<ObjCorner> corners;
+    };
+    std::vector<Deferred> m_deferred;
+    bool m_areAllKnown = true; ///< what the corners name
     std::map<std::pair<std::string, std::string>, std::size_t> m_parts;
     std::map<std::pair<std::size_t, std::string>, std::size_t> m_surfaces;
 
@@ -243,7 +361,8 @@ private:
 
 ObjFile parseObj(std::string_view text)
 {
-    return Parser(text).parse();
+    const PlainText plainText(text);
+    return Parser(plainText.text()).parse();
 }
 
 } // namespace vfViewer

@@ -38,7 +38,7 @@ struct ObjPart
 struct ObjFile
 {
     std::vector<osg::Vec3> points;
-    std::vector<osg::Vec3> colors; ///< one for each point, or none at all
+    std::vector<osg::Vec3> colors; ///< one for each point, or none at all; grey for points without
     std::vector<osg::Vec2> textures;
     std::vector<osg::Vec3> normals;
     std::vector<ObjPart> parts;

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "reading/ObjMaterials.h"
 
+#include "reading/Emission.h"
 #include "reading/FileGate.h"
+#include "reading/ImageFiles.h"
 #include "reading/MappedFile.h"
+#include "reading/PlainText.h"
 #include "reading/TextScanner.h"
 
 #include <osg/BlendFunc>
@@ -11,11 +14,8 @@
 #include <osg/TexMat>
 #include <osg/Texture2D>
 #include <osgDB/FileNameUtils>
-#include <osgDB/FileUtils>
-#include <osgDB/ReadFile>
 
 #include <algorithm>
-#include <filesystem>
 #include <sstream>
 
 namespace vfViewer {
@@ -45,8 +45,10 @@ struct Description
     float exponent = 0;
     float opacity = 1;
     bool hasDiffuse = false;
+    bool hasOpacity = false; ///< from the word that says it without a doubt
     Map image;
     Map opacityImage;
+    Map emissionImage;
 };
 
 osg::Vec3 takeColor(TextScanner& scanner)
@@ -101,46 +103,38 @@ Map takeMap(TextScanner& scanner)
 }
 
 /// Takes one line of a material.
-void takeLine(TextScanner& scanner, std::string_view word, Description& material)
+void takeLine(TextScanner& scanner, std::string_view given, Description& material)
 {
-    if (word == "Ka") {
+    const std::string word = osgDB::convertToLowerCase(std::string(given));
+    if (word == "ka") {
         material.ambient = takeColor(scanner);
-    } else if (word == "Kd") {
+    } else if (word == "kd") {
         material.diffuse = takeColor(scanner);
         material.hasDiffuse = true;
-    } else if (word == "Ks") {
+    } else if (word == "ks") {
         material.specular = takeColor(scanner);
-    } else if (word == "Ke") {
+    } else if (word == "ke") {
         material.emission = takeColor(scanner);
-    } else if (word == "Ns") {
+    } else if (word == "ns") {
         scanner.number(material.exponent);
     } else if (word == "d") {
         TextScanner ahead = scanner;
         if (ahead.word() == "-halo")
             scanner = ahead;
         scanner.number(material.opacity);
-    } else if (word == "Tr") {
+        material.hasOpacity = true;
+    } else if (word == "tr") {
         float transparency = 0;
         scanner.number(transparency);
-        material.opacity = 1 - transparency;
-    } else if (word == "map_Kd" || (word == "map_Ka" && material.image.file.empty())) {
+        if (!material.hasOpacity)
+            material.opacity = 1 - transparency;
+    } else if (word == "map_kd" || (word == "map_ka" && material.image.file.empty())) {
         material.image = takeMap(scanner);
     } else if (word == "map_d") {
         material.opacityImage = takeMap(scanner);
+    } else if (word == "map_ke") {
+        material.emissionImage = takeMap(scanner);
     }
-}
-
-/// @return the image that a material names; null for no name, and when it is not there, which the gate tells
-osg::ref_ptr<osg::Image> readImage(const std::string& name, const std::string& directory)
-{
-    if (name.empty())
-        return nullptr;
-    std::string path = osgDB::isAbsolutePath(name) ? name : directory + "/" + name;
-    // Materials are often made elsewhere, and their images moved beside them afterwards.
-    const std::string beside = directory + "/" + osgDB::getSimpleFileName(name);
-    if (!osgDB::fileExists(path) && osgDB::fileExists(beside))
-        path = beside;
-    return osgDB::readRefImageFile(path);
 }
 
 /// @param color  null for white
@@ -184,19 +178,37 @@ void placeTexture(osg::StateSet& state, const Map& map)
         0, new osg::TexMat(osg::Matrix::scale(map.scale) * osg::Matrix::translate(map.offset)));
 }
 
+/// @return what the surface emits everywhere
+osg::Vec3 addEmissionOf(osg::StateSet& state, const Description& description, const std::string& directory)
+{
+    const osg::Vec3 color = description.emission;
+    if (description.emissionImage.file.empty()) {
+        // The texture of the surface would darken it.
+        const bool isTextured = state.getTextureAttribute(0, osg::StateAttribute::TEXTURE) != nullptr;
+        return isTextured && addEmission(state, nullptr, color) ? osg::Vec3() : color;
+    }
+    const osg::ref_ptr<osg::Image> image = readImageFile(description.emissionImage.file, directory);
+    if (image)
+        addEmission(state, image, color == osg::Vec3() ? osg::Vec3(1, 1, 1) : color);
+    return {};
+}
+
 osg::ref_ptr<osg::StateSet> makeState(const Description& description, const std::string& directory)
 {
     const osg::ref_ptr<osg::StateSet> state = new osg::StateSet;
     state->setName(description.name);
-    const float opacity = std::clamp(description.opacity, 0.0f, 1.0f);
+    float opacity = std::clamp(description.opacity, 0.0f, 1.0f);
+    // Nothing would be seen; some programs mean the opposite, or write 0 for "nothing is transparent".
+    if (opacity == 0)
+        opacity = 1;
     bool isTransparent = opacity < 1;
 
     osg::Vec3 diffuse = description.diffuse;
-    osg::ref_ptr<osg::Image> image = readImage(description.image.file, directory);
+    osg::ref_ptr<osg::Image> image = readImageFile(description.image.file, directory);
     // A black colour beside an image would leave nothing of it.
     if (image && (!description.hasDiffuse || diffuse == osg::Vec3()))
         diffuse.set(1, 1, 1);
-    if (const osg::ref_ptr<osg::Image> opaque = readImage(description.opacityImage.file, directory))
+    if (const osg::ref_ptr<osg::Image> opaque = readImageFile(description.opacityImage.file, directory))
         image = withOpacity(image, *opaque);
     if (image) {
         const Map& map = description.image.file.empty() ? description.opacityImage : description.image;
@@ -204,13 +216,14 @@ osg::ref_ptr<osg::StateSet> makeState(const Description& description, const std:
         placeTexture(*state, map);
         isTransparent = isTransparent || image->isImageTranslucent();
     }
+    const osg::Vec3 emission = addEmissionOf(*state, description, directory);
     const osg::ref_ptr<osg::Material> material = new osg::Material;
     material->setName(description.name);
     constexpr auto both = osg::Material::FRONT_AND_BACK;
     material->setAmbient(both, {description.ambient, opacity});
     material->setDiffuse(both, {diffuse, opacity});
     material->setSpecular(both, {description.specular, opacity});
-    material->setEmission(both, {description.emission, opacity});
+    material->setEmission(both, {emission, opacity});
     material->setShininess(both, std::clamp(description.exponent, 0.0f, highestExponent) / highestExponent *
                                      highestShininess);
     state->setAttribute(material);
@@ -241,14 +254,13 @@ void ObjMaterials::addLibrary(const std::string& names)
 
 bool ObjMaterials::readLibrary(const std::string& name)
 {
-    std::string relative = name;
-    std::replace(relative.begin(), relative.end(), '\\', '/');
-    const std::string path = osgDB::isAbsolutePath(relative) ? relative : m_directory + "/" + relative;
+    const std::string path = findSideFile(name, m_directory);
+    if (path.empty())
+        return false;
     const MappedFile file(path);
     FileGate::noteFile(path);
-    if (file.text().empty())
-        return std::filesystem::is_regular_file(path);
-    TextScanner scanner(file.text());
+    const PlainText plainText(file.text());
+    TextScanner scanner(plainText.text());
     Description description;
     const std::string directory = osgDB::getFilePath(path);
     const auto add = [&] {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "reading/ObjReader.h"
 
+#include "reading/Emission.h"
 #include "reading/MappedFile.h"
 #include "reading/ObjFile.h"
 #include "reading/ObjMaterials.h"
@@ -8,6 +9,7 @@
 #include <osg/Geode>
 #include <osg/Geometry>
 #include <osgDB/FileNameUtils>
+#include <osgDB/FileUtils>
 
 #include <algorithm>
 #include <functional>
@@ -24,9 +26,11 @@ class Builder
 public:
     explicit Builder(const ObjFile& file) : m_file(file), m_first(file.points.size(), -1) {}
 
-    /// @param mode  GL_TRIANGLES, GL_LINES or GL_POINTS
-    osg::ref_ptr<osg::Geometry> build(const std::vector<ObjCorner>& corners, unsigned int mode)
+    /// @param mode   GL_TRIANGLES, GL_LINES or GL_POINTS
+    /// @param emits  whether the material has a picture of what it emits
+    osg::ref_ptr<osg::Geometry> build(const std::vector<ObjCorner>& corners, unsigned int mode, bool emits)
     {
+        m_emits = emits;
         const auto has = [&corners](int ObjCorner::*number) {
             return std::all_of(corners.begin(), corners.end(),
                                [number](const ObjCorner& corner) { return corner.*number >= 0; });
@@ -100,6 +104,8 @@ private:
                 new osg::Vec2Array(osg::Array::BIND_PER_VERTEX, count);
             fill(*places, [this](const ObjCorner& corner) { return m_file.textures[index(corner.texture)]; });
             geometry.setTexCoordArray(0, places);
+            if (m_emits)
+                geometry.setTexCoordArray(emissionUnit, osg::clone(places.get(), osg::CopyOp::DEEP_COPY_ALL));
         }
         if (!m_file.colors.empty()) {
             const osg::ref_ptr<osg::Vec4Array> colors =
@@ -120,6 +126,7 @@ private:
     static std::size_t index(int number) { return static_cast<std::size_t>(number); }
 
     const ObjFile& m_file;
+    bool m_emits = false;
     bool m_hasTextures = false;
     bool m_hasNormals = false;
     std::vector<ObjCorner> m_corners; ///< those of the geometry
@@ -128,18 +135,50 @@ private:
     std::vector<unsigned int> m_indices;
 };
 
+/// Splits triangles by what their corners have: one without a texture or normals costs the others nothing.
+/// @return nothing where all of them have the same
+std::vector<std::vector<ObjCorner>> likeCorners(const std::vector<ObjCorner>& triangles)
+{
+    const auto kindOf = [&triangles](std::size_t first) {
+        const auto has = [&](int ObjCorner::*number) {
+            return triangles[first].*number >= 0 && triangles[first + 1].*number >= 0 &&
+                   triangles[first + 2].*number >= 0;
+        };
+        return std::size_t(has(&ObjCorner::texture) ? 0 : 1) + (has(&ObjCorner::normal) ? 0 : 2);
+    };
+    std::vector<std::vector<ObjCorner>> split(4);
+    bool isMixed = false;
+    for (std::size_t i = 0; i + 2 < triangles.size() && !isMixed; i += 3)
+        isMixed = kindOf(i) != kindOf(0);
+    if (!isMixed)
+        return {};
+    for (std::size_t i = 0; i + 2 < triangles.size(); i += 3) {
+        std::vector<ObjCorner>& kind = split[kindOf(i)];
+        kind.insert(kind.end(), triangles.begin() + static_cast<std::ptrdiff_t>(i),
+                    triangles.begin() + static_cast<std::ptrdiff_t>(i + 3));
+    }
+    return split;
+}
+
 void addSurface(osg::Geode& geode, Builder& builder, const ObjMaterials& materials, const ObjSurface& surface)
 {
     const auto add = [&](const std::vector<ObjCorner>& corners, unsigned int mode) {
         if (corners.empty())
             return;
-        const osg::ref_ptr<osg::Geometry> geometry = builder.build(corners, mode);
+        osg::StateSet* state = materials.find(surface.material);
+        const bool emits =
+            state && state->getTextureAttribute(emissionUnit, osg::StateAttribute::TEXTURE) != nullptr;
+        const osg::ref_ptr<osg::Geometry> geometry = builder.build(corners, mode, emits);
         geometry->setName(surface.material);
-        if (osg::StateSet* state = materials.find(surface.material))
+        if (state)
             geometry->setStateSet(state);
         geode.addDrawable(geometry);
     };
-    add(surface.triangles, GL_TRIANGLES);
+    const std::vector<std::vector<ObjCorner>> kinds = likeCorners(surface.triangles);
+    if (kinds.empty())
+        add(surface.triangles, GL_TRIANGLES);
+    for (const std::vector<ObjCorner>& triangles : kinds)
+        add(triangles, GL_TRIANGLES);
     add(surface.lines, GL_LINES);
     add(surface.points, GL_POINTS);
 }
@@ -185,6 +224,14 @@ ReadOutcome readObj(const std::string& path)
     ObjMaterials materials(osgDB::getFilePath(path));
     for (const std::string& library : file.libraries)
         materials.addLibrary(library);
+    // Some programs leave the name of the library out where it is that of the model.
+    const bool isWanted = std::any_of(file.parts.begin(), file.parts.end(), [](const ObjPart& part) {
+        return std::any_of(part.surfaces.begin(), part.surfaces.end(),
+                           [](const ObjSurface& surface) { return !surface.material.empty(); });
+    });
+    const std::string beside = osgDB::getNameLessExtension(path) + ".mtl";
+    if (file.libraries.empty() && isWanted && osgDB::fileExists(beside))
+        materials.addLibrary(osgDB::getSimpleFileName(beside));
     outcome.scene = makeScene(file, materials);
     return outcome;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "reading/ReadJob.h"
 
+#include "reading/Mirrored.h"
 #include "reading/ReadProgress.h"
 #include "reading/SceneTransfer.h"
 #include "reading/SideBySide.h"
@@ -249,6 +250,7 @@ public:
     {
         drawable.setUseDisplayList(false);
         drawable.setUseVertexBufferObjects(true);
+        drawable.setDrawCallback(mirrorCallback());
     }
 
     void apply(osg::Geometry& geometry) override

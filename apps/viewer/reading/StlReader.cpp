@@ -3,13 +3,16 @@
 
 #include "reading/LargeArray.h"
 #include "reading/MappedFile.h"
+#include "reading/PlainText.h"
 #include "reading/ReadProgress.h"
 #include "reading/SideBySide.h"
+#include "reading/StlKind.h"
 #include "reading/TextScanner.h"
 
 #include <osg/Geode>
 #include <osg/Geometry>
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstring>
@@ -18,8 +21,8 @@ namespace vfViewer {
 
 namespace {
 
-constexpr std::size_t headerSize = 84; // 80 letters, and the number of triangles
-constexpr std::size_t triangleSize = 50;
+constexpr std::size_t headerSize = stlHeaderSize;
+constexpr std::size_t triangleSize = stlTriangleSize;
 constexpr std::size_t trianglesBetweenReports = 65536;
 constexpr std::size_t trianglesAtOnce = 512;
 constexpr std::size_t trianglesWorthAThread = 100000;
@@ -138,7 +141,8 @@ void takeColors(Solid& solid, std::string_view text, std::size_t count, const Sp
 Solid parseNumbers(std::string_view text)
 {
     Solid solid;
-    const std::size_t count = (text.size() - headerSize) / triangleSize;
+    const std::size_t announced = valueAt<std::uint32_t>(text.data() + headerSize - 4);
+    const std::size_t count = std::min(announced, (text.size() - headerSize) / triangleSize);
     const auto makeNormals = [&solid, text, count] {
         append(*solid.normals, text, count, [](std::size_t, const char* at, osg::Vec3* normals) {
             std::array<osg::Vec3, 4> values;
@@ -185,48 +189,88 @@ void finishFacet(Solid& solid, const osg::Vec3& given, std::vector<osg::Vec3>& c
     corners.clear();
 }
 
-std::vector<Solid> parseText(std::string_view text)
+/// Takes the facets of a text wherever they stand: words in any capitals, in lines of any kind.
+class TextParser
 {
-    std::vector<Solid> solids;
-    TextScanner scanner(text);
-    osg::Vec3 normal;
-    std::vector<osg::Vec3> corners;
-    for (std::size_t nextReport = 0; !scanner.isAtEnd(); scanner.nextLine()) {
-        if (scanner.passed() >= nextReport) {
-            ReadProgress::tell(scanner.passed(), text.size());
-            nextReport = scanner.passed() + bytesBetweenReports;
+public:
+    explicit TextParser(std::string_view text) : m_scanner(text), m_size(text.size()) {}
+
+    std::vector<Solid> parse()
+    {
+        std::size_t nextReport = 0;
+        while (!m_scanner.isAtEnd()) {
+            if (m_scanner.passed() >= nextReport) {
+                ReadProgress::tell(m_scanner.passed(), m_size);
+                nextReport = m_scanner.passed() + bytesBetweenReports;
+            }
+            const std::string_view word = m_scanner.word();
+            if (word.empty())
+                m_scanner.nextLine();
+            else
+                take(word);
         }
-        const std::string_view word = scanner.word();
-        if (word == "solid") {
-            solids.emplace_back();
-            solids.back().name = scanner.rest();
-        } else if (solids.empty()) {
-            continue;
-        } else if (word == "facet") {
-            normal.set(0, 0, 0);
-            if (scanner.word() == "normal")
-                readPoint(scanner, normal);
-        } else if (word == "vertex") {
+        if (m_corners.size() >= 3)
+            finishFacet(solid(), m_normal, m_corners);
+        return std::move(m_solids);
+    }
+
+    /// @return whether the last solid is closed
+    bool isWhole() const { return m_isClosed; }
+
+private:
+    void take(std::string_view word)
+    {
+        if (isStlWord(word, "vertex")) {
             osg::Vec3 point;
-            if (readPoint(scanner, point))
-                corners.push_back(point);
-        } else if (word == "endloop" || word == "endfacet") {
-            finishFacet(solids.back(), normal, corners);
+            if (readPoint(m_scanner, point))
+                m_corners.push_back(point);
+        } else if (isStlWord(word, "facet")) {
+            m_normal.set(0, 0, 0);
+        } else if (isStlWord(word, "normal")) {
+            readPoint(m_scanner, m_normal);
+        } else if (isStlWord(word, "endloop") || isStlWord(word, "endfacet")) {
+            if (m_corners.size() >= 3)
+                finishFacet(solid(), m_normal, m_corners);
+            m_corners.clear();
+        } else if (isStlWord(word, "solid")) {
+            m_solids.emplace_back();
+            m_solids.back().name = takeName();
+            m_isClosed = false;
+        } else if (isStlWord(word, "endsolid")) {
+            takeName();
+            m_isClosed = true;
         }
     }
-    return solids;
-}
 
-/// Some programs begin files of numbers with the word of those of text: what counts is whether the length is right.
-bool isNumbers(std::string_view text)
-{
-    if (text.size() < headerSize)
-        return false;
-    const std::uint64_t announced = valueAt<std::uint32_t>(text.data() + 80);
-    if (text.size() == headerSize + announced * triangleSize)
-        return true;
-    return text.substr(0, 5) != "solid";
-}
+    /// @return the rest of the line, without what follows in files of one line
+    std::string takeName()
+    {
+        std::string name;
+        while (m_scanner.hasWord()) {
+            TextScanner ahead = m_scanner;
+            const std::string_view word = ahead.word();
+            if (isStlWord(word, "facet") || isStlWord(word, "endsolid") || isStlWord(word, "solid"))
+                break;
+            name += (name.empty() ? "" : " ") + std::string(word);
+            m_scanner = ahead;
+        }
+        return name;
+    }
+
+    Solid& solid()
+    {
+        if (m_solids.empty())
+            m_solids.emplace_back();
+        return m_solids.back();
+    }
+
+    TextScanner m_scanner;
+    std::size_t m_size;
+    std::vector<Solid> m_solids;
+    osg::Vec3 m_normal;
+    std::vector<osg::Vec3> m_corners;
+    bool m_isClosed = true;
+};
 
 } // namespace
 
@@ -237,10 +281,15 @@ ReadOutcome readStl(const std::string& path)
     const std::string_view text = file.text();
     const osg::ref_ptr<osg::Group> root = new osg::Group;
     std::vector<Solid> solids;
-    if (isNumbers(text))
+    if (isStlText(text)) {
+        const PlainText plainText(text);
+        TextParser parser(plainText.text());
+        solids = parser.parse();
+        if (!parser.isWhole())
+            outcome.warnings.emplace_back("the file ends before its \"endsolid\"");
+    } else if (text.size() >= headerSize) {
         solids.push_back(parseNumbers(text));
-    else
-        solids = parseText(text);
+    }
     for (const Solid& solid : solids) {
         if (!solid.points->empty())
             root->addChild(makeNode(solid));

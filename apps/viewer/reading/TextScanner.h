@@ -99,6 +99,9 @@ public:
         return true;
     }
 
+    /// @return whether that character is the next
+    bool isNext(char character) const { return m_at != m_end && *m_at == character; }
+
     /// @return whether the line has another word, which is the next then
     bool hasWord()
     {

@@ -70,6 +70,7 @@ void ViewerUiSetup::setupMenus(CommandItem* root)
     addItem(shading, "vfViewer::Textures", "&Textures", "T", nullptr);
     addItem(shading, "vfViewer::VertexColors", "&Colours of points", nullptr, nullptr);
     addItem(shading, "vfViewer::Headlight", "&Light follows the camera", "L", nullptr);
+    addItem(shading, "vfViewer::FileLamps", "Use the lamps of the f&ile", nullptr, nullptr);
     addItem(shading, "vfViewer::Antialiasing", "&Smooth edges", nullptr, nullptr);
     view << "";
     addItem(view, "vfViewer::Grid", "&Grid", "G", nullptr);

@@ -180,6 +180,10 @@
         <translation>&amp;Licht folgt der Kamera</translation>
     </message>
     <message>
+        <source>Use the lamps of the f&amp;ile</source>
+        <translation>Lampen der &amp;Datei benutzen</translation>
+    </message>
+    <message>
         <source>&amp;Smooth edges</source>
         <translation>&amp;Glatte Kanten</translation>
     </message>

@@ -251,6 +251,10 @@
         <source>Smooth edges</source>
         <translation>Kanten glätten</translation>
     </message>
+    <message>
+        <source>Use the lamps of files</source>
+        <translation>Lampen der Dateien benutzen</translation>
+    </message>
 </context>
 <context>
     <name>vfViewer::QtRecentFilesPage</name>
