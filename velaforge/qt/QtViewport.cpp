@@ -2,6 +2,7 @@
 #include <velaforge/qt/QtViewport.h>
 
 #include <velaforge/toolkit/GradientBackground.h>
+#include <velaforge/toolkit/NoPaging.h>
 
 #include <osgGA/TrackballManipulator>
 #include <osgUtil/LineSegmentIntersector>
@@ -86,6 +87,7 @@ QtViewport::QtViewport(QWidget* parent) : QOpenGLWidget(parent), d(std::make_uni
     viewer.getCamera()->setComputeNearFarMode(osg::CullSettings::COMPUTE_NEAR_FAR_USING_BOUNDING_VOLUMES);
     setBackground({0.86f, 0.90f, 0.95f}, {0.56f, 0.64f, 0.72f});
     viewer.setSceneData(d->root);
+    forbidPaging(viewer);
     updateProjection();
 }
 
