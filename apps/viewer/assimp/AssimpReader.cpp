@@ -33,10 +33,12 @@ namespace {
 /// Nodes may be nested so deep and no deeper: whoever walks through the scene does so by recursion.
 constexpr int deepestNode = 500;
 
-/// Opens regular files only: others need not come to an end.
+/// Opens regular files only: others need not come to an end, which is why they do not even exist.
 class RegularFiles : public Assimp::DefaultIOSystem
 {
 public:
+    bool Exists(const char* file) const override { return FileGate::whyUnreadable(file).empty(); }
+
     Assimp::IOStream* Open(const char* file, const char* mode) override
     {
         if (!FileGate::whyUnreadable(file).empty())

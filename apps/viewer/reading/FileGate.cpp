@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "reading/FileGate.h"
 
+#include "reading/SideFiles.h"
+
 #include <osg/Version>
 #include <osgDB/FileNameUtils>
 #include <osgDB/FileUtils>
@@ -75,9 +77,21 @@ std::vector<std::string>& files()
 
 thread_local bool isShut = false;
 
-class LibrariesByAbsolutePath : public osgDB::FindFileCallback
+/// Finds plug-ins by their absolute paths, and while a model is read, the files that it names by the rule of SideFiles.
+class FindByRule : public osgDB::FindFileCallback
 {
 public:
+    std::string findDataFile(const std::string& name, const osgDB::Options* options,
+                             osgDB::CaseSensitivity sensitivity) override
+    {
+        if (!SideFiles::isInForce())
+            return FindFileCallback::findDataFile(name, options, sensitivity);
+        if (!options)
+            return SideFiles::find(name);
+        const osgDB::FilePathList& directories = options->getDatabasePathList();
+        return SideFiles::find(name, {directories.begin(), directories.end()});
+    }
+
     std::string findLibraryFile(const std::string& name, const osgDB::Options*,
                                 osgDB::CaseSensitivity) override
     {
@@ -160,7 +174,7 @@ private:
 void FileGate::install()
 {
     static const bool installed = [] {
-        osgDB::Registry::instance()->setFindFileCallback(new LibrariesByAbsolutePath);
+        osgDB::Registry::instance()->setFindFileCallback(new FindByRule);
         osgDB::Registry::instance()->setReadFileCallback(new ListedFormatsOnly);
         return true;
     }();
@@ -263,6 +277,8 @@ std::string FileGate::whyUnreadable(const std::string& path)
         reason = "it is a directory";
     else if (!S_ISREG(status.st_mode))
         reason = "it is not a regular file";
+    else if (!SideFiles::isAdmitted(path))
+        reason = "it is not in the folder of the model, nor beside or below it";
     else if (status.st_size == 0)
         reason = "the file is empty";
     close(file);

@@ -3,6 +3,7 @@
 
 #include "reading/FileGate.h"
 #include "reading/MappedFile.h"
+#include "reading/SideFiles.h"
 #include "reading/TextScanner.h"
 
 #include <osg/BlendFunc>
@@ -135,12 +136,9 @@ osg::ref_ptr<osg::Image> readImage(const std::string& name, const std::string& d
 {
     if (name.empty())
         return nullptr;
-    std::string path = osgDB::isAbsolutePath(name) ? name : directory + "/" + name;
     // Materials are often made elsewhere, and their images moved beside them afterwards.
-    const std::string beside = directory + "/" + osgDB::getSimpleFileName(name);
-    if (!osgDB::fileExists(path) && osgDB::fileExists(beside))
-        path = beside;
-    return osgDB::readRefImageFile(path);
+    const std::string path = SideFiles::find(name, {directory});
+    return osgDB::readRefImageFile(path.empty() ? name : path);
 }
 
 /// @param color  null for white
@@ -244,6 +242,8 @@ bool ObjMaterials::readLibrary(const std::string& name)
     std::string relative = name;
     std::replace(relative.begin(), relative.end(), '\\', '/');
     const std::string path = osgDB::isAbsolutePath(relative) ? relative : m_directory + "/" + relative;
+    if (!SideFiles::isAdmitted(path))
+        return false;
     const MappedFile file(path);
     FileGate::noteFile(path);
     if (file.text().empty())
