@@ -243,7 +243,7 @@ int main(int argc, char** argv)
     vfBase::openStandardDescriptors();
     int status = EXIT_FAILURE;
     try {
-        vfViewer::ReaderHost::start(); // before there are threads
+        vfViewer::ReaderHost::start(); // which gets ready meanwhile
         status = run(argc, argv);
     } catch (...) {
         std::cerr << "vfviewer: " << vfBase::printable(vfBase::BaseException::describeCurrent()) << std::endl;

@@ -1,10 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/toolkit/NoPaging.h>
 
-#include <osgDB/DatabasePager>
-#include <osgDB/ImagePager>
-#include <osgViewer/View>
-
 namespace vfApplication {
 
 namespace {
@@ -33,10 +29,14 @@ public:
 
 } // namespace
 
-void forbidPaging(osgViewer::View& view)
+osg::ref_ptr<osgDB::DatabasePager> makeIgnoringDatabasePager()
 {
-    view.setDatabasePager(new IgnoringDatabasePager);
-    view.setImagePager(new IgnoringImagePager);
+    return new IgnoringDatabasePager;
+}
+
+osg::ref_ptr<osgDB::ImagePager> makeIgnoringImagePager()
+{
+    return new IgnoringImagePager;
 }
 
 } // namespace vfApplication

@@ -12,6 +12,7 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <new>
 
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -121,7 +122,17 @@ public:
         if (!FileGate::isImage(path))
             return refused(path, "not a listed image format");
         const std::string reason = whyNotToRead(path, options);
-        return reason.empty() ? ReadFileCallback::readImage(path, options) : refused(path, reason);
+        if (!reason.empty())
+            return refused(path, reason);
+        try {
+            ReadResult result = ReadFileCallback::readImage(path, options);
+            if (!result.validImage())
+                FileGate::noteFailure(path, "the image cannot be read");
+            return result;
+        } catch (const std::bad_alloc&) {
+            return refused(path,
+                           "there is not enough memory for this image"); // the rest of the model may fit
+        }
     }
 
     ReadResult readHeightField(const std::string& path, const osgDB::Options*) override
