@@ -2,6 +2,7 @@
 // The launcher of the processes that read and write files, which the viewer executes.
 #include "reading/ModelReader.h"
 #include "reading/ReaderServer.h"
+#include "writing/FormatWriter.h"
 
 #include <velaforge/base/NotifyHandler.h>
 #include <velaforge/base/StandardDescriptors.h>
@@ -25,11 +26,6 @@ bool isSocket(int descriptor)
     return getsockopt(descriptor, SOL_SOCKET, SO_TYPE, &kind, &size) == 0 && kind == SOCK_SEQPACKET;
 }
 
-std::string write(osg::Node&, const std::string&)
-{
-    return "models are not written";
-}
-
 } // namespace
 
 int main()
@@ -40,5 +36,5 @@ int main()
     vfBase::NotifyHandler::instance().install();
     if (!std::getenv("OSG_NOTIFY_LEVEL"))
         osg::setNotifyLevel(osg::WARN);
-    vfViewer::serveReaders(socketDescriptor, {vfViewer::readModel, vfViewer::readImageOnQuad, write});
+    vfViewer::serveReaders(socketDescriptor, {vfViewer::readModel, vfViewer::readImageOnQuad, vfViewer::writeFormat});
 }

@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <exception>
 #include <system_error>
 #include <thread>
 
@@ -139,14 +140,18 @@ void FileWatcher::look(const std::string& path)
     const Known& known = m_known.at(path);
     const auto job = [shared = m_shared, path, generation = known.generation, stamp = known.stamp,
                       digest = known.digest] {
-        Finding finding{path, generation, stampOf(path), digest};
-        if (!(finding.stamp == stamp) || digest.isEmpty())
-            finding.digest = digestOf(path, finding.stamp);
-        const std::lock_guard<std::mutex> lock(shared->mutex);
-        if (!shared->owner)
-            return;
-        shared->findings.push_back(std::move(finding));
-        QCoreApplication::postEvent(shared->owner, new QEvent(QEvent::User));
+        try {
+            Finding finding{path, generation, stampOf(path), digest};
+            if (!(finding.stamp == stamp) || digest.isEmpty())
+                finding.digest = digestOf(path, finding.stamp);
+            const std::lock_guard<std::mutex> lock(shared->mutex);
+            if (!shared->owner)
+                return;
+            shared->findings.push_back(std::move(finding));
+            QCoreApplication::postEvent(shared->owner, new QEvent(QEvent::User));
+        } catch (const std::exception&) {
+            // Without memory nothing is found this time; the next change of the directory has it looked at again.
+        }
     };
     try {
         std::thread(job).detach();

@@ -67,12 +67,10 @@ struct Job::Shared
     void finish(bool isCancelling)
     {
         const std::lock_guard<std::mutex> lock(mutex);
-        if (isDone)
+        if (isDone || (isCancelling && !control.cancel()))
             return;
         isDone = true;
         isCancelled = isCancelling;
-        if (isCancelling)
-            control.cancel();
         condition.notify_all();
         if (function)
             function();

@@ -35,7 +35,8 @@ public:
     /// @return how far it has come, from 0 to 1; less than 0 while that is not known
     double progress() const;
 
-    /// Cancels the work, unless it is done: the job is done at once, and its process is ended.
+    /// Cancels the work, unless it is done or cannot be cancelled any more, as when files are moved to their places: the job
+    /// is done at once, and its process is ended.
     void cancel();
 
     /// The file.

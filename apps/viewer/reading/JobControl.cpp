@@ -23,11 +23,24 @@ JobControl::~JobControl()
         close(m_wakeUp);
 }
 
-void JobControl::cancel()
+bool JobControl::tryCommit()
 {
-    isCancelled = true;
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_isCommitting = !isCancelled;
+    return m_isCommitting;
+}
+
+bool JobControl::cancel()
+{
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        if (m_isCommitting)
+            return false;
+        isCancelled = true;
+    }
     const std::uint64_t one = 1;
     [[maybe_unused]] const ssize_t written = write(m_wakeUp, &one, sizeof(one));
+    return true;
 }
 
 SocketWait waitForSocket(JobControl& control, int socket, short events,

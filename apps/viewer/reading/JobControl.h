@@ -4,6 +4,7 @@
 #include <atomic>
 #include <chrono>
 #include <functional>
+#include <mutex>
 
 namespace vfViewer {
 
@@ -17,7 +18,14 @@ struct JobControl
     JobControl& operator=(const JobControl&) = delete;
 
     /// Cancels the job: ends what waits in waitForSocket(), now and later. May be called on any thread.
-    void cancel();
+    /// @return false when it is too late, see tryCommit()
+    bool cancel();
+
+    /// Announces work that must not be interrupted. @return false when the job was cancelled before
+    bool tryCommit();
+
+    /// Returns whether that work has begun.
+    bool isCommitting() const { return m_isCommitting; }
 
     std::atomic<bool> isCancelled{false};
     std::atomic<float> progress{-1}; ///< from 0 to 1; less than 0 while that is not known
@@ -26,6 +34,8 @@ struct JobControl
     int wakeUp() const { return m_wakeUp; }
 
 private:
+    std::mutex m_mutex;
+    std::atomic<bool> m_isCommitting{false};
     const int m_wakeUp;
 };
 
