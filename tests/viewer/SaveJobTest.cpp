@@ -87,7 +87,8 @@ const std::vector<osg::Vec3> corners = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 
 
 osg::ref_ptr<osg::Geode> makeColored(const osg::Vec4& color)
 {
-    osg::ref_ptr<osg::Geode> geode = makeGeode(makeGeometry(GL_TRIANGLES, {corners[0], corners[1], corners[2]}), "part");
+    osg::ref_ptr<osg::Geode> geode =
+        makeGeode(makeGeometry(GL_TRIANGLES, {corners[0], corners[1], corners[2]}), "part");
     const osg::ref_ptr<osg::Material> material = new osg::Material;
     material->setDiffuse(osg::Material::FRONT_AND_BACK, color);
     geode->getOrCreateStateSet()->setAttribute(material);
@@ -149,8 +150,8 @@ std::vector<Kind> kinds()
         {"EveryKindOfFace",
          [=] {
              std::vector<osg::ref_ptr<osg::Node>> parts;
-             for (const GLenum mode : {GL_TRIANGLES, GL_TRIANGLE_STRIP, GL_TRIANGLE_FAN, GL_QUADS, GL_QUAD_STRIP,
-                                       GL_POLYGON})
+             for (const GLenum mode :
+                  {GL_TRIANGLES, GL_TRIANGLE_STRIP, GL_TRIANGLE_FAN, GL_QUADS, GL_QUAD_STRIP, GL_POLYGON})
              {
                  std::vector<osg::Vec3> points = corners;
                  if (mode == GL_TRIANGLES)
@@ -159,21 +160,37 @@ std::vector<Kind> kinds()
                      std::swap(points[2], points[3]);
                  for (osg::Vec3& point : points)
                      point.z() += 2.0f * static_cast<float>(parts.size());
-                 parts.emplace_back(makeGeode(makeGeometry(mode, points), "part" + std::to_string(parts.size())));
+                 parts.emplace_back(
+                     makeGeode(makeGeometry(mode, points), "part" + std::to_string(parts.size())));
              }
              return group(parts);
          }},
         {"LinesAndPointsAndFaces",
          [=] {
-             return group({square(), makeGeode(makeGeometry(GL_LINE_LOOP, {{0, 0, 2}, {1, 0, 2}, {1, 1, 2}}), "loop"),
+             return group({square(),
+                           makeGeode(makeGeometry(GL_LINE_LOOP, {{0, 0, 2}, {1, 0, 2}, {1, 1, 2}}), "loop"),
                            makeGeode(makeGeometry(GL_LINES, {{0, 0, 3}, {1, 0, 3}}), "line"),
                            makeGeode(makeGeometry(GL_POINTS, {{0, 0, 4}, {1, 0, 4}}), "points")});
          }},
+        {"LinesByTheirNumbers",
+         [=] {
+             const osg::ref_ptr<osg::Geometry> lines = makeGeometry(GL_POINTS, corners);
+             const osg::ref_ptr<osg::DrawElementsUInt> indices = new osg::DrawElementsUInt(GL_LINE_STRIP);
+             for (const unsigned int i : {0u, 1u, 2u, 3u, 0u, 2u})
+                 indices->push_back(i);
+             lines->setPrimitiveSet(0, indices);
+             const osg::ref_ptr<osg::DrawElementsUShort> pairs = new osg::DrawElementsUShort(GL_LINES);
+             for (const unsigned short i : {1, 3})
+                 pairs->push_back(i);
+             lines->addPrimitiveSet(pairs);
+             return group({square(), makeGeode(lines, "lines")});
+         }},
         {"FacesWithoutAnArea",
          [=] {
-             return group({square(), makeGeode(makeGeometry(GL_TRIANGLES, {corners[0], corners[0], corners[0], corners[0],
-                                                                           corners[1], corners[0]}),
-                                               "flat")});
+             return group(
+                 {square(), makeGeode(makeGeometry(GL_TRIANGLES, {corners[0], corners[0], corners[0],
+                                                                  corners[0], corners[1], corners[0]}),
+                                      "flat")});
          }},
         {"WhatIsHiddenOrSwitchedOff",
          [=] {
@@ -181,17 +198,22 @@ std::vector<Kind> kinds()
              hidden->setNodeMask(0);
              osg::ref_ptr<osg::Switch> off = new osg::Switch;
              off->addChild(below(new osg::MatrixTransform(osg::Matrix::translate(0, 0, 5)), square()), false);
-             return group({square(), below(new osg::MatrixTransform(osg::Matrix::translate(5, 0, 0)), hidden), off});
+             return group(
+                 {square(), below(new osg::MatrixTransform(osg::Matrix::translate(5, 0, 0)), hidden), off});
          }},
         {"AShape",
-         [=] { return makeGeode(new osg::ShapeDrawable(new osg::Sphere({1, 2, 3}, 4)), "ball"); }},
+         [=] {
+             return makeGeode(new osg::ShapeDrawable(new osg::Sphere({1, 2, 3}, 4)), "ball");
+         }},
         {"NamesThatAreNone",
          [=] {
              osg::ref_ptr<osg::Geode> part = square();
              part->setName("a\nb\tc \"d\" # e\\");
-             osg::ref_ptr<osg::Geode> same = makeGeode(makeGeometry(GL_QUADS, {{0, 0, 9}, {1, 0, 9}, {1, 1, 9}, {0, 1, 9}}),
-                                                       "a\nb\tc \"d\" # e\\");
-             return group({part, same, makeGeode(makeGeometry(GL_QUADS, {{0, 0, 7}, {1, 0, 7}, {1, 1, 7}, {0, 1, 7}}), "")});
+             osg::ref_ptr<osg::Geode> same = makeGeode(
+                 makeGeometry(GL_QUADS, {{0, 0, 9}, {1, 0, 9}, {1, 1, 9}, {0, 1, 9}}), "a\nb\tc \"d\" # e\\");
+             return group(
+                 {part, same,
+                  makeGeode(makeGeometry(GL_QUADS, {{0, 0, 7}, {1, 0, 7}, {1, 1, 7}, {0, 1, 7}}), "")});
          }},
         {"VerticesThatNobodyUses",
          [=] {
@@ -232,8 +254,9 @@ TEST_P(SavedKinds, AreSavedWholeInEveryFormat)
         const auto before = measureModel(*scene, lost);
         const auto after = measureModel(*outcome.scene, lost);
         EXPECT_TRUE(hasEverything(before, after, false))
-            << format << ": " << before.triangles << " and " << after.triangles << " triangles, " << before.lines
-            << " and " << after.lines << " lines, " << before.points << " and " << after.points << " points";
+            << format << ": " << before.triangles << " and " << after.triangles << " triangles, "
+            << before.lines << " and " << after.lines << " lines, " << before.points << " and "
+            << after.points << " points";
     }
 }
 
@@ -302,6 +325,39 @@ TEST_F(SaveJobs, OnAFullDiskTheFormerModelStaysWithItsFiles)
     umount(disk.c_str());
 }
 
+TEST_F(SaveJobs, AColourThatReplacesThoseBelowItIsWritten)
+{
+    const osg::ref_ptr<osg::Group> scene = new osg::Group;
+    scene->addChild(makeColored({1, 0, 0, 1}));
+    const osg::ref_ptr<osg::Material> green = new osg::Material;
+    green->setDiffuse(osg::Material::FRONT_AND_BACK, {0, 1, 0, 1});
+    scene->getOrCreateStateSet()->setAttribute(green, osg::StateAttribute::OVERRIDE);
+    for (const char* format : {"obj", "3ds", "ac"}) {
+        const std::string path = directory.file(std::string("green.") + format);
+        EXPECT_EQ("", save(*scene, path)) << format;
+        struct Find : osg::NodeVisitor
+        {
+            Find() : NodeVisitor(TRAVERSE_ALL_CHILDREN) {}
+            void apply(osg::Node& node) override
+            {
+                const osg::StateSet* state = node.getStateSet();
+                const auto* material = state ? dynamic_cast<const osg::Material*>(
+                                                   state->getAttribute(osg::StateAttribute::MATERIAL))
+                                             : nullptr;
+                if (material)
+                    color = material->getDiffuse(osg::Material::FRONT);
+                traverse(node);
+            }
+            osg::Vec4 color;
+        } find;
+        const auto outcome = read(path);
+        ASSERT_TRUE(outcome.scene) << outcome.reason;
+        outcome.scene->accept(find);
+        EXPECT_NEAR(0, find.color.r(), 0.01) << format;
+        EXPECT_NEAR(1, find.color.g(), 0.01) << format;
+    }
+}
+
 TEST_F(SaveJobs, MaterialsOfOthersAreNotOverwritten)
 {
     directory.write("boat.mtl", "newmtl theirs\n");
@@ -355,7 +411,8 @@ TEST_F(SaveJobs, ImagesComeWithTheModelUnderNamesThatAreFree)
     }
     EXPECT_EQ("somebody else's", readFile(directory.file("sail.png")));
     EXPECT_EQ(readFile(VELAFORGE_SOURCE_DIR "/models/sail.png"), readFile(directory.file("sail-2.png")));
-    EXPECT_THAT(names(), ElementsAre("boat.3ds", "boat.ac", "boat.mtl", "boat.obj", "sail-2.png", "sail.png"));
+    EXPECT_THAT(names(),
+                ElementsAre("boat.3ds", "boat.ac", "boat.mtl", "boat.obj", "sail-2.png", "sail.png"));
 }
 
 TEST_F(SaveJobs, ModeAndLinksOfTheFormerFileStay)

@@ -58,14 +58,18 @@ private:
 };
 
 /// What colours a part.
-struct Look
+class Look
 {
+public:
     const osg::Material* material = nullptr;
     const osg::Texture* texture = nullptr;
     const osg::TexMat* place = nullptr;
 
     bool isEmpty() const { return !material && !image(); }
-    const osg::Image* image() const { return texture && texture->getNumImages() > 0 ? texture->getImage(0) : nullptr; }
+    const osg::Image* image() const
+    {
+        return texture && texture->getNumImages() > 0 ? texture->getImage(0) : nullptr;
+    }
     bool operator<(const Look& other) const
     {
         return std::tie(material, texture, place) < std::tie(other.material, other.texture, other.place);
@@ -75,15 +79,30 @@ struct Look
     {
         if (!state)
             return;
-        if (const auto* own = dynamic_cast<const osg::Material*>(state->getAttribute(osg::StateAttribute::MATERIAL)))
-            material = own;
-        if (const auto* own =
-                dynamic_cast<const osg::Texture*>(state->getTextureAttribute(0, osg::StateAttribute::TEXTURE)))
-            texture = own;
-        if (const auto* own =
-                dynamic_cast<const osg::TexMat*>(state->getTextureAttribute(0, osg::StateAttribute::TEXMAT)))
-            place = own;
+        m_material.take(state->getAttributePair(osg::StateAttribute::MATERIAL), material);
+        m_texture.take(state->getTextureAttributePair(0, osg::StateAttribute::TEXTURE), texture);
+        m_place.take(state->getTextureAttributePair(0, osg::StateAttribute::TEXMAT), place);
     }
+
+private:
+    /// Whether what is below an attribute of a kind must not replace it.
+    struct Forced
+    {
+        template <class Kind>
+        void take(const osg::StateSet::RefAttributePair* pair, const Kind*& taken)
+        {
+            const auto* own = pair ? dynamic_cast<const Kind*>(pair->first.get()) : nullptr;
+            if (!own || (isForced && !(pair->second & osg::StateAttribute::PROTECTED)))
+                return;
+            taken = own;
+            isForced = (pair->second & osg::StateAttribute::OVERRIDE) != 0;
+        }
+        bool isForced = false;
+    };
+
+    Forced m_material;
+    Forced m_texture;
+    Forced m_place;
 };
 
 /// The materials of a file, in the order in which they are used.
@@ -215,9 +234,10 @@ public:
         }
         writeArrays(geometry, vertices);
         for (const osg::ref_ptr<osg::PrimitiveSet>& primitives : geometry.getPrimitiveSetList()) {
-            walkPrimitives(*primitives, [&](PrimitiveKind kind, const unsigned int* indices, std::size_t count) {
-                writePrimitive(kind, indices, count, vertices.size());
-            });
+            walkPrimitives(*primitives,
+                           [&](PrimitiveKind kind, const unsigned int* indices, std::size_t count) {
+                               writePrimitive(kind, indices, count, vertices.size());
+                           });
         }
         m_vertices += m_used;
         m_normals += m_hasNormals ? m_used : 0;
@@ -237,7 +257,8 @@ private:
         };
         const auto* normals = dynamic_cast<const osg::Vec3Array*>(geometry.getNormalArray());
         const auto* places = dynamic_cast<const osg::Vec2Array*>(geometry.getTexCoordArray(0));
-        const bool isOneNormal = normals && normals->getBinding() == osg::Array::BIND_OVERALL && !normals->empty();
+        const bool isOneNormal =
+            normals && normals->getBinding() == osg::Array::BIND_OVERALL && !normals->empty();
         m_hasNormals = perVertex(normals) || isOneNormal;
         m_hasPlaces = perVertex(places);
         for (const unsigned int i : m_order)
@@ -249,7 +270,8 @@ private:
         }
         for (std::size_t i = 0; m_hasPlaces && i < m_order.size(); ++i) {
             const osg::Vec2& place = (*places)[m_order[i]];
-            writeVector("vt", osg::Vec3d(static_cast<double>(place.x()), static_cast<double>(place.y()), 0), 2);
+            writeVector("vt", osg::Vec3d(static_cast<double>(place.x()), static_cast<double>(place.y()), 0),
+                        2);
         }
     }
 
@@ -286,7 +308,8 @@ private:
         m_file.write("\n", 1);
     }
 
-    void writePrimitive(PrimitiveKind kind, const unsigned int* indices, std::size_t count, std::size_t vertices)
+    void writePrimitive(PrimitiveKind kind, const unsigned int* indices, std::size_t count,
+                        std::size_t vertices)
     {
         if (std::any_of(indices, indices + count, [vertices](unsigned int i) { return i >= vertices; }))
             return;

@@ -3,12 +3,17 @@
 
 #include "model/FormatLosses.h"
 #include "reading/UpAxis.h"
+#include "writing/PrimitiveWalk.h"
+#include "writing/VertexArray.h"
 
 #include <osg/Geometry>
 #include <osg/Material>
 #include <osg/NodeVisitor>
 #include <osgUtil/Optimizer>
 
+#include <algorithm>
+#include <string>
+#include <utility>
 #include <vector>
 
 namespace vfViewer {
@@ -42,23 +47,28 @@ public:
     void apply(osg::Node& node) override
     {
         const osg::ref_ptr<osg::Material> above = m_shown;
-        if (osg::Material* own = materialOf(node))
-            m_shown = own;
+        const bool wasForced = m_isForced;
+        take(node.getStateSet());
         if (node.asGeometry())
             node.getOrCreateStateSet()->setAttribute(m_shown);
         traverse(node);
         m_shown = above;
+        m_isForced = wasForced;
     }
 
 private:
-    static osg::Material* materialOf(osg::Node& node)
+    void take(osg::StateSet* state)
     {
-        osg::StateSet* state = node.getStateSet();
-        osg::StateAttribute* found = state ? state->getAttribute(osg::StateAttribute::MATERIAL) : nullptr;
-        return dynamic_cast<osg::Material*>(found);
+        const auto* pair = state ? state->getAttributePair(osg::StateAttribute::MATERIAL) : nullptr;
+        auto* own = pair ? dynamic_cast<osg::Material*>(pair->first.get()) : nullptr;
+        if (!own || (m_isForced && !(pair->second & osg::StateAttribute::PROTECTED)))
+            return;
+        m_shown = own;
+        m_isForced = (pair->second & osg::StateAttribute::OVERRIDE) != 0;
     }
 
     osg::ref_ptr<osg::Material> m_shown;
+    bool m_isForced = false; ///< it replaces those below it
 };
 
 /// @return a copy in which transforms are worked into the points, and materials hang at what they colour, for a writer that
@@ -76,6 +86,77 @@ osg::ref_ptr<osg::Node> flattened(osg::Node& scene)
     copy->accept(give);
     return copy;
 }
+
+/// Puts lines into geometries of their own, a pair of vertices each: the writer of AC files knows them in no other form.
+class SplitLines : public osg::NodeVisitor
+{
+public:
+    SplitLines() : NodeVisitor(TRAVERSE_ALL_CHILDREN) { setNodeMaskOverride(~0u); }
+
+    void apply(osg::Geometry& geometry) override
+    {
+        const VertexArray vertices(geometry.getVertexArray());
+        const osg::ref_ptr<osg::Vec3Array> pairs = new osg::Vec3Array;
+        osg::Geometry::PrimitiveSetList others;
+        for (const osg::ref_ptr<osg::PrimitiveSet>& primitives : geometry.getPrimitiveSetList()) {
+            bool isOther = true;
+            walkPrimitives(*primitives,
+                           [&](PrimitiveKind kind, const unsigned int* indices, std::size_t count) {
+                               isOther = kind != PrimitiveKind::Lines;
+                               for (std::size_t i = 1; !isOther && i < count; ++i) {
+                                   if (indices[i - 1] >= vertices.size() || indices[i] >= vertices.size())
+                                       continue;
+                                   pairs->push_back(vertices[indices[i - 1]]);
+                                   pairs->push_back(vertices[indices[i]]);
+                               }
+                           });
+            if (isOther)
+                others.push_back(primitives);
+        }
+        if (pairs->empty())
+            return;
+        const osg::ref_ptr<osg::Geometry> lines = new osg::Geometry;
+        lines->setName(geometry.getName());
+        lines->setStateSet(geometry.getStateSet());
+        lines->setVertexArray(pairs);
+        lines->addPrimitiveSet(new osg::DrawArrays(GL_LINES, 0, static_cast<int>(pairs->size())));
+        m_lines.emplace_back(&geometry, lines);
+        geometry.setPrimitiveSetList(others);
+    }
+
+    void add()
+    {
+        for (const auto& [geometry, lines] : m_lines) {
+            const osg::Node::ParentList parents = geometry->getParents();
+            for (osg::Group* parent : parents) {
+                if (geometry->getNumPrimitiveSets() > 0)
+                    parent->addChild(lines);
+                else
+                    parent->replaceChild(geometry, lines);
+            }
+        }
+    }
+
+private:
+    std::vector<std::pair<osg::ref_ptr<osg::Geometry>, osg::ref_ptr<osg::Geometry>>> m_lines;
+};
+
+/// Replaces in names what would end a line, a text or a word of a format.
+class CleanNames : public osg::NodeVisitor
+{
+public:
+    CleanNames() : NodeVisitor(TRAVERSE_ALL_CHILDREN) { setNodeMaskOverride(~0u); }
+
+    void apply(osg::Node& node) override
+    {
+        std::string name = node.getName();
+        std::replace_if(
+            name.begin(), name.end(),
+            [](unsigned char c) { return c < 0x20 || c == 0x7f || c == '"' || c == '\\'; }, '_');
+        node.setName(name);
+        traverse(node);
+    }
+};
 
 /// @return whether a format that loses these features has a place for such primitives
 bool isKept(const osg::PrimitiveSet& primitives, unsigned int lost)
@@ -148,8 +229,17 @@ osg::ref_ptr<osg::Node> writableScene(osg::Node& scene, const std::string& forma
 {
     const osg::ref_ptr<osg::Node> fit = fitFor(scene, format);
     osg::ref_ptr<osg::Node> turned = isWrittenWithYUp("." + format) ? withYUp(*fit) : fit;
-    return format == "ac" ? flattened(*turned) : turned;
+    if (format != "ac" && format != "3ds" && format != "dxf")
+        return turned;
+    const osg::ref_ptr<osg::Node> flat = flattened(*turned);
+    CleanNames clean;
+    flat->accept(clean);
+    if (format == "ac") {
+        SplitLines split;
+        flat->accept(split);
+        split.add();
+    }
+    return flat;
 }
-
 
 } // namespace vfViewer
