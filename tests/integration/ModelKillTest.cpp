@@ -109,3 +109,19 @@ TEST(ModelKill, KilledAtAnyMomentAModelHasItsOwnMaterials)
     }
     EXPECT_EQ(1u, files) << "materials of models that are gone";
 }
+
+TEST(ModelLimits, ALimitOfTheSizeOfFilesIsAReasonAndNoEndOfTheProgram)
+{
+    const TemporaryDirectory directory;
+    for (const char* blocks : {"0", "1", "20", "200"}) {
+        for (const char* format : {"obj", "osgt", "stl"}) {
+            const std::string command =
+                std::string("ulimit -f ") + blocks + "; exec " VELAFORGE_PROGRAM_DIR "/vfviewer --headless " +
+                vfTest::signpost("obj") +
+                " --invoke vfViewer::SaveAs=" + directory.file(std::string("a.") + format);
+            const Outcome outcome = vfTest::runProgram({"/bin/sh", "-c", command});
+            EXPECT_TRUE(outcome.status == 0 || outcome.status == 4)
+                << blocks << " " << format << ": " << outcome.status;
+        }
+    }
+}

@@ -196,3 +196,11 @@ TEST_F(ModelReader, BadImagesGetAReason)
     EXPECT_THAT(readImageOnQuad(directory.write("a.png", "no picture")).reason, HasSubstr("damaged"));
     EXPECT_THAT(readImageOnQuad(directory.write("a.obj", "v 0 0 0\n")).reason, HasSubstr("not an image"));
 }
+
+TEST_F(ModelReader, FacesThatAllLieInOnePointAreNoModelAndOnePointIs)
+{
+    const auto zeros = vfViewer::readModel(directory.write("zeros.stl", std::string(1000000, '\0')));
+    EXPECT_FALSE(zeros.scene);
+    EXPECT_EQ("all of its faces lie in one point", zeros.reason);
+    EXPECT_TRUE(vfViewer::readModel(directory.write("point.obj", "v 1 2 3\np 1\n")).scene);
+}

@@ -143,6 +143,24 @@ bool isFinite(const osg::BoundingBox& box)
     return true;
 }
 
+/// @return whether a scene is of geometries with faces, and without points, which may lie in one place
+bool hasOnlyFaces(osg::Node& scene)
+{
+    struct Look : osg::NodeVisitor
+    {
+        Look() : NodeVisitor(TRAVERSE_ALL_CHILDREN) { setNodeMaskOverride(~0u); }
+        void apply(osg::Drawable&) override { hasOthers = true; }
+        void apply(osg::Geometry& geometry) override
+        {
+            for (const osg::ref_ptr<osg::PrimitiveSet>& primitives : geometry.getPrimitiveSetList())
+                hasOthers = hasOthers || primitives->getMode() == GL_POINTS;
+        }
+        bool hasOthers = false;
+    } look;
+    scene.accept(look);
+    return !look.hasOthers;
+}
+
 /// @return why the scene cannot be shown; empty when it can
 std::string whyNotShown(osg::Node& scene)
 {
@@ -152,6 +170,8 @@ std::string whyNotShown(osg::Node& scene)
         return "there is nothing in it that could be shown";
     if (!isFinite(bounds.getBoundingBox()))
         return "its coordinates are too large";
+    if (!(bounds.getBoundingBox().radius2() > 0) && hasOnlyFaces(scene))
+        return "all of its faces lie in one point";
     return {};
 }
 
