@@ -31,6 +31,7 @@
 #include <osg/Notify>
 
 #include <algorithm>
+#include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <iostream>
@@ -244,9 +245,11 @@ int main(int argc, char** argv)
 {
     // First of all: a socket of the reader's must not come to lie on a standard stream that is closed.
     vfBase::openStandardDescriptors();
+    // A write beyond a limit of the size of files fails, as on a full disk; its signal would end the program.
+    std::signal(SIGXFSZ, SIG_IGN);
     int status = EXIT_FAILURE;
     try {
-        vfViewer::ReaderHost::start(); // before there are threads
+        vfViewer::ReaderHost::start(); // which gets ready meanwhile
         status = run(argc, argv);
     } catch (...) {
         std::cerr << "vfviewer: " << vfBase::printable(vfBase::BaseException::describeCurrent()) << std::endl;

@@ -603,3 +603,42 @@ TEST(ReplaceFile, AFileWhoseAccessListCannotBeReadIsForItsOwnerOnly)
         EXPECT_EQ(mode, statusOf(path).st_mode & allBits);
     }
 }
+
+TEST(ReplaceFileBy, AnotherFileTakesItsPlaceWithItsPermissionsAndLinks)
+{
+    const TemporaryDirectory directory;
+    const std::string path = directory.write("file", "before");
+    ASSERT_EQ(0, chmod(path.c_str(), 0664));
+    ASSERT_EQ(0, symlink("file", directory.file("link").c_str()));
+    const std::string draft = directory.write("draft", "after");
+    ASSERT_EQ(0, chmod(draft.c_str(), 0600));
+    VfString reason;
+    ASSERT_TRUE(vfBase::replaceFileBy(directory.file("link"), draft, reason)) << reason.str();
+    EXPECT_EQ("after", readFile(path));
+    EXPECT_EQ(0664u, statusOf(path).st_mode & allBits);
+    EXPECT_TRUE(S_ISLNK(statusOf(directory.file("link")).st_mode));
+    EXPECT_THAT(namesIn(directory.path()), testing::ElementsAre("file", "link"));
+    ASSERT_TRUE(vfBase::replaceFileBy(directory.file("new"), directory.write("draft", "new"), reason));
+    EXPECT_EQ("new", readFile(directory.file("new")));
+}
+
+TEST(ReplaceFileBy, TellsWhyAndLeavesBothFiles)
+{
+    const TemporaryDirectory directory;
+    const std::string draft = directory.write("draft", "after");
+    const std::string kept = directory.write("kept", "before");
+    ASSERT_EQ(0, chmod(kept.c_str(), 0400));
+    std::filesystem::create_directory(directory.file("directory"));
+    ASSERT_EQ(0, mkfifo(directory.file("pipe").c_str(), 0600));
+    for (const char* name : {"kept", "directory", "pipe", "missing/file"}) {
+        VfString reason;
+        EXPECT_FALSE(vfBase::replaceFileBy(directory.file(name), draft, reason)) << name;
+        EXPECT_NE("", reason.str()) << name;
+    }
+    VfString reason;
+    EXPECT_FALSE(vfBase::replaceFileBy("", draft, reason));
+    EXPECT_FALSE(vfBase::replaceFileBy(directory.file("other"), directory.file("no draft"), reason));
+    EXPECT_FALSE(vfBase::replaceFileBy(directory.file("other"), directory.file("pipe"), reason));
+    EXPECT_EQ("before", readFile(kept));
+    EXPECT_EQ("after", readFile(draft));
+}

@@ -219,3 +219,49 @@ TEST_F(Loading, OfAChangedFileCanBeCancelledAndTheModelStays)
         });
     });
 }
+
+TEST_F(Loading, SavingALargeModelNeverHoldsTheWindowUp)
+{
+    const std::string path = directory.file("hills.stl");
+    vfTest::writeHills(path, 300000);
+    Viewer viewer({path});
+    viewer.run([&] {
+        viewer.ui([&] {
+            viewer.model()->modify(true);
+            Control control;
+            Heart heart;
+            const auto begin = Clock::now();
+            EXPECT_TRUE(
+                viewer.model()->onSaveDocument(directory.file("saved.obj"), vfBase::Options()).success());
+            heart.beat();
+            const auto took = Clock::now() - begin;
+            EXPECT_GT(heart.count(), 20);
+            EXPECT_LT(heart.longest().count(), (took / 4 + 2 * control.end()).count());
+            EXPECT_FALSE(viewer.model()->isModified());
+        });
+    });
+}
+
+TEST_F(Loading, SavingCanBeCancelledAndLeavesTheFileAsItWas)
+{
+    const std::string path = directory.file("hills.stl");
+    vfTest::writeHills(path, 300000);
+    const std::string target = directory.write("saved.osgt", "before");
+    Viewer viewer({path});
+    viewer.run([&] {
+        bool isSaved = true;
+        viewer.ui([&] { viewer.model()->modify(true); });
+        viewer.program().start(
+            [&] { isSaved = viewer.model()->onSaveDocument(target, vfBase::Options()).success(); });
+        ASSERT_TRUE(viewer.program().waitForDialog("loading"));
+        viewer.waitFor([] { return Program::dialog()->isActiveWindow(); });
+        viewer.hand.key("Escape");
+        EXPECT_TRUE(viewer.program().waitForNoDialog());
+        viewer.ui([&] {
+            EXPECT_FALSE(isSaved);
+            EXPECT_TRUE(viewer.model()->isModified());
+            EXPECT_EQ(path, viewer.model()->getFilename().str());
+        });
+    });
+    EXPECT_EQ("before", vfTest::readFile(target));
+}

@@ -14,6 +14,7 @@
 #include <osg/Camera>
 #include <osg/ComputeBoundsVisitor>
 #include <osg/MatrixTransform>
+#include <osgDB/DatabasePager>
 #include <osgViewer/Viewer>
 
 #include <QImage>
@@ -167,6 +168,24 @@ TEST_F(Viewport, ASceneThatMovesByItselfIsDrawnOnAndOn)
         viewer.ui([&] { viewer.viewport()->setContinuous(false); });
         settle(viewer);
         EXPECT_FALSE(viewer.ui([&] { return viewer.viewport()->isContinuous(); }));
+    });
+}
+
+TEST_F(Viewport, FilesThatASceneNamesForLaterAreNotRead)
+{
+    Viewer viewer({sailboat});
+    viewer.run([&] {
+        settle(viewer);
+        viewer.ui([&] {
+            osgDB::DatabasePager* pager = viewer.viewport()->getViewer().getDatabasePager();
+            ASSERT_TRUE(pager);
+            osg::NodePath path = {&viewer.model()->scene()};
+            const osg::ref_ptr<osg::FrameStamp> now = new osg::FrameStamp;
+            osg::ref_ptr<osg::Referenced> request;
+            pager->requestNodeFile("missing.osgt", path, 1, now, request, nullptr);
+            EXPECT_FALSE(pager->isRunning());
+            EXPECT_EQ(0u, pager->getFileRequestListSize());
+        });
     });
 }
 

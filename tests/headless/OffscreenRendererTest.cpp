@@ -4,6 +4,8 @@
 #include <osg/Geode>
 #include <osg/Geometry>
 #include <osg/Group>
+#include <osg/PagedLOD>
+#include <osgDB/DatabasePager>
 
 #include <gmock/gmock.h>
 
@@ -111,4 +113,36 @@ TEST(OffscreenRenderer, GivesNoReasonWhenNothingFailed)
     VfString reason;
     EXPECT_TRUE(render(renderer, *square, 8, 8, reason));
     EXPECT_EQ("", reason);
+}
+
+TEST(OffscreenRenderer, FilesThatASceneNamesForLaterAreNotRead)
+{
+    /// Looks, after the scene has been culled, whether the pager was asked for something.
+    struct Look : osg::NodeCallback
+    {
+        void operator()(osg::Node* node, osg::NodeVisitor* visitor) override
+        {
+            traverse(node, visitor);
+            const auto* pager = dynamic_cast<osgDB::DatabasePager*>(visitor->getDatabaseRequestHandler());
+            isAsked = isAsked || (pager && (pager->isRunning() || pager->getFileRequestListSize() > 0));
+            ++calls;
+        }
+        bool isAsked = false;
+        int calls = 0;
+    };
+    const osg::ref_ptr<osg::PagedLOD> paged = new osg::PagedLOD;
+    paged->setFileName(0, "missing.osgt");
+    paged->setRange(0, 0, 1e10f);
+    paged->setCenter({0, 0, 0});
+    paged->setRadius(1);
+    const osg::ref_ptr<osg::Group> scene = new osg::Group;
+    scene->addChild(makeSquare());
+    scene->addChild(paged);
+    const osg::ref_ptr<Look> look = new Look;
+    scene->setCullCallback(look);
+    OffscreenRenderer renderer;
+    VfString reason;
+    ASSERT_TRUE(render(renderer, *scene, 64, 64, reason)) << reason.str();
+    EXPECT_GT(look->calls, 0);
+    EXPECT_FALSE(look->isAsked);
 }

@@ -100,6 +100,15 @@ TEST_F(FileExistenceTest, OneThreadAtMostLooksAtAFileThatDoesNotAnswer)
     EXPECT_EQ(FileExistence::There, files.state("/dead/file"));
 }
 
+TEST_F(FileExistenceTest, ALookThatThrowsCountsAsMissing)
+{
+    FileExistence files([](const std::string&) -> bool { throw std::bad_alloc(); });
+    countTold(files);
+    files.check("/file");
+    waitForTold(1);
+    EXPECT_EQ(FileExistence::Missing, files.state("/file"));
+}
+
 TEST_F(FileExistenceTest, AThreadThatComesBackToNobodyIsHarmless)
 {
     struct Mount

@@ -78,6 +78,8 @@ TEST(CameraPlaces, AreNotMoreThanThereIsRoomFor)
         EXPECT_TRUE(places.keep("/a.obj", place(std::to_string(i), 1)));
     EXPECT_FALSE(places.keep("/a.obj", place("one more", 1)));
     EXPECT_TRUE(places.keep("/a.obj", place("7", 2))) << "instead of another";
+    EXPECT_FALSE(places.keep("/b.obj", place(std::string(100000, 'a'), 1))) << "a name without end";
+    EXPECT_TRUE(places.keep("/b.obj", place(std::string(200, 'a'), 1)));
     EXPECT_EQ(CameraPlaces::mostPlaces, places.of("/a.obj").size());
     for (std::size_t i = 1; i < CameraPlaces::mostFiles; ++i)
         places.keep("/" + std::to_string(i), place("bow", 1));

@@ -209,6 +209,7 @@ std::vector<Hostile> hostileFiles()
              append(bytes, std::uint32_t(0xffffffff));
              directory.write("a.stl", bytes + std::string(200, '\0'));
          }},
+        {"AMegabyteOfZeros", "a.stl", text("a.stl", std::string(1000000, '\0'))},
         {"CoordinatesThatAreNoNumbers", "a.stl",
          [](D directory, S) {
              std::string bytes(80, 'x');

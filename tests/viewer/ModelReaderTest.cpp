@@ -314,3 +314,11 @@ TEST_F(ModelReader, WhatOnePluginDoesNotReadAssimpDoes)
     EXPECT_NEAR(0, (expected._max - box._max).length(), 1e-3) << "and stands upright";
     EXPECT_NEAR(0, (expected._min - box._min).length(), 1e-3);
 }
+
+TEST_F(ModelReader, FacesThatAllLieInOnePointAreNoModelAndOnePointIs)
+{
+    const auto zeros = vfViewer::readModel(directory.write("zeros.stl", std::string(1000000, '\0')));
+    EXPECT_FALSE(zeros.scene);
+    EXPECT_EQ("all of its faces lie in one point", zeros.reason);
+    EXPECT_TRUE(vfViewer::readModel(directory.write("point.obj", "v 1 2 3\np 1\n")).scene);
+}

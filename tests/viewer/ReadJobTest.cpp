@@ -3,13 +3,20 @@
 #include "Reading.h"
 
 #include "reading/AssimpLibrary.h"
+#include "reading/ModelReader.h"
+#include "reading/SceneBlocks.h"
 #include "reading/SceneTransfer.h"
+#include "reading/SharedMemory.h"
+#include "reading/TransferBytes.h"
 #include "support/LargeModels.h"
 #include "support/Models.h"
 #include "support/Search.h"
 #include "support/Spoiler.h"
 
+#include <osg/Geode>
 #include <osg/Geometry>
+#include <osg/PagedLOD>
+#include <osg/Program>
 #include <osg/Texture2D>
 #include <osgDB/WriteFile>
 
@@ -17,14 +24,21 @@
 
 #include <algorithm>
 #include <chrono>
+#include <climits>
 #include <cmath>
 #include <csignal>
 #include <cstddef>
+#include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <functional>
+#include <memory>
 #include <set>
 #include <thread>
+#include <vector>
 
+#include <fcntl.h>
 #include <linux/filter.h>
 #include <linux/seccomp.h>
 #include <sys/mman.h>
@@ -35,6 +49,7 @@
 
 namespace fs = std::filesystem;
 using testing::HasSubstr;
+using testing::Not;
 using vfViewer::ReadJob;
 using vfViewer::ReadKind;
 using vfViewer::ReadLimits;
@@ -252,6 +267,72 @@ TEST_F(ReadJobs, AFileThatPromisesMoreThanThereIsRoomForIsAReason)
     fs::resize_file(directory.file("sparse.obj"), 8ull * 1024 * 1024 * 1024);
     EXPECT_NE("", read(directory.file("sparse.obj"), limits).reason);
 }
+
+/// A red image in the format SGI, whose rows are the same bytes of the file.
+std::string redImage(std::uint32_t width)
+{
+    std::string image;
+    const auto append = [&image](std::uint32_t number, int bytes) {
+        for (int shift = 8 * (bytes - 1); shift >= 0; shift -= 8)
+            image += static_cast<char>(number >> shift & 0xff);
+    };
+    append(474, 2);
+    append(1, 1); // compressed
+    append(1, 1);
+    append(3, 2);
+    append(width, 2);
+    append(width, 2);
+    append(3, 2);
+    append(0, 4);
+    append(255, 4);
+    image.resize(512);
+    std::vector<std::string> rows;
+    for (const char value : {'\xff', '\x01', '\x01'}) {
+        std::string row;
+        for (std::uint32_t left = width; left > 0; left -= std::min(left, 127u)) {
+            row += static_cast<char>(std::min(left, 127u));
+            row += value;
+        }
+        rows.push_back(row + '\0');
+    }
+    const auto first = static_cast<std::uint32_t>(512 + width * 3 * 8);
+    const auto length = static_cast<std::uint32_t>(rows[0].size());
+    for (std::uint32_t i = 0; i < 3 * width; ++i)
+        append(first + i / width * length, 4);
+    for (std::uint32_t i = 0; i < 3 * width; ++i)
+        append(length, 4);
+    return image + rows[0] + rows[1] + rows[2];
+}
+
+TEST_F(ReadJobs, AModelWithAnImageThatJustFitsOpensAndWithOneThatDoesNotFitIsShownWithoutIt)
+{
+    constexpr int width = 8192;
+    directory.write("red.rgb", redImage(width));
+    directory.write("a.mtl", "newmtl a\nmap_Kd red.rgb\n");
+    const std::string path = directory.write(
+        "a.obj",
+        "mtllib a.mtl\nv 0 0 0\nv 1 0 0\nv 0 1 0\nvt 0 0\nvt 1 0\nvt 0 1\nusemtl a\nf 1/1 2/2 3/3\n");
+    const auto imageOf = [](const ReadOutcome& outcome) {
+        std::size_t bytes = 0;
+        vfViewer::FindBlocks find;
+        outcome.scene->accept(find);
+        for (const osg::ref_ptr<osg::Image>& image : find.images)
+            bytes += image->getTotalSizeInBytes();
+        return bytes;
+    };
+    constexpr std::uint64_t megabyte = 1024 * 1024;
+    ReadLimits limits;
+    limits.memory = 400 * megabyte;
+    const ReadOutcome fitting = read(path, limits);
+    ASSERT_TRUE(fitting.scene) << fitting.reason;
+    EXPECT_EQ(3u * width * width, imageOf(fitting));
+    EXPECT_THAT(fitting.warnings, testing::IsEmpty());
+    limits.memory = 180 * megabyte;
+    const ReadOutcome without = read(path, limits);
+    ASSERT_TRUE(without.scene) << without.reason;
+    EXPECT_EQ(0u, imageOf(without));
+    EXPECT_THAT(without.warnings, testing::Contains(HasSubstr("not enough memory for this image")));
+}
 #endif
 
 TEST_F(ReadJobs, CancelReturnsAtOnceAndEndsTheProcess)
@@ -323,20 +404,143 @@ TEST_F(ReadJobs, TheOtherFilesOfAModelAreTold)
     }
 }
 
-TEST_F(ReadJobs, AProcessThatSomebodyEndedIsReplaced)
+/// @return the letter with which the system tells what a process does; 0 for no process
+char stateOf(pid_t process)
+{
+    std::ifstream file("/proc/" + std::to_string(process) + "/stat");
+    std::string word;
+    file >> word >> word >> word;
+    return word.empty() ? '\0' : word.front();
+}
+
+TEST_F(ReadJobs, ALauncherThatIsKilledIsReplacedAndNothingOfItIsLeft)
 {
     EXPECT_TRUE(read(vfTest::signpost("stl")).scene);
-    const std::vector<pid_t> hosts = childrenOf("self");
-    ASSERT_EQ(1u, hosts.size());
-    kill(hosts.front(), SIGKILL);
-    EXPECT_TRUE(waitFor([&] {
-        std::ifstream state("/proc/" + std::to_string(hosts.front()) + "/stat");
-        std::string word;
-        state >> word >> word >> word;
-        return word.empty() || word == "Z";
-    }));
-    const ReadOutcome outcome = read(vfTest::signpost("stl"));
-    EXPECT_TRUE(outcome.scene) << outcome.reason;
+    for (int i = 0; i < 3; ++i) {
+        const std::vector<pid_t> launchers = childrenOf("self");
+        ASSERT_EQ(1u, launchers.size());
+        kill(launchers.front(), SIGKILL);
+        EXPECT_TRUE(waitFor([&] { return stateOf(launchers.front()) == 'Z'; }));
+        const ReadOutcome outcome = read(vfTest::signpost("stl"));
+        EXPECT_TRUE(outcome.scene) << outcome.reason;
+        EXPECT_EQ('\0', stateOf(launchers.front())) << "it is still there";
+    }
+}
+
+TEST_F(ReadJobs, AFileThatCrashesItsReaderIsAReasonAlsoAfterTheLauncherWasKilled)
+{
+    EXPECT_TRUE(read(vfTest::signpost("stl")).scene);
+    kill(childrenOf("self").at(0), SIGKILL);
+    ReadJob job(ReadKind::Model, slowModel());
+    ASSERT_TRUE(waitFor([] { return !readers().empty(); }));
+    kill(readers().at(0), SIGSEGV);
+    ASSERT_TRUE(job.wait(120000)) << "it waits for a process that is gone";
+    EXPECT_THAT(job.take().reason, HasSubstr("its reader fails"));
+}
+
+TEST_F(ReadJobs, ALauncherThatIsKilledWhileAFileIsReadCostsThatFile)
+{
+    ReadJob job(ReadKind::Model, slowModel());
+    ASSERT_TRUE(waitFor([] { return !readers().empty(); }));
+    const pid_t reader = readers().at(0);
+    kill(childrenOf("self").at(0), SIGKILL);
+    ASSERT_TRUE(job.wait(120000));
+    EXPECT_FALSE(job.take().scene);
+    EXPECT_TRUE(waitFor([&] { return stateOf(reader) == '\0'; }));
+    EXPECT_TRUE(read(vfTest::signpost("stl")).scene);
+}
+
+TEST_F(ReadJobs, ALauncherThatDoesNotAnswerIsAReasonAndThenReplaced)
+{
+    EXPECT_TRUE(read(vfTest::signpost("stl")).scene);
+    const pid_t launcher = childrenOf("self").at(0);
+    kill(launcher, SIGSTOP);
+    ReadLimits limits;
+    limits.clockSeconds = 1;
+    EXPECT_THAT(read(vfTest::signpost("stl"), limits).reason, HasSubstr("does not answer"));
+    EXPECT_EQ('\0', stateOf(launcher));
+    EXPECT_TRUE(read(vfTest::signpost("stl")).scene);
+}
+
+TEST_F(ReadJobs, AJobThatALauncherDoesNotAnswerCanBeCancelled)
+{
+    EXPECT_TRUE(read(vfTest::signpost("stl")).scene);
+    const pid_t launcher = childrenOf("self").at(0);
+    kill(launcher, SIGSTOP);
+    {
+        std::vector<std::unique_ptr<ReadJob>> jobs; // more than its socket has room for
+        for (int i = 0; i < 20; ++i)
+            jobs.push_back(std::make_unique<ReadJob>(ReadKind::Model, vfTest::signpost("stl")));
+    }
+    ReadJob::waitForThreads();
+    kill(launcher, SIGCONT);
+    EXPECT_TRUE(read(vfTest::signpost("stl")).scene);
+}
+
+TEST_F(ReadJobs, AReaderThatOnlyWaitsIsEnded)
+{
+    ReadLimits limits;
+    limits.clockSeconds = 1;
+    ReadJob job(ReadKind::Model, slowModel(), limits);
+    ASSERT_TRUE(waitFor([] { return !readers().empty(); }));
+    const pid_t reader = readers().at(0);
+    kill(reader, SIGSTOP);
+    ASSERT_TRUE(job.wait(120000)) << "it has used no time of its own";
+    EXPECT_THAT(job.take().reason, HasSubstr("takes too long"));
+    EXPECT_TRUE(waitFor([&] { return stateOf(reader) == '\0'; }));
+}
+
+void nothing(int) {}
+
+TEST_F(ReadJobs, SignalsToTheProgramDoNotDisturbTheWaiting)
+{
+    struct sigaction action = {};
+    action.sa_handler = nothing; // without SA_RESTART, so that calls are interrupted
+    sigaction(SIGUSR1, &action, nullptr);
+    ReadLimits limits;
+    limits.seconds = 1;
+    ReadJob job(ReadKind::Model, slowModel(), limits);
+    while (!job.wait(1)) {
+        for (const auto& thread : fs::directory_iterator("/proc/self/task"))
+            syscall(SYS_tgkill, getpid(), std::atoi(thread.path().filename().c_str()), SIGUSR1);
+    }
+    EXPECT_THAT(job.take().reason, HasSubstr("takes too long"));
+}
+
+std::set<std::string> openDescriptors()
+{
+    std::set<std::string> open;
+    for (const auto& entry : fs::directory_iterator("/proc/self/fd"))
+        open.insert(entry.path().filename().string());
+    return open;
+}
+
+TEST_F(ReadJobs, NoDescriptorIsLeftOverAndNoneIsInherited)
+{
+    read(vfTest::signpost("stl"));
+    ReadJob::waitForThreads();
+    const std::set<std::string> before = openDescriptors();
+    const std::string crashing = slowModel();
+    for (int i = 0; i < 5; ++i) {
+        read(vfTest::signpost("obj"));
+        read(directory.write("damaged.stl", "solid"));
+        ReadJob cancelled(ReadKind::Model, crashing);
+        EXPECT_TRUE(waitFor([] { return !readers().empty(); }));
+        kill(readers().at(0), SIGKILL);
+        kill(childrenOf("self").at(0), SIGKILL);
+        cancelled.cancel();
+    }
+    EXPECT_TRUE(read(vfTest::signpost("stl")).scene);
+    ReadJob::waitForThreads();
+    EXPECT_EQ(before.size(), openDescriptors().size());
+    // Standard streams, the socket to the program, and what libraries open for themselves.
+    const int inherited = open(directory.file("damaged.stl").c_str(), O_RDONLY); // as other code may do
+    kill(childrenOf("self").at(0), SIGKILL);
+    EXPECT_TRUE(read(vfTest::signpost("stl")).scene);
+    for (const auto& entry :
+         fs::directory_iterator("/proc/" + std::to_string(childrenOf("self").at(0)) + "/fd"))
+        EXPECT_THAT(fs::read_symlink(entry.path()).string(), Not(HasSubstr("damaged.stl")));
+    close(inherited);
 }
 
 TEST_F(ReadJobs, SeveralAtOnceDoNotDisturbOneAnother)
@@ -384,9 +588,9 @@ TEST_F(ReadJobs, ALargeModelComesWholeAlsoWhereProcessesMayNotBeLookedInto)
     vfTest::writeHills(path, 20000);
     const ReadOutcome looked = read(path);
     ASSERT_TRUE(looked.scene) << looked.reason;
-    ASSERT_TRUE(vfViewer::canLookInto(getpid()));
+    ASSERT_TRUE(vfViewer::canReadMemoryOf(getpid(), vfViewer::memoryProbe()));
     forbidLooking();
-    ASSERT_FALSE(vfViewer::canLookInto(getpid()));
+    ASSERT_FALSE(vfViewer::canReadMemoryOf(getpid(), vfViewer::memoryProbe()));
     const ReadOutcome written = read(path);
     ASSERT_TRUE(written.scene) << written.reason;
     const ReadOutcome inPlace = vfViewer::readModel(path);
@@ -394,19 +598,20 @@ TEST_F(ReadJobs, ALargeModelComesWholeAlsoWhereProcessesMayNotBeLookedInto)
     EXPECT_EQ(Contents(*inPlace.scene).text, Contents(*written.scene).text);
 }
 
-/// A process that has handed a large model on, and waits.
-class HandingOn
+/// A process that has sent a large model, and waits. Its memory can be read.
+class Sending
 {
 public:
-    explicit HandingOn(const std::string& model) : file(memfd_create("scene", MFD_CLOEXEC))
+    /// @param model  made and sent in the process
+    explicit Sending(const std::function<ReadOutcome()>& model) : file(vfViewer::makeSharedMemory("scene"))
     {
         int ends[2];
         EXPECT_EQ(0, pipe(ends));
         process = fork();
         if (process == 0) {
-            ReadOutcome outcome = vfViewer::readModel(model);
-            vfViewer::HandOver handOver(file);
-            const long long written = handOver.put(outcome);
+            ReadOutcome outcome = model();
+            vfViewer::SceneSender sender(file);
+            const long long written = sender.send(outcome, vfViewer::SceneSender::LargeArrays::InThisProcess);
             if (::write(ends[1], &written, sizeof(written)) != sizeof(written))
                 _exit(1);
             while (true)
@@ -416,13 +621,14 @@ public:
         close(ends[0]);
         close(ends[1]);
     }
-    ~HandingOn()
+    explicit Sending(const std::string& path) : Sending([&path] { return vfViewer::readModel(path); }) {}
+    ~Sending()
     {
         end();
         close(file);
     }
-    HandingOn(const HandingOn&) = delete;
-    HandingOn& operator=(const HandingOn&) = delete;
+    Sending(const Sending&) = delete;
+    Sending& operator=(const Sending&) = delete;
 
     void end()
     {
@@ -436,7 +642,14 @@ public:
     ReadOutcome take(int from) const
     {
         const std::atomic<bool> stop{false};
-        return vfViewer::receiveOutcome(file, size, from, stop);
+        return vfViewer::receiveScene(file, size, {from}, stop);
+    }
+
+    std::string bytes() const
+    {
+        std::string all(static_cast<std::size_t>(size), ' ');
+        EXPECT_EQ(size, pread(file, all.data(), all.size(), 0));
+        return all;
     }
 
     int file;
@@ -444,11 +657,38 @@ public:
     long long size = 0;
 };
 
+/// @return what comes of bytes that another process sent
+ReadOutcome receive(const std::string& bytes, pid_t from = 0)
+{
+    const int file = vfViewer::makeSharedMemory("scene");
+    EXPECT_EQ(static_cast<ssize_t>(bytes.size()), pwrite(file, bytes.data(), bytes.size(), 0));
+    EXPECT_TRUE(vfViewer::sealContents(file));
+    const std::atomic<bool> stop{false};
+    ReadOutcome outcome = vfViewer::receiveScene(file, static_cast<long long>(bytes.size()), {from}, stop);
+    close(file);
+    EXPECT_NE(outcome.scene.valid(), !outcome.reason.empty());
+    return outcome;
+}
+
+template <class Number>
+void overwrite(std::string& bytes, std::size_t at, Number number)
+{
+    std::memcpy(bytes.data() + at, &number, sizeof(number));
+}
+
+/// At the end of a transfer stand five numbers: a magic one, where texts, parts and scene begin, and how large the scene is.
+std::uint64_t fromEnd(const std::string& bytes, std::size_t number)
+{
+    std::uint64_t value = 0;
+    std::memcpy(&value, bytes.data() + bytes.size() - number * 8, sizeof(value));
+    return value;
+}
+
 TEST_F(ReadJobs, AReaderThatEndsBeforeItsArraysAreTakenIsAReason)
 {
     const std::string path = directory.file("hills.stl");
     vfTest::writeHills(path, 20000);
-    HandingOn reader(path);
+    Sending reader(path);
     EXPECT_TRUE(reader.take(reader.process).scene);
     const int process = reader.process;
     reader.end();
@@ -461,44 +701,165 @@ TEST_F(ReadJobs, AReaderThatTellsNonsenseOfItsArraysHarmsNobody)
 {
     const std::string path = directory.file("hills.stl");
     vfTest::writeHills(path, 20000);
-    const HandingOn reader(path);
-    // Behind a word of its own and two numbers there is told where each of the two arrays is.
-    std::string end(4096, ' ');
-    const long long endAt = reader.size - static_cast<long long>(end.size());
-    ASSERT_EQ(static_cast<ssize_t>(end.size()), pread(reader.file, end.data(), end.size(), endAt));
-    const std::size_t told = end.find("1enecSfv");
-    ASSERT_NE(std::string::npos, told);
-    const long long arraysAt = endAt + static_cast<long long>(told) + 24;
+    const Sending reader(path);
+    const std::string sound = reader.bytes();
+    // The number of arrays, then index, size, place in the file and address of each.
+    const auto parts = static_cast<std::size_t>(fromEnd(sound, 3));
     std::size_t refused = 0;
-    for (long long at = arraysAt; at < arraysAt + 64; at += 8) {
+    for (std::size_t at = parts; at < parts + 8 + 2 * 32; at += 8) {
         std::uint64_t right = 0;
-        ASSERT_EQ(8, pread(reader.file, &right, 8, at));
+        std::memcpy(&right, sound.data() + at, sizeof(right));
         for (const std::uint64_t wrong :
              {std::uint64_t(0), right + 4, right + 12, right + (std::uint64_t(1) << 40), ~std::uint64_t(0),
-              ~std::uint64_t(3), std::uint64_t(4096)})
+              ~std::uint64_t(3), std::uint64_t(4096), std::uint64_t(1) << 59})
         {
-            ASSERT_EQ(8, pwrite(reader.file, &wrong, 8, at));
-            const ReadOutcome outcome = reader.take(reader.process);
+            std::string spoilt = sound;
+            overwrite(spoilt, at, wrong);
+            const ReadOutcome outcome = receive(spoilt, reader.process);
             refused += !outcome.scene;
             EXPECT_LE(outcome.scene ? Contents(*outcome.scene).text.size() : 0, 4u * 1024 * 1024);
         }
-        ASSERT_EQ(8, pwrite(reader.file, &right, 8, at));
     }
-    EXPECT_GT(refused, 10u);
-    EXPECT_TRUE(reader.take(reader.process).scene);
+    EXPECT_GT(refused, 30u);
+    EXPECT_TRUE(receive(sound, reader.process).scene);
+}
+
+TEST_F(ReadJobs, ATransferThatCouldShrinkIsNotMapped)
+{
+    const std::string path = directory.file("hills.stl");
+    vfTest::writeHills(path, 2000);
+    const Sending reader(path);
+    const std::string bytes = reader.bytes();
+    EXPECT_NE(0, ftruncate(reader.file, 0)) << "the reader seals it";
+    const int file = vfViewer::makeSharedMemory("scene");
+    ASSERT_EQ(static_cast<ssize_t>(bytes.size()), pwrite(file, bytes.data(), bytes.size(), 0));
+    const std::atomic<bool> stop{false};
+    const auto take = [&] { return vfViewer::receiveScene(file, reader.size, {reader.process}, stop); };
+    EXPECT_FALSE(take().scene);
+    EXPECT_TRUE(vfViewer::sealSize(file));
+    EXPECT_FALSE(take().scene) << "it could still be written to";
+    EXPECT_TRUE(vfViewer::sealContents(file));
+    EXPECT_TRUE(take().scene);
+    close(file);
+}
+
+TEST_F(ReadJobs, TextsAndListsWithoutEndAreAReason)
+{
+    const Sending reader([] {
+        ReadOutcome outcome;
+        outcome.reason = "a reason";
+        outcome.warnings = {"one", "two"};
+        return outcome;
+    });
+    const std::string sound = reader.bytes();
+    EXPECT_EQ("a reason", receive(sound).reason);
+    // The length of the reason, its 8 letters, the number of warnings, the length of the first.
+    const auto texts = static_cast<std::size_t>(fromEnd(sound, 4));
+    for (const std::size_t at : {texts, texts + 16, texts + 24}) {
+        for (const std::uint64_t count : {~std::uint64_t(0), std::uint64_t(1) << 59, std::uint64_t(1) << 63})
+        {
+            std::string spoilt = sound;
+            overwrite(spoilt, at, count);
+            EXPECT_THAT(receive(spoilt).reason, HasSubstr("did not hand it on whole"));
+        }
+    }
+    for (std::size_t number = 1; number <= 5; ++number) {
+        std::string spoilt = sound;
+        overwrite(spoilt, sound.size() - number * 8, ~std::uint64_t(0) - 7);
+        EXPECT_FALSE(receive(spoilt).scene);
+    }
+}
+
+TEST_F(ReadJobs, TextsBeyondAllMeasureAreCut)
+{
+    const Sending reader([] {
+        ReadOutcome outcome;
+        outcome.reason = std::string(10000000, 'x');
+        outcome.warnings.assign(100000, "y");
+        return outcome;
+    });
+    const ReadOutcome outcome = reader.take(0);
+    EXPECT_EQ(vfViewer::longestText, outcome.reason.size());
+    EXPECT_EQ(vfViewer::mostTexts, outcome.warnings.size());
+}
+
+TEST_F(ReadJobs, AReaderThatLeadsBeyondItsArraysIsRefused)
+{
+    const auto scene = [](osg::PrimitiveSet* primitives) {
+        const osg::ref_ptr<osg::Geometry> geometry = new osg::Geometry;
+        geometry->setVertexArray(new osg::Vec3Array(osg::Array::BIND_PER_VERTEX, 300));
+        geometry->addPrimitiveSet(primitives);
+        const osg::ref_ptr<osg::Geode> geode = new osg::Geode;
+        geode->addDrawable(geometry);
+        return geode;
+    };
+    const auto refused = [](const osg::ref_ptr<osg::Node>& sent) {
+        const Sending reader([&sent] {
+            ReadOutcome outcome;
+            outcome.scene = sent;
+            return outcome;
+        });
+        return !reader.take(reader.process).scene;
+    };
+    const auto indices = [](unsigned int last) {
+        const osg::ref_ptr<osg::DrawElementsUInt> elements = new osg::DrawElementsUInt(GL_TRIANGLES, 300);
+        elements->back() = last;
+        return elements;
+    };
+    EXPECT_FALSE(refused(scene(indices(299))));
+    EXPECT_TRUE(refused(scene(indices(300))));
+    EXPECT_TRUE(refused(scene(indices(0x7f000000))));
+    EXPECT_TRUE(refused(scene(new osg::DrawArrays(GL_TRIANGLES, 0, 0x7f000000))));
+    EXPECT_TRUE(refused(scene(new osg::DrawArrays(GL_TRIANGLES, 0, 300, 1000000)))) << "instances";
+    const osg::ref_ptr<osg::Geode> shaded = scene(indices(0));
+    shaded->getOrCreateStateSet()->setAttribute(new osg::Program);
+    EXPECT_TRUE(refused(shaded));
+    const osg::ref_ptr<osg::Group> paged = new osg::Group;
+    paged->addChild(scene(indices(0)));
+    paged->addChild(new osg::PagedLOD);
+    EXPECT_TRUE(refused(paged));
+}
+
+TEST_F(ReadJobs, AnImageThatIsNotWhatItsBytesAreIsRefused)
+{
+    const Sending reader(VELAFORGE_SOURCE_DIR "/models/sailboat.obj");
+    const std::string sound = reader.bytes();
+    ASSERT_TRUE(receive(sound, reader.process).scene);
+    const auto parts = static_cast<std::size_t>(fromEnd(sound, 3));
+    std::uint64_t arrays = 0;
+    std::memcpy(&arrays, sound.data() + parts, sizeof(arrays));
+    // After the number of images: index, size, place and address of the first, then width, height, depth.
+    const std::size_t image = parts + 8 + static_cast<std::size_t>(arrays) * 32 + 8;
+    for (const std::size_t at :
+         {image + 32, image + 36, image + 40, image + 48, image + 52, image + 56, image + 60})
+    {
+        for (const std::uint32_t wrong : {0u, 0x7fffffffu, 0xffffffffu, 40000u, 3u}) {
+            std::string spoilt = sound;
+            overwrite(spoilt, at, wrong);
+            const ReadOutcome outcome = receive(spoilt, reader.process);
+            // A smaller one is within the bytes.
+            const std::size_t size = outcome.scene ? Contents(*outcome.scene).text.size() : 0;
+            EXPECT_LE(size, Contents(*receive(sound, reader.process).scene).text.size());
+        }
+    }
+    std::string none = sound;
+    overwrite(none, image - 8, std::uint64_t(0));
+    EXPECT_FALSE(receive(none, reader.process).scene) << "an image without its bytes";
 }
 
 TEST_F(ReadJobs, WhatIsNotHandedOnWholeIsAReason)
 {
-    const std::atomic<bool> stop{false};
     for (const std::size_t size : {std::size_t(1), std::size_t(4096), std::size_t(5000)}) {
         for (const char filling : {'\0', '\xff', '\x10'}) {
-            const int file = memfd_create("scene", MFD_CLOEXEC);
+            const int file = vfViewer::makeSharedMemory("scene");
             const std::string bytes(size, filling);
             ASSERT_EQ(static_cast<ssize_t>(size), write(file, bytes.data(), size));
-            for (const long long told :
-                 {0LL, static_cast<long long>(size), static_cast<long long>(size) + 1000000}) {
-                const ReadOutcome outcome = vfViewer::receiveOutcome(file, told, 0, stop);
+            ASSERT_TRUE(vfViewer::sealContents(file));
+            const std::atomic<bool> stop{false};
+            for (const long long told : {-1LL, 0LL, static_cast<long long>(size),
+                                         static_cast<long long>(size) + 1000000, LLONG_MAX, LLONG_MIN})
+            {
+                const ReadOutcome outcome = vfViewer::receiveScene(file, told, {}, stop);
                 EXPECT_FALSE(outcome.scene);
                 EXPECT_THAT(outcome.reason, HasSubstr("did not hand it on whole"));
             }
@@ -510,27 +871,20 @@ TEST_F(ReadJobs, WhatIsNotHandedOnWholeIsAReason)
 TEST_F(ReadJobs, ATransferThatIsNotAsItWasSentIsASceneOrAReason)
 {
     const std::string path = vfTest::signpost("osgb");
-    const int healthyFile = memfd_create("scene", MFD_CLOEXEC);
+    const int healthyFile = vfViewer::makeSharedMemory("scene");
     ReadOutcome healthy = vfViewer::readModel(path);
     ASSERT_TRUE(healthy.scene);
-    vfViewer::HandOver handOver(healthyFile);
-    const long long size = handOver.put(healthy);
-    ASSERT_GT(size, vfViewer::transferHeaderSize);
-    ASSERT_TRUE(handOver.putArrays());
-    std::string bytes(static_cast<std::size_t>(lseek(healthyFile, 0, SEEK_END)), ' ');
+    vfViewer::SceneSender sender(healthyFile);
+    const long long size = sender.send(healthy, vfViewer::SceneSender::LargeArrays::InFile);
+    ASSERT_GT(size, 0);
+    std::string bytes(static_cast<std::size_t>(size), ' ');
     ASSERT_EQ(static_cast<ssize_t>(bytes.size()), pread(healthyFile, bytes.data(), bytes.size(), 0));
     close(healthyFile);
-    const std::atomic<bool> stop{false};
+    EXPECT_TRUE(receive(bytes).scene);
     vfTest::Search search("spoilt transfers", 25);
     while (search.next()) {
         // What reads the scene stands no other damage than cuts yet: "./dev soak" finds where.
-        const std::string spoilt = search.isSoak() ? vfTest::Spoiler(bytes, search.seed()).spoil()
-                                                   : bytes.substr(0, bytes.size() * search.seed() / 26);
-        const int file = memfd_create("scene", MFD_CLOEXEC);
-        ASSERT_EQ(static_cast<ssize_t>(spoilt.size()), pwrite(file, spoilt.data(), spoilt.size(), 0));
-        const long long told = std::min<long long>(size, static_cast<long long>(spoilt.size()));
-        const ReadOutcome outcome = vfViewer::receiveOutcome(file, told, 0, stop);
-        EXPECT_NE(outcome.scene.valid(), !outcome.reason.empty());
-        close(file);
+        receive(search.isSoak() ? vfTest::Spoiler(bytes, search.seed()).spoil()
+                                : bytes.substr(0, bytes.size() * search.seed() / 26));
     }
 }

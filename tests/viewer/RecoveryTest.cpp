@@ -9,6 +9,7 @@
 #include "support/Models.h"
 
 #include <osg/Geode>
+#include <osgDB/Registry>
 
 #include <gmock/gmock.h>
 
@@ -274,6 +275,32 @@ TEST_F(Recoveries, WhatCannotBeWrittenLeavesTheCopyBefore)
     recovery.finishWriting();
     EXPECT_EQ(contents, vfTest::readFile(copy));
     fs::remove(copy + ".part");
+}
+
+TEST_F(Recoveries, AWriterThatRunsOutOfMemoryCostsTheCopyAndNotTheProgram)
+{
+    struct Exhausted : osgDB::ReaderWriter
+    {
+        Exhausted() { supportsExtension("osgb", "no memory"); }
+        WriteResult writeNode(const osg::Node&, std::ostream&, const osgDB::Options*) const override
+        {
+            throw std::bad_alloc();
+        }
+    };
+    ModelDocument document;
+    fill(document, "boat");
+    Recovery recovery(place());
+    ASSERT_TRUE(recovery.keepNow(document));
+    const std::string before = vfTest::readFile(copyThere());
+    const osg::ref_ptr<Exhausted> exhausted = new Exhausted;
+    osgDB::Registry::instance()->getReaderWriterList().insert(
+        osgDB::Registry::instance()->getReaderWriterList().begin(), exhausted);
+    document.getModelScene().changed();
+    recovery.keepNow(document);
+    EXPECT_EQ(before, vfTest::readFile(copyThere()));
+    osgDB::Registry::instance()->removeReaderWriter(exhausted);
+    document.getModelScene().changed();
+    EXPECT_TRUE(recovery.keepNow(document));
 }
 
 TEST_F(Recoveries, TheDocumentMayChangeWhileItIsWritten)

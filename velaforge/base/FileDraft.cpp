@@ -135,6 +135,33 @@ mode_t withCommonAccess(mode_t mode)
 
 } // namespace
 
+bool copyAttributesOf(const std::string& path, int descriptor)
+{
+    // A file without read permission has attributes too.
+    const int flags = O_NOFOLLOW | O_NONBLOCK | O_NOCTTY;
+    const Descriptor readable(path, O_RDONLY | flags);
+    const Descriptor writable(readable.isOpen() ? std::string() : path, O_WRONLY | flags);
+    const int original = readable.isOpen() ? readable : writable;
+    struct stat status;
+    struct stat own;
+    if (original < 0 || fstat(original, &status) != 0 || fstat(descriptor, &own) != 0)
+        return false;
+
+    // The owner first: the file must not be accessible to the wrong group at any moment.
+    if (own.st_uid != status.st_uid)
+        (void)!fchown(descriptor, status.st_uid, static_cast<gid_t>(-1));
+    const bool keepsGroup =
+        own.st_gid == status.st_gid || fchown(descriptor, static_cast<uid_t>(-1), status.st_gid) == 0;
+    mode_t mode = status.st_mode & 01777;
+    if (!keepsGroup)
+        mode = withCommonAccess(mode);
+    if (!copyAttributes(original, descriptor))
+        mode &= ~mode_t{077};
+    // Fails on a file system without permissions, where all files have the same.
+    fchmod(descriptor, mode);
+    return true;
+}
+
 FileDraft::FileDraft(const std::string& target, mode_t mode) : m_target(target)
 {
     const std::string prefix = directoryOf(target) + "/" + draftPrefix(target);
@@ -170,33 +197,6 @@ FileDraft::~FileDraft()
     if (m_descriptor >= 0)
         ::close(m_descriptor);
     errno = error;
-}
-
-bool FileDraft::copyAttributesOfTarget()
-{
-    // A file without read permission has attributes too.
-    const int flags = O_NOFOLLOW | O_NONBLOCK | O_NOCTTY;
-    const Descriptor readable(m_target, O_RDONLY | flags);
-    const Descriptor writable(readable.isOpen() ? std::string() : m_target, O_WRONLY | flags);
-    const int original = readable.isOpen() ? readable : writable;
-    struct stat status;
-    struct stat own;
-    if (original < 0 || fstat(original, &status) != 0 || fstat(m_descriptor, &own) != 0)
-        return false;
-
-    // The owner first: the file must not be accessible to the wrong group at any moment.
-    if (own.st_uid != status.st_uid)
-        (void)!fchown(m_descriptor, status.st_uid, static_cast<gid_t>(-1));
-    const bool keepsGroup =
-        own.st_gid == status.st_gid || fchown(m_descriptor, static_cast<uid_t>(-1), status.st_gid) == 0;
-    mode_t mode = status.st_mode & 01777;
-    if (!keepsGroup)
-        mode = withCommonAccess(mode);
-    if (!copyAttributes(original, m_descriptor))
-        mode &= ~mode_t{077};
-    // Fails on a file system without permissions, where all files have the same.
-    fchmod(m_descriptor, mode);
-    return true;
 }
 
 bool FileDraft::write(const std::string& contents)

@@ -9,6 +9,14 @@
 
 namespace vfBase::posix {
 
+/// Gives an open file the owner, group, permissions and extended attributes of the regular file at @p path, as far
+/// as the system lets this user. What cannot be kept is replaced by less access, never by more: without the
+/// former group neither the new group nor others get more than both had, without the former access list only the
+/// owner has access. The bits set-user-ID and set-group-ID and file capabilities are dropped, as the system drops
+/// them when a file is written to.
+/// @return false when the file at @p path cannot be examined
+bool copyAttributesOf(const std::string& path, int descriptor);
+
 /// A new file beside a target file. Replaces the target by a rename, or removes itself.
 ///
 ///     FileDraft::removeAbandoned(path);
@@ -36,13 +44,9 @@ public:
     /// Returns whether the draft could be made.
     bool isOpen() const { return m_descriptor >= 0; }
 
-    /// Gives the draft the owner, group, permissions and extended attributes of the regular file at the
-    /// target's path, as far as the system lets this user. What cannot be kept is replaced by less access,
-    /// never by more: without the former group neither the new group nor others get more than both had,
-    /// without the former access list only the owner has access. The bits set-user-ID and set-group-ID and
-    /// file capabilities are dropped, as the system drops them when a file is written to.
-    /// @return false when the file cannot be examined
-    bool copyAttributesOfTarget();
+    /// Gives the draft the attributes of the target, see copyAttributesOf().
+    /// @return false when the target cannot be examined
+    bool copyAttributesOfTarget() { return copyAttributesOf(m_target, m_descriptor); }
 
     /// Writes @p contents and flushes them to the disk.
     bool write(const std::string& contents);

@@ -33,4 +33,15 @@ namespace vfBase {
 ///         call fails even if the file is writable
 VFBASE_EXPORT bool replaceFile(const VfString& path, const std::string& contents, VfString& reason);
 
+/// Replaces a file by another one that is complete, or leaves it unchanged: for contents that are too large for
+/// memory, or that another program wrote.
+///
+/// Gives @p draft the permissions, owner, group, access list and extended attributes of an existing file as
+/// replaceFile() does, flushes it, and renames it. Symbolic links stay, and the file that they lead to is replaced.
+/// @param path    the file; no directory, device or FIFO, and no file without write permission for its owner
+/// @param draft   a regular file on the same file system; it is gone afterwards
+/// @param reason  set to the reason on failure, otherwise unchanged
+/// @return false on failure, with both files unchanged but for the attributes of @p draft
+VFBASE_EXPORT bool replaceFileBy(const VfString& path, const VfString& draft, VfString& reason);
+
 } // namespace vfBase

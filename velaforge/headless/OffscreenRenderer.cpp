@@ -2,6 +2,7 @@
 #include <velaforge/headless/OffscreenRenderer.h>
 
 #include <velaforge/toolkit/GradientBackground.h>
+#include <velaforge/toolkit/NoPaging.h>
 
 #include <osg/BlendFunc>
 #include <osg/Camera>
@@ -314,6 +315,7 @@ void OffscreenRendererPrivate::drawFrame(osg::Node& scene, const osg::Matrixd& v
     viewer.getCamera()->setProjectionMatrix(projection);
     const osg::ref_ptr<osg::Group> root = withBackground(scene);
     viewer.setSceneData(root);
+    forbidPaging(viewer);
     viewer.realize();
     viewer.frame();
     if (rendererName.empty()) {

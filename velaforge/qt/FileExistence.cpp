@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 #include <QEvent>
 
+#include <exception>
 #include <system_error>
 #include <thread>
 
@@ -45,7 +46,12 @@ FileExistence::State FileExistence::state(const std::string& path) const
 
 void FileExistence::look(const std::shared_ptr<Shared>& shared, const std::string& path)
 {
-    const bool isFound = shared->look(path);
+    bool isFound = false;
+    try {
+        isFound = shared->look(path);
+    } catch (const std::exception&) {
+        // What cannot be looked at counts as missing.
+    }
     const std::lock_guard<std::mutex> lock(shared->mutex);
     shared->busy[path] = false;
     shared->states[path] = isFound ? There : Missing;

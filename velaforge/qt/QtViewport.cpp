@@ -2,6 +2,7 @@
 #include <velaforge/qt/QtViewport.h>
 
 #include <velaforge/toolkit/GradientBackground.h>
+#include <velaforge/toolkit/NoPaging.h>
 #include <velaforge/toolkit/OrbitCamera.h>
 
 #include <osgUtil/LineSegmentIntersector>
@@ -127,6 +128,7 @@ QtViewport::QtViewport(QWidget* parent) : QOpenGLWidget(parent), d(std::make_uni
     viewer.getCamera()->setNearFarRatio(nearToFar);
     setBackground({0.86f, 0.90f, 0.95f}, {0.56f, 0.64f, 0.72f});
     viewer.setSceneData(d->root);
+    forbidPaging(viewer);
     updateProjection();
 }
 

@@ -61,7 +61,8 @@ public:
     explicit QtViewport(QWidget* parent = nullptr);
     ~QtViewport() override;
 
-    /// Shows @p scene, which is shared; null shows none. Does not move the camera.
+    /// Shows @p scene, which is shared; null shows none. Does not move the camera. Files that the scene names to
+    /// be loaded while it is shown, as osg::PagedLOD does, are not loaded: set a pager of getViewer() for that.
     void setScene(osg::Node* scene);
 
     /// Returns the scene, null if there is none.

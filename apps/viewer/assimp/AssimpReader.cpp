@@ -40,7 +40,8 @@ namespace {
 /// Nodes may be nested so deep and no deeper: whoever walks through the scene does so by recursion.
 constexpr int deepestNode = 500;
 
-/// Opens regular files only: others need not come to an end. Some files stand in memory.
+/// Opens regular files only: others need not come to an end, which is why they do not even exist. Some files stand in
+/// memory.
 class RegularFiles : public Assimp::DefaultIOSystem
 {
 public:
@@ -49,7 +50,7 @@ public:
         : m_inMemory(inMemory), m_directory(std::move(directory))
     {}
 
-    bool Exists(const char* file) const override { return find(file) || DefaultIOSystem::Exists(file); }
+    bool Exists(const char* file) const override { return find(file) || FileGate::whyUnreadable(file).empty(); }
 
     Assimp::IOStream* Open(const char* file, const char* mode) override
     {

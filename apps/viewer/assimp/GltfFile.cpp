@@ -2,8 +2,8 @@
 #include "assimp/GltfFile.h"
 
 #include "reading/FileGate.h"
-#include "reading/ImageFiles.h"
 #include "reading/MappedFile.h"
+#include "reading/SideFiles.h"
 
 #include <nlohmann/json.hpp>
 
@@ -298,7 +298,7 @@ private:
             const std::string address = text(at(buffers[i], "uri"));
             if (address.empty() || beginsWith(address, "data:"))
                 continue;
-            const std::string found = findSideFile(address, m_directory);
+            const std::string found = SideFiles::find(address, {m_directory});
             const std::string prefix = m_directory + "/";
             if (!beginsWith(found, prefix.c_str()) || found == prefix + address)
                 continue;
@@ -417,7 +417,7 @@ private:
                 made.decoded = decodedBase64(std::string_view(address).substr(comma + 1));
             made.bytes = made.decoded;
         } else {
-            const std::string path = findSideFile(address, m_directory);
+            const std::string path = SideFiles::find(address, {m_directory});
             if (!path.empty() && FileGate::whyUnreadable(path).empty()) {
                 FileGate::noteFile(path);
                 made.mapped = std::make_unique<MappedFile>(path);

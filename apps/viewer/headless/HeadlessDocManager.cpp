@@ -10,11 +10,11 @@ namespace vfViewer {
 
 HeadlessDocManager::HeadlessDocManager() : ViewerDocManager(HeadlessModelView::s_classInfo) {}
 
-void HeadlessDocManager::waitFor(ReadJob& job)
+void HeadlessDocManager::waitFor(Job& job, bool isSaving)
 {
     if (vfApplication::HeadlessApplication::wantsSnapshot())
         vfApplication::OffscreenRenderer::prepare();
-    ViewerDocManager::waitFor(job);
+    ViewerDocManager::waitFor(job, isSaving);
 }
 
 } // namespace vfViewer

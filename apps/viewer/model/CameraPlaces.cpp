@@ -125,6 +125,8 @@ void CameraPlaces::putBack(const Entry& entry)
 
 bool CameraPlaces::keep(const std::string& path, const CameraPlace& place)
 {
+    if (place.name.size() > longestName)
+        return false;
     Entry entry = takeOut(path);
     const auto same = named(entry.places, place.name);
     const bool isKept = same != entry.places.end() || entry.places.size() < mostPlaces;

@@ -37,6 +37,9 @@ public:
     /// Most places that a file can have.
     static constexpr std::size_t mostPlaces = 100;
 
+    /// Most bytes that the name of a place can have.
+    static constexpr std::size_t longestName = 200;
+
     CameraPlaces() = default;
     CameraPlaces(const CameraPlaces& other, const osg::CopyOp& copyop);
 
@@ -46,7 +49,8 @@ public:
     /// @return the places of a file, in the order in which they were kept first
     std::vector<CameraPlace> of(const std::string& path) const;
 
-    /// Keeps a place, instead of another of that name. @return false when the file has as many as it can have
+    /// Keeps a place, instead of another of that name. @return false when the file has as many as it can have, or the
+    ///         name is longer than longestName
     bool keep(const std::string& path, const CameraPlace& place);
 
     /// @return false when there is none of that name

@@ -9,6 +9,7 @@
 #include "model/ViewerSettings.h"
 #include "reading/FileGate.h"
 #include "reading/ReadJob.h"
+#include "writing/SaveJob.h"
 
 #include <velaforge/base/ClassInfo.h>
 #include <velaforge/commands/Command.h>
@@ -204,10 +205,10 @@ ReadKind ModelDocument::kind() const
     return ReadKind::Model;
 }
 
-void ModelDocument::wait(ReadJob& job) const
+void ModelDocument::wait(Job& job, bool isSaving) const
 {
-    if (auto* waiter = dynamic_cast<ReadWaiter*>(getDocumentManager()))
-        waiter->waitFor(job);
+    if (auto* waiter = dynamic_cast<JobWaiter*>(getDocumentManager()))
+        waiter->waitFor(job, isSaving);
     while (!job.wait(1000)) {
     }
 }
@@ -215,7 +216,7 @@ void ModelDocument::wait(ReadJob& job) const
 ReadOutcome ModelDocument::read(ReadKind readKind, const vfBase::VfString& path) const
 {
     ReadJob job(readKind, path);
-    wait(job);
+    wait(job, false);
     ReadOutcome outcome = job.take();
     FailureListener* told = listener();
     if (told && !outcome.scene && !outcome.isCancelled)
@@ -332,8 +333,15 @@ vfBase::WriteResult ModelDocument::doSaveDocument(const vfBase::VfString& path,
 {
     const std::string before = getFilename().str();
     Document::doSaveDocument(path, options);
-    vfBase::VfString reason;
-    if (writeModel(scene(), path, reason)) {
+    std::string reason = writeError(path.str());
+    bool isCancelled = false;
+    if (reason.empty()) {
+        SaveJob job(scene(), path.str(), !m_animation.isEmpty());
+        wait(job, true);
+        reason = job.reason();
+        isCancelled = job.isCancelled();
+    }
+    if (reason.empty()) {
         m_fileIdentity = FileIdentity::of(path.str());
         for (const CameraPlace& place :
              path == before ? std::vector<CameraPlace>() : CameraPlaces::instance().of(before))
@@ -344,7 +352,7 @@ vfBase::WriteResult ModelDocument::doSaveDocument(const vfBase::VfString& path,
             told->onWarning(path, "." + format + " files do not keep: " + losses);
         return vfBase::WriteResult::Written;
     }
-    if (FailureListener* told = listener())
+    if (FailureListener* told = isCancelled ? nullptr : listener())
         told->onFailure(path, reason);
     return vfBase::WriteResult(vfBase::WriteResult::WriteFailed, reason);
 }

@@ -24,7 +24,7 @@ class CommandPrivate;
 
 namespace vfViewer {
 
-class ReadJob;
+class Job;
 struct ReadOutcome;
 
 /// Who wants to know why a file could not be opened or saved: the document manager, if it is one.
@@ -37,14 +37,15 @@ public:
     virtual void onDetail(const vfBase::VfString& path, const vfBase::VfString& detail) = 0;
 };
 
-/// Who waits while a file is read, and has something better to do: the document manager, if it is one.
-class ReadWaiter
+/// Waits while a file is read or written, and does something better meanwhile: the document manager, if it is one.
+class JobWaiter
 {
 public:
-    virtual ~ReadWaiter() = default;
+    virtual ~JobWaiter() = default;
 
     /// Returns when the job is done, or was cancelled here.
-    virtual void waitFor(ReadJob& job) = 0;
+    /// @param isSaving  whether the file is written
+    virtual void waitFor(Job& job, bool isSaving) = 0;
 };
 
 /// Who has a clock: the document manager, if it is one.
@@ -170,7 +171,7 @@ private:
     ModelDocument& operator=(const ModelDocument&) = delete;
 
     FailureListener* listener() const;
-    void wait(ReadJob& job) const;
+    void wait(Job& job, bool isSaving) const;
     ReadOutcome read(ReadKind readKind, const vfBase::VfString& path) const;
     bool submit(vfApplication::CommandPrivate* body);
 

@@ -11,16 +11,15 @@ class Node;
 
 namespace vfViewer {
 
-/// @return the formats that writeModel knows, with commas between them
+/// @return the formats in which models are written, with commas between them
 std::string writableFormats();
 
-/// Writes a scene in the format of the file's extension: obj, stl, 3ds, ac, dxf, osgt, osgb or ive.
-///
-/// The file, and what belongs to it as an OBJ file's materials, is written into a directory of its own first and takes
-/// its place when it is whole and can be read again.
-/// @param reason  why it could not be written
-/// @return false with the files as they were, save that of several files the later ones may be missing when a move
-///         within one directory fails half way
-bool writeModel(osg::Node& scene, const vfBase::VfString& path, vfBase::VfString& reason);
+/// @return why a model is not written under that name; empty when its extension is one of writableFormats()
+std::string writeError(const std::string& path);
+
+/// Writes a scene and waits for it, see SaveJob.
+/// @param reason  set to why it could not be written, otherwise unchanged
+/// @return false with the files as they were
+bool writeModel(const osg::Node& scene, const vfBase::VfString& path, vfBase::VfString& reason);
 
 } // namespace vfViewer

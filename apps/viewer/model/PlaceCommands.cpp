@@ -74,6 +74,9 @@ struct KeepPlace : DirectCommand
         if (!view)
             return false;
         const std::string name = argument.toString().str();
+        if (name.size() > CameraPlaces::longestName)
+            return failed(document, "the name of a camera place may have " +
+                                        std::to_string(CameraPlaces::longestName) + " bytes");
         const CameraPlace place = {name.empty() ? freeName(document) : name, view->getCamera(),
                                    view->getStyle().projection};
         return CameraPlaces::instance().keep(document.getFilename().str(), place) ||

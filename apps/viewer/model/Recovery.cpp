@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <exception>
 #include <filesystem>
 #include <fstream>
 
@@ -148,11 +149,17 @@ bool Recovery::keep(const ModelDocument& document)
     m_isWriting = true;
     m_nextTime = now() + 10 * m_secondsTaken; // a large model is not written all the time
     // The copy shares what is large with the model: the last to let go of that is to be this thread.
-    m_written = copyOf(document);
-    m_writer = std::thread([this, scene = m_written, copy = entry.copy, origin = originOf(document)] {
-        write(scene, copy, origin);
-    });
-    return true;
+    try {
+        m_written = copyOf(document);
+        m_writer = std::thread([this, scene = m_written, copy = entry.copy, origin = originOf(document)] {
+            write(scene, copy, origin);
+        });
+    } catch (const std::exception&) { // no memory, or no thread: another time
+        m_written = nullptr;
+        entry.state = 0;
+        m_isWriting = false;
+    }
+    return m_isWriting || entry.state == state;
 }
 
 bool Recovery::keepNow(const ModelDocument& document)
@@ -168,12 +175,16 @@ void Recovery::write(const osg::ref_ptr<osg::Node>& scene, const std::string& co
 {
     const double start = now();
     const std::string draft = copy + ".part";
-    osgDB::ReaderWriter* writer = osgDB::Registry::instance()->getReaderWriterForExtension("osgb");
-    bool isWritten = writer && writeText(withoutEnding(copy) + originalEnding, origin);
-    if (isWritten) {
-        std::ofstream file(draft, std::ios::binary);
-        const osg::ref_ptr<osgDB::Options> options = new osgDB::Options("WriteImageHint=IncludeData");
-        isWritten = writer->writeNode(*scene, file, options).success() && file.flush().good();
+    bool isWritten = false;
+    try {
+        osgDB::ReaderWriter* writer = osgDB::Registry::instance()->getReaderWriterForExtension("osgb");
+        if (writer && writeText(withoutEnding(copy) + originalEnding, origin)) {
+            std::ofstream file(draft, std::ios::binary);
+            const osg::ref_ptr<osgDB::Options> options = new osgDB::Options("WriteImageHint=IncludeData");
+            isWritten = writer->writeNode(*scene, file, options).success() && file.flush().good();
+        }
+    } catch (const std::exception&) {
+        // As on a full disk: the copy before stays.
     }
     // The one before is there until this one is whole.
     if (!isWritten || rename(draft.c_str(), copy.c_str()) != 0)

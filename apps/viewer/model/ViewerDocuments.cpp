@@ -124,13 +124,13 @@ void ViewerDocManager::reportFailure(const vfBase::VfString& path, const vfBase:
     onFailure(path, reason);
 }
 
-void ViewerDocManager::waitFor(ReadJob& job)
+void ViewerDocManager::waitFor(Job& job, bool isSaving)
 {
     if (job.wait(millisecondsUntilProgress) || isatty(STDERR_FILENO) == 0)
         return;
     const std::string name = vfBase::printable(osgDB::getSimpleFileName(job.path()));
     do {
-        std::cerr << "\rReading " << name;
+        std::cerr << (isSaving ? "\rWriting " : "\rReading ") << name;
         if (job.progress() >= 0)
             std::cerr << ": " << static_cast<int>(job.progress() * 100) << " %";
         std::cerr << std::flush;

@@ -70,7 +70,7 @@ private:
 };
 
 /// The viewer's document manager without a window: keeps what is told of files as well.
-class ViewerDocManager : public vfApplication::HeadlessDocManager, public FailureLog, public ReadWaiter
+class ViewerDocManager : public vfApplication::HeadlessDocManager, public FailureLog, public JobWaiter
 {
 public:
     /// Enters the kinds of document, shown by views of that class.
@@ -83,7 +83,7 @@ public:
                                             const vfBase::Options& options) override;
 
     /// Shows on a terminal how far it has come, when it takes a moment.
-    void waitFor(ReadJob& job) override;
+    void waitFor(Job& job, bool isSaving) override;
 
     void onFailure(const vfBase::VfString& path, const vfBase::VfString& reason) override;
     void reportFailure(const vfBase::VfString& path, const vfBase::VfString& reason) override;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "qt/LoadDialog.h"
 
-#include "reading/ReadJob.h"
+#include "reading/Job.h"
 
 #include <QDialogButtonBox>
 #include <QEventLoop>
@@ -31,7 +31,7 @@ public:
 
 } // namespace
 
-void LoadDialog::waitFor(ReadJob& job, QWidget* window)
+void LoadDialog::waitFor(Job& job, bool isSaving, QWidget* window)
 {
     QEventLoop loop;
     job.whenDone([&loop] { QMetaObject::invokeMethod(&loop, "quit", Qt::QueuedConnection); });
@@ -40,21 +40,23 @@ void LoadDialog::waitFor(ReadJob& job, QWidget* window)
     if (job.isDone())
         return;
     const OrdinaryCursor cursor;
-    LoadDialog dialog(job, window && window->isVisible() ? window : nullptr);
+    LoadDialog dialog(job, isSaving, window && window->isVisible() ? window : nullptr);
     QObject::connect(&dialog, &QDialog::rejected, &loop, [&job] { job.cancel(); });
     dialog.show();
     loop.exec();
     // The loop also ends when the program is told to end.
     job.cancel();
+    while (!job.wait(1000)) { // files are being moved to their places
+    }
 }
 
-LoadDialog::LoadDialog(ReadJob& job, QWidget* window) : QDialog(window), m_job(job), m_bar(new QProgressBar)
+LoadDialog::LoadDialog(Job& job, bool isSaving, QWidget* window) : QDialog(window), m_job(job), m_bar(new QProgressBar)
 {
     setObjectName(QStringLiteral("loading"));
     setModal(true);
     const QString name = QFileInfo(QFile::decodeName(job.path().c_str())).fileName();
-    setWindowTitle(tr("Opening %1").arg(name));
-    auto* label = new QLabel(tr("Reading “%1”…").arg(name));
+    setWindowTitle((isSaving ? tr("Saving %1") : tr("Opening %1")).arg(name));
+    auto* label = new QLabel((isSaving ? tr("Writing “%1”…") : tr("Reading “%1”…")).arg(name));
     label->setTextFormat(Qt::PlainText);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);

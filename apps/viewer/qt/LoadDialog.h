@@ -8,9 +8,9 @@ class QProgressBar;
 
 namespace vfViewer {
 
-class ReadJob;
+class Job;
 
-/// Shows how far the reading of a file has come, and takes "Cancel".
+/// Shows how far the reading or writing of a file has come, and takes "Cancel".
 class LoadDialog : public QDialog
 {
     Q_OBJECT
@@ -19,14 +19,15 @@ public:
     /// Waits for a job while the window goes on with its work. What the user does in the first moment is kept for
     /// afterwards; then the dialog takes it. When the program is to end meanwhile, or the dialog is closed, the job is
     /// cancelled.
-    static void waitFor(ReadJob& job, QWidget* window);
+    /// @param isSaving  whether the file is written
+    static void waitFor(Job& job, bool isSaving, QWidget* window);
 
 private:
-    LoadDialog(ReadJob& job, QWidget* window);
+    LoadDialog(Job& job, bool isSaving, QWidget* window);
 
     void showProgress();
 
-    ReadJob& m_job;
+    Job& m_job;
     QProgressBar* m_bar;
 };
 

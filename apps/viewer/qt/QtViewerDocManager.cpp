@@ -250,14 +250,14 @@ bool QtViewerDocManager::isWantedIn(const vfBase::VfString& path)
     return box.clickedButton() == save;
 }
 
-void QtViewerDocManager::waitFor(ReadJob& job)
+void QtViewerDocManager::waitFor(Job& job, bool isSaving)
 {
     if (!vfApplication::QtApplication::instance())
         return;
     const bool wasReading = std::exchange(m_isReading, true);
-    LoadDialog::waitFor(job, &vfApplication::QtApplication::instance()->getMainWindow());
+    LoadDialog::waitFor(job, isSaving, &vfApplication::QtApplication::instance()->getMainWindow());
     m_isReading = wasReading;
-    if (job.isCancelled())
+    if (job.isCancelled() && !isSaving)
         noteCancelled();
 }
 

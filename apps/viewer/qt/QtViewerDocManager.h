@@ -19,7 +19,7 @@ class StatusSummary;
 /// The viewer's document manager with a window: what goes wrong stands on standard error and in the window.
 class QtViewerDocManager : public vfApplication::QtDocManager,
                            public FailureLog,
-                           public ReadWaiter,
+                           public JobWaiter,
                            public TimeKeeper
 {
     Q_DECLARE_TR_FUNCTIONS(vfViewer::QtViewerDocManager)
@@ -45,7 +45,7 @@ public:
                                             const char* filter, vfBase::Options& options) override;
 
     /// Goes on with the work of the window, in which a dialog shows how far it has come and takes "Cancel".
-    void waitFor(ReadJob& job) override;
+    void waitFor(Job& job, bool isSaving) override;
 
     /// As long as a document plays its animation.
     void keepTime() override;

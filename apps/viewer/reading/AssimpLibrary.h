@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "reading/ModelReader.h"
+#include "reading/ReadOutcome.h"
 
 #include <string>
 

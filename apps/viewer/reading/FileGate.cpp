@@ -2,6 +2,7 @@
 #include "reading/FileGate.h"
 
 #include "reading/ImageFiles.h"
+#include "reading/SideFiles.h"
 
 #include <osg/Version>
 #include <osgDB/FileNameUtils>
@@ -13,6 +14,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <new>
 
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -78,9 +80,21 @@ std::vector<std::string>& files()
 
 thread_local bool isShut = false;
 
-class LibrariesByAbsolutePath : public osgDB::FindFileCallback
+/// Finds plug-ins by their absolute paths, and while a model is read, the files that it names by the rule of SideFiles.
+class FindByRule : public osgDB::FindFileCallback
 {
 public:
+    std::string findDataFile(const std::string& name, const osgDB::Options* options,
+                             osgDB::CaseSensitivity sensitivity) override
+    {
+        if (!SideFiles::isInForce())
+            return FindFileCallback::findDataFile(name, options, sensitivity);
+        if (!options)
+            return SideFiles::find(name);
+        const osgDB::FilePathList& directories = options->getDatabasePathList();
+        return SideFiles::find(name, {directories.begin(), directories.end()});
+    }
+
     std::string findLibraryFile(const std::string& name, const osgDB::Options*,
                                 osgDB::CaseSensitivity) override
     {
@@ -109,20 +123,16 @@ public:
     {
         if (!FileGate::isImage(path))
             return refused(path, "not a listed image format");
-        std::string reason = whyNotToRead(path, options);
-        std::string file = path;
-        if (!reason.empty() && !isShut && !osgDB::containsServerAddress(path)) {
-            // The name may be meant otherwise than it stands there.
-            const std::string found = findSideFile(path, directoryOf(options));
-            if (!found.empty() && FileGate::isImage(found)) {
-                file = found;
-                reason = whyNotToRead(file, options);
-            }
-        }
+        const std::string reason = whyNotToRead(path, options);
         if (!reason.empty())
             return refused(path, reason);
-        ReadResult result = decode(file, options);
-        return result.validImage() ? result : refused(file, "the image cannot be decoded");
+        try {
+            ReadResult result = decode(path, options);
+            return result.validImage() ? result : refused(path, "the image cannot be decoded");
+        } catch (const std::bad_alloc&) {
+            return refused(path,
+                           "there is not enough memory for this image"); // the rest of the model may fit
+        }
     }
 
     ReadResult readHeightField(const std::string& path, const osgDB::Options*) override
@@ -155,13 +165,6 @@ private:
         ReadResult result(ReadResult::ERROR_IN_READING_FILE);
         result.message() = reason;
         return result;
-    }
-
-    /// @return the directory of the model that is read
-    static std::string directoryOf(const osgDB::Options* options)
-    {
-        return options && !options->getDatabasePathList().empty() ? options->getDatabasePathList().front()
-                                                                  : "";
     }
 
     /// Reads an image by the format that its contents have, whatever its name says.
@@ -208,7 +211,7 @@ private:
 void FileGate::install()
 {
     static const bool installed = [] {
-        osgDB::Registry::instance()->setFindFileCallback(new LibrariesByAbsolutePath);
+        osgDB::Registry::instance()->setFindFileCallback(new FindByRule);
         osgDB::Registry::instance()->setReadFileCallback(new ListedFormatsOnly);
         return true;
     }();
@@ -311,6 +314,8 @@ std::string FileGate::whyUnreadable(const std::string& path)
         reason = "it is a directory";
     else if (!S_ISREG(status.st_mode))
         reason = "it is not a regular file";
+    else if (!SideFiles::isAdmitted(path))
+        reason = "it is not in the folder of the model, nor beside or below it";
     else if (status.st_size == 0)
         reason = "the file is empty";
     close(file);

@@ -56,7 +56,8 @@ public:
     /// Adds one of them.
     static void noteFailure(const std::string& name, const std::string& reason);
 
-    /// @return why the file at @p path cannot be read, in words; empty when it is a regular file with contents
+    /// @return why the file at @p path cannot be read, in words; empty when it is a regular file with contents that
+    ///         SideFiles admits
     static std::string whyUnreadable(const std::string& path);
 
     /// @return the absolute path from which OpenSceneGraph's library of that name is loaded; a name that is not

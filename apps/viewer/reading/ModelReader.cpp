@@ -8,12 +8,14 @@
 #include "reading/Lamps.h"
 #include "reading/Normals.h"
 #include "reading/ObjReader.h"
+#include "reading/PassiveScene.h"
 #include "reading/PlyReader.h"
 #include "reading/Quiet.h"
 #include "reading/ReadProgress.h"
-#include "reading/SoundAnimation.h"
-#include "reading/SoundGeometry.h"
+#include "reading/SideFiles.h"
+#include "reading/SoundScene.h"
 #include "reading/StlReader.h"
+#include "reading/TrialFrame.h"
 #include "reading/UpAxis.h"
 
 #include <velaforge/base/Printable.h>
@@ -150,28 +152,6 @@ void prepareLighting(osg::Node& scene)
         makeNormals(*geometry, creaseAngle);
 }
 
-/// @return how many of the geometries were not sound
-std::size_t makeAllSound(osg::Node& scene)
-{
-    struct MakeSound : osg::NodeVisitor
-    {
-        MakeSound() : NodeVisitor(TRAVERSE_ALL_CHILDREN) { setNodeMaskOverride(~0u); }
-        void apply(osg::Node& node) override
-        {
-            makeAnimationSound(node);
-            traverse(node);
-        }
-        void apply(osg::Geometry& geometry) override
-        {
-            makeAnimationSound(geometry);
-            count += makeSound(geometry);
-        }
-        std::size_t count = 0;
-    } visitor;
-    scene.accept(visitor);
-    return visitor.count;
-}
-
 bool isFinite(const osg::BoundingBox& box)
 {
     for (unsigned int i = 0; i < 8; ++i) {
@@ -208,6 +188,24 @@ private:
     }
 };
 
+/// @return whether a scene is of geometries with faces, and without points, which may lie in one place
+bool hasOnlyFaces(osg::Node& scene)
+{
+    struct Look : osg::NodeVisitor
+    {
+        Look() : NodeVisitor(TRAVERSE_ALL_CHILDREN) { setNodeMaskOverride(~0u); }
+        void apply(osg::Drawable&) override { hasOthers = true; }
+        void apply(osg::Geometry& geometry) override
+        {
+            for (const osg::ref_ptr<osg::PrimitiveSet>& primitives : geometry.getPrimitiveSetList())
+                hasOthers = hasOthers || primitives->getMode() == GL_POINTS;
+        }
+        bool hasOthers = false;
+    } look;
+    scene.accept(look);
+    return !look.hasOthers;
+}
+
 /// @return why the scene cannot be shown; empty when it can
 std::string whyNotShown(osg::Node& scene)
 {
@@ -219,6 +217,8 @@ std::string whyNotShown(osg::Node& scene)
         return "there is nothing in it that could be shown";
     if (!isFinite(bounds.getBoundingBox()))
         return "its coordinates are too large";
+    if (!(bounds.getBoundingBox().radius2() > 0) && hasOnlyFaces(scene))
+        return "all of its faces lie in one point";
     return {};
 }
 
@@ -337,6 +337,7 @@ std::vector<std::string> otherFiles(const std::string& path)
 
 ReadOutcome readModel(const std::string& path)
 {
+    const SideFiles sideFiles(path);
     ReadOutcome outcome;
     outcome.reason = whyNotRead(path);
     if (!outcome.reason.empty())
@@ -356,7 +357,12 @@ ReadOutcome readModel(const std::string& path)
     if (!outcome.scene)
         return outcome;
     ReadProgress::tell(ReadProgress::Preparing);
-    const std::size_t unsound = makeAllSound(*outcome.scene);
+    if (!makePassive(outcome.scene, outcome.warnings)) {
+        outcome.scene = nullptr;
+        outcome.reason = "its parts are nested too deeply";
+        return outcome;
+    }
+    const std::size_t unsound = makeSceneSound(*outcome.scene);
     if (unsound > 0)
         outcome.warnings.push_back(std::to_string(unsound) + (unsound == 1 ? " part is" : " parts are") +
                                    " shown without primitives of points that are not there");
@@ -376,6 +382,7 @@ ReadOutcome readModel(const std::string& path)
         prepareLighting(*outcome.scene);
     if (isReadWithYUp(path))
         outcome.scene = withZUp(*outcome.scene);
+    runTrialFrame(*outcome.scene);
     outcome.files = otherFiles(path);
     for (std::string& failure : FileGate::takeFailures())
         outcome.warnings.push_back(std::move(failure));

@@ -1,32 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "model/Outline.h"
+#include "reading/ReadOutcome.h"
 
-#include <osg/Array>
-#include <osg/Node>
-#include <osg/ref_ptr>
-
-#include <memory>
 #include <string>
-#include <utility>
-#include <vector>
 
 namespace vfViewer {
-
-/// What came of reading a file.
-struct ReadOutcome
-{
-    osg::ref_ptr<osg::Node> scene;     ///< null when the file could not be read
-    bool isCancelled = false;          ///< it was given up; there is no reason then
-    std::string reason;                ///< why not, in one line
-    std::vector<std::string> warnings; ///< files it names that could not be read, a line each
-    std::vector<std::string> files;    ///< those that were read beside the one that was named
-    std::vector<std::string> details;  ///< what the reader complained about, a line each
-
-    /// Worked out on the way, for whoever places a camera.
-    std::vector<std::pair<osg::ref_ptr<const osg::Vec3Array>, std::shared_ptr<const Outline>>> outlines;
-};
 
 /// Reads a model, in this process, and makes it fit to be shown: z points up, and every surface has normals.
 ReadOutcome readModel(const std::string& path);

@@ -6,6 +6,7 @@
 #include "reading/ImageFiles.h"
 #include "reading/MappedFile.h"
 #include "reading/PlainText.h"
+#include "reading/SideFiles.h"
 #include "reading/TextScanner.h"
 
 #include <osg/BlendFunc>
@@ -254,7 +255,7 @@ void ObjMaterials::addLibrary(const std::string& names)
 
 bool ObjMaterials::readLibrary(const std::string& name)
 {
-    const std::string path = findSideFile(name, m_directory);
+    const std::string path = SideFiles::find(name, {m_directory});
     if (path.empty())
         return false;
     const MappedFile file(path);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "reading/ReadProgress.h"
 
-#include "reading/SceneTransfer.h"
+#include "reading/ReaderProtocol.h"
 
 #include <algorithm>
 #include <new>
@@ -16,7 +16,7 @@ ReadProgress* shared = nullptr;
 
 void* map(int file, int access)
 {
-    void* page = mmap(nullptr, transferHeaderSize, access, MAP_SHARED, file, 0);
+    void* page = mmap(nullptr, progressSize, access, MAP_SHARED, file, 0);
     return page == MAP_FAILED ? nullptr : page;
 }
 
@@ -48,7 +48,7 @@ const ReadProgress* ReadProgress::watch(int file)
 void ReadProgress::letGo(const ReadProgress* progress)
 {
     if (progress)
-        munmap(const_cast<ReadProgress*>(progress), transferHeaderSize);
+        munmap(const_cast<ReadProgress*>(progress), progressSize);
 }
 
 } // namespace vfViewer

@@ -13,7 +13,8 @@ struct ReadProgress
     {
         Reading,   ///< the file
         Preparing, ///< the scene, to be shown
-        Sending    ///< the scene, to whoever waits
+        Sending,   ///< the scene, to the program
+        Writing    ///< the scene, to a file
     };
 
     std::atomic<std::uint32_t> stage{Reading};

@@ -1,19 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "reading/JobControl.h"
+#include "reading/ReaderProtocol.h"
+
+#include <chrono>
 #include <cstdint>
 #include <string>
-#include <vector>
 
 namespace vfViewer {
 
-enum class ReadKind : std::uint8_t
-{
-    Model,
-    Image
-};
-
-/// What a process that reads a file may use up.
+/// What a process that reads or writes a file may use up.
 struct ReadLimits
 {
     /// In bytes of memory; 0 for two gigabytes and a hundred times the size of the file, but no more than three quarters
@@ -22,9 +19,15 @@ struct ReadLimits
 
     /// In seconds of working time; 0 for half a minute and two seconds for each megabyte of the file.
     unsigned int seconds = 0;
+
+    /// In seconds of the clock, in which the process may also wait for a disk; 0 for ten times the working time.
+    unsigned int clockSeconds = 0;
+
+    /// @return the limits for a file of that size, none of them 0
+    ReadLimits forSize(std::uint64_t bytes) const;
 };
 
-/// A process that was made to read one file.
+/// A process that was made to read or write one file. It ends with the object.
 class Reader
 {
 public:
@@ -34,26 +37,28 @@ public:
     Reader(const Reader&) = delete;
     Reader& operator=(const Reader&) = delete;
 
-    /// The memory into which it puts what came of it, see receiveOutcome(); -1 for none.
-    int memory = -1;
+    /// What it does, for the limits; see waitFor().
+    std::string path;
+    std::uint64_t size = 0;
+    ReadLimits limits;
+    std::chrono::steady_clock::time_point end;
 
-    /// Becomes readable when it is done or gone. While it is open the process stays, to be looked into.
-    int socket = -1;
+    int scene = -1;    ///< the memory for the scene
+    int progress = -1; ///< the memory for its progress, see ReadProgress
+    int socket = -1;   ///< while it is open the process stays, and its memory can be read
+    int process = -1;  ///< its number, which is its own while the object lives
 
-    /// Its number, which is that of a process for as long as `handle` says so.
-    int process = -1;
+    /// Whether its memory can be read.
+    bool isReadable = false;
+
+    /// Waits for its end. Sets the progress of the job meanwhile.
+    /// @return why there is nothing; empty when @p done is set. A cancelled job has a reason, too
+    std::string waitFor(JobControl& control, ReaderDone& done);
 
     /// Ends it at once.
     void kill() const;
 
-    /// Waits until it is done or gone. @return the size of what stands in the memory; 0 when it is gone
-    long long takeSize() const;
-
-    /// Has it put everything into the memory, where nobody may look into it; takeSize() then waits for that.
-    /// @return false when it is gone
-    bool askForArrays() const;
-
-    /// Lets it end: nobody looks into it any more.
+    /// Lets it end.
     void letGo();
 
 private:
@@ -61,26 +66,35 @@ private:
     int m_handle = -1;
 };
 
-/// The process from which all others are made that read files.
+/// Starts the launcher, from which all processes come that read and write files.
 ///
-/// Readers of models crash and hang on damaged files, so that no file is read in the program itself. One process is split
-/// off the program while it is small and has no threads; it waits, and splits itself for each file. That takes a
-/// millisecond, finds the readers loaded that were used before, and leaves nothing of one file for the next.
+/// Readers of models crash and hang on damaged files, so that no file is read in the program itself. The launcher is a
+/// program of its own, which has the readers loaded that were used before and forks for each file: that takes a millisecond,
+/// and leaves nothing of one file for the next. A launcher that was killed, or does not answer, is replaced.
 class ReaderHost
 {
 public:
-    /// Makes the process, unless it is there. To be called at the beginning of main(), ahead of anything that starts
-    /// threads; the first file does it otherwise.
+    /// Starts the launcher, unless it runs. The first file does it otherwise.
     static void start();
 
-    /// Begins to read a file.
-    /// @return whether that was possible
-    static bool read(ReadKind kind, const std::string& path, const ReadLimits& limits, Reader& reader);
-
-    struct Request;
+    /// Begins to read or write a file. May be called on any thread.
+    /// @param path  absolute
+    /// @param sceneFile  the scene to be written, of @p sceneSize bytes; -1 for reading. Stays the caller's
+    /// @return why that was not possible; empty when it was
+    static std::string begin(ReadKind kind, const std::string& path, const ReadLimits& limits,
+                             JobControl& control, Reader& reader, int sceneFile = -1,
+                             long long sceneSize = 0);
 
 private:
-    static bool ask(const Request& request, Reader& reader);
+    enum class Answer
+    {
+        Started,
+        LauncherLost,
+        TooLong,
+        Cancelled,
+        Impossible
+    };
+    static Answer ask(const ReaderRequest& request, JobControl& control, Reader& reader);
 };
 
 } // namespace vfViewer

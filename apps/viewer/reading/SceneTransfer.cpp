@@ -3,14 +3,18 @@
 
 #include "reading/FileGate.h"
 #include "reading/LargeArray.h"
+#include "reading/PassiveScene.h"
+#include "reading/SceneBlocks.h"
+#include "reading/SharedMemory.h"
 #include "reading/SideBySide.h"
+#include "reading/SoundScene.h"
+#include "reading/TransferBytes.h"
 
 #include <osg/Geometry>
-#include <osg/NodeVisitor>
-#include <osgAnimation/RigGeometry>
 #include <osgDB/Registry>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <istream>
@@ -19,284 +23,67 @@
 #include <sstream>
 #include <streambuf>
 
-#include <sys/mman.h>
-#include <sys/stat.h>
 #include <sys/uio.h>
 #include <unistd.h>
 
 namespace vfViewer {
 
-/// Where an array stands.
-struct HandOver::Block
+/// An array or an image of a transfer.
+struct SceneSender::Part
 {
-    std::uint32_t index; ///< in the order of FindBlocks
-    std::uint32_t count;
-    std::uint64_t offset;  ///< in the file
-    std::uint64_t size;    ///< in bytes
-    std::uint64_t address; ///< in the process that read it; 0 for one that is in the file from the start
-};
-
-/// The elements of an array that was emptied.
-struct HandOver::Kept
-{
-    Block block;
-    std::shared_ptr<const void> elements;
+    std::uint64_t index = 0;   ///< among the arrays, or among the images, in the order of FindBlocks
+    std::uint64_t size = 0;    ///< in bytes
+    std::uint64_t offset = 0;  ///< in the file
+    std::uint64_t address = 0; ///< in the process that sent it; 0 for one that is in the file
 };
 
 namespace {
 
-using Block = HandOver::Block;
+using Part = SceneSender::Part;
 
-/// Arrays smaller than this are left where they are.
-constexpr std::size_t smallestBlock = 256;
+constexpr std::uint32_t mostMipmaps = 20;
 
-/// Arrays smaller than this are not worth looking into another process.
+/// An image, with what its bytes mean.
+struct ImagePart : Part
+{
+    std::int32_t width = 0;
+    std::int32_t height = 0;
+    std::int32_t depth = 0;
+    std::int32_t internalFormat = 0;
+    std::uint32_t pixelFormat = 0;
+    std::uint32_t dataType = 0;
+    std::uint32_t packing = 0;
+    std::uint32_t mipmapCount = 0;
+    std::uint32_t mipmaps[mostMipmaps] = {};
+};
+
+/// What stands at the end of the file.
+struct Trailer
+{
+    static constexpr std::uint64_t expectedMagic = 0x76665363656e6532;
+
+    std::uint64_t magic = expectedMagic;
+    std::uint64_t textsAt = 0;
+    std::uint64_t partsAt = 0;
+    std::uint64_t sceneAt = 0;
+    std::uint64_t sceneSize = 0; ///< 0 for none
+};
+
+/// Smaller ones travel with the rest of the scene.
+constexpr std::size_t smallestPart = 256;
+
+/// Smaller ones are not worth copying from another process.
 constexpr std::size_t smallestKept = std::size_t(64) * 1024;
 
-/// So much is taken from another process at once: it is still in the cache when it is put where it belongs.
+/// So much is copied from another process at once: it is still in the cache when it is put where it belongs.
 constexpr std::size_t takenAtOnce = std::size_t(128) * 1024;
 
 /// Bytes that are worth a thread of their own to copy.
 constexpr std::uint64_t worthAThread = std::uint64_t(8) * 1024 * 1024;
 
-/// At the same place in every process that was split off this one.
-const std::uint64_t lookedFor = 0x76664c6f6f6b6564;
+constexpr int widestImage = 1 << 16;
 
-/// Finds arrays and indices in the order of the scene, each once: the same order in the copy of a scene as in the scene.
-class FindBlocks : public osg::NodeVisitor
-{
-public:
-    FindBlocks() : NodeVisitor(TRAVERSE_ALL_CHILDREN) { setNodeMaskOverride(~0u); }
-
-    void apply(osg::Geometry& geometry) override
-    {
-        osg::Geometry::ArrayList arrays;
-        geometry.getArrayList(arrays);
-        for (const auto& array : arrays)
-            add(*array);
-        for (unsigned int i = 0; i < geometry.getNumPrimitiveSets(); ++i) {
-            if (auto* indices = dynamic_cast<osg::DrawElements*>(geometry.getPrimitiveSet(i)))
-                add(*indices);
-        }
-        if (auto* skin = dynamic_cast<osgAnimation::RigGeometry*>(&geometry))
-            skins.push_back(skin);
-    }
-
-    std::vector<osg::BufferData*> found;
-    std::vector<osgAnimation::RigGeometry*> skins;
-
-private:
-    void add(osg::BufferData& data)
-    {
-        if (m_seen.insert(&data).second)
-            found.push_back(&data);
-    }
-
-    std::set<const osg::BufferData*> m_seen;
-};
-
-void resize(osg::BufferData& data, unsigned int count)
-{
-    if (auto* array = dynamic_cast<osg::Array*>(&data))
-        array->resizeArray(count);
-    else
-        dynamic_cast<osg::DrawElements&>(data).resizeElements(count);
-}
-
-unsigned int countOf(const osg::BufferData& data)
-{
-    if (const auto* array = dynamic_cast<const osg::Array*>(&data))
-        return array->getNumElements();
-    return dynamic_cast<const osg::DrawElements&>(data).getNumIndices();
-}
-
-/// Calls the work with an array as what it is, where it is of a kind of which large models have many.
-/// @return what the work returns; false for another kind
-template <class Work>
-bool withLargeKind(osg::BufferData& data, Work work)
-{
-    if (auto* points = dynamic_cast<osg::Vec3Array*>(&data))
-        return work(*points);
-    if (auto* places = dynamic_cast<osg::Vec2Array*>(&data))
-        return work(*places);
-    if (auto* colors = dynamic_cast<osg::Vec4Array*>(&data))
-        return work(*colors);
-    if (auto* indices = dynamic_cast<osg::DrawElementsUInt*>(&data))
-        return work(*indices);
-    return false;
-}
-
-/// Takes the elements out of an array and keeps them where they are.
-/// @return null when it is of no such kind
-std::shared_ptr<const void> takeElements(osg::BufferData& data)
-{
-    std::shared_ptr<const void> taken;
-    withLargeKind(data, [&taken](auto& array) {
-        const auto elements = std::make_shared<std::decay_t<decltype(array.asVector())>>();
-        elements->swap(array.asVector());
-        taken = std::shared_ptr<const void>(elements, elements->data());
-        return true;
-    });
-    return taken;
-}
-
-/// Lets go of the memory, too.
-void empty(osg::BufferData& data)
-{
-    resize(data, 0);
-    if (auto* array = dynamic_cast<osg::Array*>(&data))
-        array->trim();
-}
-
-/// What stands at the end of the file.
-struct Trailer
-{
-    std::uint64_t magic = 0x76665363656e6531;
-    std::uint64_t blockCount = 0;
-    std::uint64_t sceneSize = 0; ///< 0 for none
-};
-
-bool writeAt(int file, const void* data, std::size_t size, long long offset)
-{
-    const char* bytes = static_cast<const char*>(data);
-    while (size > 0) {
-        const ssize_t written = pwrite(file, bytes, size, offset);
-        if (written <= 0)
-            return false;
-        bytes += written;
-        size -= static_cast<std::size_t>(written);
-        offset += written;
-    }
-    return true;
-}
-
-/// Works on even and odd numbers side by side where there are enough bytes for it: as a rule there are two large arrays, the
-/// points and their normals. @return whether both succeeded
-template <class Work>
-bool inTwoThreads(const std::vector<Block>& blocks, Work work)
-{
-    std::uint64_t size = 0;
-    for (const Block& block : blocks)
-        size += std::min(block.size, worthAThread);
-    if (size < worthAThread)
-        return work(0) && work(1);
-    auto odd = std::async(sideBySide, work, 1);
-    const bool isDone = work(0);
-    return odd.get() && isDone;
-}
-
-class Sink
-{
-public:
-    explicit Sink(int file) : m_file(file) {}
-
-    void put(const void* data, std::size_t size)
-    {
-        m_isGood = m_isGood && writeAt(m_file, data, size, m_offset);
-        m_offset += static_cast<long long>(size);
-    }
-
-    void put(const std::string& text)
-    {
-        const std::uint64_t size = text.size();
-        put(&size, sizeof(size));
-        put(text.data(), text.size());
-    }
-
-    void put(const std::vector<std::string>& texts)
-    {
-        const std::uint64_t count = texts.size();
-        put(&count, sizeof(count));
-        for (const std::string& text : texts)
-            put(text);
-    }
-
-    /// Leaves room for what somebody else writes.
-    void skip(std::size_t size) { m_offset += static_cast<long long>(size); }
-
-    /// What follows may be taken for numbers of any kind where it lies.
-    void align() { m_offset = (m_offset + 15) / 16 * 16; }
-
-    bool isGood() const { return m_isGood; }
-    long long offset() const { return m_offset; }
-
-private:
-    int m_file;
-    long long m_offset = transferHeaderSize;
-    bool m_isGood = true;
-};
-
-/// A file in memory as it is mapped; everything that is taken from it is checked against its end.
-class Source
-{
-public:
-    Source(int file, long long size) : m_size(size)
-    {
-        // Whatever the other process says: beyond the end there is no memory.
-        struct stat status;
-        if (size > 0 && fstat(file, &status) == 0 && status.st_size >= size)
-            m_map = mmap(nullptr, static_cast<std::size_t>(size), PROT_READ, MAP_SHARED, file, 0);
-    }
-    ~Source()
-    {
-        if (m_map != MAP_FAILED)
-            munmap(m_map, static_cast<std::size_t>(m_size));
-    }
-
-    Source(const Source&) = delete;
-    Source& operator=(const Source&) = delete;
-
-    /// @return null where the file does not reach that far
-    const char* at(std::uint64_t offset, std::uint64_t size) const
-    {
-        const auto end = static_cast<std::uint64_t>(m_size);
-        if (m_map == MAP_FAILED || offset > end || size > end - offset)
-            return nullptr;
-        return static_cast<const char*>(m_map) + offset;
-    }
-
-    bool take(std::uint64_t& offset, void* data, std::size_t size) const
-    {
-        const char* bytes = at(offset, size);
-        if (!bytes)
-            return false;
-        if (size > 0)
-            std::memcpy(data, bytes, size);
-        offset += size;
-        return true;
-    }
-
-    bool take(std::uint64_t& offset, std::string& text) const
-    {
-        std::uint64_t size = 0;
-        if (!take(offset, &size, sizeof(size)))
-            return false;
-        const char* bytes = at(offset, size);
-        if (!bytes)
-            return false;
-        text.assign(bytes, size);
-        offset += size;
-        return true;
-    }
-
-    bool take(std::uint64_t& offset, std::vector<std::string>& texts) const
-    {
-        std::uint64_t count = 0;
-        if (!take(offset, &count, sizeof(count)))
-            return false;
-        for (std::uint64_t i = 0; i < count; ++i) {
-            std::string text;
-            if (!take(offset, text))
-                return false;
-            texts.push_back(std::move(text));
-        }
-        return true;
-    }
-
-private:
-    long long m_size;
-    void* m_map = MAP_FAILED;
-};
+volatile const std::uint64_t probed = 0x76664c6f6f6b6564;
 
 /// Reads from memory that somebody else owns.
 class MemoryBuffer : public std::streambuf
@@ -333,7 +120,7 @@ osgDB::ReaderWriter* sceneFormat()
     return osgDB::Registry::instance()->getReaderWriterForExtension("osgb");
 }
 
-/// @return the scene without its large arrays, empty when it cannot be written
+/// @return the scene without what travels apart, empty when it cannot be written
 std::string writeRest(const osg::Node& scene)
 {
     std::ostringstream stream;
@@ -344,78 +131,156 @@ std::string writeRest(const osg::Node& scene)
     return stream.str();
 }
 
+/// Returns the bytes of a level of an image, 0 for what is no image. More than four gigabytes are beyond what
+/// OpenSceneGraph counts.
+std::uint64_t bytesOf(const ImagePart& part, std::uint32_t level)
+{
+    const bool isSized = part.width > 0 && part.height > 0 && part.depth > 0 && part.width <= widestImage &&
+                         part.height <= widestImage && part.depth <= widestImage && part.packing > 0 &&
+                         part.packing <= 8;
+    if (!isSized || level > mostMipmaps)
+        return 0;
+    const auto reduced = [level](std::int32_t size) { return std::max(1, size >> level); };
+    const int packing = static_cast<int>(part.packing);
+    const std::uint64_t pixels =
+        static_cast<std::uint64_t>(reduced(part.width)) * static_cast<std::uint64_t>(reduced(part.height));
+    const std::uint64_t bytesOfPixel =
+        osg::Image::computePixelSizeInBits(part.pixelFormat, part.dataType) / 8 + 1;
+    if (pixels > 0xffffffffu / bytesOfPixel / static_cast<std::uint64_t>(reduced(part.depth)))
+        return 0;
+    return osg::Image::computeImageSizeInBytes(reduced(part.width), reduced(part.height), reduced(part.depth),
+                                               part.pixelFormat, part.dataType, packing);
+}
+
+/// Returns whether the levels of an image lie one behind the other within its bytes.
+bool isSound(const ImagePart& part)
+{
+    if (part.mipmapCount > mostMipmaps)
+        return false;
+    std::uint64_t end = bytesOf(part, 0);
+    bool isInside = end > 0 && end <= part.size;
+    for (std::uint32_t i = 0; i < part.mipmapCount && isInside; ++i) {
+        const std::uint64_t size = bytesOf(part, i + 1);
+        isInside = size > 0 && part.mipmaps[i] >= end && part.mipmaps[i] + size <= part.size;
+        end = part.mipmaps[i] + size;
+    }
+    return isInside;
+}
+
+/// Fills in what the bytes of an image mean. @return false for an image that cannot be sent
+bool describe(const osg::Image& image, ImagePart& part)
+{
+    if ((image.getRowLength() != 0 && image.getRowLength() != image.s()) ||
+        image.getNumMipmapLevels() > mostMipmaps)
+        return false;
+    part.width = image.s();
+    part.height = image.t();
+    part.depth = image.r();
+    part.internalFormat = image.getInternalTextureFormat();
+    part.pixelFormat = image.getPixelFormat();
+    part.dataType = image.getDataType();
+    part.packing = image.getPacking();
+    part.size = image.getTotalSizeInBytesIncludingMipmaps();
+    for (const unsigned int offset : image.getMipmapLevels())
+        part.mipmaps[part.mipmapCount++] = offset;
+    return isSound(part);
+}
+
+template <class Record>
+void putRecords(TransferSink& sink, const std::vector<Record>& records)
+{
+    const std::uint64_t count = records.size();
+    sink.put(&count, sizeof(count));
+    sink.put(records.data(), records.size() * sizeof(Record));
+}
+
+bool isLargeKind(const osg::BufferData& data)
+{
+    return dynamic_cast<const osg::Vec3Array*>(&data) || dynamic_cast<const osg::Vec2Array*>(&data) ||
+           dynamic_cast<const osg::Vec4Array*>(&data) || dynamic_cast<const osg::DrawElementsUInt*>(&data);
+}
+
 } // namespace
 
 void loadSceneFormat()
 {
-    writeRest(*osg::ref_ptr<osg::Node>(
-        new osg::Group)); // what knows the classes of scenes comes with the first of them
+    writeRest(*osg::ref_ptr<osg::Node>(new osg::Group)); // loads what knows the classes of scenes
 }
 
-HandOver::HandOver(int file) : m_file(file) {}
-
-HandOver::~HandOver() = default;
-
-long long HandOver::put(ReadOutcome& outcome)
+long long SceneSender::send(ReadOutcome& outcome, LargeArrays place)
 {
     m_kept.clear();
-    Sink sink(m_file);
-    std::vector<Block> blocks;
+    if (ftruncate(m_file, 0) != 0)
+        return 0;
+    TransferSink sink(m_file);
+    std::vector<Part> arrays;
+    std::vector<ImagePart> images;
     std::string rest;
+    const auto put = [&](Part& part, const void* data, osg::Referenced& owner, bool mayBeKept) {
+        if (place == LargeArrays::InThisProcess && mayBeKept && part.size >= smallestKept) {
+            part.address = reinterpret_cast<std::uintptr_t>(data);
+            m_kept.emplace_back(&owner);
+            return;
+        }
+        sink.align();
+        part.offset = static_cast<std::uint64_t>(sink.offset());
+        sink.put(data, part.size);
+    };
     if (outcome.scene) {
         FindBlocks finder;
         outcome.scene->accept(finder);
-        for (std::size_t i = 0; i < finder.found.size(); ++i) {
-            osg::BufferData& data = *finder.found[i];
-            const std::size_t size = data.getTotalDataSize();
-            const void* elements = data.getDataPointer();
-            if (size < smallestBlock || !elements)
+        DetachBlocks detach;
+        for (std::size_t i = 0; i < finder.arrays.size(); ++i) {
+            osg::BufferData& data = *finder.arrays[i];
+            Part part;
+            part.index = i;
+            part.size = data.getTotalDataSize();
+            if (part.size < smallestPart || !data.getDataPointer())
                 continue;
-            sink.align();
-            Block block = {static_cast<std::uint32_t>(i), countOf(data),
-                           static_cast<std::uint64_t>(sink.offset()), size, 0};
-            const std::shared_ptr<const void> taken = size < smallestKept ? nullptr : takeElements(data);
-            if (taken) {
-                block.address = reinterpret_cast<std::uintptr_t>(taken.get());
-                m_kept.push_back({block, taken});
-                sink.skip(size);
-            } else {
-                sink.put(elements, size);
-                empty(data);
-            }
-            blocks.push_back(block);
+            put(part, data.getDataPointer(), data, isLargeKind(data));
+            arrays.push_back(part);
+            detach.add(data);
         }
+        for (std::size_t i = 0; i < finder.images.size(); ++i) {
+            osg::Image& image = *finder.images[i];
+            ImagePart part;
+            part.index = i;
+            if (!image.data())
+                continue;
+            if (!describe(image, part)) {
+                outcome.warnings.push_back("an image that is too large, or of an unusual kind, is left out");
+                detach.drop(image);
+                continue;
+            }
+            put(part, image.data(), image, true);
+            images.push_back(part);
+            detach.add(image);
+        }
+        outcome.scene->accept(detach);
         rest = writeRest(*outcome.scene);
         if (rest.empty())
             outcome.reason = "it cannot be handed on by the process that read it";
     }
-    const std::uint64_t start = static_cast<std::uint64_t>(sink.offset());
+    Trailer trailer;
+    trailer.textsAt = static_cast<std::uint64_t>(sink.offset());
     sink.put(outcome.reason);
     sink.put(outcome.warnings);
     sink.put(outcome.details);
     sink.put(outcome.files);
-    Trailer trailer;
-    trailer.blockCount = blocks.size();
+    trailer.partsAt = static_cast<std::uint64_t>(sink.offset());
+    putRecords(sink, arrays);
+    putRecords(sink, images);
+    trailer.sceneAt = static_cast<std::uint64_t>(sink.offset());
     trailer.sceneSize = rest.size();
-    sink.put(&trailer, sizeof(trailer));
-    sink.put(blocks.data(), blocks.size() * sizeof(Block));
     sink.put(rest.data(), rest.size());
-    sink.put(&start, sizeof(start));
-    return sink.isGood() ? sink.offset() : 0;
-}
-
-bool HandOver::putArrays() const
-{
-    return std::all_of(m_kept.begin(), m_kept.end(), [this](const Kept& kept) {
-        const Block& block = kept.block;
-        return writeAt(m_file, kept.elements.get(), block.size, static_cast<long long>(block.offset));
-    });
+    sink.put(&trailer, sizeof(trailer));
+    return sink.isGood() && sealContents(m_file) ? sink.offset() : 0;
 }
 
 namespace {
 
-/// Looks into the memory of another process. @return whether all of it was there
-bool look(int process, std::uint64_t address, void* target, std::size_t size)
+/// Copies memory of another process. @return whether all of it was there
+bool look(pid_t process, std::uint64_t address, void* target, std::size_t size)
 {
     auto* bytes = static_cast<char*>(target);
     while (size > 0) {
@@ -433,7 +298,7 @@ bool look(int process, std::uint64_t address, void* target, std::size_t size)
 }
 
 /// @return how many bytes of addresses a process has in use
-std::uint64_t addressesOf(int process)
+std::uint64_t addressesOf(pid_t process)
 {
     FILE* file = std::fopen(("/proc/" + std::to_string(process) + "/statm").c_str(), "re");
     unsigned long pages = 0;
@@ -445,78 +310,151 @@ std::uint64_t addressesOf(int process)
     return std::uint64_t(pages) * static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE));
 }
 
-/// What was handed on, and how its arrays come out of it.
+void resize(osg::BufferData& data, unsigned int count)
+{
+    if (auto* array = dynamic_cast<osg::Array*>(&data))
+        array->resizeArray(count);
+    else
+        dynamic_cast<osg::DrawElements&>(data).resizeElements(count);
+}
+
+/// Calls the work with an array as what it is, where it is of a kind of which large models have many.
+/// @return what the work returns; false for another kind
+template <class Work>
+bool withLargeKind(osg::BufferData& data, Work work)
+{
+    if (auto* points = dynamic_cast<osg::Vec3Array*>(&data))
+        return work(*points);
+    if (auto* places = dynamic_cast<osg::Vec2Array*>(&data))
+        return work(*places);
+    if (auto* colors = dynamic_cast<osg::Vec4Array*>(&data))
+        return work(*colors);
+    if (auto* indices = dynamic_cast<osg::DrawElementsUInt*>(&data))
+        return work(*indices);
+    return false;
+}
+
+/// Puts the arrays and images of a transfer where they belong.
 class Arrival
 {
 public:
-    /// @param process  whose memory has the arrays that are not in the file, 0 when all are there
-    Arrival(const Source& source, int process, const std::atomic<bool>& stop)
+    Arrival(const TransferSource& source, pid_t process, const std::atomic<bool>& stop)
         : m_source(source), m_process(process), m_stop(stop)
     {}
 
-    /// @return whether the arrays of the blocks have what they are to have
-    bool fillAll(const std::vector<Block>& blocks, const std::vector<osg::BufferData*>& arrays) const
+    /// Takes the list of what there is. @return false when it cannot be right
+    bool takeParts(std::uint64_t offset)
     {
-        std::set<std::uint32_t> filled;
+        if (!m_source.takeRecords(offset, m_arrays) || !m_source.takeRecords(offset, m_images))
+            return false;
         std::uint64_t left = m_process != 0 ? addressesOf(m_process) : 0; // nobody has more than that
-        for (const Block& block : blocks) {
-            if (block.index >= arrays.size() || !filled.insert(block.index).second)
-                return false; // nobody sends one twice
-            if (!isThere(block) || (isInProcess(block) && block.size > left))
-                return false;
-            left -= isInProcess(block) ? block.size : 0;
-        }
-        return inTwoThreads(blocks, [&](std::size_t first) {
-            for (std::size_t i = first; i < blocks.size(); i += 2) {
-                osg::BufferData& data = *arrays[blocks[i].index];
-                if (m_stop || !fill(data, blocks[i]) || data.getTotalDataSize() != blocks[i].size)
-                    return false;
-                data.dirty();
-            }
-            return true;
-        });
+        const auto isThere = [&](const Part& part) {
+            if (part.address == 0 || m_process == 0)
+                return part.address == 0 && m_source.at(part.offset, part.size) != nullptr;
+            const bool isLeft = part.size <= left;
+            left -= isLeft ? part.size : 0;
+            return isLeft;
+        };
+        return std::all_of(m_arrays.begin(), m_arrays.end(), isThere) &&
+               std::all_of(m_images.begin(), m_images.end(), isThere) && areDifferent(m_arrays) &&
+               areDifferent(m_images);
     }
 
-private:
-    bool isInProcess(const Block& block) const { return m_process != 0 && block.address != 0; }
-
-    bool isThere(const Block& block) const
+    /// @return whether everything got what it is to have
+    bool fill(const FindBlocks& found)
     {
-        return isInProcess(block) || m_source.at(block.offset, block.size) != nullptr;
+        const auto isKnown = [](const auto& parts, std::size_t count) {
+            return std::all_of(parts.begin(), parts.end(),
+                               [count](const Part& part) { return part.index < count; });
+        };
+        if (!isKnown(m_arrays, found.arrays.size()) || !isKnown(m_images, found.images.size()))
+            return false;
+        const bool areFilled = inTwoThreads([&](std::size_t i) {
+            const Part& part = m_arrays[i];
+            osg::BufferData& data = *found.arrays[part.index];
+            if (m_stop || !fillArray(data, part) || data.getTotalDataSize() != part.size)
+                return false;
+            data.dirty();
+            return true;
+        });
+        std::size_t withData = 0;
+        for (const osg::ref_ptr<osg::Image>& image : found.images)
+            withData += image->data() != nullptr;
+        // An image that did not travel apart has no data.
+        return areFilled && withData == m_images.size() &&
+               std::all_of(m_images.begin(), m_images.end(), [&](const ImagePart& part) {
+                   return !m_stop && fillImage(*found.images[part.index], part);
+               });
+    }
+
+    /// Returns the number of images for which there was no memory.
+    unsigned int leftOut() const { return m_leftOut; }
+
+private:
+    template <class Record>
+    static bool areDifferent(const std::vector<Record>& parts)
+    {
+        std::set<std::uint64_t> seen;
+        return std::all_of(parts.begin(), parts.end(),
+                           [&seen](const Part& part) { return seen.insert(part.index).second; });
+    }
+
+    /// Works on even and odd arrays at the same time where there are enough bytes for it: as a rule there are two large
+    /// ones, the points and their normals. @return whether all succeeded
+    template <class Work>
+    bool inTwoThreads(Work work) const
+    {
+        const auto each = [&](std::size_t first, std::size_t step) {
+            for (std::size_t i = first; i < m_arrays.size(); i += step) {
+                if (!work(i))
+                    return false;
+            }
+            return true;
+        };
+        std::uint64_t size = 0;
+        for (const Part& part : m_arrays)
+            size += std::min(part.size, worthAThread);
+        if (size < worthAThread)
+            return each(0, 1);
+        auto odd = std::async(sideBySide, each, 1, 2);
+        const bool isDone = each(0, 2);
+        return odd.get() && isDone;
     }
 
     /// Large arrays are written once, and not filled with zeros before; the others are made as large first.
-    bool fill(osg::BufferData& data, const Block& block) const
+    bool fillArray(osg::BufferData& data, const Part& part) const
     {
-        const bool isLarge = withLargeKind(data, [&](auto& array) { return append(array, block); });
-        if (isLarge || isInProcess(block))
-            return isLarge;
-        resize(data, block.count);
-        if (data.getTotalDataSize() != block.size)
+        if (isLargeKind(data))
+            return withLargeKind(data, [&](auto& array) { return append(array, part); });
+        if (part.address != 0)
             return false;
-        std::memcpy(const_cast<void*>(data.getDataPointer()), m_source.at(block.offset, block.size),
-                    block.size);
-        return true;
+        resize(data, 1);
+        const std::uint64_t element = data.getTotalDataSize();
+        if (element == 0 || part.size % element != 0 || part.size / element > 0xffffffffu)
+            return false;
+        resize(data, static_cast<unsigned int>(part.size / element));
+        return data.getTotalDataSize() == part.size &&
+               copy(const_cast<void*>(data.getDataPointer()), part); // which is that of this process
     }
 
     template <class Array>
-    bool append(Array& array, const Block& block) const
+    bool append(Array& array, const Part& part) const
     {
         using Element = typename Array::value_type;
-        if (block.size % sizeof(Element) != 0)
+        if (part.size % sizeof(Element) != 0)
             return false;
-        const std::size_t count = block.size / sizeof(Element);
+        const std::size_t count = part.size / sizeof(Element);
         array.clear();
         reserveLarge(array.asVector(), count);
-        if (!isInProcess(block)) {
-            const auto* elements = reinterpret_cast<const Element*>(m_source.at(block.offset, block.size));
+        if (part.address == 0) {
+            const auto* elements = reinterpret_cast<const Element*>(m_source.at(part.offset, part.size));
             array.insert(array.end(), elements, elements + count);
             return true;
         }
         std::vector<Element> some(std::min(takenAtOnce / sizeof(Element), count));
         for (std::size_t done = 0; done < count && !m_stop; done += some.size()) {
             some.resize(std::min(some.size(), count - done));
-            if (!look(m_process, block.address + done * sizeof(Element), some.data(),
+            if (!look(m_process, part.address + done * sizeof(Element), some.data(),
                       some.size() * sizeof(Element)))
                 return false;
             array.insert(array.end(), some.begin(), some.end());
@@ -524,66 +462,113 @@ private:
         return !m_stop;
     }
 
-    const Source& m_source;
-    int m_process;
+    bool copy(void* target, const Part& part) const
+    {
+        if (part.address == 0) {
+            std::memcpy(target, m_source.at(part.offset, part.size), part.size);
+            return true;
+        }
+        for (std::uint64_t done = 0; done < part.size; done += takenAtOnce) {
+            const std::size_t some = std::min<std::uint64_t>(takenAtOnce, part.size - done);
+            if (m_stop || !look(m_process, part.address + done, static_cast<char*>(target) + done, some))
+                return false;
+        }
+        return true;
+    }
+
+    bool fillImage(osg::Image& image, const ImagePart& part)
+    {
+        if (!isSound(part))
+            return false;
+        // OpenSceneGraph deletes it with the image.
+        auto* data = new (std::nothrow) unsigned char[part.size];
+        if (!data) {
+            ++m_leftOut;
+            return true;
+        }
+        if (!copy(data, part)) {
+            delete[] data;
+            return false;
+        }
+        image.setImage(part.width, part.height, part.depth, part.internalFormat, part.pixelFormat,
+                       part.dataType, data, osg::Image::USE_NEW_DELETE, static_cast<int>(part.packing));
+        image.setMipmapLevels({part.mipmaps, part.mipmaps + part.mipmapCount});
+        return image.getTotalSizeInBytesIncludingMipmaps() == part.size;
+    }
+
+    const TransferSource& m_source;
+    pid_t m_process;
     const std::atomic<bool>& m_stop;
+    std::vector<Part> m_arrays;
+    std::vector<ImagePart> m_images;
+    unsigned int m_leftOut = 0;
 };
 
-osg::ref_ptr<osg::Node> receiveScene(const Source& source, std::uint64_t offset, const Trailer& trailer,
-                                     const Arrival& arrival)
+/// @return null for a scene that an honest reader does not send
+osg::ref_ptr<osg::Node> takeScene(const TransferSource& source, const Trailer& trailer, Arrival& arrival)
 {
-    std::vector<Block> blocks(trailer.blockCount);
-    if (!source.take(offset, blocks.data(), blocks.size() * sizeof(Block)))
-        return nullptr;
-    const char* rest = source.at(offset, trailer.sceneSize);
+    const char* rest = source.at(trailer.sceneAt, trailer.sceneSize);
     osgDB::ReaderWriter* format = sceneFormat();
-    if (!rest || !format)
+    if (!rest || !format || !arrival.takeParts(trailer.partsAt))
         return nullptr;
     MemoryBuffer buffer(rest, trailer.sceneSize);
     std::istream stream(&buffer);
     const FileGate::Shut shut; // everything the scene needs has come with it
     osg::ref_ptr<osg::Node> scene = format->readNode(stream, nullptr).getNode();
-    if (!scene)
+    if (!scene || !isPassive(*scene))
         return nullptr;
     FindBlocks finder;
     scene->accept(finder);
-    for (osgAnimation::RigGeometry* skin : finder.skins)
-        skin->setComputeBoundingBoxCallback(nullptr); // which nobody hands on
-    return arrival.fillAll(blocks, finder.found) ? scene : nullptr;
+    if (!arrival.fill(finder) || makeSceneSound(*scene) > 0)
+        return nullptr;
+    const osg::BoundingSphere& bound = scene->getBound();
+    return std::isfinite(bound.radius()) && std::isfinite(bound.center().length2()) ? scene : nullptr;
+}
+
+ReadOutcome take(int file, long long size, const LargeArrayOwner& owner, const std::atomic<bool>& stop)
+{
+    ReadOutcome outcome;
+    const TransferSource source(file, size);
+    Trailer trailer;
+    std::uint64_t at = source.size() - sizeof(trailer); // beyond the end where there is less
+    const bool isWhole =
+        source.take(at, &trailer, sizeof(trailer)) && trailer.magic == Trailer::expectedMagic &&
+        source.take(trailer.textsAt, outcome.reason) && source.take(trailer.textsAt, outcome.warnings) &&
+        source.take(trailer.textsAt, outcome.details) && source.take(trailer.textsAt, outcome.files);
+    if (isWhole && trailer.sceneSize > 0) {
+        Arrival arrival(source, owner.process, stop);
+        outcome.scene = takeScene(source, trailer, arrival);
+        if (arrival.leftOut() > 0)
+            outcome.warnings.push_back("there is not enough memory for all of its images");
+    }
+    if (!isWhole || (!outcome.scene && outcome.reason.empty()))
+        outcome.reason = notTransferred;
+    return outcome;
 }
 
 } // namespace
 
-bool canLookInto(int process)
+std::uint64_t memoryProbe()
 {
-    std::uint64_t seen = 0;
-    return look(process, reinterpret_cast<std::uintptr_t>(&lookedFor), &seen, sizeof(seen)) &&
-           seen == lookedFor;
+    return reinterpret_cast<std::uintptr_t>(&probed);
 }
 
-ReadOutcome receiveOutcome(int file, long long size, int process, const std::atomic<bool>& stop)
+bool canReadMemoryOf(pid_t process, std::uint64_t probe)
+{
+    std::uint64_t seen = 0;
+    return look(process, probe, &seen, sizeof(seen)) && seen == probed;
+}
+
+ReadOutcome receiveScene(int file, long long size, const LargeArrayOwner& owner,
+                         const std::atomic<bool>& stop)
 {
     ReadOutcome outcome;
-    const Source source(file, size);
-    std::uint64_t offset = static_cast<std::uint64_t>(size) - sizeof(std::uint64_t);
-    std::uint64_t start = 0;
-    Trailer trailer;
-    if (!source.take(offset, &start, sizeof(start)) || !source.take(start, outcome.reason) ||
-        !source.take(start, outcome.warnings) || !source.take(start, outcome.details) ||
-        !source.take(start, outcome.files) || !source.take(start, &trailer, sizeof(trailer)) ||
-        trailer.magic != Trailer().magic || !source.at(start, trailer.blockCount * sizeof(Block)))
-    {
-        outcome.reason = notHandedOn;
-        return outcome;
-    }
-    if (trailer.sceneSize == 0)
-        return outcome;
     try {
-        outcome.scene = receiveScene(source, start, trailer, Arrival(source, process, stop));
-        if (!outcome.scene)
-            outcome.reason = notHandedOn;
+        return take(file, size, owner, stop);
     } catch (const std::bad_alloc&) {
-        outcome.reason = "not enough memory";
+        outcome.reason = "there is not enough memory";
+    } catch (const std::exception&) {
+        outcome.reason = notTransferred;
     }
     return outcome;
 }

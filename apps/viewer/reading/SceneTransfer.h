@@ -1,60 +1,75 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "reading/ModelReader.h"
+#include "reading/ReadOutcome.h"
+
+#include <osg/Referenced>
+#include <osg/ref_ptr>
 
 #include <atomic>
+#include <cstdint>
 #include <vector>
+
+#include <sys/types.h>
 
 namespace vfViewer {
 
-/// At the start of a file that carries a scene; see ReadProgress.
-constexpr long long transferHeaderSize = 4096;
-
 /// The reason when something was lost on the way.
-constexpr const char* notHandedOn = "the process that read it did not hand it on whole";
+constexpr const char* notTransferred = "the process that read it did not hand it on whole";
 
-/// Loads what scenes are written and read with, which takes some milliseconds; whoever needs it first does it otherwise.
+/// Loads what scenes are written and read with, which takes some milliseconds; the first transfer does it otherwise.
 void loadSceneFormat();
 
-/// Hands what came of reading on to another process, through a file in memory.
+/// Sends what came of reading to another process, through a file in memory that is sealed at the end.
 ///
-/// Points, normals and the like travel as they lie in memory; only what is left of the scene is written out by
-/// OpenSceneGraph. Where they are many they stay where they are, and the other process looks into the memory of this one: a
+/// Arrays, indices and images travel as they lie in memory; only what is left of the scene is written out by
+/// OpenSceneGraph. Large ones may stay where they are, and the other process copies them from the memory of this one: a
 /// file in memory costs more to fill than a large model takes to read.
-class HandOver
+class SceneSender
 {
 public:
-    explicit HandOver(int file);
-    ~HandOver();
+    enum class LargeArrays
+    {
+        InFile,
+        InThisProcess ///< for as long as the sender lives
+    };
 
-    HandOver(const HandOver&) = delete;
-    HandOver& operator=(const HandOver&) = delete;
+    /// @param file  made by makeSharedMemory(), empty; stays the caller's
+    explicit SceneSender(int file) : m_file(file) {}
 
-    /// Puts everything into the file but large arrays. The scene loses its arrays: it is for this process's last use.
-    /// @return the size of what was written, 0 when there was no room
-    long long put(ReadOutcome& outcome);
+    SceneSender(const SceneSender&) = delete;
+    SceneSender& operator=(const SceneSender&) = delete;
 
-    /// Puts the large arrays into the file as well, for a process that may not look into this one.
-    /// @return false when there was no room
-    bool putArrays() const;
+    /// Writes all to the file and seals it. The geometries and textures of the scene lose their arrays and images, which
+    /// stay as they are where others have them, too.
+    /// @return the size of what was written; 0 when there was no room, and the file may be used again
+    long long send(ReadOutcome& outcome, LargeArrays place);
 
-    struct Block;
+    struct Part;
 
 private:
-    struct Kept;
-
     int m_file;
-    std::vector<Kept> m_kept;
+    std::vector<osg::ref_ptr<osg::Referenced>> m_kept;
 };
 
-/// @return whether the system lets this process look into one that was split off it
-bool canLookInto(int process);
+/// A process whose memory has the arrays that are not in the file.
+struct LargeArrayOwner
+{
+    pid_t process = 0; ///< 0 when everything is in the file
+};
 
-/// Takes what HandOver put there. May be done on any thread.
-/// @param process  the one that handed it on, which must be there until this is done; 0 when it put its arrays into the
-///                 file, too
-/// @param stop  when it becomes true the scene is left away as soon as possible
-ReadOutcome receiveOutcome(int file, long long size, int process, const std::atomic<bool>& stop);
+/// The number at a known place in each process, with which canReadMemoryOf() tries whether it may look there.
+std::uint64_t memoryProbe();
+
+/// Returns whether the system lets this process read the memory of another one.
+/// @param probe  what memoryProbe() returned there
+bool canReadMemoryOf(pid_t process, std::uint64_t probe);
+
+/// Takes what SceneSender sent, and validates it: counts, indices, sizes, kinds of nodes. Never throws. May be called on any
+/// thread.
+/// @param owner  must live until this returns
+/// @param stop   when it becomes true, returns as soon as possible without the scene
+ReadOutcome receiveScene(int file, long long size, const LargeArrayOwner& owner,
+                         const std::atomic<bool>& stop);
 
 } // namespace vfViewer

@@ -72,6 +72,11 @@ bool makeSound(osg::Geometry& geometry)
         geometry.removePrimitiveSet(i - 1);
         isChanged = true;
     }
+    // Without shaders, instances lie on one another: a number of them only costs time.
+    for (const osg::ref_ptr<osg::PrimitiveSet>& primitives : geometry.getPrimitiveSetList()) {
+        isChanged = isChanged || primitives->getNumInstances() > 1;
+        primitives->setNumInstances(0);
+    }
     const std::size_t sets = geometry.getNumPrimitiveSets();
     const auto isShort = [&](const osg::Array* array) {
         return array && !isLongEnough(*array, points, sets);

@@ -34,6 +34,14 @@
         <source>Reading “%1”…</source>
         <translation>„%1“ wird gelesen…</translation>
     </message>
+    <message>
+        <source>Saving %1</source>
+        <translation>%1 wird gespeichert</translation>
+    </message>
+    <message>
+        <source>Writing “%1”…</source>
+        <translation>„%1“ wird geschrieben…</translation>
+    </message>
 </context>
 <context>
     <name>vfViewer::MeasurementsPanel</name>

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <climits>
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+#include <string>
+#include <vector>
+
+namespace vfViewer {
+
+// What the program, the launcher and the processes that it makes say to one another, a packet each:
+//
+//   program -> launcher   ReaderRequest, with the job's socket, the file for its scene and that for its progress
+//   launcher -> program   ReaderStarted, with a descriptor of the process, through the job's socket
+//   program -> process    ReaderGo
+//   process -> program    ReaderDone
+//
+// The process ends when the program closes the job's socket.
+
+enum class ReadKind : std::uint8_t
+{
+    Model,
+    Image,
+    Write ///< the scene that comes with the request, to a file
+};
+
+struct ReaderRequest
+{
+    ReadKind kind = ReadKind::Model;
+    std::uint64_t memory = 0;   ///< bytes that the process may use
+    std::int64_t sceneSize = 0; ///< of the scene that is to be written
+    char path[PATH_MAX] = {};
+};
+
+struct ReaderStarted
+{
+    std::int32_t process = 0;
+    std::uint64_t probe = 0; ///< see canReadMemoryOf()
+};
+
+struct ReaderGo
+{
+    bool isReadable = false; ///< the program may read the memory of the process
+};
+
+struct ReaderDone
+{
+    std::int64_t size = 0; ///< of the scene; 0 when there is none
+    char reason[512] = {}; ///< why it could not be written, terminated by a zero byte
+};
+
+constexpr std::size_t progressSize = 4096;
+
+/// Sends a packet, with descriptors. @return false, with errno set, when it was not sent: EAGAIN when the socket is full
+bool sendPacket(int socket, const void* data, std::size_t size, std::initializer_list<int> files = {});
+
+/// Takes a packet, waiting for it.
+/// @param files  set to the descriptors that came with it, which the caller closes
+/// @return false when the other side is gone, or sent something else; all descriptors are closed then
+bool receivePacket(int socket, void* data, std::size_t size, std::vector<int>& files);
+
+/// Takes a packet and closes the descriptors that came with it.
+bool receivePacket(int socket, void* data, std::size_t size);
+
+/// Copies a path into a request. @return false when it is too long
+bool putPath(ReaderRequest& request, const std::string& path);
+
+} // namespace vfViewer

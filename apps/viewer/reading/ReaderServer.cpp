@@ -1,0 +1,210 @@
+// SPDX-License-Identifier: MIT
+#include "reading/ReaderServer.h"
+
+#include "reading/FileGate.h"
+#include "reading/ReadProgress.h"
+#include "reading/ReaderProtocol.h"
+#include "reading/SceneTransfer.h"
+
+#include <osgDB/FileNameUtils>
+#include <osgDB/Registry>
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <exception>
+#include <functional>
+#include <new>
+#include <utility>
+#include <vector>
+
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#define VFVIEWER_SANITIZED
+#endif
+
+namespace vfViewer {
+
+namespace {
+
+constexpr const char* lackOfMemory = "it needs more memory than there is";
+
+void limitMemory(std::uint64_t memory)
+{
+#ifndef VFVIEWER_SANITIZED // which need far more room than memory
+    const rlimit limit = {memory, memory};
+    setrlimit(RLIMIT_AS, &limit);
+#else
+    (void)memory;
+#endif
+}
+
+/// @return why the work could not be done; empty when it was
+std::string guarded(const std::function<void()>& work)
+{
+    try {
+        work();
+        return std::string();
+    } catch (const std::bad_alloc&) {
+        return lackOfMemory;
+    } catch (const std::exception& problem) {
+        return problem.what();
+    } catch (...) {
+        return "its reader failed for an unknown reason";
+    }
+}
+
+long long sendReason(int file, const std::string& reason)
+{
+    ReadOutcome outcome;
+    outcome.reason = reason;
+    return SceneSender(file).send(outcome, SceneSender::LargeArrays::InFile);
+}
+
+void read(const ReaderTasks& tasks, const ReaderRequest& request, const ReaderGo& go, int socket, int scene)
+{
+    ReadOutcome outcome;
+    const std::string problem = guarded([&] {
+        const auto task = request.kind == ReadKind::Image ? tasks.readImage : tasks.readModel;
+        outcome = task(request.path);
+    });
+    if (!problem.empty()) {
+        outcome = ReadOutcome();
+        outcome.reason = problem;
+    }
+    ReadProgress::tell(ReadProgress::Sending);
+    SceneSender sender(scene);
+    ReaderDone done;
+    guarded([&] {
+        done.size = sender.send(outcome, go.isReadable ? SceneSender::LargeArrays::InThisProcess
+                                                       : SceneSender::LargeArrays::InFile);
+    });
+    if (done.size == 0) {
+        outcome = ReadOutcome(); // whose memory may be what is lacking
+        done.size = sendReason(scene, lackOfMemory);
+    }
+    sendPacket(socket, &done, sizeof(done));
+    // The program reads the memory of this process until it closes the socket.
+    char said = 0;
+    receivePacket(socket, &said, sizeof(said));
+}
+
+void write(const ReaderTasks& tasks, const ReaderRequest& request, int socket, int scene)
+{
+    std::string reason;
+    const std::string problem = guarded([&] {
+        const std::atomic<bool> stop{false};
+        const ReadOutcome outcome = receiveScene(scene, request.sceneSize, {}, stop);
+        ReadProgress::tell(ReadProgress::Writing);
+        reason = outcome.scene ? tasks.write(*outcome.scene, request.path) : outcome.reason;
+    });
+    if (!problem.empty())
+        reason = problem;
+    ReaderDone done;
+    done.size = reason.empty();
+    reason.copy(done.reason, sizeof(done.reason) - 1);
+    sendPacket(socket, &done, sizeof(done));
+}
+
+/// The process that does one task.
+[[noreturn]] void becomeReader(const ReaderTasks& tasks, const ReaderRequest& request, pid_t launcher,
+                               const std::vector<int>& files)
+{
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (getppid() != launcher)
+        _exit(1); // it ended before the line above
+    signal(SIGCHLD, SIG_DFL);
+    const rlimit none = {0, 0};
+    setrlimit(RLIMIT_CORE, &none);
+    const int socket = files[0];
+    const int scene = files[1];
+    ReaderGo go;
+    if (!receivePacket(socket, &go, sizeof(go)))
+        _exit(1);
+    limitMemory(request.memory);
+    ReadProgress::share(files[2]);
+    if (request.kind == ReadKind::Write)
+        write(tasks, request, socket, scene);
+    else
+        read(tasks, request, go, socket, scene);
+    _exit(0);
+}
+
+void reapReaders(int)
+{
+    const int error = errno;
+    while (waitpid(-1, nullptr, WNOHANG) > 0) {
+    }
+    errno = error;
+}
+
+/// Makes a process and tells the program which one.
+void answer(const ReaderTasks& tasks, int launcherSocket, const ReaderRequest& request,
+            const std::vector<int>& files)
+{
+    // Until the program has a descriptor of the process, nobody waits for it, so that its number stays its own.
+    sigset_t ended;
+    sigemptyset(&ended);
+    sigaddset(&ended, SIGCHLD);
+    sigprocmask(SIG_BLOCK, &ended, nullptr);
+    const pid_t launcher = getpid();
+    const pid_t process = fork();
+    if (process == 0) {
+        sigprocmask(SIG_UNBLOCK, &ended, nullptr);
+        close(launcherSocket);
+        becomeReader(tasks, request, launcher, files);
+    }
+    // The number of the call, because the header is not one for C++.
+    const int handle = process > 0 ? static_cast<int>(syscall(SYS_pidfd_open, process, 0)) : -1;
+    if (handle >= 0) {
+        ReaderStarted started;
+        started.process = process;
+        started.probe = memoryProbe();
+        sendPacket(files[0], &started, sizeof(started), {handle});
+        close(handle);
+    }
+    sigprocmask(SIG_UNBLOCK, &ended, nullptr);
+}
+
+/// Loads what reads a format, so that it need not be loaded for the next file of its kind.
+void loadReader(const std::string& path)
+{
+    if (FileGate::isModel(path) || FileGate::isImage(path))
+        osgDB::Registry::instance()->getReaderWriterForExtension(osgDB::getLowerCaseFileExtension(path));
+}
+
+} // namespace
+
+void serveReaders(int socket, const ReaderTasks& tasks)
+{
+    prctl(PR_SET_NAME, "vfviewer-reader");
+    struct sigaction reap = {};
+    reap.sa_handler = reapReaders;
+    reap.sa_flags = SA_RESTART | SA_NOCLDSTOP;
+    sigaction(SIGCHLD, &reap, nullptr);
+    signal(SIGINT, SIG_IGN); // a key at the terminal is for the program
+    signal(SIGPIPE, SIG_IGN);
+    // A write beyond a limit of the size of files fails; its signal would end the process without a word.
+    signal(SIGXFSZ, SIG_IGN);
+    FileGate::install();
+    loadSceneFormat();
+    ReaderRequest request;
+    std::vector<int> files;
+    while (receivePacket(socket, &request, sizeof(request), files)) {
+        request.path[sizeof(request.path) - 1] = 0;
+        if (files.size() == 3)
+            answer(tasks, socket, request, files);
+        for (const int file : files)
+            close(file);
+        loadReader(request.path);
+    }
+    _exit(0);
+}
+
+} // namespace vfViewer

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+namespace vfViewer {
+
+/// Makes an empty file in memory that another process can be given and that can be sealed.
+/// @return its descriptor, which programs that are started do not inherit; negative on failure
+int makeSharedMemory(const char* name);
+
+/// Fixes the size of a file in memory: nobody can make it smaller, which would crash those who have it mapped.
+/// @return false on failure
+bool sealSize(int file);
+
+/// Fixes the size and the contents of a file in memory. Nothing may have it mapped for writing.
+/// @return false on failure
+bool sealContents(int file);
+
+/// Returns whether the size and the contents of a file in memory are fixed for good. Ask before mapping what another process
+/// wrote.
+bool isSealed(int file);
+
+} // namespace vfViewer

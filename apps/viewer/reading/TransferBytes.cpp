@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: MIT
+#include "reading/TransferBytes.h"
+
+#include "reading/SharedMemory.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace vfViewer {
+
+namespace {
+
+constexpr long long alignment = 16;
+
+bool writeAt(int file, const void* data, std::size_t size, long long offset)
+{
+    const char* bytes = static_cast<const char*>(data);
+    while (size > 0) {
+        const ssize_t written = pwrite(file, bytes, size, offset);
+        if (written < 0 && errno == EINTR)
+            continue;
+        if (written <= 0)
+            return false;
+        bytes += written;
+        size -= static_cast<std::size_t>(written);
+        offset += written;
+    }
+    return true;
+}
+
+} // namespace
+
+void TransferSink::put(const void* data, std::size_t size)
+{
+    m_isGood = m_isGood && writeAt(m_file, data, size, m_offset);
+    m_offset += static_cast<long long>(size);
+}
+
+void TransferSink::put(const std::string& text)
+{
+    const std::uint64_t size = std::min(text.size(), longestText);
+    put(&size, sizeof(size));
+    put(text.data(), size);
+}
+
+void TransferSink::put(const std::vector<std::string>& texts)
+{
+    const std::uint64_t count = std::min(texts.size(), mostTexts);
+    put(&count, sizeof(count));
+    for (std::size_t i = 0; i < count; ++i)
+        put(texts[i]);
+}
+
+void TransferSink::align()
+{
+    m_offset = (m_offset + alignment - 1) / alignment * alignment;
+}
+
+TransferSource::TransferSource(int file, long long size)
+{
+    struct stat status;
+    if (size <= 0 || !isSealed(file) || fstat(file, &status) != 0 || status.st_size < size)
+        return;
+    // Private, because not every kernel maps what is sealed as shared.
+    void* data = mmap(nullptr, static_cast<std::size_t>(size), PROT_READ, MAP_PRIVATE, file, 0);
+    if (data == MAP_FAILED)
+        return;
+    m_data = static_cast<const char*>(data);
+    m_size = static_cast<std::uint64_t>(size);
+}
+
+TransferSource::~TransferSource()
+{
+    if (m_data)
+        munmap(const_cast<char*>(m_data), m_size);
+}
+
+const char* TransferSource::at(std::uint64_t offset, std::uint64_t size) const
+{
+    return m_data && offset <= m_size && size <= m_size - offset ? m_data + offset : nullptr;
+}
+
+bool TransferSource::take(std::uint64_t& offset, void* data, std::size_t size) const
+{
+    const char* bytes = at(offset, size);
+    if (!bytes)
+        return false;
+    if (size > 0)
+        std::memcpy(data, bytes, size);
+    offset += size;
+    return true;
+}
+
+bool TransferSource::take(std::uint64_t& offset, std::string& text) const
+{
+    std::uint64_t size = 0;
+    if (!take(offset, &size, sizeof(size)) || size > longestText)
+        return false;
+    const char* bytes = at(offset, size);
+    if (!bytes)
+        return false;
+    text.assign(bytes, size);
+    offset += size;
+    return true;
+}
+
+bool TransferSource::take(std::uint64_t& offset, std::vector<std::string>& texts) const
+{
+    std::uint64_t count = 0;
+    if (!take(offset, &count, sizeof(count)) || count > mostTexts)
+        return false;
+    for (std::uint64_t i = 0; i < count; ++i) {
+        std::string text;
+        if (!take(offset, text))
+            return false;
+        texts.push_back(std::move(text));
+    }
+    return true;
+}
+
+} // namespace vfViewer

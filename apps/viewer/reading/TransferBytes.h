@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace vfViewer {
+
+/// Texts of a transfer are no longer, and lists of them no larger: longer ones are cut when they are sent, and refused when
+/// they arrive.
+constexpr std::size_t longestText = 64 * 1024;
+constexpr std::size_t mostTexts = 1000;
+
+/// Writes to a file in memory, one thing after another.
+class TransferSink
+{
+public:
+    explicit TransferSink(int file) : m_file(file) {}
+
+    void put(const void* data, std::size_t size);
+    void put(const std::string& text);
+    void put(const std::vector<std::string>& texts);
+
+    /// Continues at a multiple of 16 bytes, so that what follows may be taken for numbers of any kind where it lies.
+    void align();
+
+    /// Returns whether everything was written so far.
+    bool isGood() const { return m_isGood; }
+
+    /// Returns the number of bytes so far.
+    long long offset() const { return m_offset; }
+
+private:
+    int m_file;
+    long long m_offset = 0;
+    bool m_isGood = true;
+};
+
+/// Reads a sealed file in memory. Nothing that its bytes say leads beyond its end.
+class TransferSource
+{
+public:
+    /// Maps the first @p size bytes, unless the file is shorter or not sealed; see isSealed().
+    TransferSource(int file, long long size);
+    ~TransferSource();
+
+    TransferSource(const TransferSource&) = delete;
+    TransferSource& operator=(const TransferSource&) = delete;
+
+    bool isOpen() const { return m_data != nullptr; }
+    std::uint64_t size() const { return m_size; }
+
+    /// @return the bytes there; null where the file does not reach that far
+    const char* at(std::uint64_t offset, std::uint64_t size) const;
+
+    // Each takes what is at the offset and moves the offset behind it. @return false, with the offset somewhere, when it is
+    // not there or larger than is allowed
+    bool take(std::uint64_t& offset, void* data, std::size_t size) const;
+    bool take(std::uint64_t& offset, std::string& text) const;
+    bool take(std::uint64_t& offset, std::vector<std::string>& texts) const;
+
+    /// Takes a list of records whose number comes first.
+    template <class Record>
+    bool takeRecords(std::uint64_t& offset, std::vector<Record>& records) const
+    {
+        std::uint64_t count = 0;
+        if (!take(offset, &count, sizeof(count)) || count > m_size / sizeof(Record) ||
+            !at(offset, count * sizeof(Record)))
+            return false;
+        records.resize(count);
+        return take(offset, records.data(), count * sizeof(Record));
+    }
+
+private:
+    std::uint64_t m_size = 0;
+    const char* m_data = nullptr;
+};
+
+} // namespace vfViewer

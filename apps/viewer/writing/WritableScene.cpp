@@ -1,0 +1,245 @@
+// SPDX-License-Identifier: MIT
+#include "writing/WritableScene.h"
+
+#include "model/FormatLosses.h"
+#include "reading/UpAxis.h"
+#include "writing/PrimitiveWalk.h"
+#include "writing/VertexArray.h"
+
+#include <osg/Geometry>
+#include <osg/Material>
+#include <osg/NodeVisitor>
+#include <osgUtil/Optimizer>
+
+#include <algorithm>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace vfViewer {
+
+namespace {
+
+/// Tells the optimizer that nothing will move.
+class MakeStatic : public osg::NodeVisitor
+{
+public:
+    MakeStatic() : NodeVisitor(TRAVERSE_ALL_CHILDREN) {}
+    void apply(osg::Node& node) override
+    {
+        node.setDataVariance(osg::Object::STATIC);
+        traverse(node);
+    }
+};
+
+/// Gives each geometry the material in which it is shown, for a writer that looks nowhere else, and whose files cannot be
+/// read when there is none.
+class GiveMaterials : public osg::NodeVisitor
+{
+public:
+    GiveMaterials() : NodeVisitor(TRAVERSE_ALL_CHILDREN), m_shown(new osg::Material)
+    {
+        m_shown->setAmbient(osg::Material::FRONT_AND_BACK, {0.78f, 0.78f, 0.80f, 1});
+        m_shown->setDiffuse(osg::Material::FRONT_AND_BACK, {0.78f, 0.78f, 0.80f, 1});
+        setNodeMaskOverride(~0u);
+    }
+
+    void apply(osg::Node& node) override
+    {
+        const osg::ref_ptr<osg::Material> above = m_shown;
+        const bool wasForced = m_isForced;
+        take(node.getStateSet());
+        if (node.asGeometry())
+            node.getOrCreateStateSet()->setAttribute(m_shown);
+        traverse(node);
+        m_shown = above;
+        m_isForced = wasForced;
+    }
+
+private:
+    void take(osg::StateSet* state)
+    {
+        const auto* pair = state ? state->getAttributePair(osg::StateAttribute::MATERIAL) : nullptr;
+        auto* own = pair ? dynamic_cast<osg::Material*>(pair->first.get()) : nullptr;
+        if (!own || (m_isForced && !(pair->second & osg::StateAttribute::PROTECTED)))
+            return;
+        m_shown = own;
+        m_isForced = (pair->second & osg::StateAttribute::OVERRIDE) != 0;
+    }
+
+    osg::ref_ptr<osg::Material> m_shown;
+    bool m_isForced = false; ///< it replaces those below it
+};
+
+/// @return a copy in which transforms are worked into the points, and materials hang at what they colour, for a writer that
+/// passes them over elsewhere
+osg::ref_ptr<osg::Node> flattened(osg::Node& scene)
+{
+    const osg::ref_ptr<osg::Group> copy = new osg::Group;
+    copy->addChild(osg::clone(&scene, osg::CopyOp::DEEP_COPY_ALL & ~osg::CopyOp::DEEP_COPY_IMAGES));
+    MakeStatic makeStatic;
+    copy->accept(makeStatic);
+    osgUtil::Optimizer optimizer;
+    optimizer.optimize(copy, osgUtil::Optimizer::FLATTEN_STATIC_TRANSFORMS_DUPLICATING_SHARED_SUBGRAPHS |
+                                 osgUtil::Optimizer::FLATTEN_STATIC_TRANSFORMS);
+    GiveMaterials give;
+    copy->accept(give);
+    return copy;
+}
+
+/// Puts lines into geometries of their own, a pair of vertices each: the writer of AC files knows them in no other form.
+class SplitLines : public osg::NodeVisitor
+{
+public:
+    SplitLines() : NodeVisitor(TRAVERSE_ALL_CHILDREN) { setNodeMaskOverride(~0u); }
+
+    void apply(osg::Geometry& geometry) override
+    {
+        const VertexArray vertices(geometry.getVertexArray());
+        const osg::ref_ptr<osg::Vec3Array> pairs = new osg::Vec3Array;
+        osg::Geometry::PrimitiveSetList others;
+        for (const osg::ref_ptr<osg::PrimitiveSet>& primitives : geometry.getPrimitiveSetList()) {
+            bool isOther = true;
+            walkPrimitives(*primitives,
+                           [&](PrimitiveKind kind, const unsigned int* indices, std::size_t count) {
+                               isOther = kind != PrimitiveKind::Lines;
+                               for (std::size_t i = 1; !isOther && i < count; ++i) {
+                                   if (indices[i - 1] >= vertices.size() || indices[i] >= vertices.size())
+                                       continue;
+                                   pairs->push_back(vertices[indices[i - 1]]);
+                                   pairs->push_back(vertices[indices[i]]);
+                               }
+                           });
+            if (isOther)
+                others.push_back(primitives);
+        }
+        if (pairs->empty())
+            return;
+        const osg::ref_ptr<osg::Geometry> lines = new osg::Geometry;
+        lines->setName(geometry.getName());
+        lines->setStateSet(geometry.getStateSet());
+        lines->setVertexArray(pairs);
+        lines->addPrimitiveSet(new osg::DrawArrays(GL_LINES, 0, static_cast<int>(pairs->size())));
+        m_lines.emplace_back(&geometry, lines);
+        geometry.setPrimitiveSetList(others);
+    }
+
+    void add()
+    {
+        for (const auto& [geometry, lines] : m_lines) {
+            const osg::Node::ParentList parents = geometry->getParents();
+            for (osg::Group* parent : parents) {
+                if (geometry->getNumPrimitiveSets() > 0)
+                    parent->addChild(lines);
+                else
+                    parent->replaceChild(geometry, lines);
+            }
+        }
+    }
+
+private:
+    std::vector<std::pair<osg::ref_ptr<osg::Geometry>, osg::ref_ptr<osg::Geometry>>> m_lines;
+};
+
+/// Replaces in names what would end a line, a text or a word of a format.
+class CleanNames : public osg::NodeVisitor
+{
+public:
+    CleanNames() : NodeVisitor(TRAVERSE_ALL_CHILDREN) { setNodeMaskOverride(~0u); }
+
+    void apply(osg::Node& node) override
+    {
+        std::string name = node.getName();
+        std::replace_if(
+            name.begin(), name.end(),
+            [](unsigned char c) { return c < 0x20 || c == 0x7f || c == '"' || c == '\\'; }, '_');
+        node.setName(name);
+        traverse(node);
+    }
+};
+
+/// @return whether a format that loses these features has a place for such primitives
+bool isKept(const osg::PrimitiveSet& primitives, unsigned int lost)
+{
+    const GLenum mode = primitives.getMode();
+    if (mode == GL_POINTS)
+        return !(lost & Points);
+    return mode > GL_LINE_STRIP || !(lost & Lines);
+}
+
+/// Shows what is hidden, which writers leave out and which would be lost, and takes away what writers make broken files of.
+class Fit : public osg::NodeVisitor
+{
+public:
+    explicit Fit(unsigned int lost) : NodeVisitor(TRAVERSE_ALL_CHILDREN), m_lost(lost)
+    {
+        setNodeMaskOverride(~0u);
+    }
+
+    void apply(osg::Node& node) override
+    {
+        if (node.getNodeMask() == 0 && (m_lost & HiddenParts))
+            node.setNodeMask(~0u);
+        traverse(node);
+    }
+
+    void apply(osg::Geometry& geometry) override
+    {
+        osg::Geometry::PrimitiveSetList kept;
+        for (const osg::ref_ptr<osg::PrimitiveSet>& primitives : geometry.getPrimitiveSetList()) {
+            if (isKept(*primitives, m_lost))
+                kept.push_back(primitives);
+        }
+        geometry.setPrimitiveSetList(kept);
+        if (kept.empty())
+            m_empty.emplace_back(&geometry);
+        apply(static_cast<osg::Node&>(geometry));
+    }
+
+    void takeEmpty()
+    {
+        for (const osg::ref_ptr<osg::Node>& node : m_empty) {
+            while (node->getNumParents() > 0)
+                node->getParent(0)->removeChild(node);
+        }
+    }
+
+private:
+    unsigned int m_lost;
+    std::vector<osg::ref_ptr<osg::Node>> m_empty;
+};
+
+/// @return a copy with what the format holds; the scene itself when it holds all
+osg::ref_ptr<osg::Node> fitFor(osg::Node& scene, const std::string& format)
+{
+    const unsigned int lost = featuresLostBy(format) & featuresOf(scene);
+    if ((lost & (HiddenParts | Lines | Points)) == 0)
+        return &scene;
+    osg::ref_ptr<osg::Node> copy =
+        osg::clone(&scene, osg::CopyOp(osg::CopyOp::DEEP_COPY_NODES | osg::CopyOp::DEEP_COPY_DRAWABLES));
+    Fit fit(lost);
+    copy->accept(fit);
+    fit.takeEmpty();
+    return copy;
+}
+
+} // namespace
+
+osg::ref_ptr<osg::Node> writableScene(osg::Node& scene, const std::string& format)
+{
+    const osg::ref_ptr<osg::Node> fit = fitFor(scene, format);
+    osg::ref_ptr<osg::Node> turned = isWrittenWithYUp("." + format) ? withYUp(*fit) : fit;
+    if (format != "ac" && format != "3ds" && format != "dxf")
+        return turned;
+    const osg::ref_ptr<osg::Node> flat = flattened(*turned);
+    CleanNames clean;
+    flat->accept(clean);
+    if (format == "ac") {
+        SplitLines split;
+        flat->accept(split);
+        split.add();
+    }
+    return flat;
+}
+
+} // namespace vfViewer
