@@ -8,6 +8,8 @@
 #include <velaforge/base/ArgumentParser.h>
 #include <velaforge/base/BaseException.h>
 
+#include <osgDB/Options>
+
 #include <gmock/gmock.h>
 
 #include <memory>

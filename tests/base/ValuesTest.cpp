@@ -6,6 +6,8 @@
 #include <velaforge/base/VfVariant.h>
 #include <velaforge/base/WriteResult.h>
 
+#include <osgDB/Options>
+
 #include <gtest/gtest.h>
 
 #include <climits>

@@ -10,9 +10,11 @@
 
 #include <velaforge/headless/OffscreenRenderer.h>
 
+#include <osg/AnimationPath>
 #include <osg/ComputeBoundsVisitor>
 #include <osg/Geode>
 #include <osg/MatrixTransform>
+#include <osg/Sequence>
 #include <osg/ShapeDrawable>
 #include <osgAnimation/BasicAnimationManager>
 #include <osgAnimation/RigGeometry>

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/base/Options.h>
 
+#include <osgDB/Options>
+
 namespace vfBase {
 
 Options::Options() : Options(new osgDB::Options) {}

@@ -4,7 +4,9 @@
 #include <velaforge/base/Referenced.h>
 #include <velaforge/base/VfString.h>
 
-#include <osgDB/Options>
+namespace osgDB {
+class Options;
+}
 
 namespace vfBase {
 

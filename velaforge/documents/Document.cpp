@@ -18,6 +18,7 @@
 #include <osg/Notify>
 #include <osg/Timer>
 #include <osgDB/FileNameUtils>
+#include <osgDB/Options>
 
 #include <memory>
 #include <mutex>

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <osg/Camera>
 #include <osg/Vec3f>
 #include <osg/ref_ptr>
+
+namespace osg {
+class Camera;
+}
 
 namespace vfApplication {
 

@@ -1,6 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/toolkit/NoPaging.h>
 
+#include <osgDB/DatabasePager>
+#include <osgDB/ImagePager>
+
+#include <string>
+
 namespace vfApplication {
 
 namespace {

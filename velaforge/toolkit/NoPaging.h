@@ -2,8 +2,11 @@
 #pragma once
 
 #include <osg/ref_ptr>
-#include <osgDB/DatabasePager>
-#include <osgDB/ImagePager>
+
+namespace osgDB {
+class DatabasePager;
+class ImagePager;
+} // namespace osgDB
 
 namespace vfApplication {
 

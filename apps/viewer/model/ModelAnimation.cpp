@@ -3,7 +3,11 @@
 
 #include "model/ModelScene.h"
 
+#include <osg/AnimationPath>
 #include <osg/NodeVisitor>
+#include <osg/Sequence>
+#include <osgAnimation/BasicAnimationManager>
+#include <osgAnimation/RigGeometry>
 #include <osgUtil/UpdateVisitor>
 
 #include <algorithm>
@@ -116,6 +120,8 @@ private:
 } // namespace
 
 ModelAnimation::ModelAnimation(ModelScene& scene) : m_scene(scene) {}
+
+ModelAnimation::~ModelAnimation() = default;
 
 void ModelAnimation::reset()
 {

@@ -1,14 +1,23 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <osg/AnimationPath>
-#include <osg/Sequence>
 #include <osg/ref_ptr>
-#include <osgAnimation/BasicAnimationManager>
-#include <osgAnimation/RigGeometry>
 
+#include <cstddef>
 #include <string>
 #include <vector>
+
+namespace osg {
+class AnimationPathCallback;
+class Node;
+class Sequence;
+} // namespace osg
+
+namespace osgAnimation {
+class Animation;
+class BasicAnimationManager;
+class RigGeometry;
+} // namespace osgAnimation
 
 namespace vfViewer {
 
@@ -20,6 +29,10 @@ class ModelAnimation
 {
 public:
     explicit ModelAnimation(ModelScene& scene);
+    ~ModelAnimation();
+
+    ModelAnimation(const ModelAnimation&) = delete;
+    ModelAnimation& operator=(const ModelAnimation&) = delete;
 
     /// Begins anew with the model that is in the scene now.
     void reset();

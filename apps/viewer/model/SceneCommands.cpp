@@ -5,8 +5,11 @@
 #include "reading/Normals.h"
 
 #include <osg/ComputeBoundsVisitor>
+#include <osg/Geometry>
 #include <osg/Material>
+#include <osg/MatrixTransform>
 #include <osg/NodeVisitor>
+#include <osg/StateSet>
 #include <osg/Transform>
 #include <osg/TriangleIndexFunctor>
 
@@ -334,6 +337,11 @@ void GeometryCommand::revert()
 {
     for (const Change& one : m_changes)
         assign(*one.geometry, *one.before);
+}
+
+void GeometryCommand::release()
+{
+    m_changes.clear();
 }
 
 std::size_t GeometryCommand::measure(bool isDone) const

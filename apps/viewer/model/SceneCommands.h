@@ -5,14 +5,20 @@
 
 #include <velaforge/commands/CommandPrivate.h>
 
-#include <osg/Geometry>
-#include <osg/MatrixTransform>
+#include <osg/Matrixd>
 #include <osg/Node>
-#include <osg/StateSet>
 #include <osg/Vec4>
+#include <osg/ref_ptr>
 
+#include <cstddef>
 #include <string>
 #include <vector>
+
+namespace osg {
+class Geometry;
+class MatrixTransform;
+class StateSet;
+} // namespace osg
 
 namespace vfViewer {
 
@@ -169,7 +175,7 @@ protected:
     bool apply() override;
     void revert() override;
     std::size_t measure(bool isDone) const override;
-    void release() override { m_changes.clear(); }
+    void release() override;
 
     /// Changes a geometry that shares nothing but its arrays with one of the scene: puts others in their places.
     /// @return false when there is nothing to change
