@@ -49,8 +49,8 @@ if(VELAFORGE_COVERAGE)
     target_link_libraries(velaforge_build_flags INTERFACE velaforge_coverage_at_exit)
 endif()
 
-# Headers that many sources read are read once. A source that forgets to include one of them compiles all the same, so each
-# of these is left out in one preset: the first in release, the second in asan.
+# Headers that many sources read are read once. A source that forgets to include one of them compiles all the same, so the
+# preset gcc does without; g++ gains nothing from it.
 option(VELAFORGE_PRECOMPILE "Precompile headers of libraries" OFF)
 option(VELAFORGE_PRECOMPILE_TESTS "Precompile headers of tests" ON)
 
@@ -102,9 +102,20 @@ if(VELAFORGE_CCACHE AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     list(APPEND velaforge_test_options -fpch-preprocess) # or ccache keeps nothing of them
 endif()
 
+# velaforge_precompile_tests(<target> [<header>...])
+# Has a library of test support precompile what tests include, and those headers, for itself and the tests that name it.
+function(velaforge_precompile_tests name)
+    target_compile_options(${name} PRIVATE ${velaforge_test_options})
+    if(VELAFORGE_PRECOMPILE_TESTS)
+        target_precompile_headers(${name} PRIVATE
+            <filesystem> <functional> <gmock/gmock.h> <map> <memory> <string> <vector>
+            <velaforge/application/Application.h> <velaforge/documents/DocManager.h> ${ARGN})
+    endif()
+endfunction()
+
 set(VELAFORGE_CASE_SECONDS 300 CACHE STRING "Seconds until a test case that hangs is ended")
 
-# velaforge_test(<name> [LONG_CASES] SOURCES <file>... [LINK <target>...]
+# velaforge_test(<name> [LONG_CASES] [PRECOMPILED_BY <target>] SOURCES <file>... [LINK <target>...]
 #                [THREADED <suite>...] [PROPERTIES <ctest property> <value>...])
 # One program of many test cases. What is tested is optimised, in libraries; the tests themselves take longer to optimise than
 # to run.
@@ -113,15 +124,20 @@ set(VELAFORGE_CASE_SECONDS 300 CACHE STRING "Seconds until a test case that hang
 # home directory of its own (tests/support/CasesApart.h), because singletons are never rebuilt. LONG_CASES makes each
 # case a test, so that ctest runs the cases of one suite beside one another; these tests begin before the others.
 #
+# PRECOMPILED_BY names the target whose precompiled headers the tests share; velaforge_test_support by default.
+#
 # THREADED names the suites whose cases run on several threads: they have the label "threads", and the thread sanitizer's
 # preset runs these alone. The target threaded_tests builds what they need.
 function(velaforge_test name)
-    cmake_parse_arguments(ARG "LONG_CASES" "" "SOURCES;LINK;THREADED;PROPERTIES" ${ARGN})
+    cmake_parse_arguments(ARG "LONG_CASES" "PRECOMPILED_BY" "SOURCES;LINK;THREADED;PROPERTIES" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE ${ARG_LINK} velaforge_test_support velaforge_build_flags)
     target_compile_options(${name} PRIVATE ${velaforge_test_options})
     if(VELAFORGE_PRECOMPILE_TESTS)
-        target_precompile_headers(${name} REUSE_FROM velaforge_test_support)
+        if(NOT ARG_PRECOMPILED_BY)
+            set(ARG_PRECOMPILED_BY velaforge_test_support)
+        endif()
+        target_precompile_headers(${name} REUSE_FROM ${ARG_PRECOMPILED_BY})
     endif()
     if(ARG_THREADED)
         add_dependencies(threaded_tests ${name})
