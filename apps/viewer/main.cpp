@@ -114,7 +114,8 @@ void introduce()
 }
 
 /// Reads the viewer's own options before anything is opened, so that a mistake costs no time.
-void readOptions(vfBase::ArgumentParser& parser, ViewerCallback& callback)
+/// @param window  null without a window
+void readOptions(vfBase::ArgumentParser& parser, ViewerCallback& callback, const vfViewer::WindowSide* window)
 {
     HeadlessApplication::declareOptions(parser);
     parser.addCommandLineOption("--headless", "Open no window, even with a display", nullptr);
@@ -122,6 +123,8 @@ void readOptions(vfBase::ArgumentParser& parser, ViewerCallback& callback)
     parser.addCommandLineOption("--file-lamps", "Use the lamps of files in place of the viewer's", nullptr);
     parser.addCommandLineOption("--verbose", "Print more messages", nullptr);
     parser.addCommandLineOption("--log", "Ask the readers for a log", nullptr);
+    if (window)
+        window->readOptions(parser);
     HeadlessApplication::readOptions(parser);
     parser.readOptionParameter("--headless"); // consumed only: main() has tested for it already
     parser.readOptionParameter("--image", callback.image);
@@ -140,8 +143,8 @@ void readOptions(vfBase::ArgumentParser& parser, ViewerCallback& callback)
 bool wantsNoWindow(int argc, char** argv)
 {
     for (int i = 1; i < argc; ++i) {
-        for (const char* option : {"--headless", "--snapshot", "--invoke", "--script", "--turntable",
-                                   "--list-ui", "--list-commands", "--help", "-h"})
+        for (const char* option :
+             {"--headless", "--snapshot", "--turntable", "--list-ui", "--list-commands", "--help", "-h"})
         {
             if (!std::strcmp(argv[i], option))
                 return true;
@@ -226,7 +229,7 @@ int run(int argc, char** argv)
     Application application(argc, argv, ViewerSetup(window));
     application.registerCallback(&callback);
     addModules();
-    readOptions(application.getArgumentParser(), callback);
+    readOptions(application.getArgumentParser(), callback, window);
     const int result = application.run();
     if (result == commandLineErrors)
         application.getArgumentParser().printErrorMessages();

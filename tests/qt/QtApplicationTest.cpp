@@ -200,6 +200,68 @@ TEST(QtApplication, ShowsProblemsInAWindowThatWaitsForNothing)
     });
 }
 
+TEST(QtApplication, ProblemsOfTheStartAreShownInFrontOfTheWindow)
+{
+    Program program;
+    const auto shown = [&] {
+        const auto* problems = program.window().findChild<vfApplication::ProblemsDialog*>();
+        return problems && problems->isVisible();
+    };
+    program.onInitialized = [&] {
+        QtApplication::instance()->showProblem("one.sheet", "gone");
+        EXPECT_FALSE(shown()) << "the window would come in front of it";
+    };
+    program.run([&] {
+        EXPECT_TRUE(program.ui(shown));
+        program.ui([&] {
+            auto* problems = program.window().findChild<vfApplication::ProblemsDialog*>();
+            problems->reject();
+            QtApplication::instance()->showProblem("two.sheet", "gone too");
+            EXPECT_EQ(QStringLiteral("two.sheet: gone too"),
+                      problems->findChild<QPlainTextEdit*>()->toPlainText());
+        });
+    });
+}
+
+TEST(QtApplication, RunsTheCommandsOfTheCommandLineAndStays)
+{
+    const TemporaryDirectory directory;
+    const std::string script =
+        directory.write("script", "# two lines\nsheet::AddLine=two\nsheet::AddLine=three\n");
+    Program program(
+        {directory.write("one.sheet", "one\n"), "--invoke", "sheet::AddLine=four", "--script", script});
+    EXPECT_EQ(0, program.run([&] {
+        EXPECT_TRUE(program.waitFor([&] { return program.sheet()->lines.size() == 4; }));
+        EXPECT_EQ("one\ntwo\nthree\nfour\n", program.ui([&] { return program.sheet()->text(); }));
+        EXPECT_TRUE(program.ui([&] { return program.window().isVisible(); }));
+    }));
+}
+
+TEST(QtApplication, ACommandOfTheCommandLineThatFailsIsShownAndIsStatus4)
+{
+    const TemporaryDirectory directory;
+    Program program({directory.write("one.sheet", "one\n"), "--invoke", "sheet::AddLane", "--invoke",
+                     "sheet::AddLine=x"});
+    EXPECT_EQ(4, program.run([&] {
+        EXPECT_TRUE(program.waitFor([&] {
+            const auto* problems = program.window().findChild<vfApplication::ProblemsDialog*>();
+            return problems && problems->findChild<QPlainTextEdit*>()->toPlainText() ==
+                                   QStringLiteral("sheet::AddLane: there is no such command; did you mean "
+                                                  "sheet::AddLine?");
+        }));
+        EXPECT_EQ("one\n", program.ui([&] { return program.sheet()->text(); })) << "none is run then";
+    }));
+}
+
+TEST(QtApplication, AScriptMayEndTheProgram)
+{
+    const TemporaryDirectory directory;
+    Program program({directory.write("one.sheet", "one\n"), "--invoke", "vfApplicationQt::ActionExit",
+                     "--invoke", "sheet::AddLine=x"});
+    EXPECT_EQ(0, program.run([] { Program::pause(50); }));
+    EXPECT_EQ(0u, program.application().getNumDocuments()) << "and nothing was run on none";
+}
+
 TEST(QtApplication, WhatAnEventThrowsIsToldAndEndsNothing)
 {
     Program program;

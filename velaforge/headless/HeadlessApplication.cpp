@@ -6,11 +6,7 @@
 #include <velaforge/base/BaseException.h>
 #include <velaforge/base/NotifyHandler.h>
 #include <velaforge/base/Printable.h>
-#include <velaforge/base/StringList.h>
-#include <velaforge/base/VfVariant.h>
-#include <velaforge/commands/Command.h>
 #include <velaforge/commands/CommandItem.h>
-#include <velaforge/commands/CommandProcessor.h>
 #include <velaforge/documents/DocManager.h>
 #include <velaforge/documents/Document.h>
 #include <velaforge/documents/View.h>
@@ -23,11 +19,10 @@
 #include <velaforge/headless/OffscreenRenderer.h>
 #include <velaforge/headless/SnapshotSource.h>
 #include <velaforge/headless/UiListing.h>
-#include <velaforge/headless/internal/Script.h>
-#include <velaforge/headless/internal/Tell.h>
 #include <velaforge/toolkit/CommandNames.h>
 #include <velaforge/toolkit/Declarations.h>
-#include <velaforge/toolkit/ModifiedDocuments.h>
+#include <velaforge/toolkit/RequestedCommands.h>
+#include <velaforge/toolkit/Tell.h>
 
 #include <osg/Notify>
 #include <osg/Timer>
@@ -53,9 +48,7 @@ struct Request
     bool isListWanted = false;
     bool areCommandsWanted = false;
 
-    /// Each with its argument behind "=".
-    vfBase::StringList commands;
-    vfBase::VfString script;
+    RequestedCommands commands;
     vfBase::VfString snapshot;
     SnapshotFormat format;
 
@@ -88,53 +81,6 @@ bool attempt(const vfBase::VfString& subject, Work work)
     }
 }
 
-/// A command that the command line or a script names.
-struct Invocation
-{
-    std::string name;
-    Command command;
-    vfBase::VfVariant argument;
-
-    /// File and line of a script, for messages; empty for the command line.
-    std::string where;
-
-    std::string subject() const { return where + name; }
-    bool isOfScript() const { return !where.empty(); }
-};
-
-/// @param text  a name, or a name, "=" and an argument
-Invocation makeInvocation(const std::string& text)
-{
-    const std::size_t equals = text.find('=');
-    Invocation invocation;
-    invocation.name = text.substr(0, equals);
-    if (equals != std::string::npos)
-        invocation.argument = vfBase::VfVariant(vfBase::VfString(text.substr(equals + 1)));
-    return invocation;
-}
-
-/// Makes the commands and reports each name that is not registered.
-/// @return false if there is such a name
-bool findCommands(std::vector<Invocation>& invocations)
-{
-    bool areAllKnown = true;
-    for (Invocation& invocation : invocations) {
-        invocation.command = Command::getCommandByName(invocation.name);
-        if (invocation.command.isValid())
-            continue;
-        const vfBase::VfString nearest = nearestName(invocation.name, commandNames());
-        areAllKnown = tell(invocation.subject(),
-                           nearest.empty() ? std::string("there is no such command")
-                                           : "there is no such command; did you mean " + nearest.str() + "?");
-    }
-    return areAllKnown;
-}
-
-bool isSet(const Command& command, const char* property)
-{
-    return command.getProperties().value(property, vfBase::VfVariant()).toBool();
-}
-
 /// Returns the number of failures that the document manager reported, such as files that could not be opened.
 unsigned int failureCount()
 {
@@ -143,86 +89,17 @@ unsigned int failureCount()
     return manager ? manager->getFailureCount() : 0;
 }
 
-enum class Result
-{
-    Done,
-    Failed,         ///< later commands may depend on this one
-    FailedHarmless, ///< the command reported the failure, and no later command depends on it
-};
-
-/// Invokes a command and finds out whether it succeeded, since Command::invoke() returns nothing: a command
-/// that can be undone is in the undo history afterwards; any command may set its property "failed".
-Result invoke(Invocation& invocation)
-{
-    const unsigned int failuresBefore = failureCount();
-    const Document* document = Application::instance(false)->getActiveDocument();
-    if (!document && !isSet(invocation.command, "standalone")) {
-        tell(invocation.subject(), "there is no document for the command");
-        return Result::Failed;
-    }
-    invocation.command.invoke(invocation.argument);
-    followHistories(Application::instance(false)->getDocManager());
-    // For a script a further message has the line; otherwise the message of the document manager is enough.
-    const bool isTold = !invocation.isOfScript() && failureCount() > failuresBefore;
-    if (isSet(invocation.command, "failed")) {
-        if (!invocation.isOfScript())
-            return Result::FailedHarmless;
-        tell(invocation.subject(), "the command could not be carried out");
-        return Result::Failed;
-    }
-    if (!document || !invocation.command.canUndo() ||
-        Application::instance(false)->getActiveDocument() != document)
-        return Result::Done;
-    if (document->getCommandProcessor()->getCurrentCommand() == invocation.command)
-        return Result::Done;
-    if (!isTold)
-        tell(invocation.subject(), "the command could not be carried out");
-    return Result::Failed;
-}
-
-/// Invokes the commands in order. Stops after a failure on which later commands may depend.
-/// @return false if a command failed
-bool invokeInOrder(std::vector<Invocation>& invocations, bool& isPictureWanted)
-{
-    bool isAllDone = true;
-    for (Invocation& invocation : invocations) {
-        Result result = Result::Failed;
-        attempt(invocation.subject(), [&] {
-            result = invoke(invocation);
-            return true;
-        });
-        isAllDone = isAllDone && result == Result::Done;
-        if (result == Result::Failed) {
-            isPictureWanted = false;
-            break;
-        }
-    }
-    return isAllDone;
-}
-
 /// Runs the commands of the script and of the command line.
 /// @param isPictureWanted  set to false if a command fails on which the picture may depend
 /// @return false if a command failed
 bool invokeCommands(const Request& asked, bool& isPictureWanted)
 {
-    std::vector<Invocation> invocations;
-    std::vector<ScriptLine> lines;
-    vfBase::VfString reason;
-    if (!asked.script.empty() && !readScript(asked.script, lines, reason)) {
-        isPictureWanted = false;
-        return tell(asked.script, reason);
-    }
-    for (const ScriptLine& line : lines) {
-        invocations.push_back(makeInvocation(line.text));
-        invocations.back().where = line.where;
-    }
-    for (unsigned int i = 0; i < asked.commands.size(); ++i)
-        invocations.push_back(makeInvocation(asked.commands.get(i).str()));
-    if (!attempt("commands", [&] { return findCommands(invocations); })) {
-        isPictureWanted = false;
-        return false;
-    }
-    return invokeInOrder(invocations, isPictureWanted);
+    const RequestedCommands::Host host = {
+        [](const vfBase::VfString& subject, const vfBase::VfString& reason) { tell(subject, reason); },
+        failureCount, [] { return false; }};
+    const RequestedCommands::Result result = asked.commands.run(host);
+    isPictureWanted = isPictureWanted && result != RequestedCommands::Result::Stopped;
+    return result == RequestedCommands::Result::Done;
 }
 
 bool takeSnapshot(SnapshotSource& source, const SnapshotFormat& format, const vfBase::VfString& path)
@@ -329,10 +206,7 @@ void HeadlessApplication::declareOptions(vfBase::ArgumentParser& parser)
     parser.addCommandLineOption("--transparent", "Make the background of the snapshot transparent", nullptr);
     parser.addCommandLineOption("--turntable <n>", "Write that many numbered snapshots around the model",
                                 nullptr);
-    parser.addCommandLineOption("--invoke <command>[=<argument>]",
-                                "Run a command on the active document; may be repeated", nullptr);
-    parser.addCommandLineOption("--script <file>",
-                                "Run the commands of a file, one per line; - reads standard input", nullptr);
+    RequestedCommands::declareOptions(parser);
     parser.addCommandLineOption("--list-ui", "List menus, toolbars, dock windows and options pages", nullptr);
     parser.addCommandLineOption("--list-commands", "List the names of all commands", nullptr);
 }
@@ -366,8 +240,7 @@ void HeadlessApplication::readOptions(vfBase::ArgumentParser& parser)
             parser.reportError("--turntable: the pictures need a file name; add --snapshot <file>");
         request().turntable = count;
     }
-    parser.readOptionParameter("--script", request().script);
-    parser.readOptionParameter("--invoke", request().commands);
+    request().commands.readOptions(parser);
     if (parser.readOptionParameter("--list-ui"))
         request().isListWanted = true;
     if (parser.readOptionParameter("--list-commands"))

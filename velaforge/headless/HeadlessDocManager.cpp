@@ -3,8 +3,8 @@
 
 #include <velaforge/base/FileNames.h>
 #include <velaforge/documents/Document.h>
-#include <velaforge/headless/internal/Tell.h>
 #include <velaforge/toolkit/GuardedDocuments.h>
+#include <velaforge/toolkit/Tell.h>
 
 #include <string>
 

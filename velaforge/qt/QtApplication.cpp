@@ -3,6 +3,8 @@
 
 #include <velaforge/application/Application.h>
 #include <velaforge/base/ApplicationInfo.h>
+#include <velaforge/base/ArgumentParser.h>
+#include <velaforge/qt/QtDocManager.h>
 #include <velaforge/qt/QtStatusBar.h>
 #include <velaforge/qt/QtTitleBar.h>
 #include <velaforge/qt/QtToolbar.h>
@@ -15,11 +17,14 @@
 #include <velaforge/qt/internal/Splash.h>
 #include <velaforge/qt/internal/Text.h>
 #include <velaforge/qt/internal/WindowSettings.h>
+#include <velaforge/toolkit/RequestedCommands.h>
+#include <velaforge/toolkit/Tell.h>
 
 #include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QByteArrayList>
 #include <QEvent>
+#include <QTimer>
 
 #include <cassert>
 #include <cstdio>
@@ -30,6 +35,8 @@ namespace vfApplication {
 namespace {
 
 QtApplication* current = nullptr;
+
+constexpr int millisecondsBetweenLooks = 50;
 
 /// Shows what an event's handler throws: the toolkit cannot pass it on.
 class GuardedApplication : public QApplication
@@ -107,7 +114,19 @@ struct QtApplicationPrivate
     std::unique_ptr<DocumentReloader> reloader;
     bool isExitRequested = false;
     int exitCode = 0;
+    bool hasCommandFailed = false; ///< one of the command line
 };
+
+namespace {
+
+/// Those of the command line, which is read before there is a shell.
+RequestedCommands& requestedCommands()
+{
+    static RequestedCommands asked;
+    return asked;
+}
+
+} // namespace
 
 QtApplication::QtApplication(int& argc, char** argv)
 {
@@ -134,6 +153,7 @@ void QtApplication::end()
         return;
     // What asked to be deleted while the event loop was at its end.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    requestedCommands() = RequestedCommands();
     d->reloader.reset();
     current = nullptr;
     d->window.reset();
@@ -162,10 +182,49 @@ vfBase::VfString QtApplication::displayError(int argc, char** argv)
     return fromQt(vfApplication::displayError(argc, argv, platform));
 }
 
+void QtApplication::declareOptions(vfBase::ArgumentParser& parser)
+{
+    RequestedCommands::declareOptions(parser);
+}
+
+void QtApplication::readOptions(vfBase::ArgumentParser& parser)
+{
+    requestedCommands().readOptions(parser);
+}
+
 int QtApplication::onBeforeRun()
 {
+    readOptions(Application::instance(false)->getArgumentParser());
     parts().splash.show();
     return 0;
+}
+
+void QtApplication::prepareOpenGL()
+{
+    MainWindow::prepareOpenGL();
+}
+
+void QtApplication::runRequestedCommands()
+{
+    // A question of the start is answered first.
+    if (QApplication::activeModalWidget()) {
+        QTimer::singleShot(millisecondsBetweenLooks, d->window.get(), [this] { runRequestedCommands(); });
+        return;
+    }
+    const auto fail = [this](const vfBase::VfString& subject, const vfBase::VfString& reason) {
+        tell(subject, reason);
+        showProblem(subject, reason);
+    };
+    const auto failureCount = [] {
+        const auto* manager =
+            dynamic_cast<const QtDocManager*>(&Application::instance(false)->getDocManager());
+        return manager ? manager->getFailureCount() : 0u;
+    };
+    const RequestedCommands::Result result =
+        requestedCommands().run({fail, failureCount, [this] { return d->isExitRequested; }});
+    d->hasCommandFailed = result != RequestedCommands::Result::Done;
+    d->window->refreshGuarded();
+    updateActions();
 }
 
 int QtApplication::runEventLoop()
@@ -173,17 +232,22 @@ int QtApplication::runEventLoop()
     if (parts().isExitRequested)
         return d->exitCode;
     d->window->build();
-    d->window->show();
+    d->window->present();
     d->splash.finish(*d->window);
     QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock,
                      d->window.get(), &MainWindow::refreshGuarded);
     d->window->refreshGuarded();
-    const int code = QApplication::exec();
+    if (!requestedCommands().isEmpty())
+        QMetaObject::invokeMethod(
+            d->window.get(), [this] { runRequestedCommands(); }, Qt::QueuedConnection);
+    int code = QApplication::exec();
     if (d->window->isVisible()) {
         d->window->docks().save();
         d->window->hide();
     }
-    return d->isExitRequested ? d->exitCode : code;
+    if (d->isExitRequested)
+        code = d->exitCode;
+    return code == 0 && d->hasCommandFailed ? requestFailed : code;
 }
 
 int QtApplication::onAfterRun()

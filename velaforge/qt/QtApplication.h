@@ -11,6 +11,10 @@
 #include <memory>
 #include <vector>
 
+namespace vfBase {
+class ArgumentParser;
+}
+
 class QMainWindow;
 class QObject;
 class QWidget;
@@ -56,6 +60,20 @@ public:
     /// answers. @p argc and @p argv are the command line.
     /// @return the reason why no window can be opened; empty if one can
     static vfBase::VfString displayError(int argc, char** argv);
+
+    /// The exit status of run() if a command of the command line failed.
+    static constexpr int requestFailed = 4;
+
+    /// Adds "--invoke" and "--script" to the help: they run commands when the window shows, which stays open then.
+    static void declareOptions(vfBase::ArgumentParser& parser);
+
+    /// Takes these options from a command line. onBeforeRun() does so with that of the application; a program that wants to
+    /// report mistakes first calls it before Application::run().
+    static void readOptions(vfBase::ArgumentParser& parser);
+
+    /// Has the main window prepared for QtViewport and other OpenGL widgets. Without it, Qt makes the window anew, which is
+    /// seen, when the first of them is added. To be called before the shell is made.
+    static void prepareOpenGL();
 
     int onBeforeRun() override;
 
@@ -150,6 +168,7 @@ public:
 private:
     void begin(int& argc, char** argv);
     QtApplicationPrivate& parts();
+    void runRequestedCommands();
 
     /// Null after end().
     std::unique_ptr<QtApplicationPrivate> d;

@@ -28,6 +28,7 @@ void install()
 {
     using vfApplication::QtDockWindowContents;
     vfBase::ApplicationInfo::instance().setApplicationIconName("vfviewer");
+    vfApplication::QtApplication::prepareOpenGL();
     vfApplication::QtApplicationProducer::install();
     QGuiApplication::setDesktopFileName(QStringLiteral("vfviewer")); // by which desktops find its icon
     vfApplication::QtApplication::addTranslations(":/translations", "vfviewer");
@@ -59,7 +60,8 @@ namespace vfViewer {
 
 const WindowSide& qtWindowSide()
 {
-    static const WindowSide side = {displayError, install, makeDocManager, announceQtOptionsPages};
+    static const WindowSide side = {displayError, install, vfApplication::QtApplication::readOptions,
+                                    makeDocManager, announceQtOptionsPages};
     return side;
 }
 

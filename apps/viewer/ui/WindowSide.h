@@ -7,6 +7,10 @@ namespace vfApplication {
 class DocManager;
 }
 
+namespace vfBase {
+class ArgumentParser;
+}
+
 namespace vfViewer {
 
 /// What the viewer with a window adds to it. It lies in a library of its own, so that a machine without a display needs
@@ -18,6 +22,9 @@ struct WindowSide
 
     /// Makes the shell with a window the one of the process, before the application is constructed.
     void (*install)();
+
+    /// Takes the commands off the command line that the window runs.
+    void (*readOptions)(vfBase::ArgumentParser& parser);
 
     /// @return a new manager that knows the viewer's kinds of document
     vfApplication::DocManager* (*makeDocManager)();

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <velaforge/headless/internal/Tell.h>
+#include <velaforge/toolkit/Tell.h>
 
 #include <velaforge/base/ApplicationInfo.h>
 #include <velaforge/base/Printable.h>

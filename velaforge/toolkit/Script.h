@@ -2,7 +2,6 @@
 #pragma once
 
 #include <velaforge/base/VfString.h>
-#include <velaforge/headless/Export.h>
 
 #include <cstddef>
 #include <string>
@@ -27,7 +26,6 @@ constexpr std::size_t scriptLineLimit = 64 * 1024;
 /// @param lines   receives the commands
 /// @param reason  set to the reason if the result is false
 /// @return false if the script cannot be read, is longer than scriptLimit, or is not text
-VFAPPLICATIONHEADLESS_EXPORT bool readScript(const vfBase::VfString& path, std::vector<ScriptLine>& lines,
-                                             vfBase::VfString& reason);
+bool readScript(const vfBase::VfString& path, std::vector<ScriptLine>& lines, vfBase::VfString& reason);
 
 } // namespace vfApplication

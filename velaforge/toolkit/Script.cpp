@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <velaforge/headless/internal/Script.h>
+#include <velaforge/toolkit/Script.h>
 
 #include <cerrno>
 #include <cstring>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "support/TemporaryDirectory.h"
 
-#include <velaforge/headless/internal/Script.h>
+#include <velaforge/toolkit/Script.h>
 
 #include <gmock/gmock.h>
 
