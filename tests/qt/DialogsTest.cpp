@@ -7,6 +7,8 @@
 #include <velaforge/base/ApplicationInfo.h>
 #include <velaforge/base/ClassInfo.h>
 #include <velaforge/base/Settings.h>
+#include <velaforge/dockwindows/DockWindow.h>
+#include <velaforge/dockwindows/DockWindowManager.h>
 #include <velaforge/qt/QtApplication.h>
 #include <velaforge/qt/QtOptionsContents.h>
 #include <velaforge/qt/internal/CommandPalette.h>
@@ -278,6 +280,40 @@ TEST(CommandPalette, OffersWhatCannotBeDoneNowLastAndDoesNotRunIt)
             dialog->reject();
         });
         EXPECT_TRUE(program.waitForNoDialog());
+    });
+}
+
+TEST(CommandPalette, LeavesOutWhatIsForScriptsAndFindsDockWindows)
+{
+    auto ui = std::make_unique<vfTest::SheetUi>();
+    ui->menus = [](vfApplication::CommandItem* root) {
+        vfApplication::CommandItem item;
+        item.setCommand("sheet::Switch", nullptr);
+        item.setProperty("scriptOnly", vfBase::VfVariant(true), nullptr);
+        *root << item;
+    };
+    Program program({}, std::move(ui));
+    program.application()
+        .getDockWindowManager()
+        .addNewOrGetExistingDockWindow("tools", vfApplication::DockWindow::LeftDockArea, true, true, 0,
+                                       nullptr)
+        .setTitle("Tools", nullptr);
+    program.run([&] {
+        program.start([&] { program.invoke("vfApplicationQt::ActionCommands"); });
+        ASSERT_TRUE(program.waitForDialog("commandPalette"));
+        program.ui([] {
+            auto* dialog = Program::dialog();
+            const auto* list = dialog->findChild<QTreeWidget*>();
+            EXPECT_THAT(rows(*list), testing::Not(testing::Contains("Switch")));
+            EXPECT_THAT(rows(*list), testing::Contains("About"));
+            QTest::keyClicks(dialog->findChild<QLineEdit*>(), QStringLiteral("dock window: t"));
+            ASSERT_EQ(1u, rows(*list).size());
+            EXPECT_EQ("Dock window: Tools", rows(*list)[0]);
+        });
+        program.start([] { QTest::keyClick(Program::dialog()->findChild<QLineEdit*>(), Qt::Key_Return); });
+        EXPECT_TRUE(program.waitFor([&] {
+            return !program.application().getDockWindowManager().findDockWindow("tools")->getVisible();
+        }));
     });
 }
 

@@ -24,6 +24,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QTableWidget>
 #include <QTest>
 #include <QToolBar>
 #include <QToolButton>
@@ -96,6 +97,23 @@ TEST(QtDockWindows, KeepWhatTheyAreToldUntilThereIsAWindow)
     EXPECT_EQ(DockWindow::NoDockArea, window.getArea()); // not allowed
     window.setFloatable(false);
     EXPECT_FALSE(window.isFloating());
+}
+
+TEST(QtDockWindows, ThatAreShownForTheFirstTimeHaveRoomForTheirContents)
+{
+    Program program;
+    DockWindow& window = add(program, "test::Table", DockWindow::RightDockArea);
+    window.setVisible(false);
+    QtDockWindowContents::setContents("test::Table",
+                                      [](QWidget& parent) { return new QTableWidget(&parent); });
+    program.run([&] {
+        program.ui([&] { window.setVisible(true); });
+        program.pause(50);
+        program.ui([&] {
+            ASSERT_NE(nullptr, panel(window)->widget());
+            EXPECT_LE(panel(window)->widget()->sizeHint().width(), panel(window)->width());
+        });
+    });
 }
 
 TEST(QtDockWindows, AreOnTheScreenAsTheyWereToldBefore)

@@ -20,6 +20,7 @@
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
@@ -32,6 +33,12 @@
 #include <QTest>
 #include <QTimer>
 #include <QUrl>
+
+#include <cstdio>
+#include <utility>
+
+#include <sys/wait.h>
+#include <unistd.h>
 
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -298,6 +305,146 @@ TEST(Closing, TheWindowAsksOfEachDocumentAndStaysAtTheFirstThatDoes)
     });
 }
 
+TEST(Closing, NothingIsClosedBeforeTheUserWasAskedAboutAChangeInAnyDocument)
+{
+    const Sheets sheets;
+    Program program({sheets.paths[0], sheets.paths[1], sheets.paths[2]});
+    program.run([&] {
+        program.ui([&] {
+            static_cast<Sheet*>(program.application().findDocument(sheets.paths[0].c_str()))->changed();
+            EXPECT_EQ("three.sheet", program.sheet()->getTitle());
+        });
+        program.start([&] { program.window().close(); });
+        EXPECT_TRUE(program.answer("saveQuestion", "Cancel"));
+        EXPECT_TRUE(program.waitForNoDialog());
+        EXPECT_EQ(3, program.ui([&] { return program.manager().getNumDocuments(); }));
+    });
+}
+
+namespace {
+
+/// Changes the first and the last of three sheets, and closes the window.
+void closeWithTwoChanges(Program& program, const Sheets& sheets)
+{
+    program.ui([&] {
+        program.invoke("sheet::AddLine", "more");
+        auto* one = program.application().findDocument(sheets.paths[0].c_str());
+        program.application().setActiveDocument(one);
+        program.invoke("sheet::AddLine", "more");
+    });
+    program.start([&] { program.window().close(); });
+    EXPECT_TRUE(program.waitForDialog("unsavedDocuments"));
+}
+
+/// Unticks the entry of the dialog with that text.
+void untick(const char* name)
+{
+    auto* list = Program::dialog()->findChild<QListWidget*>();
+    const QList<QListWidgetItem*> found = list->findItems(QString::fromUtf8(name), Qt::MatchExactly);
+    ASSERT_EQ(1, found.size());
+    found.front()->setCheckState(Qt::Unchecked);
+}
+
+} // namespace
+
+TEST(ClosingAll, ListsTheDocumentsWithChangesAndKeepsAllOpenWhenThatIsCancelled)
+{
+    const Sheets sheets;
+    Program program({sheets.paths[0], sheets.paths[1], sheets.paths[2]});
+    program.run([&] {
+        closeWithTwoChanges(program, sheets);
+        program.ui([] {
+            const auto* list = Program::dialog()->findChild<QListWidget*>();
+            ASSERT_EQ(2, list->count());
+            EXPECT_EQ(QStringLiteral("one.sheet"), list->item(0)->text()) << "the active one";
+            EXPECT_EQ(QStringLiteral("three.sheet"), list->item(1)->text());
+        });
+        EXPECT_TRUE(program.answer("unsavedDocuments", "Cancel"));
+        EXPECT_TRUE(program.waitForNoDialog());
+        program.ui([&] {
+            EXPECT_EQ(3, program.manager().getNumDocuments());
+            EXPECT_TRUE(program.sheet()->isModified());
+        });
+    });
+    EXPECT_EQ("one\n", readFile(sheets.paths[0]));
+}
+
+TEST(ClosingAll, SavesAllOrDiscardsAll)
+{
+    for (const auto& [button, expected] :
+         {std::pair<const char*, const char*>{"Save all", "one\nmore\n"}, {"Discard all", "one\n"}})
+    {
+        const Sheets sheets;
+        const pid_t child = fork();
+        if (child == 0) {
+            Program program({sheets.paths[0], sheets.paths[1], sheets.paths[2]});
+            const int code = program.run([&, pressed = button] {
+                closeWithTwoChanges(program, sheets);
+                EXPECT_TRUE(program.answer("unsavedDocuments", pressed));
+                EXPECT_TRUE(program.waitFor([&] { return program.manager().getNumDocuments() == 0; }));
+            });
+            std::fflush(nullptr);
+            _exit(code == 0 && !HasFailure() ? 0 : 1);
+        }
+        int status = 0;
+        waitpid(child, &status, 0);
+        EXPECT_EQ(0, status) << button;
+        EXPECT_EQ(expected, readFile(sheets.paths[0])) << button;
+    }
+}
+
+TEST(ClosingAll, SavesThoseThatAreTickedAndDiscardsTheOthers)
+{
+    const Sheets sheets;
+    Program program({sheets.paths[0], sheets.paths[1], sheets.paths[2]});
+    program.run([&] {
+        closeWithTwoChanges(program, sheets);
+        program.ui([] { untick("one.sheet"); });
+        EXPECT_TRUE(program.answer("unsavedDocuments", "Save these, discard the others"));
+        EXPECT_TRUE(program.waitFor([&] { return program.manager().getNumDocuments() == 0; }));
+    });
+    EXPECT_EQ("one\n", readFile(sheets.paths[0]));
+    EXPECT_EQ("three\nmore\n", readFile(sheets.paths[2]));
+}
+
+TEST(ClosingAll, ADocumentThatCannotBeSavedKeepsAllOpen)
+{
+    const Sheets sheets;
+    Program program({sheets.paths[0], sheets.paths[1], sheets.paths[2]});
+    program.run([&] {
+        program.ui([&] { program.invoke("sheet::AddLine", "full"); });
+        closeWithTwoChanges(program, sheets);
+        program.ui([&] {
+            auto* last = static_cast<Sheet*>(program.application().findDocument(sheets.paths[2].c_str()));
+            last->lines.back() = "full";
+        });
+        EXPECT_TRUE(program.answer("unsavedDocuments", "Save all"));
+        EXPECT_TRUE(program.waitForNoDialog());
+        EXPECT_EQ(3, program.ui([&] { return program.manager().getNumDocuments(); }));
+    });
+    EXPECT_EQ("one\nmore\n", readFile(sheets.paths[0]));
+    EXPECT_EQ("three\n", readFile(sheets.paths[2]));
+}
+
+TEST(Questions, ShowNamesThatLookLikeRichTextAsTheyAre)
+{
+    const vfTest::TemporaryDirectory directory;
+    Program program({directory.write("<b>x<i>.sheet", "one\n")});
+    program.run([&] {
+        program.ui([&] { program.invoke("sheet::AddLine", "more"); });
+        program.start([&] { program.invoke("vfApplicationQt::ActionClose"); });
+        ASSERT_TRUE(program.waitForDialog("saveQuestion"));
+        program.ui([] {
+            EXPECT_THAT(qobject_cast<QMessageBox*>(Program::dialog())->text().toStdString(),
+                        HasSubstr("<b>x<i>"));
+            for (const QLabel* label : Program::dialog()->findChildren<QLabel*>())
+                EXPECT_TRUE(label->textFormat() == Qt::PlainText || label->text().isEmpty())
+                    << label->text().toStdString();
+        });
+        EXPECT_TRUE(program.answer("saveQuestion", "Discard"));
+    });
+}
+
 TEST(Closing, TheWindowEndsTheProgramWithStatus0)
 {
     const Sheets sheets;
@@ -359,10 +506,11 @@ TEST(Saving, AsAsksForThePathAndEntersItAmongTheRecentFiles)
             EXPECT_EQ(QFileDialog::AcceptSave, dialog->acceptMode());
             EXPECT_EQ(sheets.directory.path(), dialog->directory().path().toStdString());
             EXPECT_EQ(QStringLiteral("sheet"), dialog->defaultSuffix());
-            EXPECT_EQ(QStringList({QStringLiteral("*.sheet"), QStringLiteral("*.txt")}),
-                      dialog->nameFilters());
-            dialog->selectNameFilter(QStringLiteral("*.txt"));
-            Q_EMIT dialog->filterSelected(QStringLiteral("*.txt"));
+            EXPECT_EQ(
+                QStringList({QStringLiteral("SHEET file (*.sheet)"), QStringLiteral("TXT file (*.txt)")}),
+                dialog->nameFilters());
+            dialog->selectNameFilter(QStringLiteral("TXT file (*.txt)"));
+            Q_EMIT dialog->filterSelected(QStringLiteral("TXT file (*.txt)"));
             chooseFile(QStringLiteral("copy"));
         });
         EXPECT_TRUE(program.waitForNoDialog());
@@ -543,6 +691,24 @@ TEST(SubWindows, AreNamedActivatedAndClosed)
             program.waitFor([&] { return program.sheet() && program.sheet()->getTitle() == "one.sheet"; }));
         program.ui([&] { program.invoke("vfApplicationQt::ActionClose"); });
         EXPECT_EQ(0, program.ui([&] { return program.manager().getNumDocuments(); }));
+    });
+}
+
+TEST(SubWindows, OfFilesOfTheCommandLineAreLargeEnough)
+{
+    const Sheets sheets;
+    Program program({sheets.paths[0], sheets.paths[1]}, arranged(UiSetup::SubWindows));
+    program.run([&] {
+        program.ui([&] {
+            const auto* area = program.window().findChild<QMdiArea*>(QStringLiteral("documents"));
+            const QMdiSubWindow* active = area->activeSubWindow();
+            for (const QMdiSubWindow* sub : area->subWindowList()) {
+                EXPECT_LT(area->height() / 2, sub->height());
+                EXPECT_LT(area->width() / 2, sub->width());
+            }
+            ASSERT_NE(nullptr, active);
+            EXPECT_EQ(QStringLiteral("two.sheet[*]"), active->windowTitle()) << "as before";
+        });
     });
 }
 

@@ -15,6 +15,7 @@
 #include <gmock/gmock.h>
 
 #include <QDockWidget>
+#include <QScreen>
 
 #include <map>
 #include <set>
@@ -288,6 +289,18 @@ TEST_P(LayoutWithANewOne, TakesItsRoomFromTheMiddle)
 }
 
 INSTANTIATE_TEST_SUITE_P(Ten, LayoutWithANewOne, testing::ValuesIn(ten));
+
+TEST(Layout, AWindowThatFloatsBesideAllScreensIsBroughtBack)
+{
+    inAnotherProcess(ten, [](Program& program) {
+        program.ui([&] {
+            panel(program, "w6").setFloating(true);
+            panel(program, "w6").move(-3000, -3000);
+            program.window().docks().raiseFloating();
+            EXPECT_TRUE(program.window().screen()->geometry().contains(panel(program, "w6").pos()));
+        });
+    });
+}
 
 TEST(Layout, ResetPutsEverythingAsItWasAtFirst)
 {

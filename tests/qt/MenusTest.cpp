@@ -247,7 +247,7 @@ TEST(Menus, AnItemsPropertiesSayHowItLooks)
             program.open(path);
             const QAction* action = menu(program, "Edit")->actions()[0];
             EXPECT_EQ(QStringLiteral("A&ppend"), action->text());
-            EXPECT_EQ(QStringLiteral("Puts a line at the end"), action->toolTip());
+            EXPECT_EQ(QStringLiteral("Puts a line at the end (Ctrl+L)"), action->toolTip());
             EXPECT_EQ(QKeySequence::listFromString(QStringLiteral("Ctrl+L; Ctrl+Shift+L")),
                       action->shortcuts());
             EXPECT_FALSE(action->icon().isNull());
@@ -645,6 +645,56 @@ TEST(Toolbars, AreShownHiddenAndNamedByTheirInterface)
             program.action("vfApplicationQt::CommandAbout")->setEnabled(false);
             toolbar.toolbarOperationC();
             EXPECT_TRUE(program.action("vfApplicationQt::CommandAbout")->isEnabled());
+        });
+    });
+}
+
+TEST(Menus, OfSeveralCommandsOneIsOnWithARadioMark)
+{
+    const vfTest::TemporaryDirectory directory;
+    auto ui = std::make_unique<SheetUi>();
+    ui->menus = [](CommandItem* root) {
+        CommandItem test = add(*root, "&Test");
+        for (const char* command : {"sheet::Switch", "sheet::Fail"}) {
+            CommandItem item;
+            item.setCommand(command, nullptr);
+            item.setProperty("checkable", VfVariant(true), nullptr);
+            item.setProperty("group", VfVariant("one of two"), nullptr);
+            test << item;
+        }
+    };
+    Program program({}, std::move(ui));
+    program.run([&] {
+        program.ui([&] {
+            QMenu* test = menu(program, "Test");
+            ASSERT_NE(nullptr, test);
+            const QList<QAction*> actions = test->actions();
+            ASSERT_EQ(2, actions.size());
+            for (const QAction* action : actions) {
+                ASSERT_NE(nullptr, action->actionGroup());
+                EXPECT_TRUE(action->actionGroup()->isExclusive()) << "which is drawn as a radio mark";
+                EXPECT_FALSE(action->isChecked());
+            }
+            EXPECT_EQ(actions[0]->actionGroup(), actions[1]->actionGroup());
+            actions[0]->trigger();
+            EXPECT_TRUE(actions[0]->isChecked());
+            actions[0]->trigger();
+            EXPECT_FALSE(actions[0]->isChecked()) << "the command says what is on";
+        });
+    });
+}
+
+TEST(Menus, ToolTipsSayTheKey)
+{
+    Program program;
+    program.run([&] {
+        program.ui([&] {
+            const QAction* open = program.action("vfApplicationQt::ActionOpen");
+            ASSERT_NE(nullptr, open);
+            EXPECT_EQ(QStringLiteral("Open files (Ctrl+O)"), open->toolTip());
+            const QAction* about = program.action("vfApplicationQt::CommandAbout");
+            ASSERT_NE(nullptr, about);
+            EXPECT_EQ(QStringLiteral("About"), about->toolTip());
         });
     });
 }

@@ -7,6 +7,7 @@
 #include <velaforge/base/Printable.h>
 #include <velaforge/commands/CommandProcessor.h>
 #include <velaforge/documents/Document.h>
+#include <velaforge/qt/PlainText.h>
 #include <velaforge/qt/internal/Icons.h>
 #include <velaforge/qt/internal/Prompts.h>
 #include <velaforge/qt/internal/Reasons.h>
@@ -221,16 +222,40 @@ void ActionTable::show(Entry& entry, const Command& command)
         text = labelFor(entry.name);
     entry.action->setText(text);
     const QString tip = properties.text("toolTip");
-    entry.action->setToolTip(tip.isEmpty() ? plainText(text) : tip);
+    entry.toolTip = tip.isEmpty() ? plainText(text) : tip;
+    showToolTip(entry);
     entry.action->setStatusTip(tip);
     if (entry.action->icon().isNull())
         entry.action->setIcon(findIcon(toQt(properties.value("icon").toString())));
     // What can be undone changes a document, so there must be one.
     const bool canRun = !command.canUndo() || activeDocument();
     entry.action->setEnabled(canRun && properties.flag("enabled", true));
+    entry.isForScripts = properties.flag("scriptOnly", false);
     entry.action->setCheckable(properties.flag("checkable", false));
+    joinGroup(entry, properties.value("group").toString().str());
     entry.action->setChecked(properties.flag("checked", false));
     entry.defaultKeys = readKeys(toQt(properties.value("shortcut").toString()));
+}
+
+/// Says the key, too: that is how people learn it.
+void ActionTable::showToolTip(const Entry& entry)
+{
+    const QString key = entry.action->shortcut().toString(QKeySequence::NativeText);
+    entry.action->setToolTip(
+        plainToolTip(key.isEmpty() ? entry.toolTip : QStringLiteral("%1 (%2)").arg(entry.toolTip, key)));
+}
+
+void ActionTable::joinGroup(const Entry& entry, const std::string& group)
+{
+    if (group.empty() || entry.action->actionGroup())
+        return;
+    QActionGroup*& actions = m_groups[group];
+    if (!actions) {
+        actions = new QActionGroup(this);
+        // Choosing what is on turns it off again: the command says what is on then.
+        actions->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
+    }
+    actions->addAction(entry.action);
 }
 
 void ActionTable::applyKeys()
@@ -245,6 +270,8 @@ void ActionTable::applyKeys()
             taken.insert(key);
         }
         entry.action->setShortcuts(free);
+        if (entry.isKnown)
+            showToolTip(entry);
     };
     // What the user chose comes before what is declared.
     for (const auto& entry : m_entries) {

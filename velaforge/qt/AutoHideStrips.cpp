@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/qt/internal/AutoHideStrips.h>
 
+#include <velaforge/qt/PlainText.h>
+
 #include <QApplication>
 #include <QEvent>
 #include <QKeyEvent>
@@ -104,7 +106,9 @@ void AutoHideStrips::open(QDockWidget& dock)
     if (!opened || !contains(dock) || !dock.widget())
         return;
     m_opened = &dock;
-    m_frame->findChild<QLabel*>()->setText(dock.windowTitle());
+    auto* title = m_frame->findChild<QLabel*>();
+    usePlainText(*title);
+    title->setText(dock.windowTitle());
     m_frame->layout()->addWidget(dock.widget());
     dock.setWidget(nullptr);
     place();

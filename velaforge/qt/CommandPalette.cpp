@@ -8,6 +8,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMenu>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -31,8 +32,12 @@ constexpr int actionRole = Qt::UserRole;
 
 } // namespace
 
-CommandPalette::CommandPalette(QWidget& parent, ActionTable& actions)
-    : QDialog(&parent), m_actions(actions), m_input(new QLineEdit(this)), m_list(new QTreeWidget(this))
+CommandPalette::CommandPalette(QWidget& parent, ActionTable& actions, QMenu& dockWindows)
+    : QDialog(&parent),
+      m_actions(actions),
+      m_dockWindows(dockWindows),
+      m_input(new QLineEdit(this)),
+      m_list(new QTreeWidget(this))
 {
     setObjectName(QStringLiteral("commandPalette"));
     setWindowTitle(tr("Commands"));
@@ -80,13 +85,18 @@ int CommandPalette::rank(const QString& name, const QString& typed)
 void CommandPalette::search(const QString& typed)
 {
     std::vector<Candidate> found;
-    for (const auto& entry : m_actions.entries()) {
-        if (!entry->isKnown)
-            continue;
-        const QString name = ActionTable::plainText(entry->action->text());
+    const auto add = [&found, &typed](const QString& name, QAction* action) {
         const int value = rank(name, typed.trimmed());
         if (value >= 0)
-            found.push_back({value, name, entry->action});
+            found.push_back({value, name, action});
+    };
+    for (const auto& entry : m_actions.entries()) {
+        if (entry->isKnown && !entry->isForScripts)
+            add(ActionTable::plainText(entry->action->text()), entry->action);
+    }
+    for (QAction* action : m_dockWindows.actions()) {
+        if (action->isCheckable())
+            add(tr("Dock window: %1").arg(ActionTable::plainText(action->text())), action);
     }
     std::sort(found.begin(), found.end(), [](const Candidate& a, const Candidate& b) {
         const auto place = [](const Candidate& one) {

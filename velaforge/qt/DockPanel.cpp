@@ -45,6 +45,16 @@ void DockPanel::createContents()
         setWidget(contents ? contents : new QWidget(this));
 }
 
+void DockPanel::setVisible(bool visible)
+{
+    // Before Qt gives the panel its place: an empty one would get next to none.
+    const QPointer<DockPanel> self(this);
+    if (visible && parentWidget() && parentWidget()->isVisible())
+        showThrown([this] { createContents(); });
+    if (self)
+        QDockWidget::setVisible(visible);
+}
+
 void DockPanel::showEvent(QShowEvent* event)
 {
     const QPointer<DockPanel> self(this);

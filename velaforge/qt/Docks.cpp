@@ -18,10 +18,12 @@
 #include <QAction>
 #include <QDataStream>
 #include <QDockWidget>
+#include <QGuiApplication>
 #include <QIODevice>
 #include <QKeySequence>
 #include <QMainWindow>
 #include <QMenu>
+#include <QScreen>
 
 #include <algorithm>
 
@@ -232,6 +234,22 @@ void Docks::restore()
         } else {
             settle(half);
         }
+    });
+}
+
+void Docks::raiseFloating()
+{
+    forEachHalf([](const QtDockWindow& half) {
+        QDockWidget* widget = half.getWidget();
+        if (!widget || !widget->isFloating() || !widget->isVisible())
+            return;
+        const QRect title(widget->frameGeometry().topLeft(), QSize(widget->frameGeometry().width(), 20));
+        bool isReachable = false;
+        for (const QScreen* screen : QGuiApplication::screens())
+            isReachable = isReachable || screen->availableGeometry().intersects(title);
+        if (!isReachable)
+            widget->move(widget->screen()->availableGeometry().topLeft());
+        widget->raise();
     });
 }
 

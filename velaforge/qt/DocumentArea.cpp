@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/qt/internal/DocumentArea.h>
 
+#include <velaforge/qt/PlainText.h>
 #include <velaforge/qt/internal/DocumentTabs.h>
 #include <velaforge/qt/internal/Text.h>
 #include <velaforge/qt/internal/ViewFrame.h>
@@ -218,6 +219,17 @@ public:
         sub->setToolTip(plainToolTip(toolTip));
     }
 
+    /// Only now is there a place to share.
+    void onWindowShown() override
+    {
+        QMdiSubWindow* current = m_mdi->currentSubWindow();
+        m_mdi->cascadeSubWindows();
+        for (QMdiSubWindow* sub : m_mdi->subWindowList())
+            sub->resize(m_mdi->size() * 2 / 3);
+        if (current)
+            m_mdi->setActiveSubWindow(current);
+    }
+
     void tile() override { m_mdi->tileSubWindows(); }
     void cascade() override { m_mdi->cascadeSubWindows(); }
     void setPlaceholder(const QString&) override {}
@@ -319,6 +331,14 @@ public:
         QMainWindow* window = m_windows.at(&frame);
         window->raise();
         window->activateWindow();
+    }
+
+    void onWindowShown() override
+    {
+        for (const auto& [frame, window] : m_windows)
+            window->raise();
+        if (m_active)
+            activate(*m_active);
     }
 
     ViewFrame* active() const override { return m_active; }

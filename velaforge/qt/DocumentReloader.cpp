@@ -6,6 +6,7 @@
 #include <velaforge/commands/CommandProcessor.h>
 #include <velaforge/documents/DocManager.h>
 #include <velaforge/documents/Document.h>
+#include <velaforge/qt/PlainText.h>
 #include <velaforge/qt/QtDocManager.h>
 #include <velaforge/qt/internal/Reasons.h>
 #include <velaforge/qt/internal/Text.h>
@@ -162,6 +163,7 @@ bool DocumentReloader::ask(const Document& document, const QString& what)
     box.setInformativeText(document.isModified()
                                ? tr("Read it again? Your own changes, which are not saved, are lost then.")
                                : tr("Read it again?"));
+    usePlainText(box);
     QAbstractButton* reload = box.addButton(tr("&Read again"), QMessageBox::AcceptRole);
     QPushButton* keep = box.addButton(tr("&Keep as it is"), QMessageBox::RejectRole);
     box.setDefaultButton(document.isModified() ? keep : static_cast<QPushButton*>(reload));

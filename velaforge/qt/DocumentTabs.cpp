@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/qt/internal/DocumentTabs.h>
 
+#include <velaforge/qt/PlainText.h>
 #include <velaforge/qt/internal/Text.h>
 
 #include <QClipboard>

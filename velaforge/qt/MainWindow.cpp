@@ -29,7 +29,9 @@
 #include <QDragEnterEvent>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QOpenGLWidget>
 #include <QScopedValueRollback>
+#include <QScreen>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QUrl>
@@ -41,6 +43,8 @@
 namespace vfApplication {
 
 namespace {
+
+bool isForOpenGL = false;
 
 DocManager& documents()
 {
@@ -67,6 +71,11 @@ struct Arrangement
 
 } // namespace
 
+void MainWindow::prepareOpenGL()
+{
+    isForOpenGL = true;
+}
+
 bool MainWindow::State::operator==(const State& other) const
 {
     const auto all = [](const State& state) {
@@ -84,8 +93,11 @@ MainWindow::MainWindow()
 {
     const Arrangement arrangement;
     setObjectName(QStringLiteral("mainWindow"));
+    // Qt looks for such a widget, be it hidden, when it chooses the kind of the native window.
+    if (isForOpenGL)
+        (new QOpenGLWidget(this))->hide();
     setAcceptDrops(true);
-    resize(1200, 800);
+    resize(QSize(1200, 800).boundedTo(screen()->availableSize() * 9 / 10));
     m_area = DocumentArea::make(arrangement.mode, *this, arrangement.hasViewButtons);
     m_docks = new Docks(*this);
     m_recentFiles = new RecentFilesMenu(
@@ -145,10 +157,24 @@ void MainWindow::build()
 {
     makeToolbars(declaredToolbars());
     rebuildMenus();
+    winId(); // so that dock windows that float know from the beginning in front of which window they belong
     m_docks->restore();
     m_actions.applyKeys();
     showPlaceholder();
     m_isBuilt = true;
+}
+
+void MainWindow::present()
+{
+    show();
+    m_docks->raiseFloating();
+    m_area->onWindowShown();
+    if (ViewFrame* frame = activeFrame())
+        frame->setFocus();
+    if (m_problems) {
+        m_problems->present();
+        m_problems->activateWindow();
+    }
 }
 
 void MainWindow::showPlaceholder()
@@ -220,6 +246,7 @@ void MainWindow::addFrame(ViewFrame& frame)
     const QScopedValueRollback<bool> adding(m_isMovingFrames, true);
     m_frames.push_back(&frame);
     m_area->add(frame);
+    frame.setFocus(); // keys are for what was opened
 }
 
 void MainWindow::removeFrame(ViewFrame& frame)
@@ -263,11 +290,8 @@ void MainWindow::activateFrame(ViewFrame& frame)
 
 void MainWindow::onFrameActivated(ViewFrame* frame)
 {
-    // Qt calls this while it handles the mouse: what a view throws must not pass through it.
-    guard([this, frame] {
-        if (hasView(frame) && !m_isMovingFrames && documents().getCurrentView() != &frame->view())
-            frame->view().activate(true);
-    });
+    if (hasView(frame) && !m_isMovingFrames && documents().getCurrentView() != &frame->view())
+        frame->view().activate(true);
 }
 
 void MainWindow::showNames(const Document& document)

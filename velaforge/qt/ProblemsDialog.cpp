@@ -8,6 +8,8 @@
 #include <QPlainTextEdit>
 #include <QStyle>
 
+#include <utility>
+
 namespace vfApplication {
 
 ProblemsDialog::ProblemsDialog(QWidget* parent)
@@ -47,13 +49,28 @@ void ProblemsDialog::changeEvent(QEvent* event)
 
 void ProblemsDialog::add(const QString& subject, const QString& reason)
 {
-    if (!isVisible())
+    // What the user has closed was read.
+    if (std::exchange(m_isRead, false))
         m_lines->clear();
     // What a file calls itself must not look like another line.
     const QString line = subject.isEmpty() ? reason : QStringLiteral("%1: %2").arg(subject, reason);
     m_lines->appendPlainText(line.simplified());
+    if (parentWidget()->isVisible())
+        present();
+}
+
+void ProblemsDialog::present()
+{
+    if (m_isRead)
+        return;
     show();
     raise();
+}
+
+void ProblemsDialog::hideEvent(QHideEvent* event)
+{
+    m_isRead = m_isRead || !event->spontaneous();
+    QDialog::hideEvent(event);
 }
 
 } // namespace vfApplication

@@ -7,10 +7,12 @@
 #include <velaforge/base/LifeWatch.h>
 #include <velaforge/documents/DocTemplate.h>
 #include <velaforge/documents/Document.h>
+#include <velaforge/qt/PlainText.h>
 #include <velaforge/qt/QtApplication.h>
 #include <velaforge/qt/internal/MainWindow.h>
 #include <velaforge/qt/internal/Reasons.h>
 #include <velaforge/qt/internal/Text.h>
+#include <velaforge/qt/internal/UnsavedDialog.h>
 #include <velaforge/shell/StatusBar.h>
 #include <velaforge/toolkit/GuardedDocuments.h>
 
@@ -20,11 +22,14 @@
 #include <QGuiApplication>
 #include <QInputDialog>
 #include <QMainWindow>
+#include <QMap>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QScopedValueRollback>
 
 #include <algorithm>
+#include <list>
 #include <optional>
 #include <set>
 #include <string>
@@ -49,7 +54,10 @@ struct QtDocManagerPrivate
     /// The user wants the document that is being closed to be saved.
     bool isSaveChosen = false;
 
-    int failures = 0;
+    unsigned int failures = 0;
+
+    /// Documents whose changes the user does not want, while all are being closed.
+    std::list<vfBase::LifeWatch<Document>> discarded;
 };
 
 namespace {
@@ -170,7 +178,7 @@ void QtDocManager::endWork()
 
 Document* QtDocManager::createDocument(const vfBase::VfString& path, const vfBase::Options& options)
 {
-    const int failuresBefore = d->failures;
+    const unsigned int failuresBefore = d->failures;
     const bool isNew = options.isValid() && options.getPluginStringData("NEWDOC") == "TRUE";
     const vfBase::VfString absolute = vfBase::absolutePath(path);
     Document* document = nullptr;
@@ -198,7 +206,7 @@ bool QtDocManager::updateDocument(Document* document, const vfBase::VfString& pa
 {
     if (!document)
         return false;
-    const int failuresBefore = d->failures;
+    const unsigned int failuresBefore = d->failures;
     const vfBase::VfString absolute = vfBase::absolutePath(path);
     const vfBase::VfString before = document->getFilename();
     const vfBase::LifeWatch<Document> watch(document);
@@ -227,6 +235,11 @@ void QtDocManager::activateView(View* view, bool active)
 void QtDocManager::noteCancelled()
 {
     d->isCancelled = true;
+}
+
+unsigned int QtDocManager::getFailureCount() const
+{
+    return d->failures;
 }
 
 void QtDocManager::reportFailure(const vfBase::VfString& path, const vfBase::VfString& reason)
@@ -301,9 +314,9 @@ DocTemplate* QtDocManager::selectDocumentTypeUser(DocTemplate** templates, int c
 int QtDocManager::askForUserConfirmation()
 {
     QWidget* parent = window();
-    if (!parent)
-        return 2;
     Document* document = d->asked;
+    if (!parent || isDiscarded(document))
+        return 2;
     // Somebody else closes a document without saying which: it is the only one with changes, or else the active
     // one.
     if (!document || !containsDocument(document)) {
@@ -323,6 +336,7 @@ int QtDocManager::askForUserConfirmation()
         box.addButton(QMessageBox::Cancel);
         box.setEscapeButton(QMessageBox::Cancel);
     }
+    usePlainText(box);
     switch (box.exec()) {
     case QMessageBox::Save:
         d->isSaveChosen = true;
@@ -345,10 +359,24 @@ int QtDocManager::askForConfirmRevert()
                     QMessageBox::Cancel, parent);
     box.setObjectName(QStringLiteral("revertQuestion"));
     box.setInformativeText(tr("All changes since it was saved are lost."));
+    usePlainText(box);
     const QAbstractButton* revert = box.addButton(tr("Revert"), QMessageBox::DestructiveRole);
     box.exec();
     d->isCancelled = box.clickedButton() != revert;
     return d->isCancelled ? 0 : 1;
+}
+
+vfBase::VfString QtDocManager::describeFormat(const vfBase::VfString& extension)
+{
+    vfBase::Vector<DocTemplate*> visible;
+    getVisibleTemplates(visible);
+    for (const DocTemplate* one : visible) {
+        const QStringList formats = toQt(one->getFileFilter()).split(QLatin1Char(','), Qt::SkipEmptyParts);
+        if (!one->getDescription().empty() && formats.size() == 1 &&
+            formats.front().trimmed() == toQt(extension))
+            return one->getDescription();
+    }
+    return fromQt(tr("%1 file").arg(toQt(extension).toUpper()));
 }
 
 vfBase::VfString QtDocManager::selectDocumentSavePath(const char* directory, const char* name,
@@ -363,18 +391,28 @@ vfBase::VfString QtDocManager::selectDocumentSavePath(const char* directory, con
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
     dialog.setDefaultSuffix(suffix);
+    QMap<QString, QString> suffixes;
     QStringList filters;
-    for (const QString& pattern : patterns(QString::fromUtf8(filter)))
-        filters << (pattern == QLatin1String("*") ? tr("All files (*)") : pattern);
+    for (const QString& format : QString::fromUtf8(filter).split(QLatin1Char(','), Qt::SkipEmptyParts)) {
+        const QString written = format.trimmed();
+        const QString line =
+            written == QLatin1String("*")
+                ? tr("All files (*)")
+                : QStringLiteral("%1 (*.%2)").arg(toQt(describeFormat(fromQt(written))), written);
+        if (written == suffix)
+            filters.prepend(line);
+        else
+            filters << line;
+        suffixes.insert(line, written);
+    }
     dialog.setNameFilters(filters);
-    const QString preferred = QLatin1String("*.") + suffix;
-    if (filters.contains(preferred))
-        dialog.selectNameFilter(preferred);
     // The extension that is shown is the one that is written.
-    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString& chosen) {
-        if (chosen.startsWith(QLatin1String("*.")))
-            dialog.setDefaultSuffix(chosen.mid(2));
-    });
+    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog,
+                     [&dialog, suffixes](const QString& chosen) {
+                         const QString written = suffixes.value(chosen);
+                         if (!written.isEmpty() && written != QLatin1String("*"))
+                             dialog.setDefaultSuffix(written);
+                     });
     dialog.selectFile(QString::fromUtf8(name));
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
         d->isCancelled = true;
@@ -387,7 +425,7 @@ vfBase::VfString QtDocManager::selectDocumentSavePath(const char* directory, con
 
 bool QtDocManager::closeWithQuestion(Document& document)
 {
-    const int failuresBefore = d->failures;
+    const unsigned int failuresBefore = d->failures;
     const vfBase::VfString name = document.getUserReadableName();
     d->isCancelled = false;
     d->isSaveChosen = false;
@@ -412,17 +450,60 @@ bool QtDocManager::closeWithQuestion(Document& document)
     return isClosed;
 }
 
-bool QtDocManager::closeAllWithQuestions()
+bool QtDocManager::askForChangesOfAll()
 {
-    while (getNumDocuments() > 0) {
-        // A view that is being deleted is the current one until its end, when its document is closed already.
-        Document* next = getCurrentDocument();
-        if (!containsDocument(next))
-            next = getDocumentList()[0];
-        if (!closeWithQuestion(*next))
+    // Any document may go while the user is asked or another one is saved.
+    std::list<vfBase::LifeWatch<Document>> modified;
+    for (const Document* document : getDocumentList()) {
+        if (document->isModified())
+            modified.emplace(document == getCurrentDocument() ? modified.begin() : modified.end(), document);
+    }
+    if (modified.size() < 2 || !window())
+        return true; // the question about one asks in its turn, before anything is closed
+    QStringList names;
+    for (const auto& document : modified)
+        names << nameOf(document.get());
+    UnsavedDialog dialog(window(), names);
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    int number = 0;
+    for (auto next = modified.begin(); next != modified.end(); ++number) {
+        const auto asked = next++;
+        Document* document = asked->get();
+        if (!document || !containsDocument(document))
+            continue;
+        if (!dialog.isSaveWanted(number))
+            d->discarded.splice(d->discarded.end(), modified, asked);
+        else if (document->isModified() && !save(*document))
             return false;
     }
     return true;
+}
+
+bool QtDocManager::isDiscarded(const Document* document) const
+{
+    return std::any_of(
+        d->discarded.begin(), d->discarded.end(),
+        [document](const vfBase::LifeWatch<Document>& one) { return document && one.get() == document; });
+}
+
+bool QtDocManager::closeAllWithQuestions()
+{
+    const auto forget = qScopeGuard([this] { d->discarded.clear(); });
+    bool isDone = askForChangesOfAll();
+    while (isDone && getNumDocuments() > 0) {
+        // One with changes is asked about before any is closed; a view that is being deleted is the current one until its
+        // end, when its document is closed already.
+        Document* next = getCurrentDocument();
+        if (!containsDocument(next))
+            next = getDocumentList()[0];
+        for (Document* document : getDocumentList()) {
+            if (document->isModified() && !next->isModified() && !isDiscarded(document))
+                next = document;
+        }
+        isDone = closeWithQuestion(*next);
+    }
+    return isDone;
 }
 
 bool QtDocManager::save(Document& document, const vfBase::VfString& path)
@@ -440,7 +521,7 @@ bool QtDocManager::saveAs(Document& document)
 
 bool QtDocManager::saveGuarded(Document& document, const std::function<vfBase::WriteResult()>& write)
 {
-    const int failuresBefore = d->failures;
+    const unsigned int failuresBefore = d->failures;
     const vfBase::VfString name =
         document.alreadySaved() ? document.getFilename() : document.getUserReadableName();
     QString reason;
@@ -470,7 +551,7 @@ bool QtDocManager::reload(Document& document)
 
 bool QtDocManager::revertWithQuestion(Document& document)
 {
-    const int failuresBefore = d->failures;
+    const unsigned int failuresBefore = d->failures;
     const vfBase::VfString path = document.getFilename();
     bool isDone = false;
     d->isCancelled = false;

@@ -70,8 +70,9 @@ public:
     int askForUserConfirmation() override;
     int askForConfirmRevert() override;
 
-    /// A dialog that proposes directory and name; the answer has an extension, and a file that is there is
-    /// not replaced without a question.
+    /// Shows a dialog that proposes directory and name, and lists the formats of @p filter by describeFormat(), that of
+    /// @p extension first. The answer has an extension; an existing file is not replaced without a question.
+    /// @return the path; empty if the user cancelled
     vfBase::VfString selectDocumentSavePath(const char* directory, const char* name, const char* extension,
                                             const char* filter, vfBase::Options& options) override;
 
@@ -85,7 +86,9 @@ public:
     /// @return false when it stays open
     bool closeWithQuestion(Document& document);
 
-    /// The same for all, the active one first. @return false at the first that stays
+    /// Closes all documents. Asks about all unsaved changes, and saves what is to be saved, before it closes the first: if the
+    /// user cancels, or one cannot be saved, all stay open.
+    /// @return false if a document stays open
     virtual bool closeAllWithQuestions();
 
     /// Saves a document, and shows the reason if that fails or throws.
@@ -106,10 +109,17 @@ public:
     /// it was not read
     bool revertWithQuestion(Document& document);
 
+    /// Returns the number of failures that were reported.
+    unsigned int getFailureCount() const;
+
     /// Shows in the window that a file could not be opened, saved or read again, and why.
     virtual void reportFailure(const vfBase::VfString& path, const vfBase::VfString& reason);
 
 protected:
+    /// Returns what the dialogs call the files with an extension, such as "Wavefront OBJ" for "obj". By default it is the
+    /// description of the template for this extension alone, or else the extension.
+    virtual vfBase::VfString describeFormat(const vfBase::VfString& extension);
+
     /// For a document that asks the user, while it is being opened or read again, whether to go on: who gave
     /// up need not be told that it failed.
     void noteCancelled();
@@ -124,6 +134,8 @@ protected:
 private:
     class Work;
 
+    bool askForChangesOfAll();
+    bool isDiscarded(const Document* document) const;
     bool saveGuarded(Document& document, const std::function<vfBase::WriteResult()>& write);
 
     std::unique_ptr<QtDocManagerPrivate> d;

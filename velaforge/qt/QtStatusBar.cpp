@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/qt/QtStatusBar.h>
 
+#include <velaforge/qt/PlainText.h>
+
 #include <QLabel>
 #include <QPointer>
 #include <QProgressBar>
@@ -23,7 +25,7 @@ struct QtStatusBarPrivate
         if (!label) {
             label = new QLabel(bar);
             label->setObjectName(QStringLiteral("status%1").arg(int(kind)));
-            label->setTextFormat(Qt::PlainText);
+            usePlainText(*label);
             const int gap = bar->fontMetrics().averageCharWidth();
             label->setContentsMargins(gap, 0, gap, 0);
             bar->addPermanentWidget(label);
@@ -36,7 +38,7 @@ QtStatusBar::QtStatusBar(QStatusBar& bar) : d(std::make_unique<QtStatusBarPrivat
 {
     d->bar = &bar;
     d->progressText = new QLabel(&bar);
-    d->progressText->setTextFormat(Qt::PlainText);
+    usePlainText(*d->progressText);
     d->progressText->hide();
     d->progress = new QProgressBar(&bar);
     d->progress->setObjectName(QStringLiteral("progress"));

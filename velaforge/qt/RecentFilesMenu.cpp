@@ -4,6 +4,7 @@
 #include <velaforge/application/Application.h>
 #include <velaforge/documents/DocManager.h>
 #include <velaforge/documents/FileHistory.h>
+#include <velaforge/qt/PlainText.h>
 #include <velaforge/qt/internal/Reasons.h>
 #include <velaforge/qt/internal/Text.h>
 
@@ -81,8 +82,8 @@ void RecentFilesMenu::markMissing()
             continue;
         const bool isMissing = m_existence->state(path.toStdString()) == FileExistence::Missing;
         action->setEnabled(!isMissing);
-        action->setToolTip(isMissing ? tr("%1 is not there").arg(QString::fromUtf8(path))
-                                     : QString::fromUtf8(path));
+        const QString shown = QString::fromUtf8(path);
+        action->setToolTip(plainToolTip(isMissing ? tr("%1 is not there").arg(shown) : shown));
         isAnyMissing = isAnyMissing || isMissing;
     }
     if (auto* removes = m_menu->findChild<QAction*>(QStringLiteral("removeMissing")))

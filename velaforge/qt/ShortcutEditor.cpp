@@ -82,7 +82,7 @@ ShortcutEditor::ShortcutEditor(QWidget& parent, ActionTable& actions)
 void ShortcutEditor::fill()
 {
     for (const auto& entry : m_actions.entries()) {
-        if (!entry->isKnown || !entry->argument.isEmpty())
+        if (!entry->isKnown || entry->isForScripts || !entry->argument.isEmpty())
             continue;
         const QString command = toQt(entry->name);
         m_keys[command] = entry->action->shortcuts();

@@ -13,6 +13,7 @@
 #include <velaforge/qt/internal/Text.h>
 
 #include <QCoreApplication>
+#include <QMenu>
 #include <QMessageBox>
 
 namespace vfApplication {
@@ -143,7 +144,9 @@ struct ActionCommands : ShellCommand
     }
     bool carryOut(MainWindow& shown, const vfBase::VfVariant&) override
     {
-        CommandPalette palette(shown, shown.actionTable());
+        QMenu dockWindows;
+        shown.docks().fillMenu(dockWindows);
+        CommandPalette palette(shown, shown.actionTable(), dockWindows);
         if (palette.exec() != QDialog::Accepted || !palette.chosen())
             return false;
         palette.chosen()->trigger();

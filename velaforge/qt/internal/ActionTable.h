@@ -7,12 +7,14 @@
 #include <velaforge/qt/Export.h>
 
 #include <QAction>
+#include <QActionGroup>
 #include <QKeySequence>
 #include <QList>
 #include <QObject>
 #include <QPointer>
 #include <QWidget>
 
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -36,7 +38,9 @@ public:
         CommandItem item; ///< the first that declared more of it than the name
         QAction* action = nullptr;
         QList<QKeySequence> defaultKeys;
+        QString toolTip; ///< without the key
         bool isKnown = false;
+        bool isForScripts = false; ///< the window has another command for it
         bool isMissTold = false;
     };
 
@@ -82,7 +86,9 @@ Q_SIGNALS:
 private:
     Entry& entry(const std::string& name, const CommandItem& item);
     void refresh(Entry& entry);
-    static void show(Entry& entry, const Command& command);
+    void show(Entry& entry, const Command& command);
+    static void showToolTip(const Entry& entry);
+    void joinGroup(const Entry& entry, const std::string& group);
 
     /// @param problem  continues "a command, which"
     void refreshUnknown(Entry& entry, const std::string& problem);
@@ -90,6 +96,7 @@ private:
     QWidget& m_window;
     QList<QPointer<QWidget>> m_otherWindows;
     std::vector<std::unique_ptr<Entry>> m_entries;
+    std::map<std::string, QActionGroup*> m_groups; ///< of commands of which one is on
 };
 
 } // namespace vfApplication

@@ -24,6 +24,9 @@ public:
     /// Makes the contents if that was not done before.
     void createContents();
 
+    /// Makes the contents first, where the panel will be seen.
+    void setVisible(bool visible) override;
+
 protected:
     void showEvent(QShowEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;

@@ -40,6 +40,9 @@ public:
     /// saved. Windows that were not there then get places of their own, which leave the others where they are.
     void restore();
 
+    /// Brings the windows that float to the front, with their titles on a screen.
+    void raiseFloating();
+
     /// Keeps how everything stands in the settings objects.
     void save();
 

@@ -40,6 +40,9 @@ public:
     virtual void setTitle(ViewFrame& frame, const QString& title, const QString& toolTip,
                           bool isModified) = 0;
 
+    /// Arranges what was added before the main window was shown, when there was no place for it. Called once.
+    virtual void onWindowShown() {}
+
     /// For menus: put the windows side by side, or one over the other. Nothing where there are none.
     virtual void tile() {}
     virtual void cascade() {}

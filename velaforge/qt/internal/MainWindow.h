@@ -33,8 +33,14 @@ public:
     MainWindow();
     ~MainWindow() override;
 
+    /// Has main windows that are made from now on prepared for OpenGL.
+    static void prepareOpenGL();
+
     /// Makes menus and toolbars, and puts everything where it stood. Once, before the window is shown.
     void build();
+
+    /// Shows the window, then what belongs in front of it: dock windows that float, windows of views, problems of the start.
+    void present();
 
     /// Makes menus and toolbars anew. If a command or a declaration has this called while they are being made,
     /// they are made once more afterwards. If a declaration throws, they stay as they are.

@@ -4,7 +4,6 @@
 #include <velaforge/base/VfString.h>
 
 #include <QString>
-#include <QTextDocument>
 
 namespace vfApplication {
 
@@ -17,14 +16,6 @@ inline QString toQt(const vfBase::VfString& text)
 inline vfBase::VfString fromQt(const QString& text)
 {
     return text.toStdString();
-}
-
-/// Returns @p text for a tool tip, which Qt would take for rich text where it looks like it: a file may have any name.
-inline QString plainToolTip(const QString& text)
-{
-    return Qt::mightBeRichText(text)
-               ? QLatin1String("<span>") + text.toHtmlEscaped() + QLatin1String("</span>")
-               : text;
 }
 
 } // namespace vfApplication

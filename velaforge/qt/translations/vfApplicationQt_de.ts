@@ -222,6 +222,10 @@
         <source>Type what you want to do</source>
         <translation>Was soll getan werden?</translation>
     </message>
+    <message>
+        <source>Dock window: %1</source>
+        <translation>Andockfenster: %1</translation>
+    </message>
 </context>
 <context>
     <name>vfApplication::DockPanel</name>
@@ -414,6 +418,10 @@
         <source>The document could not be saved.</source>
         <translation>Das Dokument konnte nicht gespeichert werden.</translation>
     </message>
+    <message>
+        <source>%1 file</source>
+        <translation>%1-Datei</translation>
+    </message>
 </context>
 <context>
     <name>vfApplication::RecentFilesMenu</name>
@@ -463,6 +471,29 @@
     <message>
         <source>These clash: %1</source>
         <translation>Diese stoßen zusammen: %1</translation>
+    </message>
+</context>
+<context>
+    <name>vfApplication::UnsavedDialog</name>
+    <message>
+        <source>Unsaved changes</source>
+        <translation>Ungespeicherte Änderungen</translation>
+    </message>
+    <message>
+        <source>These documents have changes that are not saved. Which of them are to be saved?</source>
+        <translation>Diese Dokumente haben ungespeicherte Änderungen. Welche davon sollen gespeichert werden?</translation>
+    </message>
+    <message>
+        <source>&amp;Discard all</source>
+        <translation>Alle &amp;verwerfen</translation>
+    </message>
+    <message>
+        <source>&amp;Save all</source>
+        <translation>Alle &amp;speichern</translation>
+    </message>
+    <message>
+        <source>&amp;Save these, discard the others</source>
+        <translation>Diese &amp;speichern, die anderen verwerfen</translation>
     </message>
 </context>
 <context>
