@@ -36,5 +36,6 @@ int main()
     vfBase::NotifyHandler::instance().install();
     if (!std::getenv("OSG_NOTIFY_LEVEL"))
         osg::setNotifyLevel(osg::WARN);
-    vfViewer::serveReaders(socketDescriptor, {vfViewer::readModel, vfViewer::readImageOnQuad, vfViewer::writeFormat});
+    vfViewer::serveReaders(socketDescriptor,
+                           {vfViewer::readModel, vfViewer::readImageOnQuad, vfViewer::writeFormat});
 }

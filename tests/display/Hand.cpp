@@ -7,6 +7,7 @@
 #include <cctype>
 #include <chrono>
 #include <cstdlib>
+#include <cstring>
 #include <map>
 #include <stdexcept>
 #include <thread>
@@ -153,40 +154,59 @@ void Hand::key(const std::string& combination)
         send(XCB_KEY_RELEASE, *code);
 }
 
-bool Hand::waitForWindow(const std::string& title)
+std::string Hand::property(std::uint32_t window, const char* name, const char* type) const
 {
-    const auto atom = [this](const std::string& name) {
+    const auto atom = [this](const std::string& text) {
         xcb_intern_atom_reply_t* reply = xcb_intern_atom_reply(
             d->connection,
-            xcb_intern_atom(d->connection, 0, static_cast<std::uint16_t>(name.size()), name.c_str()),
+            xcb_intern_atom(d->connection, 0, static_cast<std::uint16_t>(text.size()), text.c_str()),
             nullptr);
         const xcb_atom_t value = reply->atom;
         std::free(reply);
         return value;
     };
-    const xcb_atom_t property = atom("_NET_WM_NAME");
-    const xcb_atom_t type = atom("UTF8_STRING");
+    xcb_get_property_reply_t* reply = xcb_get_property_reply(
+        d->connection, xcb_get_property(d->connection, 0, window, atom(name), atom(type), 0, 1024), nullptr);
+    if (!reply)
+        return std::string(); // the window went meanwhile
+    std::string value(static_cast<const char*>(xcb_get_property_value(reply)),
+                      static_cast<std::size_t>(xcb_get_property_value_length(reply)));
+    std::free(reply);
+    return value;
+}
+
+bool Hand::waitForWindow(const std::string& title)
+{
     for (int i = 0; i < 3000; ++i) {
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
         xcb_query_tree_reply_t* tree =
             xcb_query_tree_reply(d->connection, xcb_query_tree(d->connection, d->root), nullptr);
         const xcb_window_t* windows = xcb_query_tree_children(tree);
         bool isFound = false;
-        for (int j = 0; j < xcb_query_tree_children_length(tree) && !isFound; ++j) {
-            xcb_get_property_reply_t* name = xcb_get_property_reply(
-                d->connection, xcb_get_property(d->connection, 0, windows[j], property, type, 0, 256),
-                nullptr);
-            if (!name)
-                continue; // it went meanwhile
-            isFound = title == std::string(static_cast<const char*>(xcb_get_property_value(name)),
-                                           static_cast<std::size_t>(xcb_get_property_value_length(name)));
-            std::free(name);
-        }
+        for (int j = 0; j < xcb_query_tree_children_length(tree) && !isFound; ++j)
+            isFound = property(windows[j], "_NET_WM_NAME", "UTF8_STRING") == title;
         std::free(tree);
         if (isFound)
             return true;
     }
     return false;
+}
+
+bool Hand::hasWindowManager() const
+{
+    return !property(d->root, "_NET_SUPPORTING_WM_CHECK", "WINDOW").empty();
+}
+
+std::vector<std::string> Hand::stackedWindows() const
+{
+    const std::string stacked = property(d->root, "_NET_CLIENT_LIST_STACKING", "WINDOW");
+    std::vector<std::string> titles;
+    for (std::size_t i = 0; i + sizeof(xcb_window_t) <= stacked.size(); i += sizeof(xcb_window_t)) {
+        xcb_window_t window = 0;
+        std::memcpy(&window, stacked.data() + i, sizeof window);
+        titles.push_back(property(window, "_NET_WM_NAME", "UTF8_STRING"));
+    }
+    return titles;
 }
 
 } // namespace vfTest

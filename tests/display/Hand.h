@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace vfTest {
 
@@ -46,7 +47,14 @@ public:
     /// @return whether a window of that title is shown before a minute is over
     bool waitForWindow(const std::string& title);
 
+    /// @return whether a window manager runs on the display
+    bool hasWindowManager() const;
+
+    /// @return the titles of the programs' windows as the window manager stacks them, the one in front last
+    std::vector<std::string> stackedWindows() const;
+
 private:
+    std::string property(std::uint32_t window, const char* name, const char* type) const;
     void send(std::uint8_t type, std::uint8_t detail);
     void rest() const;
 

@@ -11,9 +11,11 @@
 
 #include <gmock/gmock.h>
 
+#include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTimer>
+#include <QTreeWidget>
 
 #include <algorithm>
 #include <atomic>
@@ -227,6 +229,8 @@ TEST_F(Loading, SavingALargeModelNeverHoldsTheWindowUp)
     Viewer viewer({path});
     viewer.run([&] {
         viewer.ui([&] {
+            viewer.viewport()
+                ->hide(); // without a graphics card each picture takes long, which is another matter
             viewer.model()->modify(true);
             Control control;
             Heart heart;
@@ -264,4 +268,57 @@ TEST_F(Loading, SavingCanBeCancelledAndLeavesTheFileAsItWas)
         });
     });
     EXPECT_EQ("before", vfTest::readFile(target));
+}
+
+class Opening : public vfTest::OnDisplay
+{};
+
+TEST_F(Opening, TheFirstModelLeavesTheWindowAsItIs)
+{
+    Viewer viewer;
+    viewer.run([&] {
+        const auto before = viewer.ui([&] { return viewer.program().window().winId(); });
+        viewer.ui([&] { viewer.program().open(sailboat); });
+        EXPECT_TRUE(viewer.waitFor([&] { return viewer.viewport() && viewer.viewport()->isValid(); }));
+        EXPECT_EQ(before, viewer.ui([&] { return viewer.program().window().winId(); }));
+    });
+}
+
+TEST_F(Opening, TheViewHasTheKeyboardAfterwards)
+{
+    Viewer viewer;
+    viewer.run([&] {
+        viewer.hand.key("Ctrl+O");
+        viewer.typeFileName(sailboat);
+        EXPECT_TRUE(viewer.program().waitForNoDialog());
+        EXPECT_TRUE(viewer.waitFor([&] { return viewer.viewport() != nullptr; }));
+        viewer.focus();
+        viewer.ui([&] { EXPECT_EQ(viewer.viewport(), viewer.program().window().focusWidget()); });
+        viewer.hand.key("w");
+        EXPECT_TRUE(
+            viewer.waitFor([&] { return viewer.program().action("vfViewer::Wireframe")->isChecked(); }));
+    });
+}
+
+TEST_F(Opening, TheViewHasTheKeyboardWhenTheCommandLineNamedTheFile)
+{
+    Viewer viewer({sailboat});
+    viewer.run(
+        [&] { viewer.ui([&] { EXPECT_EQ(viewer.viewport(), viewer.program().window().focusWidget()); }); });
+}
+
+TEST_F(Opening, ASearchThatFindsNothingSaysSo)
+{
+    Viewer viewer({sailboat});
+    viewer.run([&] {
+        viewer.ui([&] {
+            auto* search = viewer.program().window().findChild<QLineEdit*>(QStringLiteral("sceneSearch"));
+            const auto* tree = viewer.program().window().findChild<QTreeWidget*>(QStringLiteral("sceneTree"));
+            ASSERT_TRUE(search && tree);
+            search->setText(QStringLiteral("zeppelin"));
+            ASSERT_EQ(1, tree->topLevelItemCount());
+            EXPECT_EQ(QStringLiteral("No part is called “zeppelin”"), tree->topLevelItem(0)->text(0));
+            EXPECT_EQ(Qt::NoItemFlags, tree->topLevelItem(0)->flags());
+        });
+    });
 }

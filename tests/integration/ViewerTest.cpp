@@ -129,7 +129,7 @@ TEST(Viewer, ListsTheFormatsThatItReadsAndWrites)
     EXPECT_EQ("", outcome.err);
     for (const std::string& format : vfTest::signpostFormats())
         EXPECT_THAT(outcome.out, testing::ContainsRegex("(^|\n)" + format + " +read")) << format;
-    EXPECT_THAT(outcome.out, HasSubstr("obj       read, written   Wavefront\n"));
+    EXPECT_THAT(outcome.out, HasSubstr("obj       read, written   Wavefront OBJ\n"));
     EXPECT_THAT(outcome.out, HasSubstr("png       read            image\n"));
     EXPECT_THAT(view({"--help"}).out, HasSubstr("--list-formats"));
 }

@@ -317,8 +317,11 @@ TEST_F(ModelReader, WhatOnePluginDoesNotReadAssimpDoes)
 
 TEST_F(ModelReader, FacesThatAllLieInOnePointAreNoModelAndOnePointIs)
 {
-    const auto zeros = vfViewer::readModel(directory.write("zeros.stl", std::string(1000000, '\0')));
+    const auto zeros =
+        vfViewer::readModel(directory.write("zeros.obj", "v 1 2 3\nv 1 2 3\nv 1 2 3\nf 1 2 3\n"));
     EXPECT_FALSE(zeros.scene);
     EXPECT_EQ("all of its faces lie in one point", zeros.reason);
+    EXPECT_EQ("there is nothing in it that could be shown",
+              vfViewer::readModel(directory.write("zeros.stl", std::string(1000000, '\0'))).reason);
     EXPECT_TRUE(vfViewer::readModel(directory.write("point.obj", "v 1 2 3\np 1\n")).scene);
 }

@@ -177,6 +177,18 @@ TEST(NamedCommands, EachOneThatCanBeUndoneLeavesTheModelAsItWas)
     EXPECT_EQ(13, tried);
 }
 
+TEST(NamedCommands, AnotherSelectionHasTheViewsDrawnAnewOnce)
+{
+    Workshop shop;
+    const int before = TurningView::s_updates;
+    shop.invoke("vfViewer::SelectNext");
+    EXPECT_EQ(before + 1, TurningView::s_updates);
+    shop.document->setSelection(shop.document->getSelection());
+    EXPECT_EQ(before + 1, TurningView::s_updates);
+    shop.invoke("vfViewer::SelectNothing");
+    EXPECT_EQ(before + 2, TurningView::s_updates);
+}
+
 TEST(NamedCommands, WithoutASelectionTheyWorkOnTheWholeModel)
 {
     const Workshop shop;

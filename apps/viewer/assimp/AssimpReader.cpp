@@ -50,7 +50,10 @@ public:
         : m_inMemory(inMemory), m_directory(std::move(directory))
     {}
 
-    bool Exists(const char* file) const override { return find(file) || FileGate::whyUnreadable(file).empty(); }
+    bool Exists(const char* file) const override
+    {
+        return find(file) || FileGate::whyUnreadable(file).empty();
+    }
 
     Assimp::IOStream* Open(const char* file, const char* mode) override
     {

@@ -15,7 +15,14 @@ namespace vfViewer {
 
 namespace {
 
-std::string nameOf(const std::string& format)
+bool isListed(const std::vector<std::string>& formats, const std::string& format)
+{
+    return std::find(formats.begin(), formats.end(), format) != formats.end();
+}
+
+} // namespace
+
+std::string formatName(const std::string& format)
 {
     static const std::map<std::string, std::string> names = {
         {"3ds", "3D Studio"},
@@ -32,7 +39,7 @@ std::string nameOf(const std::string& format)
         {"lwo", "LightWave"},
         {"md5mesh", "MD5"},
         {"nff", "Neutral file format"},
-        {"obj", "Wavefront"},
+        {"obj", "Wavefront OBJ"},
         {"off", "Object file format"},
         {"osg", "OpenSceneGraph, text of older versions"},
         {"osgb", "OpenSceneGraph, numbers"},
@@ -45,13 +52,6 @@ std::string nameOf(const std::string& format)
     const auto found = names.find(format);
     return found == names.end() ? format : found->second;
 }
-
-bool isListed(const std::vector<std::string>& formats, const std::string& format)
-{
-    return std::find(formats.begin(), formats.end(), format) != formats.end();
-}
-
-} // namespace
 
 std::string listFormats()
 {
@@ -69,7 +69,7 @@ std::string listFormats()
     for (const std::string& format : models) {
         const bool isRead = hasAssimp() || !isListed(FileGate::assimpFormats(), format);
         if (isRead)
-            add(format, isListed(writable, format) ? "read, written" : "read", nameOf(format));
+            add(format, isListed(writable, format) ? "read, written" : "read", formatName(format));
     }
     for (const std::string& format : FileGate::imageFormats())
         add(format, "read", "image");

@@ -24,7 +24,7 @@ void print(const std::string& line)
     std::cout << vfBase::printable(line) << std::endl;
 }
 
-struct PrintProperties : DirectCommand
+struct PrintProperties : ScriptCommand
 {
     bool carryOut(ModelDocument& document, const VfVariant&) override
     {
@@ -37,7 +37,7 @@ struct PrintProperties : DirectCommand
     }
 };
 
-struct PrintHistory : DirectCommand
+struct PrintHistory : ScriptCommand
 {
     bool carryOut(ModelDocument& document, const VfVariant&) override
     {
@@ -71,7 +71,7 @@ struct Measure : DirectCommand
     }
 };
 
-struct PrintMeasurements : DirectCommand
+struct PrintMeasurements : ScriptCommand
 {
     bool carryOut(ModelDocument& document, const VfVariant&) override
     {
@@ -119,7 +119,7 @@ private:
     static std::string name(LengthUnit unit) { return unit == LengthUnit::None ? "none" : symbolOf(unit); }
 };
 
-struct PrintMessages : DirectCommand
+struct PrintMessages : ScriptCommand
 {
     bool carryOut(ModelDocument& document, const VfVariant&) override
     {

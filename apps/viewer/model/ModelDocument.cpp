@@ -138,7 +138,11 @@ osg::Node* ModelDocument::getSelection() const
 
 void ModelDocument::setSelection(osg::Node* node)
 {
-    m_selection = node && m_scene->contains(*node) ? node : nullptr;
+    osg::Node* selected = node && m_scene->contains(*node) ? node : nullptr;
+    if (selected == m_selection.get())
+        return;
+    m_selection = selected;
+    updateAllViews(nullptr);
 }
 
 void ModelDocument::addMeasurement(const Measurement& measurement)

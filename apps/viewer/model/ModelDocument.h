@@ -127,7 +127,8 @@ public:
     /// @return the part that is selected, null while none is
     osg::Node* getSelection() const;
 
-    /// Selects a node of the scene; null and a node that is not in it select nothing.
+    /// Selects a node of the scene, and has all views drawn anew if another one was selected; null and a node that is not in it
+    /// select nothing.
     void setSelection(osg::Node* node);
 
     // What was measured is no change of the model: it is neither in the history nor saved.

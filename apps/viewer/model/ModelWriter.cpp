@@ -15,8 +15,8 @@ std::string writableFormats()
 std::string writeError(const std::string& path)
 {
     const std::string extension = osgDB::getLowerCaseFileExtension(path);
-    const bool isWritable =
-        !extension.empty() && ("," + writableFormats() + ",").find("," + extension + ",") != std::string::npos;
+    const bool isWritable = !extension.empty() &&
+                            ("," + writableFormats() + ",").find("," + extension + ",") != std::string::npos;
     return isWritable ? std::string() : "models are not written as ." + extension;
 }
 

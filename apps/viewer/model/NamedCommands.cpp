@@ -137,7 +137,7 @@ std::vector<VfString> readPaths(const VfVariant& argument)
 
 // --- files
 
-struct Save : DirectCommand
+struct Save : ScriptCommand
 {
     bool carryOut(ModelDocument& document, const VfVariant&) override { return document.save().success(); }
 };
@@ -148,6 +148,7 @@ struct Open : vfApplication::CommandPrivate
     Open()
     {
         getProperties()["standalone"] = VfVariant(true);
+        getProperties()["scriptOnly"] = VfVariant(true);
         getProperties()["prompt"] = VfVariant("Open");
         getProperties()["promptKind"] = VfVariant("files");
     }
@@ -168,7 +169,7 @@ struct Open : vfApplication::CommandPrivate
 };
 
 /// Makes another of the open documents the active one.
-struct Activate : DirectCommand
+struct Activate : ScriptCommand
 {
     bool carryOut(ModelDocument& document, const VfVariant& argument) override
     {
@@ -185,7 +186,7 @@ struct Activate : DirectCommand
     }
 };
 
-struct SaveAs : DirectCommand
+struct SaveAs : ScriptCommand
 {
     bool carryOut(ModelDocument& document, const VfVariant& argument) override
     {
@@ -197,12 +198,12 @@ struct SaveAs : DirectCommand
     }
 };
 
-struct Revert : DirectCommand
+struct Revert : ScriptCommand
 {
     bool carryOut(ModelDocument& document, const VfVariant&) override { return document.revert(); }
 };
 
-struct Close : DirectCommand
+struct Close : ScriptCommand
 {
     bool carryOut(ModelDocument& document, const VfVariant&) override
     {
@@ -212,7 +213,7 @@ struct Close : DirectCommand
 
 // --- history
 
-struct Undo : DirectCommand
+struct Undo : ScriptCommand
 {
     bool carryOut(ModelDocument& document, const VfVariant&) override
     {
@@ -220,7 +221,7 @@ struct Undo : DirectCommand
     }
 };
 
-struct Redo : DirectCommand
+struct Redo : ScriptCommand
 {
     bool carryOut(ModelDocument& document, const VfVariant&) override
     {

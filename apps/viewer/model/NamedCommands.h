@@ -36,6 +36,14 @@ protected:
     virtual bool carryOut(ModelDocument& document, const vfBase::VfVariant& argument) = 0;
 };
 
+/// A command for scripts and the command line: a window has one of its own for it, or nowhere to print.
+class ScriptCommand : public DirectCommand
+{
+public:
+    /// Says in its property "scriptOnly" that no window offers it.
+    ScriptCommand() { getProperties()["scriptOnly"] = vfBase::VfVariant(true); }
+};
+
 /// A change of the model that is made by name: of the part that is selected, or of the whole model.
 class NamedEdit : public vfApplication::CommandPrivate
 {

@@ -122,7 +122,7 @@ struct ForgetPlace : PlaceCommand
     }
 };
 
-struct PrintPlaces : DirectCommand
+struct PrintPlaces : ScriptCommand
 {
     bool carryOut(ModelDocument& document, const VfVariant&) override
     {

@@ -12,6 +12,7 @@
 #include <iostream>
 #include <locale>
 #include <sstream>
+#include <type_traits>
 
 namespace vfViewer {
 
@@ -62,6 +63,11 @@ struct Fit : ViewCommand
 
 struct FitSelection : ViewCommand
 {
+    FitSelection()
+    {
+        const ModelDocument* document = activeModel();
+        getProperties()["enabled"] = VfVariant(document && document->getSelection());
+    }
     bool carryOut(ModelDocument& document, ModelView& view, const std::string&) override
     {
         osg::Node* part = document.getSelection();
@@ -87,6 +93,7 @@ std::string describe(const LookAt& camera)
 
 struct PlaceCamera : ViewCommand
 {
+    PlaceCamera() { getProperties()["scriptOnly"] = VfVariant(true); }
     bool carryOut(ModelDocument& document, ModelView& view, const std::string& argument) override
     {
         const std::vector<double> numbers = readNumbers(argument);
@@ -107,6 +114,7 @@ struct PlaceCamera : ViewCommand
 
 struct PrintCamera : ViewCommand
 {
+    PrintCamera() { getProperties()["scriptOnly"] = VfVariant(true); }
     bool carryOut(ModelDocument&, ModelView& view, const std::string&) override
     {
         std::cout << "vfViewer::Camera=" << describe(view.getCamera()) << std::endl;
@@ -123,6 +131,7 @@ struct TakeTool : ViewCommand
     {
         const ModelView* shown = view();
         showChecked(*this, shown && shown->getTool() == tool);
+        getProperties()["group"] = VfVariant("tool");
     }
     bool carryOut(ModelDocument& document, ModelView& view, const std::string&) override
     {
@@ -181,6 +190,8 @@ struct Choice : StyleCommand
     {
         const ModelView* shown = view();
         setChecked((shown ? shown->getStyle() : ViewStyle()).*member == value);
+        getProperties()["group"] =
+            VfVariant(std::is_same_v<decltype(value), DrawMode> ? "draw mode" : "projection");
     }
     bool change(ViewStyle& style, const std::string& argument) override
     {

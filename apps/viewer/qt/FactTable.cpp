@@ -3,6 +3,8 @@
 
 #include <velaforge/qt/QtApplication.h>
 
+#include <velaforge/qt/PlainText.h>
+
 #include <QEvent>
 #include <QHeaderView>
 
@@ -31,11 +33,11 @@ void FactTable::addRow(const QString& name, const QString& value)
     const int row = rowCount();
     insertRow(row);
     auto* label = new QTableWidgetItem(name);
-    label->setToolTip(name);
+    label->setToolTip(vfApplication::plainToolTip(name));
     setItem(row, 0, label);
     auto* item = new QTableWidgetItem(value);
     item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    item->setToolTip(value);
+    item->setToolTip(vfApplication::plainToolTip(value));
     setItem(row, 1, item);
 }
 

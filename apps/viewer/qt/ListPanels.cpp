@@ -8,6 +8,7 @@
 
 #include <velaforge/application/Application.h>
 #include <velaforge/base/Printable.h>
+#include <velaforge/qt/PlainText.h>
 #include <velaforge/qt/QtApplication.h>
 
 #include <QEvent>
@@ -83,7 +84,7 @@ void MessagesPanel::fill(QListWidget& list)
         const QString path = QString::fromStdString(message.path);
         auto* item = new QListWidgetItem(QStringLiteral("%1: %2").arg(
             QFileInfo(path).fileName(), QString::fromStdString(vfBase::printable(message.text).str())));
-        item->setToolTip(path);
+        item->setToolTip(vfApplication::plainToolTip(path));
         const QStyle::StandardPixmap icon = message.kind == Message::Failure ? QStyle::SP_MessageBoxCritical
                                             : message.kind == Message::Warning
                                                 ? QStyle::SP_MessageBoxWarning

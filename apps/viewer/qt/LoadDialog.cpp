@@ -3,6 +3,8 @@
 
 #include "reading/Job.h"
 
+#include <velaforge/qt/PlainText.h>
+
 #include <QDialogButtonBox>
 #include <QEventLoop>
 #include <QFileInfo>
@@ -50,14 +52,15 @@ void LoadDialog::waitFor(Job& job, bool isSaving, QWidget* window)
     }
 }
 
-LoadDialog::LoadDialog(Job& job, bool isSaving, QWidget* window) : QDialog(window), m_job(job), m_bar(new QProgressBar)
+LoadDialog::LoadDialog(Job& job, bool isSaving, QWidget* window)
+    : QDialog(window), m_job(job), m_bar(new QProgressBar)
 {
     setObjectName(QStringLiteral("loading"));
     setModal(true);
     const QString name = QFileInfo(QFile::decodeName(job.path().c_str())).fileName();
     setWindowTitle((isSaving ? tr("Saving %1") : tr("Opening %1")).arg(name));
     auto* label = new QLabel((isSaving ? tr("Writing “%1”…") : tr("Reading “%1”…")).arg(name));
-    label->setTextFormat(Qt::PlainText);
+    vfApplication::usePlainText(*label);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto* layout = new QVBoxLayout(this);

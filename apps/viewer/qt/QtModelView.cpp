@@ -265,7 +265,6 @@ void QtModelView::select(const QPointF& position)
 {
     const auto hit = pick(position);
     model().setSelection(hit ? partOf(*hit) : nullptr);
-    getDocument()->updateAllViews(nullptr);
     if (auto* shell = vfApplication::QtApplication::instance())
         shell->updateActions();
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "qt/QtViewerDocManager.h"
 
+#include "model/FormatList.h"
 #include "model/FormatLosses.h"
 #include "model/ModelView.h"
 #include "model/ModelWriter.h"
@@ -14,6 +15,7 @@
 #include <velaforge/application/Application.h>
 #include <velaforge/base/FileNames.h>
 #include <velaforge/documents/View.h>
+#include <velaforge/qt/PlainText.h>
 #include <velaforge/qt/QtApplication.h>
 
 #include <osgDB/FileNameUtils>
@@ -138,6 +140,7 @@ void QtViewerDocManager::offerLeftBehind()
                     &shell->getMainWindow());
     box.setObjectName(QStringLiteral("recoverQuestion"));
     box.setInformativeText(names.join(QLatin1Char('\n')));
+    vfApplication::usePlainText(box);
     QPushButton* wanted = box.addButton(tr("&Recover"), QMessageBox::AcceptRole);
     const QPushButton* discarded = box.addButton(tr("&Discard"), QMessageBox::DestructiveRole);
     box.setEscapeButton(box.addButton(tr("&Later"), QMessageBox::RejectRole));
@@ -215,12 +218,26 @@ void QtViewerDocManager::watchFilesOf(vfApplication::Document* document)
     vfApplication::QtApplication::instance()->setOtherFiles(*document, files);
 }
 
+vfBase::VfString QtViewerDocManager::describeFormat(const vfBase::VfString& extension)
+{
+    return QCoreApplication::translate("vfViewer", formatName(extension.str()).c_str()).toStdString();
+}
+
 vfBase::VfString QtViewerDocManager::selectDocumentSavePath(const char* directory, const char* name,
                                                             const char* extension, const char*,
                                                             vfBase::Options& options)
 {
-    const vfBase::VfString path =
-        QtDocManager::selectDocumentSavePath(directory, name, extension, writableFormats().c_str(), options);
+    // A model goes back where it came from, as what it was, where that can be written.
+    std::string folder = directory;
+    std::string format = extension;
+    if (const ModelDocument* document = activeModel(); document && document->alreadySaved()) {
+        const std::string own = osgDB::getLowerCaseFileExtension(document->getFilename());
+        if (writeError("model." + own).empty())
+            format = own;
+        folder = osgDB::getFilePath(vfBase::absolutePath(document->getFilename()).str());
+    }
+    const vfBase::VfString path = QtDocManager::selectDocumentSavePath(folder.c_str(), name, format.c_str(),
+                                                                       writableFormats().c_str(), options);
     return path.empty() || isWantedIn(path) ? path : vfBase::VfString();
 }
 
@@ -243,6 +260,7 @@ bool QtViewerDocManager::isWantedIn(const vfBase::VfString& path)
                     QMessageBox::NoButton, &shell->getMainWindow());
     box.setObjectName(QStringLiteral("lossQuestion"));
     box.setInformativeText(tr("The open model keeps it until it is closed."));
+    vfApplication::usePlainText(box);
     QPushButton* save = box.addButton(tr("&Save all the same"), QMessageBox::AcceptRole);
     box.setEscapeButton(box.addButton(QMessageBox::Cancel));
     box.setDefaultButton(save);

@@ -40,7 +40,7 @@ public:
     /// What is hidden and what is selected stays so.
     bool reload(vfApplication::Document& document) override;
 
-    /// Offers the formats that can be written.
+    /// Offers the formats that can be written, that of the model and its folder first.
     vfBase::VfString selectDocumentSavePath(const char* directory, const char* name, const char* extension,
                                             const char* filter, vfBase::Options& options) override;
 
@@ -52,6 +52,9 @@ public:
 
     void onFailure(const vfBase::VfString& path, const vfBase::VfString& reason) override;
     void reportFailure(const vfBase::VfString& path, const vfBase::VfString& reason) override;
+
+protected:
+    vfBase::VfString describeFormat(const vfBase::VfString& extension) override;
 
 private:
     void begin();

@@ -200,6 +200,11 @@ void ScenePanel::showFound(const QString& text)
     for (osg::Node* node : search.found)
         addItem(*m_tree->invisibleRootItem(), *node)
             ->setChildIndicatorPolicy(QTreeWidgetItem::DontShowIndicator);
+    if (search.found.empty()) {
+        auto* item =
+            new QTreeWidgetItem(m_tree->invisibleRootItem(), {tr("No part is called “%1”").arg(text)});
+        item->setFlags(Qt::NoItemFlags);
+    }
 }
 
 /// @return the item that stands for a node, with those above it unfolded
@@ -265,7 +270,6 @@ void ScenePanel::onCurrentItemChanged(QTreeWidgetItem* item)
     if (m_isFilling || !document)
         return;
     document->setSelection(nodeOf(item));
-    document->updateAllViews(nullptr);
     if (auto* shell = vfApplication::QtApplication::instance())
         shell->updateActions();
 }

@@ -165,14 +165,15 @@ bool isFinite(const osg::BoundingBox& box)
 class CountPrimitives : public osg::NodeVisitor
 {
 public:
+    using NodeVisitor::apply;
+
     CountPrimitives() : NodeVisitor(TRAVERSE_ALL_CHILDREN) { setNodeMaskOverride(~0u); }
 
     void apply(osg::Geometry& geometry) override
     {
-        for (unsigned int i = 0; i < geometry.getNumPrimitiveSets(); ++i)
-            count += geometry.getPrimitiveSet(i)->getNumPrimitives();
+        add(&geometry);
         if (const auto* skin = dynamic_cast<const osgAnimation::RigGeometry*>(&geometry))
-            apply(skin->getSourceGeometry());
+            add(skin->getSourceGeometry());
     }
 
     /// Drawables of other kinds, such as spheres, draw themselves.
@@ -181,10 +182,10 @@ public:
     std::size_t count = 0;
 
 private:
-    void apply(const osg::Geometry* source)
+    void add(const osg::Geometry* geometry)
     {
-        for (unsigned int i = 0; source && i < source->getNumPrimitiveSets(); ++i)
-            count += source->getPrimitiveSet(i)->getNumPrimitives();
+        for (unsigned int i = 0; geometry && i < geometry->getNumPrimitiveSets(); ++i)
+            count += geometry->getPrimitiveSet(i)->getNumPrimitives();
     }
 };
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "reading/PassiveScene.h"
 
+#include "reading/Mirrored.h"
+
 #include <osg/Drawable>
 #include <osg/Group>
 #include <osg/Image>
@@ -133,7 +135,8 @@ private:
                 callbacks.emplace_back(&node, one);
         }
         osg::Drawable* drawable = node.asDrawable();
-        if (drawable && drawable->getDrawCallback())
+        // The program's own one draws mirrored parts.
+        if (drawable && drawable->getDrawCallback() && drawable->getDrawCallback() != mirrorCallback())
             drawables.emplace_back(drawable);
         if (osg::StateSet* state = node.getStateSet())
             look(*state);

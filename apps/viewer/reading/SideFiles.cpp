@@ -255,8 +255,9 @@ std::string SideFiles::find(const std::string& name, const std::vector<std::stri
     around.insert(around.begin(), folders.begin(), folders.end());
     const std::string found = findIn(folders, around, tidy);
     const std::string plain = withoutPercents(tidy);
-    return found.empty() && plain != tidy && plain.find('\0') == std::string::npos ? findIn(folders, around, plain)
-                                                                                   : found;
+    return found.empty() && plain != tidy && plain.find('\0') == std::string::npos
+               ? findIn(folders, around, plain)
+               : found;
 }
 
 } // namespace vfViewer

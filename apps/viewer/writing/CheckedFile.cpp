@@ -81,7 +81,7 @@ CheckedFile::pos_type CheckedFile::seekoff(off_type offset, std::ios_base::seekd
                                            std::ios_base::openmode)
 {
     sync();
-    const int from = direction == std::ios_base::beg ? SEEK_SET
+    const int from = direction == std::ios_base::beg   ? SEEK_SET
                      : direction == std::ios_base::cur ? SEEK_CUR
                                                        : SEEK_END;
     const off_t position = lseek(m_file, offset, from);

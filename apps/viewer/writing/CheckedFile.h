@@ -39,7 +39,8 @@ public:
 protected:
     int_type overflow(int_type character) override;
     int sync() override;
-    pos_type seekoff(off_type offset, std::ios_base::seekdir direction, std::ios_base::openmode mode) override;
+    pos_type seekoff(off_type offset, std::ios_base::seekdir direction,
+                     std::ios_base::openmode mode) override;
     pos_type seekpos(pos_type position, std::ios_base::openmode mode) override;
 
 private:

@@ -59,7 +59,8 @@ bool makeFile(const osg::Image& image, const SideNames& names, SideFile& file)
         file.contents.assign(std::istreambuf_iterator<char>(original), std::istreambuf_iterator<char>());
         return !original.bad();
     }
-    file.name = (file.name.empty() ? names.stem() + "-image" : osgDB::getNameLessExtension(file.name)) + ".png";
+    file.name =
+        (file.name.empty() ? names.stem() + "-image" : osgDB::getNameLessExtension(file.name)) + ".png";
     std::ostringstream stream;
     osgDB::ReaderWriter* png = osgDB::Registry::instance()->getReaderWriterForExtension("png");
     if (!png || !png->writeImage(image, stream).success())
@@ -101,7 +102,9 @@ void keepOnly(const std::string& directory, const std::set<std::string>& names)
 {
     std::error_code problem;
     std::vector<fs::path> others;
-    for (fs::directory_iterator entry(directory, problem), end; !problem && entry != end; entry.increment(problem)) {
+    for (fs::directory_iterator entry(directory, problem), end; !problem && entry != end;
+         entry.increment(problem))
+    {
         if (names.count(entry->path().filename().string()) == 0)
             others.push_back(entry->path());
     }

@@ -32,12 +32,13 @@ public:
         const VertexArray vertices(geometry.getVertexArray());
         m_matrix = osg::computeLocalToWorld(getNodePath());
         for (const osg::ref_ptr<osg::PrimitiveSet>& primitives : geometry.getPrimitiveSetList()) {
-            walkPrimitives(*primitives, [&](PrimitiveKind kind, const unsigned int* indices, std::size_t count) {
-                if ((kind == PrimitiveKind::Point && (m_lost & Points)) ||
-                    (kind == PrimitiveKind::Lines && (m_lost & Lines)))
-                    return;
-                add(vertices, kind, indices, count);
-            });
+            walkPrimitives(*primitives,
+                           [&](PrimitiveKind kind, const unsigned int* indices, std::size_t count) {
+                               if ((kind == PrimitiveKind::Point && (m_lost & Points)) ||
+                                   (kind == PrimitiveKind::Lines && (m_lost & Lines)))
+                                   return;
+                               add(vertices, kind, indices, count);
+                           });
         }
     }
 
@@ -90,7 +91,8 @@ ModelMeasure measureModel(osg::Node& model, unsigned int lost)
 
 bool hasEverything(const ModelMeasure& model, const ModelMeasure& written, bool isMoving)
 {
-    if (written.triangles < model.solidTriangles || written.lines < model.lines || written.points < model.points)
+    if (written.triangles < model.solidTriangles || written.lines < model.lines ||
+        written.points < model.points)
         return false;
     if (model.isEmpty() || isMoving || model.solidTriangles + model.lines + model.points == 0)
         return true;

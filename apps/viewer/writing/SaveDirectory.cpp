@@ -46,9 +46,12 @@ void removeAbandoned(const std::string& directory)
 {
     std::error_code problem;
     std::vector<std::string> found;
-    for (fs::directory_iterator entry(directory, problem), end; !problem && entry != end; entry.increment(problem)) {
+    for (fs::directory_iterator entry(directory, problem), end; !problem && entry != end;
+         entry.increment(problem))
+    {
         const std::string name = entry->path().filename().string();
-        if (name.compare(0, std::strlen(prefix), prefix) == 0 && name.size() == std::strlen(prefix) + randomLetters)
+        if (name.compare(0, std::strlen(prefix), prefix) == 0 &&
+            name.size() == std::strlen(prefix) + randomLetters)
             found.push_back(entry->path().string());
     }
     for (const std::string& path : found) {
@@ -100,7 +103,8 @@ SaveDirectory::SaveDirectory(const std::string& target) : m_target(behindLinks(t
             close(m_lock); // somebody took it for an abandoned one before it was locked
     }
     // The name that was typed tells the format; without a link between them both are the same.
-    const bool isSameFormat = osgDB::getLowerCaseFileExtension(target) == osgDB::getLowerCaseFileExtension(m_target);
+    const bool isSameFormat =
+        osgDB::getLowerCaseFileExtension(target) == osgDB::getLowerCaseFileExtension(m_target);
     m_draft = m_path + "/" + osgDB::getSimpleFileName(isSameFormat ? m_target : target);
     if (m_path.empty())
         m_reason = "no directory could be made for it";
@@ -121,12 +125,14 @@ std::string SaveDirectory::commit()
     if (isDevice(m_target)) {
         std::ifstream file(m_draft, std::ios::binary);
         const std::string contents((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-        return file.is_open() && vfBase::replaceFile(m_target, contents, reason) ? std::string() : reason.str();
+        return file.is_open() && vfBase::replaceFile(m_target, contents, reason) ? std::string()
+                                                                                 : reason.str();
     }
     const std::string model = osgDB::getSimpleFileName(m_draft);
     std::vector<std::string> beside;
     std::error_code problem;
-    for (fs::directory_iterator entry(m_path, problem), end; !problem && entry != end; entry.increment(problem)) {
+    for (fs::directory_iterator entry(m_path, problem), end; !problem && entry != end;
+         entry.increment(problem)) {
         if (entry->path().string() != m_draft)
             beside.push_back(entry->path().filename().string());
     }
@@ -134,7 +140,8 @@ std::string SaveDirectory::commit()
         return problem.message();
     std::vector<std::string> former;
     for (fs::directory_iterator entry(m_directory, problem), end; !problem && entry != end;
-         entry.increment(problem)) {
+         entry.increment(problem))
+    {
         const std::string name = entry->path().filename().string();
         if (osgDB::getLowerCaseFileExtension(name) == "mtl" && isMaterialsOf(entry->path().string(), model) &&
             std::find(beside.begin(), beside.end(), name) == beside.end())

@@ -68,17 +68,19 @@ std::string write(JobControl& control, const osg::ref_ptr<osg::Node>& scene, con
 }
 
 /// @return why the file has not everything; empty when it has
-std::string compare(JobControl& control, const std::string& draft, const ModelMeasure& model, unsigned int lost,
-                    bool isMoving)
+std::string compare(JobControl& control, const std::string& draft, const ModelMeasure& model,
+                    unsigned int lost, bool isMoving)
 {
     control.progress = 0.75;
     const ReadOutcome written = readInProcess(control, ReadKind::Model, draft);
     if (!written.scene)
-        return model.isEmpty() && !control.isCancelled ? std::string() : std::string(notWhole) + ": " + written.reason;
+        return model.isEmpty() && !control.isCancelled ? std::string()
+                                                       : std::string(notWhole) + ": " + written.reason;
     return hasEverything(model, measureModel(*written.scene, lost), isMoving) ? std::string() : notWhole;
 }
 
-std::string save(JobControl& control, const osg::ref_ptr<osg::Node>& scene, const std::string& path, bool isMoving)
+std::string save(JobControl& control, const osg::ref_ptr<osg::Node>& scene, const std::string& path,
+                 bool isMoving)
 {
     const std::string format = osgDB::getLowerCaseFileExtension(path);
     const unsigned int lost = featuresLostBy(format);

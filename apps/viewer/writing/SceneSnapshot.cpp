@@ -31,7 +31,10 @@ public:
     }
     osg::Texture* operator()(const osg::Texture* texture) const override { return once(texture); }
     osg::Array* operator()(const osg::Array* array) const override { return once(array); }
-    osg::PrimitiveSet* operator()(const osg::PrimitiveSet* primitives) const override { return once(primitives); }
+    osg::PrimitiveSet* operator()(const osg::PrimitiveSet* primitives) const override
+    {
+        return once(primitives);
+    }
     osg::Callback* operator()(const osg::Callback* callback) const override { return once(callback); }
 
 private:

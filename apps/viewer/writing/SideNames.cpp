@@ -53,8 +53,10 @@ bool isThereAs(const std::string& path)
 } // namespace
 
 SideNames::SideNames(const std::string& draft)
-    : m_drafts(osgDB::getFilePath(draft)), m_directory(osgDB::getFilePath(m_drafts)),
-      m_model(osgDB::getSimpleFileName(draft)), m_stem(osgDB::getStrippedName(draft))
+    : m_drafts(osgDB::getFilePath(draft)),
+      m_directory(osgDB::getFilePath(m_drafts)),
+      m_model(osgDB::getSimpleFileName(draft)),
+      m_stem(osgDB::getStrippedName(draft))
 {}
 
 std::string SideNames::choose(const std::string& wanted, const std::string& contents,
@@ -74,7 +76,8 @@ std::string SideNames::chooseMaterials() const
     for (int number = 1;; ++number) {
         std::string name = numbered(m_stem + ".mtl", number);
         const std::string path = m_directory + "/" + name;
-        if (!isThereAs(path) || (isMaterialsOf(path, m_model) && !refersTo(m_directory + "/" + m_model, name)))
+        if (!isThereAs(path) ||
+            (isMaterialsOf(path, m_model) && !refersTo(m_directory + "/" + m_model, name)))
             return name;
     }
 }

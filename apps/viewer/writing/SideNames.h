@@ -29,8 +29,8 @@ public:
     /// Chooses a name for a file of these contents: the wanted one, or with a number.
     /// @param taken    names that were chosen before
     /// @param isThere  set to whether a file of that name with the same contents is there already
-    std::string choose(const std::string& wanted, const std::string& contents, const std::set<std::string>& taken,
-                       bool& isThere) const;
+    std::string choose(const std::string& wanted, const std::string& contents,
+                       const std::set<std::string>& taken, bool& isThere) const;
 
     /// Chooses a name for the materials of the model: "boat.mtl", unless that is a file of others or the former model refers
     /// to it; then "boat-2.mtl".

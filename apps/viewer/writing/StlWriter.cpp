@@ -46,9 +46,11 @@ public:
         bool isEmpty = true;
         std::vector<osg::Vec3d> corners;
         for (const osg::ref_ptr<osg::PrimitiveSet>& primitives : geometry.getPrimitiveSetList()) {
-            walkPrimitives(*primitives, [&](PrimitiveKind kind, const unsigned int* indices, std::size_t count) {
-                if (kind != PrimitiveKind::Face ||
-                    std::any_of(indices, indices + count, [&](unsigned int i) { return i >= vertices.size(); }))
+            walkPrimitives(*primitives, [&](PrimitiveKind kind, const unsigned int* indices,
+                                            std::size_t count) {
+                if (kind != PrimitiveKind::Face || std::any_of(indices, indices + count, [&](unsigned int i) {
+                        return i >= vertices.size();
+                    }))
                     return;
                 if (isEmpty)
                     m_file.write("solid " + name + "\n");

@@ -12,8 +12,10 @@ class VertexArray
 public:
     /// @param array  null for no vertices
     explicit VertexArray(const osg::Array* array)
-        : m_vec3(dynamic_cast<const osg::Vec3Array*>(array)), m_vec3d(dynamic_cast<const osg::Vec3dArray*>(array)),
-          m_vec2(dynamic_cast<const osg::Vec2Array*>(array)), m_vec4(dynamic_cast<const osg::Vec4Array*>(array))
+        : m_vec3(dynamic_cast<const osg::Vec3Array*>(array)),
+          m_vec3d(dynamic_cast<const osg::Vec3dArray*>(array)),
+          m_vec2(dynamic_cast<const osg::Vec2Array*>(array)),
+          m_vec4(dynamic_cast<const osg::Vec4Array*>(array))
     {}
 
     /// Returns the number of vertices, 0 for a type that is not read.

@@ -4,6 +4,26 @@
 <context>
     <name>vfViewer</name>
     <message>
+        <source>OpenSceneGraph, numbers</source>
+        <translation>OpenSceneGraph, binär</translation>
+    </message>
+    <message>
+        <source>OpenSceneGraph, text</source>
+        <translation>OpenSceneGraph, Text</translation>
+    </message>
+    <message>
+        <source>OpenSceneGraph, of older versions</source>
+        <translation>OpenSceneGraph, ältere Versionen</translation>
+    </message>
+    <message>
+        <source>Drawing exchange</source>
+        <translation>Zeichnungsaustausch</translation>
+    </message>
+    <message>
+        <source>Stereolithography</source>
+        <translation>Stereolithographie</translation>
+    </message>
+    <message>
         <source>&amp;File</source>
         <translation>&amp;Datei</translation>
     </message>

@@ -356,6 +356,10 @@
         <source>Remove</source>
         <translation>Entfernen</translation>
     </message>
+    <message>
+        <source>No part is called “%1”</source>
+        <translation>Kein Teil heißt „%1“</translation>
+    </message>
 </context>
 <context>
     <name>vfViewer::SectionsPanel</name>

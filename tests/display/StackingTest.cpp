@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: MIT
+// Windows of the program above one another, as a window manager stacks them.
+#include "Viewer.h"
+
+#include "support/TemporaryDirectory.h"
+
+#include <velaforge/qt/internal/MainWindow.h>
+
+#include <gmock/gmock.h>
+
+#include <QDockWidget>
+
+#include <cstdio>
+#include <memory>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+using testing::HasSubstr;
+using vfTest::Program;
+using vfTest::RunningProgram;
+using vfTest::Viewer;
+
+namespace {
+
+class Stacking : public vfTest::OnDisplay
+{
+protected:
+    void SetUp() override
+    {
+        OnDisplay::SetUp();
+        if (IsSkipped())
+            return;
+        m_manager = std::make_unique<RunningProgram>(std::vector<std::string>{"openbox", "--sm-disable"});
+        const vfTest::Hand hand;
+        while (!hand.hasWindowManager() && !m_manager->isOverWithin(20)) {
+        }
+        ASSERT_TRUE(hand.hasWindowManager()) << "openbox did not start";
+    }
+
+    void TearDown() override
+    {
+        if (m_manager) {
+            m_manager->terminate();
+            m_manager->wait();
+        }
+    }
+
+    /// Runs the program in a process of its own.
+    static void inAnotherProcess(const std::vector<std::string>& arguments,
+                                 const std::function<void(Viewer&)>& script)
+    {
+        const pid_t child = fork();
+        if (child == 0) {
+            Viewer viewer(arguments);
+            const int code = viewer.run([&] { script(viewer); });
+            std::fflush(nullptr);
+            _exit(code == 0 && !HasFailure() ? 0 : 1);
+        }
+        int status = 0;
+        waitpid(child, &status, 0);
+        EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << "what failed stands above";
+    }
+
+private:
+    std::unique_ptr<RunningProgram> m_manager;
+};
+
+QDockWidget& statistics(Viewer& viewer)
+{
+    auto* dock = viewer.program().window().findChild<QDockWidget*>(QStringLiteral("vfViewer::Statistics"));
+    if (!dock)
+        dock = viewer.program().window().findChild<QDockWidget*>();
+    return *dock;
+}
+
+} // namespace
+
+TEST_F(Stacking, ProblemsOfTheStartStandInFrontOfTheWindow)
+{
+    inAnotherProcess({"missing.obj"}, [](Viewer& viewer) {
+        EXPECT_TRUE(viewer.waitFor([&] { return viewer.hand.stackedWindows().size() == 2; }));
+        Program::pause(100);
+        const std::vector<std::string> windows = viewer.hand.stackedWindows();
+        ASSERT_EQ(2u, windows.size());
+        EXPECT_EQ("Problems", windows.back());
+    });
+}
+
+TEST_F(Stacking, ADockWindowThatFloatedComesBackInFrontOfTheWindow)
+{
+    inAnotherProcess({vfTest::sailboat}, [](Viewer& viewer) {
+        viewer.ui([&] {
+            statistics(viewer).setFloating(true);
+            statistics(viewer).setGeometry(300, 300, 300, 200);
+            statistics(viewer).show();
+        });
+        Program::pause(200);
+    });
+    inAnotherProcess({vfTest::sailboat}, [](Viewer& viewer) {
+        Program::pause(300);
+        const std::string title = viewer.ui([&] {
+            EXPECT_TRUE(statistics(viewer).isFloating());
+            EXPECT_TRUE(statistics(viewer).isVisible());
+            return statistics(viewer).windowTitle().toStdString();
+        });
+        const std::vector<std::string> windows = viewer.hand.stackedWindows();
+        ASSERT_EQ(2u, windows.size());
+        EXPECT_THAT(windows.back(), HasSubstr(title));
+    });
+}
