@@ -19,8 +19,10 @@
 #include <vector>
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
+#include <sys/signalfd.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -119,7 +121,6 @@ void write(const ReaderTasks& tasks, const ReaderRequest& request, int socket, i
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (getppid() != launcher)
         _exit(1); // it ended before the line above
-    signal(SIGCHLD, SIG_DFL);
     const rlimit none = {0, 0};
     setrlimit(RLIMIT_CORE, &none);
     const int socket = files[0];
@@ -136,28 +137,44 @@ void write(const ReaderTasks& tasks, const ReaderRequest& request, int socket, i
     _exit(0);
 }
 
-void reapReaders(int)
+/// What the launcher waits for.
+struct Awaited
 {
-    const int error = errno;
-    while (waitpid(-1, nullptr, WNOHANG) > 0) {
-    }
-    errno = error;
-}
+    pollfd request;  ///< of the program, on the socket
+    pollfd children; ///< the signal that one has ended
+};
 
-/// Makes a process and tells the program which one.
-void answer(const ReaderTasks& tasks, int launcherSocket, const ReaderRequest& request,
-            const std::vector<int>& files)
+/// Has SIGCHLD read from a descriptor rather than handled at any moment.
+int childrenDescriptor(int how)
 {
-    // Until the program has a descriptor of the process, nobody waits for it, so that its number stays its own.
     sigset_t ended;
     sigemptyset(&ended);
     sigaddset(&ended, SIGCHLD);
-    sigprocmask(SIG_BLOCK, &ended, nullptr);
+    sigprocmask(how, &ended, nullptr);
+    return how == SIG_BLOCK ? signalfd(-1, &ended, SFD_CLOEXEC | SFD_NONBLOCK) : -1;
+}
+
+/// Lets go of the processes that have ended.
+void reapReaders(int children)
+{
+    signalfd_siginfo told;
+    while (::read(children, &told, sizeof(told)) > 0) {
+    }
+    while (waitpid(-1, nullptr, WNOHANG) > 0) {
+    }
+}
+
+/// Makes a process and tells the program which one. Until the program has a descriptor of the process, nobody waits for
+/// it, so that its number stays its own.
+void answer(const ReaderTasks& tasks, const Awaited& awaited, const ReaderRequest& request,
+            const std::vector<int>& files)
+{
     const pid_t launcher = getpid();
     const pid_t process = fork();
     if (process == 0) {
-        sigprocmask(SIG_UNBLOCK, &ended, nullptr);
-        close(launcherSocket);
+        childrenDescriptor(SIG_UNBLOCK);
+        close(awaited.request.fd);
+        close(awaited.children.fd);
         becomeReader(tasks, request, launcher, files);
     }
     // The number of the call, because the header is not one for C++.
@@ -169,7 +186,6 @@ void answer(const ReaderTasks& tasks, int launcherSocket, const ReaderRequest& r
         sendPacket(files[0], &started, sizeof(started), {handle});
         close(handle);
     }
-    sigprocmask(SIG_UNBLOCK, &ended, nullptr);
 }
 
 /// Loads what reads a format, so that it need not be loaded for the next file of its kind.
@@ -184,10 +200,6 @@ void loadReader(const std::string& path)
 void serveReaders(int socket, const ReaderTasks& tasks)
 {
     prctl(PR_SET_NAME, "vfviewer-reader");
-    struct sigaction reap = {};
-    reap.sa_handler = reapReaders;
-    reap.sa_flags = SA_RESTART | SA_NOCLDSTOP;
-    sigaction(SIGCHLD, &reap, nullptr);
     signal(SIGINT, SIG_IGN); // a key at the terminal is for the program
     signal(SIGPIPE, SIG_IGN);
     // A write beyond a limit of the size of files fails; its signal would end the process without a word.
@@ -196,10 +208,19 @@ void serveReaders(int socket, const ReaderTasks& tasks)
     loadSceneFormat();
     ReaderRequest request;
     std::vector<int> files;
-    while (receivePacket(socket, &request, sizeof(request), files)) {
+    const Awaited awaited = {{socket, POLLIN, 0}, {childrenDescriptor(SIG_BLOCK), POLLIN, 0}};
+    for (;;) {
+        pollfd both[] = {awaited.request, awaited.children};
+        if (poll(both, 2, -1) < 0 && errno != EINTR)
+            break;
+        reapReaders(awaited.children.fd);
+        if (both[0].revents == 0)
+            continue;
+        if (!receivePacket(socket, &request, sizeof(request), files))
+            break;
         request.path[sizeof(request.path) - 1] = 0;
         if (files.size() == 3)
-            answer(tasks, socket, request, files);
+            answer(tasks, awaited, request, files);
         for (const int file : files)
             close(file);
         loadReader(request.path);
