@@ -104,8 +104,18 @@ TEST_F(Stacking, ADockWindowThatFloatedComesBackInFrontOfTheWindow)
             EXPECT_TRUE(statistics(viewer).isVisible());
             return statistics(viewer).windowTitle().toStdString();
         });
-        const std::vector<std::string> windows = viewer.hand.stackedWindows();
-        ASSERT_EQ(2u, windows.size());
-        EXPECT_THAT(windows.back(), HasSubstr(title));
+        for (const bool isAfterClick : {false, true}) {
+            if (isAfterClick) {
+                const auto place = [&] {
+                    return Viewer::onScreen(viewer.program().window(), QPoint(600, 700));
+                };
+                viewer.hand.click(viewer.ui(place));
+                Program::pause(300);
+            }
+            const std::vector<std::string> windows = viewer.hand.stackedWindows();
+            ASSERT_EQ(2u, windows.size());
+            EXPECT_THAT(windows.back(), HasSubstr(title))
+                << "after a click on the main window: " << isAfterClick;
+        }
     });
 }

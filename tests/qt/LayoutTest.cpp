@@ -8,6 +8,7 @@
 #include <velaforge/dockwindows/DockWindowManager.h>
 #include <velaforge/dockwindows/DockWindowManagerSettings.h>
 #include <velaforge/qt/QtDockWindow.h>
+#include <velaforge/qt/QtDockWindowContents.h>
 #include <velaforge/qt/internal/Docks.h>
 #include <velaforge/qt/internal/MainWindow.h>
 #include <velaforge/qt/internal/WindowSettings.h>
@@ -16,6 +17,7 @@
 
 #include <QDockWidget>
 #include <QScreen>
+#include <QTableWidget>
 
 #include <map>
 #include <set>
@@ -290,13 +292,45 @@ TEST_P(LayoutWithANewOne, TakesItsRoomFromTheMiddle)
 
 INSTANTIATE_TEST_SUITE_P(Ten, LayoutWithANewOne, testing::ValuesIn(ten));
 
-TEST(Layout, AWindowThatFloatsBesideAllScreensIsBroughtBack)
+TEST(Layout, AWindowThatWasNeverShownHasRoomForItsContentsInALaterRun)
+{
+    const auto hide = [](Program& program) {
+        program.ui(
+            [&] { program.application().getDockWindowManager().findDockWindow("w1")->setVisible(false); });
+    };
+    inAnotherProcess({"w1"}, [&](Program& program) { hide(program); });
+    // The contents are not made in this run, and the layout is saved as it was without them.
+    inAnotherProcess({"w1"}, [&](Program& program) {
+        program.ui([&] { program.window().resize(1300, 950); });
+        program.pause(50);
+    });
+    vfApplication::QtDockWindowContents::setContents(
+        "w1", [](QWidget& parent) { return new QTableWidget(&parent); });
+    inAnotherProcess({"w1"}, [](Program& program) {
+        program.ui(
+            [&] { program.application().getDockWindowManager().findDockWindow("w1")->setVisible(true); });
+        program.pause(50);
+        program.ui([&] {
+            const QDockWidget& shown = panel(program, "w1");
+            ASSERT_NE(nullptr, shown.widget());
+            EXPECT_LE(shown.widget()->sizeHint().width(), shown.width());
+        });
+    });
+}
+
+TEST(Layout, AWindowThatFloatedBesideAllScreensIsBroughtBack)
 {
     inAnotherProcess(ten, [](Program& program) {
         program.ui([&] {
             panel(program, "w6").setFloating(true);
             panel(program, "w6").move(-3000, -3000);
-            program.window().docks().raiseFloating();
+        });
+        program.pause(50);
+    });
+    inAnotherProcess(ten, [](Program& program) {
+        program.ui([&] {
+            EXPECT_TRUE(panel(program, "w6").isFloating());
+            EXPECT_TRUE(panel(program, "w6").isVisible());
             EXPECT_TRUE(program.window().screen()->geometry().contains(panel(program, "w6").pos()));
         });
     });

@@ -47,12 +47,29 @@ void DockPanel::createContents()
 
 void DockPanel::setVisible(bool visible)
 {
-    // Before Qt gives the panel its place: an empty one would get next to none.
     const QPointer<DockPanel> self(this);
-    if (visible && parentWidget() && parentWidget()->isVisible())
+    const bool isFirst = visible && !m_hasContents && parentWidget() && parentWidget()->isVisible();
+    if (isFirst)
         showThrown([this] { createContents(); });
     if (self)
         QDockWidget::setVisible(visible);
+    if (self && isFirst)
+        makeRoom();
+}
+
+/// A layout that was saved while the panel was empty and hidden gives it next to no place.
+void DockPanel::makeRoom()
+{
+    auto* window = qobject_cast<QMainWindow*>(parentWidget());
+    if (!window || isFloating() || !isVisible() || !widget())
+        return;
+    const Qt::DockWidgetArea area = window->dockWidgetArea(this);
+    const bool isBeside = area == Qt::LeftDockWidgetArea || area == Qt::RightDockWidgetArea;
+    const QSize wanted = sizeHint();
+    if (isBeside && width() < wanted.width())
+        window->resizeDocks({this}, {wanted.width()}, Qt::Horizontal);
+    else if (!isBeside && height() < wanted.height())
+        window->resizeDocks({this}, {wanted.height()}, Qt::Vertical);
 }
 
 void DockPanel::showEvent(QShowEvent* event)

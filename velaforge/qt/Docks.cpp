@@ -26,6 +26,7 @@
 #include <QScreen>
 
 #include <algorithm>
+#include <utility>
 
 namespace vfApplication {
 
@@ -235,22 +236,35 @@ void Docks::restore()
             settle(half);
         }
     });
+    if (!m_window.isVisible())
+        hideFloating();
 }
 
-void Docks::raiseFloating()
+void Docks::hideFloating()
 {
-    forEachHalf([](const QtDockWindow& half) {
+    forEachHalf([this](const QtDockWindow& half) {
         QDockWidget* widget = half.getWidget();
-        if (!widget || !widget->isFloating() || !widget->isVisible())
+        if (!widget || !widget->isFloating() || widget->isHidden())
             return;
+        m_floating.emplace_back(widget);
+        widget->hide();
+    });
+}
+
+void Docks::showFloating()
+{
+    const HalvesKept kept;
+    for (const QPointer<QDockWidget>& widget : std::exchange(m_floating, {})) {
+        if (!widget)
+            continue;
         const QRect title(widget->frameGeometry().topLeft(), QSize(widget->frameGeometry().width(), 20));
         bool isReachable = false;
         for (const QScreen* screen : QGuiApplication::screens())
             isReachable = isReachable || screen->availableGeometry().intersects(title);
         if (!isReachable)
             widget->move(widget->screen()->availableGeometry().topLeft());
-        widget->raise();
-    });
+        widget->show();
+    }
 }
 
 void Docks::save()

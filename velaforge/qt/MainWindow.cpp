@@ -157,7 +157,6 @@ void MainWindow::build()
 {
     makeToolbars(declaredToolbars());
     rebuildMenus();
-    winId(); // so that dock windows that float know from the beginning in front of which window they belong
     m_docks->restore();
     m_actions.applyKeys();
     showPlaceholder();
@@ -167,7 +166,7 @@ void MainWindow::build()
 void MainWindow::present()
 {
     show();
-    m_docks->raiseFloating();
+    m_docks->showFloating();
     m_area->onWindowShown();
     if (ViewFrame* frame = activeFrame())
         frame->setFocus();

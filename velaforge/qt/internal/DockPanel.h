@@ -24,7 +24,7 @@ public:
     /// Makes the contents if that was not done before.
     void createContents();
 
-    /// Makes the contents first, where the panel will be seen.
+    /// Makes the contents first, where the panel will be seen, and has place for them then.
     void setVisible(bool visible) override;
 
 protected:
@@ -32,6 +32,8 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
+    void makeRoom();
+
     QtDockWindow* m_half;
     bool m_hasContents = false;
 };

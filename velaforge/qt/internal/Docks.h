@@ -6,12 +6,14 @@
 
 #include <QByteArray>
 #include <QObject>
+#include <QPointer>
 
 #include <map>
 #include <string>
 #include <vector>
 
 class QAction;
+class QDockWidget;
 class QMainWindow;
 class QMenu;
 
@@ -40,8 +42,9 @@ public:
     /// saved. Windows that were not there then get places of their own, which leave the others where they are.
     void restore();
 
-    /// Brings the windows that float to the front, with their titles on a screen.
-    void raiseFloating();
+    /// Shows the windows that float, in front of the main window and with their titles on a screen. To be called once that is
+    /// shown: window managers keep a window in front of those only that they know.
+    void showFloating();
 
     /// Keeps how everything stands in the settings objects.
     void save();
@@ -66,6 +69,7 @@ private:
     };
 
     void realizeAll();
+    void hideFloating();
     void settle(QtDockWindow& half);
     void placeBeside(QtDockWindow& half, DockWindow::DockArea area);
     static std::string idOf(const QtDockWindow& half);
@@ -76,6 +80,7 @@ private:
     bool m_hasNewcomers = false; ///< windows of which the kept layout knows nothing
     QByteArray m_restoredLayout; ///< as it was when the window had come to rest
     std::vector<QtDockWindow*> m_settled;
+    std::vector<QPointer<QDockWidget>> m_floating; ///< that wait for the main window
     QByteArray m_defaultLayout;
     std::map<std::string, Standing> m_defaults;
     std::map<std::string, QAction*> m_keys; ///< what shows a window by its shortcut
