@@ -119,3 +119,21 @@ TEST_F(Stacking, ADockWindowThatFloatedComesBackInFrontOfTheWindow)
         }
     });
 }
+
+TEST_F(Stacking, WindowsOfTheirOwnForFilesOfTheCommandLineStandInFrontOfTheMainWindow)
+{
+    const vfTest::TemporaryDirectory directory;
+    auto ui = std::make_unique<vfTest::SheetUi>();
+    ui->mode = vfApplication::UiSetup::SeparateWindows;
+    Program program({directory.write("one.sheet", "one\n"), directory.write("two.sheet", "two\n")},
+                    std::move(ui));
+    const vfTest::Hand hand;
+    program.run([&] {
+        EXPECT_TRUE(program.waitFor([&] { return hand.stackedWindows().size() == 3; }));
+        Program::pause(100);
+        const std::vector<std::string> windows = hand.stackedWindows();
+        ASSERT_EQ(3u, windows.size());
+        EXPECT_THAT(windows[0], HasSubstr("program")) << "the main window";
+        EXPECT_EQ("two.sheet", windows[2]) << "the one opened last";
+    });
+}

@@ -55,6 +55,20 @@ TEST(Failures, AFileIsNotOpenedForTheReasonThatItsDocumentGives)
     }));
 }
 
+TEST(Failures, WhatADocumentThrowsIsTheReasonAlone)
+{
+    const TemporaryDirectory directory;
+    const std::string thrown = directory.write("thrown.sheet", "throw\n");
+    Program program({thrown});
+    program.run([&] {
+        program.ui([&] {
+            EXPECT_THAT(problems(program), testing::StartsWith(thrown + ": "));
+            EXPECT_THAT(problems(program), testing::Not(HasSubstr("Exception in")));
+            EXPECT_THAT(problems(program), testing::Not(HasSubstr("::")));
+        });
+    });
+}
+
 TEST(Failures, OneFileUnderTwoPathsIsOneDocument)
 {
     const TemporaryDirectory directory;
