@@ -4,6 +4,7 @@
 #include <xcb/xcb.h>
 #include <xcb/xtest.h>
 
+#include <algorithm>
 #include <cctype>
 #include <chrono>
 #include <cstdlib>
@@ -194,7 +195,11 @@ bool Hand::waitForWindow(const std::string& title)
 
 bool Hand::hasWindowManager() const
 {
-    return !property(d->root, "_NET_SUPPORTING_WM_CHECK", "WINDOW").empty();
+    // The root keeps what one that is gone has said; its window went with it.
+    const std::string named = property(d->root, "_NET_SUPPORTING_WM_CHECK", "WINDOW");
+    xcb_window_t window = 0;
+    std::memcpy(&window, named.data(), std::min(named.size(), sizeof window));
+    return window != 0 && property(window, "_NET_SUPPORTING_WM_CHECK", "WINDOW") == named;
 }
 
 std::vector<std::string> Hand::stackedWindows() const
