@@ -37,16 +37,21 @@ osg::ref_ptr<osg::Geode> makePart(Part kind, const osg::Vec3& place, osg::Image*
     for (const osg::Vec3& corner : {osg::Vec3(0, 0, 0), osg::Vec3(1, 0, 0), osg::Vec3(0, 0, 1)})
         points->push_back(corner + place);
     geometry->setVertexArray(points);
-    const bool isSmooth = kind == Part::Smooth;
-    const osg::ref_ptr<osg::Vec3Array> normals = new osg::Vec3Array;
-    for (int i = 0; i < 3; ++i) {
-        osg::Vec3 normal(isSmooth && i == 1 ? 1.0f : 0.0f, -1, isSmooth && i == 2 ? 1.0f : 0.0f);
-        normal.normalize();
-        normals->push_back(normal);
-    }
+    const osg::ref_ptr<osg::Vec3Array> normals = new osg::Vec3Array(3);
+    std::fill(normals->begin(), normals->end(), osg::Vec3(0, -1, 0));
     geometry->setNormalArray(normals, osg::Array::BIND_PER_VERTEX);
-    const GLenum mode = kind == Part::Line ? GL_LINES : kind == Part::Dots ? GL_POINTS : GL_TRIANGLES;
-    geometry->addPrimitiveSet(new osg::DrawArrays(mode, 0, kind == Part::Line ? 2 : 3));
+    if (kind == Part::Smooth) { // two triangles that meet at an angle
+        points->push_back(osg::Vec3(1, 0.5f, 1) + place);
+        normals->push_back({0.408f, -0.816f, 0.408f});
+        (*normals)[1] = (*normals)[2] = {0.214f, -0.953f, 0.214f};
+        const osg::ref_ptr<osg::DrawElementsUShort> triangles = new osg::DrawElementsUShort(GL_TRIANGLES);
+        for (const unsigned short i : {0, 1, 2, 2, 1, 3})
+            triangles->push_back(i);
+        geometry->addPrimitiveSet(triangles);
+    } else {
+        const GLenum mode = kind == Part::Line ? GL_LINES : kind == Part::Dots ? GL_POINTS : GL_TRIANGLES;
+        geometry->addPrimitiveSet(new osg::DrawArrays(mode, 0, kind == Part::Line ? 2 : 3));
+    }
     if (kind == Part::Coloured) {
         const osg::ref_ptr<osg::Vec4Array> colors = new osg::Vec4Array(3);
         (*colors)[0] = {1, 0, 0, 1};

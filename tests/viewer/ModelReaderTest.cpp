@@ -315,6 +315,16 @@ TEST_F(ModelReader, WhatOnePluginDoesNotReadAssimpDoes)
     EXPECT_NEAR(0, (expected._min - box._min).length(), 1e-3);
 }
 
+TEST_F(ModelReader, FacesWithoutAnAreaAreNoModelAndALineIs)
+{
+    const std::string points = "v 0 0 0\nv 1 2 3\nv -1 -2 -3\n";
+    const ReadOutcome flat = readModel(directory.write("flat.obj", points + "f 1 2 3\n"));
+    EXPECT_FALSE(flat.scene);
+    EXPECT_EQ("none of its faces has an area", flat.reason);
+    EXPECT_TRUE(readModel(directory.write("line.obj", points + "l 1 2 3\n")).scene);
+    EXPECT_TRUE(readModel(directory.write("both.obj", points + "v 1 0 0\nf 1 2 3\nf 1 2 4\n")).scene);
+}
+
 TEST_F(ModelReader, FacesThatAllLieInOnePointAreNoModelAndOnePointIs)
 {
     const auto zeros =

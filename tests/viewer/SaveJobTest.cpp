@@ -11,6 +11,7 @@
 #include "writing/ModelMeasure.h"
 #include "writing/SaveDirectory.h"
 
+#include <osg/ComputeBoundsVisitor>
 #include <osg/Geode>
 #include <osg/Geometry>
 #include <osg/Material>
@@ -18,14 +19,18 @@
 #include <osg/PositionAttitudeTransform>
 #include <osg/ShapeDrawable>
 #include <osg/Switch>
+#include <osg/TexMat>
 #include <osg/Texture2D>
 
 #include <gmock/gmock.h>
 
+#include <array>
+#include <cmath>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <map>
 #include <set>
 #include <sstream>
 
@@ -306,6 +311,109 @@ TEST_F(SaveJobs, UnderALimitOfTheSizeOfFilesTheFileIsTheFormerOneOrWhole)
     EXPECT_THAT(names(), testing::Each(testing::Not(HasSubstr("save")))) << "a draft is left";
 }
 
+TEST_F(SaveJobs, CoordinatesInAnAc3dFileHaveAllTheirDigits)
+{
+    const osg::ref_ptr<osg::MatrixTransform> far =
+        new osg::MatrixTransform(osg::Matrix::translate(1234567.25, 0.123456789, 0));
+    far->addChild(makeGeode(makeGeometry(GL_QUADS, corners), "square"));
+    const std::string path = directory.file("far.ac");
+    ASSERT_EQ("", save(*far, path));
+    osg::ComputeBoundsVisitor bounds;
+    read(path).scene->accept(bounds);
+    EXPECT_EQ(1234567.25f, bounds.getBoundingBox().xMin());
+    EXPECT_EQ(1234568.25f, bounds.getBoundingBox().xMax());
+    EXPECT_FLOAT_EQ(0.123456789f, bounds.getBoundingBox().yMin());
+}
+
+namespace {
+
+/// @return two triangles that meet at an angle, shaded as one surface or with an edge between them
+osg::ref_ptr<osg::Geode> makeFold(bool isSmooth)
+{
+    const std::vector<osg::Vec3> points = {{0, 0, 0}, {1, 0, 0}, {0, 0, 1}, {0, 0, 1}, {1, 0, 0}, {1, 3, 1}};
+    const osg::ref_ptr<osg::Geometry> geometry = makeGeometry(GL_TRIANGLES, points);
+    const osg::Vec3 one(0, -1, 0);
+    osg::Vec3 other = (points[4] - points[3]) ^ (points[5] - points[3]);
+    other.normalize();
+    osg::Vec3 between = one + other;
+    between.normalize();
+    const osg::ref_ptr<osg::Vec3Array> normals = new osg::Vec3Array;
+    for (const osg::Vec3& normal : {one, isSmooth ? between : one, isSmooth ? between : one,
+                                    isSmooth ? between : other, isSmooth ? between : other, other})
+        normals->push_back(normal);
+    geometry->setNormalArray(normals, osg::Array::BIND_PER_VERTEX);
+    return makeGeode(geometry, isSmooth ? "smooth" : "sharp");
+}
+
+/// @return the number of different normals in a scene
+std::size_t countNormals(osg::Node& scene)
+{
+    struct Count : osg::NodeVisitor
+    {
+        using NodeVisitor::apply;
+        Count() : NodeVisitor(TRAVERSE_ALL_CHILDREN) {}
+        void apply(osg::Geometry& geometry) override
+        {
+            const auto* array = dynamic_cast<const osg::Vec3Array*>(geometry.getNormalArray());
+            ASSERT_NE(nullptr, array);
+            for (const osg::Vec3& normal : *array)
+                found.insert({std::lround(normal.x() * 100), std::lround(normal.y() * 100),
+                              std::lround(normal.z() * 100)});
+        }
+        std::set<std::array<long, 3>> found;
+    } count;
+    scene.accept(count);
+    return count.found.size();
+}
+
+} // namespace
+
+TEST_F(SaveJobs, AnAc3dFileKeepsRoundSurfacesAndSharpEdges)
+{
+    for (const bool isSmooth : {true, false}) {
+        const std::string path = directory.file("fold.ac");
+        ASSERT_EQ("", save(*makeFold(isSmooth), path));
+        EXPECT_EQ(isSmooth ? 3u : 2u, countNormals(*read(path).scene)) << (isSmooth ? "smooth" : "sharp");
+    }
+}
+
+TEST_F(SaveJobs, AnAc3dFileHasTheTextureWhereTheModelHasItAndTheTransparency)
+{
+    const osg::ref_ptr<osg::Image> image = new osg::Image;
+    image->allocateImage(2, 2, 1, GL_RGB, GL_UNSIGNED_BYTE);
+    std::fill_n(image->data(), image->getTotalSizeInBytes(), static_cast<unsigned char>(99));
+    const osg::ref_ptr<osg::Geometry> square = makeGeometry(GL_QUADS, corners);
+    const osg::ref_ptr<osg::Vec2Array> places = new osg::Vec2Array;
+    for (const osg::Vec3& corner : corners)
+        places->push_back({corner.x(), corner.y()});
+    square->setTexCoordArray(0, places);
+    osg::StateSet* state = square->getOrCreateStateSet();
+    state->setTextureAttributeAndModes(0, new osg::Texture2D(image));
+    state->setTextureAttribute(0, new osg::TexMat(osg::Matrix::scale(2, 3, 1)));
+    const osg::ref_ptr<osg::Material> material = new osg::Material;
+    material->setDiffuse(osg::Material::FRONT_AND_BACK, {1, 0.5f, 0, 0.25f});
+    state->setAttribute(material);
+    const std::string path = directory.file("square.ac");
+    ASSERT_EQ("", save(*makeGeode(square, "square"), path));
+    const std::string file = readFile(path);
+    EXPECT_THAT(file, HasSubstr("rgb 1 0.5 0 "));
+    EXPECT_THAT(file, HasSubstr("trans 0.75\n"));
+    EXPECT_THAT(file, HasSubstr("texture \"square-image.png\"\n"));
+    EXPECT_THAT(file, HasSubstr("refs 4\n0 0 0\n1 2 0\n2 2 3\n3 0 3\n"));
+}
+
+TEST_F(SaveJobs, ADxfFileHasTheNearestColoursOfTheFormat)
+{
+    const std::map<std::string, osg::Vec4> colors = {
+        {"10", {1, 0, 0, 1}},  {"92", {0, 0.6f, 0, 1}}, {"171", {0.5f, 0.5f, 1, 1}},
+        {"255", {1, 1, 1, 1}}, {"50", {1, 1, 0, 1}},    {"250", {0.2f, 0.2f, 0.2f, 1}}};
+    for (const auto& [number, color] : colors) {
+        const std::string path = directory.file(number + ".dxf");
+        ASSERT_EQ("", save(*makeColored(color), path));
+        EXPECT_THAT(readFile(path), HasSubstr("3DFACE\n8\npart\n62\n" + number + "\n10\n"));
+    }
+}
+
 TEST_F(SaveJobs, OnAFullDiskTheFormerModelStaysWithItsFiles)
 {
     const std::string disk = directory.file("disk");
@@ -400,7 +508,7 @@ TEST_F(SaveJobs, ImagesComeWithTheModelUnderNamesThatAreFree)
 {
     const osg::ref_ptr<osg::Node> boat = read(VELAFORGE_SOURCE_DIR "/models/sailboat.obj").scene;
     ASSERT_TRUE(boat);
-    directory.write("sail.png", "somebody else's");
+    directory.write("sail.png", "of another model");
     for (const char* format : {"obj", "ac", "3ds"}) {
         const std::string path = directory.file(std::string("boat.") + format);
         EXPECT_EQ("", save(*boat, path)) << format;
@@ -409,7 +517,7 @@ TEST_F(SaveJobs, ImagesComeWithTheModelUnderNamesThatAreFree)
         EXPECT_THAT(outcome.warnings, testing::IsEmpty()) << format;
         EXPECT_TRUE(vfViewer::featuresOf(*outcome.scene) & vfViewer::Textures) << format;
     }
-    EXPECT_EQ("somebody else's", readFile(directory.file("sail.png")));
+    EXPECT_EQ("of another model", readFile(directory.file("sail.png")));
     EXPECT_EQ(readFile(VELAFORGE_SOURCE_DIR "/models/sail.png"), readFile(directory.file("sail-2.png")));
     EXPECT_THAT(names(),
                 ElementsAre("boat.3ds", "boat.ac", "boat.mtl", "boat.obj", "sail-2.png", "sail.png"));
@@ -512,6 +620,15 @@ TEST_F(SaveJobs, AModelCanBeWrittenToAPipe)
     EXPECT_GT(::read(reader, text, sizeof(text)), 100);
     close(reader);
     EXPECT_TRUE(fs::is_fifo(pipe));
+}
+
+TEST_F(SaveJobs, ADraftThatIsGoneIsAFailureWhereTheTargetIsAPipe)
+{
+    const std::string pipe = directory.file("pipe.stl");
+    ASSERT_EQ(0, mkfifo(pipe.c_str(), 0600));
+    vfViewer::SaveDirectory drafts(pipe);
+    ASSERT_EQ("", drafts.reason());
+    EXPECT_THAT(drafts.commit(), HasSubstr("No such file"));
 }
 
 TEST_F(SaveJobs, WhereThereIsNoFolderTheReasonIsTold)

@@ -47,7 +47,7 @@ constexpr FormatRecord formats[] = {
     {"obj", VertexColors | HiddenParts | Animations},
     {"stl", everything & ~(PartNames | SeveralParts)},
     {"3ds", VertexColors | SmoothNormals | Lines | Points | HiddenParts | Animations},
-    {"ac", VertexColors | SmoothNormals | Points | HiddenParts | Animations},
+    {"ac", VertexColors | Points | HiddenParts | Animations},
     {"dxf", everything & ~(PartNames | SeveralParts)}};
 
 class Look : public osg::NodeVisitor

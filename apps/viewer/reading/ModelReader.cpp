@@ -26,6 +26,7 @@
 #include <osg/Image>
 #include <osg/MatrixTransform>
 #include <osg/Texture2D>
+#include <osg/TriangleFunctor>
 #include <osg/TriangleIndexFunctor>
 #include <osgAnimation/RigGeometry>
 #include <osgDB/FileNameUtils>
@@ -33,6 +34,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <filesystem>
 #include <set>
 #include <system_error>
@@ -207,6 +209,43 @@ bool hasOnlyFaces(osg::Node& scene)
     return !look.hasOthers;
 }
 
+/// Looks for a triangle that can be seen.
+struct FindArea
+{
+    void operator()(const osg::Vec3& a, const osg::Vec3& b, const osg::Vec3& c, bool = false)
+    {
+        isFound = isFound || ((osg::Vec3d(b) - a) ^ (osg::Vec3d(c) - a)).length2() > 0;
+    }
+    bool isFound = false;
+};
+
+/// @return whether a scene is of triangles alone, all of them without an area
+bool hasNoArea(osg::Node& scene)
+{
+    struct Look : osg::NodeVisitor
+    {
+        using NodeVisitor::apply;
+
+        Look() : NodeVisitor(TRAVERSE_ALL_CHILDREN) { setNodeMaskOverride(~0u); }
+        void apply(osg::Drawable&) override { isSeen = true; }
+        void apply(osg::Geometry& geometry) override
+        {
+            const bool isPlain = !std::strcmp(geometry.className(), "Geometry");
+            for (const osg::ref_ptr<osg::PrimitiveSet>& primitives : geometry.getPrimitiveSetList())
+                isSeen = isSeen || primitives->getMode() < GL_TRIANGLES;
+            if (!isSeen && isPlain) {
+                osg::TriangleFunctor<FindArea> triangles;
+                geometry.accept(triangles);
+                isSeen = triangles.isFound;
+            }
+            isSeen = isSeen || !isPlain;
+        }
+        bool isSeen = false;
+    } look;
+    scene.accept(look);
+    return !look.isSeen;
+}
+
 /// @return why the scene cannot be shown; empty when it can
 std::string whyNotShown(osg::Node& scene)
 {
@@ -220,6 +259,8 @@ std::string whyNotShown(osg::Node& scene)
         return "its coordinates are too large";
     if (!(bounds.getBoundingBox().radius2() > 0) && hasOnlyFaces(scene))
         return "all of its faces lie in one point";
+    if (hasNoArea(scene))
+        return "none of its faces has an area";
     return {};
 }
 

@@ -5,7 +5,9 @@
 #include "reading/FileGate.h"
 #include "reading/Quiet.h"
 #include "reading/SceneBlocks.h"
+#include "writing/AcWriter.h"
 #include "writing/CheckedFile.h"
+#include "writing/DxfWriter.h"
 #include "writing/ObjWriter.h"
 #include "writing/SideNames.h"
 #include "writing/StlWriter.h"
@@ -140,34 +142,11 @@ std::string reasonOf(const osgDB::ReaderWriter::WriteResult& result, const std::
                : notWhole;
 }
 
-/// How files of formats end whose writers know files only and look at no error; null for the others.
-const char* endOf(const std::string& format)
-{
-    if (format == "dxf")
-        return "EOF";
-    return format == "ac" ? "kids 0" : nullptr;
-}
-
-bool endsWith(const std::string& path, const std::string& wanted)
-{
-    std::ifstream file(path, std::ios::binary);
-    std::string end(wanted.size() + 2, ' '); // with the end of the line
-    file.seekg(-static_cast<std::streamoff>(end.size()), std::ios::end);
-    file.read(end.data(), static_cast<std::streamsize>(end.size()));
-    return file.good() && end.find(wanted) != std::string::npos;
-}
-
 std::string writeWithPlugin(osg::Node& scene, const std::string& path, const std::string& format)
 {
     osgDB::ReaderWriter* writer = osgDB::Registry::instance()->getReaderWriterForExtension(format);
     if (!writer)
         return "models are not written as ." + format;
-    if (const char* end = endOf(format)) {
-        const auto result = writer->writeNode(scene, path, nullptr);
-        if (!result.success())
-            return reasonOf(result, format);
-        return endsWith(path, end) ? std::string() : notWhole;
-    }
     // One of them writes images to where the process is.
     if (chdir(osgDB::getFilePath(path).c_str()) != 0)
         return std::strerror(errno);
@@ -199,6 +178,10 @@ std::string writeFormat(osg::Node& scene, const std::string& path)
     std::string reason;
     if (format == "stl")
         reason = writeStl(*writable, path);
+    else if (format == "ac")
+        reason = writeAc(*writable, path);
+    else if (format == "dxf")
+        reason = writeDxf(*writable, path);
     else if (format == "obj")
         reason = writeObj(*writable, path, names.draft(materials), names.model());
     else

@@ -2,23 +2,22 @@
 #include "writing/ObjWriter.h"
 
 #include "writing/CheckedFile.h"
+#include "writing/ModelParts.h"
 #include "writing/PrimitiveWalk.h"
+#include "writing/UniqueNames.h"
+#include "writing/UsedVertices.h"
 #include "writing/VertexArray.h"
 
 #include <osg/Geometry>
 #include <osg/Image>
 #include <osg/Material>
-#include <osg/NodeVisitor>
 #include <osg/TexMat>
 #include <osg/Texture>
-#include <osg/Transform>
 #include <osgDB/FileNameUtils>
 
 #include <algorithm>
 #include <cmath>
 #include <map>
-#include <set>
-#include <tuple>
 #include <vector>
 
 namespace vfViewer {
@@ -29,88 +28,12 @@ namespace {
 constexpr float highestShininess = 128;
 constexpr float highestExponent = 1000;
 
-/// The name of a part as it can stand on a line.
-std::string lineOf(const std::string& name)
-{
-    std::string line = name;
-    std::replace_if(
-        line.begin(), line.end(), [](unsigned char c) { return c < 0x20 || c == 0x7f; }, '_');
-    const std::size_t first = line.find_first_not_of(' ');
-    const std::size_t last = line.find_last_not_of(' ');
-    return first == std::string::npos ? std::string() : line.substr(first, last - first + 1);
-}
-
-/// Gives each of several things a name of its own.
-class Names
-{
-public:
-    std::string add(const std::string& wanted)
-    {
-        std::string name = wanted;
-        for (std::size_t& number = m_next[wanted]; !m_taken.insert(name).second;)
-            name = wanted + "_" + std::to_string(++number);
-        return name;
-    }
-
-private:
-    std::set<std::string> m_taken;
-    std::map<std::string, std::size_t> m_next;
-};
-
-/// What colours a part.
-class Look
-{
-public:
-    const osg::Material* material = nullptr;
-    const osg::Texture* texture = nullptr;
-    const osg::TexMat* place = nullptr;
-
-    bool isEmpty() const { return !material && !image(); }
-    const osg::Image* image() const
-    {
-        return texture && texture->getNumImages() > 0 ? texture->getImage(0) : nullptr;
-    }
-    bool operator<(const Look& other) const
-    {
-        return std::tie(material, texture, place) < std::tie(other.material, other.texture, other.place);
-    }
-
-    void take(const osg::StateSet* state)
-    {
-        if (!state)
-            return;
-        m_material.take(state->getAttributePair(osg::StateAttribute::MATERIAL), material);
-        m_texture.take(state->getTextureAttributePair(0, osg::StateAttribute::TEXTURE), texture);
-        m_place.take(state->getTextureAttributePair(0, osg::StateAttribute::TEXMAT), place);
-    }
-
-private:
-    /// Whether what is below an attribute of a kind must not replace it.
-    struct Forced
-    {
-        template <class Kind>
-        void take(const osg::StateSet::RefAttributePair* pair, const Kind*& taken)
-        {
-            const auto* own = pair ? dynamic_cast<const Kind*>(pair->first.get()) : nullptr;
-            if (!own || (isForced && !(pair->second & osg::StateAttribute::PROTECTED)))
-                return;
-            taken = own;
-            isForced = (pair->second & osg::StateAttribute::OVERRIDE) != 0;
-        }
-        bool isForced = false;
-    };
-
-    Forced m_material;
-    Forced m_texture;
-    Forced m_place;
-};
-
 /// The materials of a file, in the order in which they are used.
 class Materials
 {
 public:
-    /// @return the name of a look
-    const std::string& find(const Look& look)
+    /// @return the name of the material
+    const std::string& find(const Appearance& look)
     {
         const auto [entry, isNew] = m_names.try_emplace(look);
         if (isNew) {
@@ -130,7 +53,7 @@ public:
     }
 
 private:
-    static void write(CheckedFile& file, const Look& look, const std::string& name)
+    static void write(CheckedFile& file, const Appearance& look, const std::string& name)
     {
         file.write("newmtl " + name + "\n");
         osg::Vec4 diffuse(1, 1, 1, 1);
@@ -168,11 +91,11 @@ private:
         file.write("\n");
     }
 
-    static void writeMap(CheckedFile& file, const Look& look)
+    static void writeMap(CheckedFile& file, const Appearance& look)
     {
         file.write("map_Kd ");
-        if (look.place) {
-            const osg::Matrixd& matrix = look.place->getMatrix();
+        if (look.placement) {
+            const osg::Matrixd& matrix = look.placement->getMatrix();
             writeOption(file, "-s", matrix(0, 0), matrix(1, 1), matrix(2, 2));
             writeOption(file, "-o", matrix(3, 0), matrix(3, 1), matrix(3, 2));
         }
@@ -192,65 +115,45 @@ private:
         file.write(" ");
     }
 
-    std::map<Look, std::string> m_names;
-    std::vector<const std::pair<const Look, std::string>*> m_order;
-    Names m_unique;
+    std::map<Appearance, std::string> m_names;
+    std::vector<const std::pair<const Appearance, std::string>*> m_order;
+    UniqueNames m_unique;
 };
 
-class Writer : public osg::NodeVisitor
+class Writer
 {
 public:
-    Writer(CheckedFile& file, Materials& materials)
-        : NodeVisitor(TRAVERSE_ALL_CHILDREN), m_file(file), m_materials(materials)
-    {
-        setNodeMaskOverride(~0u);
-    }
+    /// @param isColored  whether parts refer to materials
+    Writer(CheckedFile& file, Materials& materials, bool isColored)
+        : m_file(file), m_materials(materials), m_isColored(isColored)
+    {}
 
-    void apply(osg::Node& node) override
+    void write(const ModelPart& part)
     {
-        const Look above = m_look;
-        const std::string nameAbove = m_name;
-        m_look.take(node.getStateSet());
-        if (!node.getName().empty())
-            m_name = node.getName();
-        traverse(node);
-        m_look = above;
-        m_name = nameAbove;
-    }
-
-    void apply(osg::Geometry& geometry) override
-    {
-        const VertexArray vertices(geometry.getVertexArray());
-        if (vertices.size() == 0 || geometry.getNumPrimitiveSets() == 0 || !m_file.isGood())
-            return;
-        Look look = m_look;
-        look.take(geometry.getStateSet());
-        // Within a part of a name that its geometries do not have themselves, they are told apart by it.
-        const std::string name = lineOf(m_name.empty() ? geometry.getName() : m_name);
+        const VertexArray vertices(part.geometry->getVertexArray());
+        const std::string name = lineOf(part.name);
         m_file.write("o " + m_names.add(name.empty() ? "part" : name) + "\n");
-        if (!look.isEmpty() || m_isColored) {
-            m_file.write("usemtl " + m_materials.find(look) + "\n");
-            m_isColored = true;
-        }
-        writeArrays(geometry, vertices);
-        for (const osg::ref_ptr<osg::PrimitiveSet>& primitives : geometry.getPrimitiveSetList()) {
+        if (m_isColored)
+            m_file.write("usemtl " + m_materials.find(part.look) + "\n");
+        const UsedVertices used(*part.geometry, vertices.size());
+        writeArrays(part, vertices, used);
+        for (const osg::ref_ptr<osg::PrimitiveSet>& primitives : part.geometry->getPrimitiveSetList()) {
             walkPrimitives(*primitives,
                            [&](PrimitiveKind kind, const unsigned int* indices, std::size_t count) {
-                               writePrimitive(kind, indices, count, vertices.size());
+                               writePrimitive(kind, indices, count, vertices.size(), used);
                            });
         }
-        m_vertices += m_used;
-        m_normals += m_hasNormals ? m_used : 0;
-        m_places += m_hasPlaces ? m_used : 0;
+        m_vertices += used.size();
+        m_normals += m_hasNormals ? used.size() : 0;
+        m_places += m_hasPlaces ? used.size() : 0;
     }
 
 private:
     /// Writes the vertices that are used, with what belongs to them.
-    void writeArrays(const osg::Geometry& geometry, const VertexArray& vertices)
+    void writeArrays(const ModelPart& part, const VertexArray& vertices, const UsedVertices& used)
     {
-        number(geometry, vertices.size());
-        const osg::Matrixd matrix = osg::computeLocalToWorld(getNodePath());
-        const osg::Matrixd inverse = osg::Matrixd::inverse(matrix);
+        const osg::Geometry& geometry = *part.geometry;
+        const osg::Matrixd inverse = osg::Matrixd::inverse(part.matrix);
         const auto perVertex = [&](const osg::Array* array) {
             return array && array->getBinding() == osg::Array::BIND_PER_VERTEX &&
                    array->getNumElements() >= vertices.size();
@@ -261,39 +164,18 @@ private:
             normals && normals->getBinding() == osg::Array::BIND_OVERALL && !normals->empty();
         m_hasNormals = perVertex(normals) || isOneNormal;
         m_hasPlaces = perVertex(places);
-        for (const unsigned int i : m_order)
-            writeVector("v", vertices[i] * matrix, 3);
-        for (std::size_t i = 0; m_hasNormals && i < m_order.size(); ++i) {
-            osg::Vec3d normal = osg::Matrixd::transform3x3(inverse, (*normals)[isOneNormal ? 0 : m_order[i]]);
+        for (const unsigned int i : used.indices())
+            writeVector("v", vertices[i] * part.matrix, 3);
+        for (std::size_t i = 0; m_hasNormals && i < used.size(); ++i) {
+            osg::Vec3d normal =
+                osg::Matrixd::transform3x3(inverse, (*normals)[isOneNormal ? 0 : used.indices()[i]]);
             normal.normalize();
             writeVector("vn", normal, 3);
         }
-        for (std::size_t i = 0; m_hasPlaces && i < m_order.size(); ++i) {
-            const osg::Vec2& place = (*places)[m_order[i]];
+        for (std::size_t i = 0; m_hasPlaces && i < used.size(); ++i) {
+            const osg::Vec2& place = (*places)[used.indices()[i]];
             writeVector("vt", osg::Vec3d(static_cast<double>(place.x()), static_cast<double>(place.y()), 0),
                         2);
-        }
-    }
-
-    /// Numbers the vertices that are used, in the order of the array.
-    void number(const osg::Geometry& geometry, std::size_t count)
-    {
-        m_number.assign(count, 0);
-        for (const osg::ref_ptr<osg::PrimitiveSet>& primitives : geometry.getPrimitiveSetList()) {
-            walkPrimitives(*primitives, [&](PrimitiveKind, const unsigned int* indices, std::size_t size) {
-                for (std::size_t i = 0; i < size; ++i) {
-                    if (indices[i] < count)
-                        m_number[indices[i]] = 1;
-                }
-            });
-        }
-        m_used = 0;
-        m_order.clear();
-        for (std::size_t i = 0; i < count; ++i) {
-            if (m_number[i] == 0)
-                continue;
-            m_number[i] = ++m_used;
-            m_order.push_back(static_cast<unsigned int>(i));
         }
     }
 
@@ -309,13 +191,13 @@ private:
     }
 
     void writePrimitive(PrimitiveKind kind, const unsigned int* indices, std::size_t count,
-                        std::size_t vertices)
+                        std::size_t vertices, const UsedVertices& used)
     {
         if (std::any_of(indices, indices + count, [vertices](unsigned int i) { return i >= vertices; }))
             return;
         m_file.write(kind == PrimitiveKind::Point ? "p" : kind == PrimitiveKind::Lines ? "l" : "f", 1);
         for (std::size_t i = 0; i < count; ++i) {
-            const std::size_t number = m_number[indices[i]];
+            const std::size_t number = used.number(indices[i]);
             m_file.write(" ", 1);
             m_file.write(m_vertices + number);
             if (kind != PrimitiveKind::Face)
@@ -334,36 +216,14 @@ private:
 
     CheckedFile& m_file;
     Materials& m_materials;
-    Names m_names;
-    Look m_look;
-    std::string m_name;
-    bool m_isColored = false;
+    UniqueNames m_names;
+    bool m_isColored;
     std::size_t m_vertices = 0; ///< written before this geometry
     std::size_t m_normals = 0;
     std::size_t m_places = 0;
     bool m_hasNormals = false;
     bool m_hasPlaces = false;
-    std::size_t m_used = 0;
-    std::vector<std::size_t> m_number; ///< of each vertex, from 1; 0 for one that is not used
-    std::vector<unsigned int> m_order; ///< the vertices that are used
 };
-
-/// @return whether anything of a model has a material or a texture
-bool hasLooks(osg::Node& model)
-{
-    struct Find : osg::NodeVisitor
-    {
-        Find() : NodeVisitor(TRAVERSE_ALL_CHILDREN) { setNodeMaskOverride(~0u); }
-        void apply(osg::Node& node) override
-        {
-            look.take(node.getStateSet());
-            traverse(node);
-        }
-        Look look;
-    } find;
-    model.accept(find);
-    return !find.look.isEmpty();
-}
 
 } // namespace
 
@@ -375,13 +235,16 @@ std::string materialsOwner(const std::string& modelName)
 std::string writeObj(osg::Node& model, const std::string& path, const std::string& materialPath,
                      const std::string& owner)
 {
-    const bool isColored = hasLooks(model);
+    const std::vector<ModelPart> parts = collectParts(model);
+    const bool isColored =
+        std::any_of(parts.begin(), parts.end(), [](const ModelPart& part) { return !part.look.isEmpty(); });
     CheckedFile file(path);
     Materials materials;
     if (isColored)
         file.write("mtllib " + osgDB::getSimpleFileName(materialPath) + "\n");
-    Writer writer(file, materials);
-    model.accept(writer);
+    Writer writer(file, materials, isColored);
+    for (std::size_t i = 0; i < parts.size() && file.isGood(); ++i)
+        writer.write(parts[i]);
     std::string reason = file.finish();
     if (!reason.empty() || !isColored)
         return reason;

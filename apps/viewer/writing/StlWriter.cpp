@@ -2,14 +2,9 @@
 #include "writing/StlWriter.h"
 
 #include "writing/CheckedFile.h"
-#include "writing/PrimitiveWalk.h"
-#include "writing/VertexArray.h"
+#include "writing/ModelParts.h"
+#include "writing/TriangleWalk.h"
 
-#include <osg/Geometry>
-#include <osg/NodeVisitor>
-#include <osg/Transform>
-
-#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -17,51 +12,21 @@ namespace vfViewer {
 
 namespace {
 
-class Writer : public osg::NodeVisitor
+class Writer
 {
 public:
-    explicit Writer(CheckedFile& file) : NodeVisitor(TRAVERSE_ALL_CHILDREN), m_file(file)
-    {
-        setNodeMaskOverride(~0u);
-    }
+    explicit Writer(CheckedFile& file) : m_file(file) {}
 
-    void apply(osg::Node& node) override
+    void write(const ModelPart& part)
     {
-        const std::string above = m_name;
-        if (!node.getName().empty())
-            m_name = node.getName();
-        traverse(node);
-        m_name = above;
-    }
-
-    void apply(osg::Geometry& geometry) override
-    {
-        const VertexArray vertices(geometry.getVertexArray());
-        if (vertices.size() == 0 || geometry.getNumPrimitiveSets() == 0 || !m_file.isGood())
-            return;
-        const osg::Matrixd matrix = osg::computeLocalToWorld(getNodePath());
-        std::string name = m_name.empty() ? geometry.getName() : m_name;
-        std::replace_if(
-            name.begin(), name.end(), [](unsigned char c) { return c < 0x20 || c == 0x7f; }, '_');
+        const std::string name = lineOf(part.name);
         bool isEmpty = true;
-        std::vector<osg::Vec3d> corners;
-        for (const osg::ref_ptr<osg::PrimitiveSet>& primitives : geometry.getPrimitiveSetList()) {
-            walkPrimitives(*primitives, [&](PrimitiveKind kind, const unsigned int* indices,
-                                            std::size_t count) {
-                if (kind != PrimitiveKind::Face || std::any_of(indices, indices + count, [&](unsigned int i) {
-                        return i >= vertices.size();
-                    }))
-                    return;
-                if (isEmpty)
-                    m_file.write("solid " + name + "\n");
-                isEmpty = false;
-                corners.clear();
-                for (std::size_t i = 0; i < count; ++i)
-                    corners.push_back(vertices[indices[i]] * matrix);
-                for (std::size_t i = 1; i + 1 < count; ++i)
-                    writeFacet(corners[0], corners[i], corners[i + 1]);
-            });
-        }
+        walkTriangles(part, [&](const osg::Vec3d& a, const osg::Vec3d& b, const osg::Vec3d& c) {
+            if (isEmpty)
+                m_file.write("solid " + name + "\n");
+            isEmpty = false;
+            writeFacet(a, b, c);
+        });
         if (!isEmpty)
             m_file.write("endsolid " + name + "\n");
     }
@@ -92,7 +57,6 @@ private:
     }
 
     CheckedFile& m_file;
-    std::string m_name;
 };
 
 } // namespace
@@ -101,7 +65,9 @@ std::string writeStl(osg::Node& model, const std::string& path)
 {
     CheckedFile file(path);
     Writer writer(file);
-    model.accept(writer);
+    const std::vector<ModelPart> parts = collectParts(model);
+    for (std::size_t i = 0; i < parts.size() && file.isGood(); ++i)
+        writer.write(parts[i]);
     return file.finish();
 }
 

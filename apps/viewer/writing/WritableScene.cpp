@@ -3,8 +3,6 @@
 
 #include "model/FormatLosses.h"
 #include "reading/UpAxis.h"
-#include "writing/PrimitiveWalk.h"
-#include "writing/VertexArray.h"
 
 #include <osg/Geometry>
 #include <osg/Material>
@@ -13,7 +11,6 @@
 
 #include <algorithm>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace vfViewer {
@@ -86,60 +83,6 @@ osg::ref_ptr<osg::Node> flattened(osg::Node& scene)
     copy->accept(give);
     return copy;
 }
-
-/// Puts lines into geometries of their own, a pair of vertices each: the writer of AC files knows them in no other form.
-class SplitLines : public osg::NodeVisitor
-{
-public:
-    SplitLines() : NodeVisitor(TRAVERSE_ALL_CHILDREN) { setNodeMaskOverride(~0u); }
-
-    void apply(osg::Geometry& geometry) override
-    {
-        const VertexArray vertices(geometry.getVertexArray());
-        const osg::ref_ptr<osg::Vec3Array> pairs = new osg::Vec3Array;
-        osg::Geometry::PrimitiveSetList others;
-        for (const osg::ref_ptr<osg::PrimitiveSet>& primitives : geometry.getPrimitiveSetList()) {
-            bool isOther = true;
-            walkPrimitives(*primitives,
-                           [&](PrimitiveKind kind, const unsigned int* indices, std::size_t count) {
-                               isOther = kind != PrimitiveKind::Lines;
-                               for (std::size_t i = 1; !isOther && i < count; ++i) {
-                                   if (indices[i - 1] >= vertices.size() || indices[i] >= vertices.size())
-                                       continue;
-                                   pairs->push_back(vertices[indices[i - 1]]);
-                                   pairs->push_back(vertices[indices[i]]);
-                               }
-                           });
-            if (isOther)
-                others.push_back(primitives);
-        }
-        if (pairs->empty())
-            return;
-        const osg::ref_ptr<osg::Geometry> lines = new osg::Geometry;
-        lines->setName(geometry.getName());
-        lines->setStateSet(geometry.getStateSet());
-        lines->setVertexArray(pairs);
-        lines->addPrimitiveSet(new osg::DrawArrays(GL_LINES, 0, static_cast<int>(pairs->size())));
-        m_lines.emplace_back(&geometry, lines);
-        geometry.setPrimitiveSetList(others);
-    }
-
-    void add()
-    {
-        for (const auto& [geometry, lines] : m_lines) {
-            const osg::Node::ParentList parents = geometry->getParents();
-            for (osg::Group* parent : parents) {
-                if (geometry->getNumPrimitiveSets() > 0)
-                    parent->addChild(lines);
-                else
-                    parent->replaceChild(geometry, lines);
-            }
-        }
-    }
-
-private:
-    std::vector<std::pair<osg::ref_ptr<osg::Geometry>, osg::ref_ptr<osg::Geometry>>> m_lines;
-};
 
 /// Replaces in names what would end a line, a text or a word of a format.
 class CleanNames : public osg::NodeVisitor
@@ -229,16 +172,11 @@ osg::ref_ptr<osg::Node> writableScene(osg::Node& scene, const std::string& forma
 {
     const osg::ref_ptr<osg::Node> fit = fitFor(scene, format);
     osg::ref_ptr<osg::Node> turned = isWrittenWithYUp("." + format) ? withYUp(*fit) : fit;
-    if (format != "ac" && format != "3ds" && format != "dxf")
+    if (format != "3ds")
         return turned;
     const osg::ref_ptr<osg::Node> flat = flattened(*turned);
     CleanNames clean;
     flat->accept(clean);
-    if (format == "ac") {
-        SplitLines split;
-        flat->accept(split);
-        split.add();
-    }
     return flat;
 }
 
