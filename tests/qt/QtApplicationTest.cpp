@@ -3,6 +3,7 @@
 #include "support/TemporaryDirectory.h"
 
 #include <velaforge/base/ApplicationInfo.h>
+#include <velaforge/base/ArgumentParser.h>
 #include <velaforge/base/Settings.h>
 #include <velaforge/qt/QtApplication.h>
 #include <velaforge/qt/QtTitleBar.h>
@@ -234,6 +235,26 @@ TEST(QtApplication, RunsTheCommandsOfTheCommandLineAndStays)
         EXPECT_TRUE(program.waitFor([&] { return program.sheet()->lines.size() == 4; }));
         EXPECT_EQ("one\ntwo\nthree\nfour\n", program.ui([&] { return program.sheet()->text(); }));
         EXPECT_TRUE(program.ui([&] { return program.window().isVisible(); }));
+    }));
+}
+
+TEST(QtApplication, CommandsOfAnApplicationThatNeverRanAreNotThoseOfTheNext)
+{
+    QtApplication* shell = nullptr;
+    {
+        Program first;
+        EXPECT_EQ(0, first.run([&] { shell = first.ui([] { return QtApplication::instance(); }); }));
+    }
+    vfTest::CommandLine line({"program", "--invoke", "sheet::AddLine=x"});
+    vfBase::ArgumentParser parser(&line.argc(), line.argv());
+    QtApplication::readOptions(parser);
+    shell->end(); // as an application does that printed its help
+
+    const TemporaryDirectory directory;
+    Program second({directory.write("one.sheet", "one\n")});
+    EXPECT_EQ(0, second.run([&] {
+        Program::pause(50);
+        EXPECT_EQ("one\n", second.ui([&] { return second.sheet()->text(); }));
     }));
 }
 

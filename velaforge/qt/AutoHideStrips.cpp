@@ -44,7 +44,9 @@ AutoHideStrips::AutoHideStrips(QMainWindow& window)
     m_frame->setAutoFillBackground(true);
     auto* layout = new QVBoxLayout(m_frame);
     layout->setContentsMargins(2, 2, 2, 2);
-    layout->addWidget(new QLabel(m_frame));
+    auto* title = new QLabel(m_frame);
+    usePlainText(*title);
+    layout->addWidget(title);
     m_frame->hide();
     window.installEventFilter(this);
 }
@@ -106,9 +108,7 @@ void AutoHideStrips::open(QDockWidget& dock)
     if (!opened || !contains(dock) || !dock.widget())
         return;
     m_opened = &dock;
-    auto* title = m_frame->findChild<QLabel*>();
-    usePlainText(*title);
-    title->setText(dock.windowTitle());
+    m_frame->findChild<QLabel*>()->setText(dock.windowTitle());
     m_frame->layout()->addWidget(dock.widget());
     dock.setWidget(nullptr);
     place();

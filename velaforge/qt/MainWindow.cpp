@@ -134,7 +134,7 @@ MainWindow::MainWindow()
 
 MainWindow::~MainWindow()
 {
-    // Whoever hears of the end of the parts must not reach for a window that is half gone.
+    // Signals of parts that are destroyed must not reach a window that is half destroyed.
     disconnect(m_area, nullptr, this, nullptr);
     delete m_docks;
 }
@@ -245,7 +245,8 @@ void MainWindow::addFrame(ViewFrame& frame)
     const QScopedValueRollback<bool> adding(m_isMovingFrames, true);
     m_frames.push_back(&frame);
     m_area->add(frame);
-    frame.setFocus(); // keys are for what was opened
+    if (hasView(&frame)) // a callback may have closed it when it was shown
+        frame.setFocus();
 }
 
 void MainWindow::removeFrame(ViewFrame& frame)

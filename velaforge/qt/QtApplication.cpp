@@ -149,11 +149,12 @@ void QtApplication::begin(int& argc, char** argv)
 
 void QtApplication::end()
 {
+    // Also of an application that only printed its help, and so has no window.
+    requestedCommands() = RequestedCommands();
     if (!d)
         return;
     // What asked to be deleted while the event loop was at its end.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    requestedCommands() = RequestedCommands();
     d->reloader.reset();
     current = nullptr;
     d->window.reset();

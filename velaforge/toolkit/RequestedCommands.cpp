@@ -120,6 +120,24 @@ Result invokeInOrder(std::vector<Invocation>& invocations, const Host& host)
     return all;
 }
 
+Result runAll(const vfBase::VfString& script, const vfBase::StringList& commands, const Host& host)
+{
+    std::vector<Invocation> invocations;
+    std::vector<ScriptLine> lines;
+    vfBase::VfString reason;
+    if (!script.empty() && !readScript(script, lines, reason)) {
+        host.tell(script, reason);
+        return Result::Stopped;
+    }
+    for (const ScriptLine& line : lines) {
+        invocations.push_back(makeInvocation(line.text));
+        invocations.back().where = line.where;
+    }
+    for (unsigned int i = 0; i < commands.size(); ++i)
+        invocations.push_back(makeInvocation(commands.get(i).str()));
+    return findCommands(invocations, host) ? invokeInOrder(invocations, host) : Result::Stopped;
+}
+
 } // namespace
 
 void RequestedCommands::declareOptions(vfBase::ArgumentParser& parser)
@@ -138,21 +156,8 @@ void RequestedCommands::readOptions(vfBase::ArgumentParser& parser)
 
 RequestedCommands::Result RequestedCommands::run(const Host& host) const
 {
-    std::vector<Invocation> invocations;
-    std::vector<ScriptLine> lines;
-    vfBase::VfString reason;
-    if (!m_script.empty() && !readScript(m_script, lines, reason)) {
-        host.tell(m_script, reason);
-        return Result::Stopped;
-    }
-    for (const ScriptLine& line : lines) {
-        invocations.push_back(makeInvocation(line.text));
-        invocations.back().where = line.where;
-    }
-    for (unsigned int i = 0; i < m_commands.size(); ++i)
-        invocations.push_back(makeInvocation(m_commands.get(i).str()));
     try {
-        return findCommands(invocations, host) ? invokeInOrder(invocations, host) : Result::Stopped;
+        return runAll(m_script, m_commands, host);
     } catch (...) {
         host.tell("commands", vfBase::BaseException::describeCurrent());
         return Result::Stopped;

@@ -46,7 +46,7 @@ public:
     /// Returns whether nothing is asked for.
     bool isEmpty() const { return m_commands.isEmpty() && m_script.empty(); }
 
-    /// Runs the commands of the script, then the others, in order. Throws nothing.
+    /// Runs the commands of the script, then the others, in order. Throws only what the functions of the host throw.
     Result run(const Host& host) const;
 
 private:

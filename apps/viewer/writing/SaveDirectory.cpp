@@ -31,7 +31,7 @@ namespace {
 const char* const prefix = ".vfviewer-save-";
 constexpr std::size_t randomLetters = 6;
 
-/// Opens a directory and locks it without waiting. @return its descriptor; negative when somebody else has it
+/// Opens a directory and locks it without waiting. @return its descriptor; negative when another process holds the lock
 int lockDirectory(const std::string& path)
 {
     const int directory = open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
@@ -100,7 +100,7 @@ SaveDirectory::SaveDirectory(const std::string& target) : m_target(behindLinks(t
         if (m_lock >= 0 && stat(name.c_str(), &status) == 0)
             m_path = name;
         else if (m_lock >= 0)
-            close(m_lock); // somebody took it for an abandoned one before it was locked
+            close(m_lock); // another process removed it as abandoned before it was locked
     }
     // The name that was typed tells the format; without a link between them both are the same.
     const bool isSameFormat =
@@ -124,9 +124,10 @@ std::string SaveDirectory::commit()
     vfBase::VfString reason;
     if (isDevice(m_target)) {
         std::ifstream file(m_draft, std::ios::binary);
+        if (!file.is_open())
+            return std::strerror(errno);
         const std::string contents((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-        return file.is_open() && vfBase::replaceFile(m_target, contents, reason) ? std::string()
-                                                                                 : reason.str();
+        return vfBase::replaceFile(m_target, contents, reason) ? std::string() : reason.str();
     }
     const std::string model = osgDB::getSimpleFileName(m_draft);
     std::vector<std::string> beside;

@@ -32,7 +32,6 @@ public:
     std::string commit();
 
 private:
-    bool makeAndLock(const std::string& directory);
     std::string moveBeside(const std::string& name) const;
 
     std::string m_target;

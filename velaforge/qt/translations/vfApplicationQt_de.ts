@@ -477,11 +477,11 @@
     <name>vfApplication::UnsavedDialog</name>
     <message>
         <source>Unsaved changes</source>
-        <translation>Ungespeicherte Änderungen</translation>
+        <translation>Nicht gespeicherte Änderungen</translation>
     </message>
     <message>
         <source>These documents have changes that are not saved. Which of them are to be saved?</source>
-        <translation>Diese Dokumente haben ungespeicherte Änderungen. Welche davon sollen gespeichert werden?</translation>
+        <translation>Diese Dokumente haben nicht gespeicherte Änderungen. Welche davon sollen gespeichert werden?</translation>
     </message>
     <message>
         <source>&amp;Discard all</source>
