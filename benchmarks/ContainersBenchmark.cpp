@@ -273,7 +273,7 @@ void addAll()
     compareWithStandard<Map, vfBase::VfString>("Map");
     compareLookUp<Map, vfBase::VfString>("Map");
 
-    // Qt's, for whoever comes from there.
+    // Qt's containers, for comparison.
     using QtList = QList<Item*>;
     using QtMap = QMap<QString, int>;
     add("Vector append/Qt", append<QtList, Item*>);

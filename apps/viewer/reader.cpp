@@ -32,7 +32,7 @@ int main()
 {
     vfBase::openStandardDescriptors();
     if (!isSocket(socketDescriptor))
-        return EXIT_FAILURE; // somebody else executed it
+        return EXIT_FAILURE; // started by hand, not by the program
     vfBase::NotifyHandler::instance().install();
     if (!std::getenv("OSG_NOTIFY_LEVEL"))
         osg::setNotifyLevel(osg::WARN);

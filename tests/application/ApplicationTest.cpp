@@ -424,7 +424,7 @@ TEST(Application, ClosesItsDocumentsWhileTheShellIsStillReachable)
     bench->manager.confirmationResult = 2;
     recorder().take();
     bench.reset();
-    // Nobody is asked any more: the derived manager is gone by then, and the answer of the base class is to save.
+    // No question is asked: the derived manager is destroyed by then, and the base class answers that documents are saved.
     EXPECT_THAT(recorder().take(),
                 ElementsAre("doc1 close", "doc1 onSaveModified", "doc1 onSaveDocument a.obj",
                             "doc1 doSaveDocument a.obj", "view1 onChangeFilename", "view1 onChangeFilename",

@@ -588,7 +588,7 @@ TEST_F(SettingsStore, AReadOnlyOrUnreadablePlaceMakesTheSaveFail)
     chmod((path + ".previous").c_str(), 0644);
     const pid_t child = fork();
     if (child == 0) {
-        // Root may do everything, so somebody else has to try.
+        // Root may write everywhere, so another user has to try.
         const bool isOther = geteuid() != 0 || (setgid(65534) == 0 && setuid(65534) == 0);
         Program program(path);
         const bool loaded = program.load() && program.planet->text == "second";

@@ -180,7 +180,7 @@ TEST_F(Loading, CanBeCancelledAndLeavesEverythingAsItWas)
             EXPECT_EQ(nullptr, QGuiApplication::overrideCursor());
         });
         Program::pause(300);
-        EXPECT_EQ(nullptr, viewer.ui([] { return Program::dialog(); })) << "nobody complains about it";
+        EXPECT_EQ(nullptr, viewer.ui([] { return Program::dialog(); })) << "no message about it";
     });
 }
 

@@ -69,12 +69,10 @@ private:
     std::unique_ptr<RunningProgram> m_manager;
 };
 
-QDockWidget& statistics(Viewer& viewer)
+/// @return any dock window, the same in each start
+QDockWidget& dockWindow(Viewer& viewer)
 {
-    auto* dock = viewer.program().window().findChild<QDockWidget*>(QStringLiteral("vfViewer::Statistics"));
-    if (!dock)
-        dock = viewer.program().window().findChild<QDockWidget*>();
-    return *dock;
+    return *viewer.program().window().findChild<QDockWidget*>();
 }
 
 } // namespace
@@ -94,18 +92,18 @@ TEST_F(Stacking, ADockWindowThatFloatedComesBackInFrontOfTheWindow)
 {
     inAnotherProcess({vfTest::sailboat}, [](Viewer& viewer) {
         viewer.ui([&] {
-            statistics(viewer).setFloating(true);
-            statistics(viewer).setGeometry(300, 300, 300, 200);
-            statistics(viewer).show();
+            dockWindow(viewer).setFloating(true);
+            dockWindow(viewer).setGeometry(300, 300, 300, 200);
+            dockWindow(viewer).show();
         });
         Program::pause(200);
     });
     inAnotherProcess({vfTest::sailboat}, [](Viewer& viewer) {
         Program::pause(300);
         const std::string title = viewer.ui([&] {
-            EXPECT_TRUE(statistics(viewer).isFloating());
-            EXPECT_TRUE(statistics(viewer).isVisible());
-            return statistics(viewer).windowTitle().toStdString();
+            EXPECT_TRUE(dockWindow(viewer).isFloating());
+            EXPECT_TRUE(dockWindow(viewer).isVisible());
+            return dockWindow(viewer).windowTitle().toStdString();
         });
         for (const bool isAfterClick : {false, true}) {
             if (isAfterClick) {

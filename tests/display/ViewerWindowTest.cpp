@@ -355,7 +355,7 @@ TEST_F(ViewerWindow, AChangedTextureIsAskedAboutOnceAndWhatIsLookedAtStays)
         });
         Program::pause(800);
         EXPECT_FALSE(viewer.ui([] { return Program::dialog() != nullptr; }));
-        // The texture alone is enough, and whoever does not want it is not asked again.
+        // A change of the texture alone is enough, and a user who declines is not asked again.
         std::ofstream(texture, std::ios::binary) << contents;
         ASSERT_TRUE(viewer.program().waitForDialog("reloadQuestion"));
         Program::pause(100);

@@ -289,7 +289,8 @@ TEST(Document, AFailedSaveChangesNothingButTheInternalFlag)
     EXPECT_TRUE(bench.document->getCommandProcessor()->isDirty());
     EXPECT_EQ("/models/a.obj", bench.document->getFilename());
     EXPECT_EQ(0, recorder().count("view1 onChangeFilename"));
-    bench.document->modify(false); // nobody would own a document that cannot be saved at the end
+    bench.document->modify(
+        false); // a document that cannot be saved would be left without an owner at the end
 }
 
 TEST(Document, SavingUnderAnEmptyPathIsNoErrorAndWritesNothing)
@@ -449,7 +450,8 @@ TEST(Document, ASaveAsThatEndsWithoutAPathStopsTheClose)
     EXPECT_FALSE(bench.document->close());
     EXPECT_EQ(0, recorder().count("unwatch /models/a.obj"));
     EXPECT_EQ(0, recorder().count("doc1 onCloseDocument"));
-    bench.document->modify(false); // nobody would own a document that cannot be saved at the end
+    bench.document->modify(
+        false); // a document that cannot be saved would be left without an owner at the end
 }
 
 TEST(Document, ClosingGoesThroughItsStepsInOrderAndDeletesNothing)

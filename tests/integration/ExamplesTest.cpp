@@ -139,7 +139,7 @@ TEST(Examples, WindowOpensItsFilesAndStays)
     const vfTest::TemporaryDirectory directory;
     const std::string note = directory.write("a.txt", "good morning\nsecond\n");
     setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    // Until somebody ends it, which "timeout" tells by this status.
+    // It runs until "timeout" ends it, which is told by this status.
     const vfTest::Outcome outcome =
         vfTest::runProgram({"timeout", "3", VELAFORGE_PROGRAM_DIR "/example_03_window", note});
     EXPECT_EQ(124, outcome.status) << outcome.err;

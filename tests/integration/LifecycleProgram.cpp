@@ -66,7 +66,7 @@ const vfBase::SettingsProperties properties(
     "lifecycle::WatchedSettings",
     {vfBase::SettingsProperties::property("value", &WatchedSettings::getValue, &WatchedSettings::setValue)});
 
-/// Records it when somebody looks for the directory of modules.
+/// Records each search for the directory of modules.
 class WatchedPath : public osgDB::FindFileCallback
 {
 public:

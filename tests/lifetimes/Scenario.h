@@ -13,7 +13,7 @@ const std::vector<std::string>& hooks();
 
 /// Runs a whole program that takes @p action the nth time that it reaches @p hook, in this process.
 /// @return what came of it: "done", "refused" or "-"; for Action::Throw who gets the exception: "passes" and "wrapped" the
-///         caller, "caught" nobody; "not reached"; or a complaint that begins with "fault:"
+///         caller, "caught" none; "not reached"; or a complaint that begins with "fault:"
 std::string play(const std::string& hook, Action action, int nth);
 
 } // namespace vfLife

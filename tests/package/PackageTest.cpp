@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What is installed, and what can be done with it: from another place than it was installed to, by somebody who has
-// nothing else of the project.
+// What is installed, and what can be done with it: from another place than it was installed to, without the source tree.
 #include "support/Process.h"
 #include "support/TemporaryDirectory.h"
 

@@ -468,7 +468,7 @@ TEST(QtStatusBar, GoesQuietWhenItsWindowIsGone)
     vfApplication::QtStatusBar shown(*bar);
     shown.updateProgressPercent(10);
     bar.reset();
-    shown.updateStatus(vfApplication::StatusBarMessage, "nobody sees this", 0);
+    shown.updateStatus(vfApplication::StatusBarMessage, "this is not shown", 0);
     shown.updateProgressPercent(20);
     shown.updateProgressText("nor this");
     EXPECT_EQ(nullptr, shown.getStatusBarInterface());

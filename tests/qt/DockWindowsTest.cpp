@@ -146,7 +146,7 @@ TEST(QtDockWindows, AnswerWithWhatThePanelDoes)
     program.run([&] {
         program.ui([&] {
             QDockWidget* dock = panel(window);
-            // Somebody with a mouse did this.
+            // As if by the mouse.
             dock->setFloating(true);
             EXPECT_TRUE(window.isFloating());
             EXPECT_EQ(DockWindow::NoDockArea, window.getArea());

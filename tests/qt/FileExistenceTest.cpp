@@ -73,7 +73,7 @@ TEST_F(FileExistenceTest, LooksAgainWhenItIsAskedTo)
     files.check(path);
     waitForTold(1);
     directory.write("late", "");
-    EXPECT_EQ(FileExistence::Missing, files.state(path)) << "what was known stands until somebody asks";
+    EXPECT_EQ(FileExistence::Missing, files.state(path)) << "the known state stays until the next check";
     files.check(path);
     waitForTold(2);
     EXPECT_EQ(FileExistence::There, files.state(path));
@@ -93,7 +93,7 @@ TEST_F(FileExistenceTest, OneThreadAtMostLooksAtAFileThatDoesNotAnswer)
         const std::lock_guard<std::mutex> dead(mount);
         for (int i = 0; i < 10; ++i)
             files.check("/dead/file");
-        EXPECT_EQ(FileExistence::Unknown, files.state("/dead/file")) << "and nobody waits";
+        EXPECT_EQ(FileExistence::Unknown, files.state("/dead/file")) << "and the caller does not wait";
     }
     waitForTold(1);
     EXPECT_EQ(1, looks);

@@ -160,7 +160,7 @@ TEST(Languages, AreChosenKeptAndShownAtOnce)
         program.ui([] { QtApplication::instance()->setLanguage("en"); });
         EXPECT_TRUE(program.waitFor(
             [&] { return program.window().menuBar()->actions()[0]->text() == QStringLiteral("&File"); }));
-        program.ui([] { QtApplication::instance()->setLanguage("tlh"); }); // nobody has translated that
+        program.ui([] { QtApplication::instance()->setLanguage("tlh"); }); // without a translation
         EXPECT_EQ("en", program.ui([] { return QtApplication::instance()->getLanguage(); }));
     });
 }

@@ -274,7 +274,7 @@ TEST(Menus, ACommandSaysOfItselfWhatTheItemDoesNot)
             action->trigger();
             EXPECT_TRUE(vfTest::Sheet::isSwitchOn);
             EXPECT_TRUE(action->isChecked());
-            vfTest::Sheet::isSwitchOn = false; // by somebody who tells nobody
+            vfTest::Sheet::isSwitchOn = false; // without a notification
             look(*menu(program, "Edit"));
             EXPECT_FALSE(action->isChecked());
         });
@@ -296,7 +296,7 @@ TEST(Menus, ANameThatNobodyRegisteredIsDisabledAndToldOnce)
         });
     });
     const std::string told = testing::internal::GetCapturedStderr();
-    EXPECT_THAT(told, HasSubstr("sheet::NoSuchThing, which nobody registered"));
+    EXPECT_THAT(told, HasSubstr("sheet::NoSuchThing, which is not registered"));
     EXPECT_EQ(told.find("NoSuchThing"), told.rfind("NoSuchThing"));
 }
 
@@ -357,7 +357,7 @@ TEST(Menus, UndoAndRedoNameWhatTheyWouldUndoAndRedo)
             redo->trigger();
             EXPECT_EQ("one\ntwo\n", program.sheet()->text());
         });
-        // Whoever changes the history past the menus is noticed, too.
+        // Changes of the history by other code are noticed, too.
         program.ui([&] { program.sheet()->getCommandProcessor()->undo(); });
         EXPECT_TRUE(
             program.waitFor([&] { return program.action("vfApplicationQt::ActionRedo")->isEnabled(); }));

@@ -148,7 +148,7 @@ bool Program::answer(const char* dialogName, const char* button)
             const QString text = candidate->text().remove(QLatin1Char('&'));
             if (text != QLatin1String(button) || !candidate->isEnabled())
                 continue;
-            // Whoever put the question goes on after this call.
+            // The caller of the dialog continues after this call.
             QMetaObject::invokeMethod(candidate, &QAbstractButton::click, Qt::QueuedConnection);
             return true;
         }

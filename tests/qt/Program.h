@@ -35,7 +35,7 @@ class QtDocManager;
 
 namespace vfTest {
 
-/// A program with a window, and somebody who sits before it.
+/// A program with a window, and the input of a user.
 ///
 ///     Program program;
 ///     program.run([&] {
@@ -127,7 +127,7 @@ public:
     /// @return the dialog that waits for an answer, null when there is none
     static QDialog* dialog();
 
-    /// @return the action of that command, null when nobody shows it
+    /// @return the action of that command, null when neither menu nor toolbar shows it
     QAction* action(const char* command) const;
 
     /// Runs a command as if it was chosen.

@@ -54,7 +54,7 @@ std::vector<std::string> casesOf(const std::vector<std::string>& chosen)
     std::exit(2);
 }
 
-/// What a case prints, through a pipe. It is read until the case ends, not until nobody can write any more: processes
+/// What a case prints, through a pipe. It is read until the case ends, not until its writing end is closed everywhere: processes
 /// that the case leaves behind hold it open.
 class Output
 {

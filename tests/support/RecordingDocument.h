@@ -78,7 +78,7 @@ public:
     void onUpdate(View* sender) override;
     void onDeselect(View* sender) override;
 
-    /// When false, closing a view asks nobody: it goes without closing the document.
+    /// When false, closing a view does not ask the user, and does not close the document.
     static bool closesDocument;
 
     /// What onClose answers, when closesDocument is false.

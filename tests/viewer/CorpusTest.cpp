@@ -69,7 +69,7 @@ protected:
             hung += outcome.reason.find("too long") != std::string::npos;
             return;
         }
-        osg::ComputeBoundsVisitor bounds; // somebody looks at it
+        osg::ComputeBoundsVisitor bounds; // as a view does
         outcome.scene->accept(bounds);
         ASSERT_TRUE(bounds.getBoundingBox().valid());
     }

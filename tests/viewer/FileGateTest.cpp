@@ -46,7 +46,7 @@ TEST(FileGate, ALibraryThatIsNotListedGetsAPathWhereNothingIs)
 TEST(FileGate, APlugInInTheCurrentDirectoryIsNotLoaded)
 {
     const TemporaryDirectory directory;
-    // A library that is none: whoever loads it instead of the installed one cannot read the model.
+    // A file that is no library: a reader that loads it instead of the installed one cannot read the model.
     directory.write("osgPlugins-3.6.5/osgdb_stl.so", "not a library");
     directory.write("osgdb_stl.so", "not a library");
     ASSERT_EQ(0, chdir(directory.path().c_str()));

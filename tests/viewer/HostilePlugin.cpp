@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A library that leaves a mark where the environment says so, as soon as anybody loads it. Nobody may.
+// A library that creates the file which the environment names as soon as it is loaded. No program may load it.
 #include <cstdlib>
 
 #include <fcntl.h>

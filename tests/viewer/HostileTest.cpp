@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Files that mean harm: whatever they name, no code of theirs is run, nobody is called up, and the program lives.
+// Malicious files: whatever they name, none of their code is run, no connection is opened, and the program lives.
 #include "Reading.h"
 
 #include "support/Models.h"

@@ -374,7 +374,7 @@ TEST_F(ModelDocuments, OpenedAndClosedOneAfterAnotherLeaveNothingBehind)
         const osg::ref_ptr<osg::Node> model = &firstNode(*document);
         ASSERT_TRUE(document->hide(*model));
         ASSERT_TRUE(application.closeDocument(document));
-        ASSERT_EQ(1, model->referenceCount()) << "somebody still holds the model";
+        ASSERT_EQ(1, model->referenceCount()) << "a reference to the model is left";
     }
     EXPECT_EQ(0u, application.getNumDocuments());
 }

@@ -361,7 +361,7 @@ TEST_F(ObjReader, ImagesOfOtherMachinesAreFound)
     std::filesystem::create_directory(directory.file("Textures"));
     writeImage("Textures/Hull.png", 200);
     for (const char* line : {"map_Kd hull.PNG", "map_kd \"C:\\Users\\me\\HULL.png\"",
-                             "MAP_KD textures/hull.png", "map_Kd D:/work/textures/hull%2Epng"})
+                             "MAP_KD textures/hull.png", "map_Kd D:/boats/textures/hull%2Epng"})
     {
         EXPECT_TRUE(texture(*material(std::string("newmtl m\n") + line + "\n"))) << line;
         EXPECT_THAT(vfViewer::FileGate::takeFailures(), IsEmpty()) << line;

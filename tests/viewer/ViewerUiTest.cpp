@@ -42,7 +42,7 @@ void expectCommands(const CommandItem& item)
         expectCommands(child);
 }
 
-/// @return the texts that menus or toolbars show, which somebody has to translate
+/// @return the texts that menus or toolbars show, which need a translation
 std::set<std::string> textsOf(const CommandItem& item)
 {
     std::set<std::string> texts;

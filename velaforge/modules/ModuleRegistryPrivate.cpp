@@ -110,7 +110,7 @@ bool ModuleRegistryPrivate::loadModule(const std::string& path)
         if (isOpen(path))
             return true;
     }
-    // Without the lock: in the child nobody would unlock it for code of the library that calls the registry.
+    // Without the lock: the child would inherit it locked, and code of the library may call the registry there.
     if (!loadsWithoutHarm(path))
         return false;
     const Lock lock(mutex);

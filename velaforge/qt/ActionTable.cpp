@@ -199,7 +199,7 @@ void ActionTable::refreshUnknown(Entry& entry, const std::string& problem)
 
 void ActionTable::refresh(Entry& entry)
 {
-    std::string problem = "nobody registered";
+    std::string problem = "is not registered";
     try {
         const Command command = Command::getCommandByName(entry.name);
         if (command.isValid()) {
@@ -299,7 +299,7 @@ bool ActionTable::run(const std::string& name, const vfBase::VfVariant& argument
             return false;
         const Document* document = activeDocument();
         command.invoke(given);
-        // Nobody tells whether a command did its work; one that can be undone stands in the history if so.
+        // Command::invoke returns nothing; a command that can be undone is in the undo history if it succeeded.
         if (command.canUndo() && document && document == activeDocument())
             isDone = document->getCommandProcessor()->getCurrentCommand() == command;
         if (!isDone)

@@ -276,7 +276,7 @@ void Docks::save()
     WindowSettings& settings = WindowSettings::instance();
     if (!m_window.isFullScreen())
         settings.geometry = m_window.saveGeometry().toBase64().toStdString();
-    // Where nobody moved anything, what is kept stays: it may know the places of windows that are not here today.
+    // An unchanged layout is not stored: the stored one may have positions of windows that do not exist today.
     const QByteArray layout = m_window.saveState();
     if (layout != m_restoredLayout || m_hasNewcomers || settings.layout.empty())
         settings.layout = layout.toBase64().toStdString();
@@ -336,7 +336,7 @@ void Docks::update()
         }
     }
     forEachHalf([this](const QtDockWindow& half) {
-        // The framework keeps a window's shortcut; nobody tells when it changes.
+        // A change of a dock window's shortcut is not announced.
         const std::string id = idOf(half);
         const DockWindow* window = half.getDockWindow();
         if (!window)

@@ -67,7 +67,7 @@ void DocumentReloader::remove(const vfBase::VfString& path)
     }
     if (users > 1)
         return;
-    // It is about to close; nobody else has it.
+    // It is about to close, and no other document has this path.
     std::set<std::string> others;
     for (auto it = m_paths.begin(); it != m_paths.end();) {
         if (it->second != path.str()) {

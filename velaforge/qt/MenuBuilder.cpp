@@ -61,7 +61,7 @@ QMenu& MenuBuilder::menuIn(QWidget& parent, const CommandItem& item)
     menu = new QMenu(title(item), &parent);
     menu->setObjectName(name);
     menu->setToolTipsVisible(true);
-    // What commands say may have changed since the last time in ways that nobody told.
+    // States of commands may have changed without a notification.
     QObject::connect(menu, &QMenu::aboutToShow, &m_actions, [actions = &m_actions] { actions->refresh(); });
     parent.addAction(menu->menuAction());
     return *menu;

@@ -317,8 +317,7 @@ int QtDocManager::askForUserConfirmation()
     Document* document = d->asked;
     if (!parent || isDiscarded(document))
         return 2;
-    // Somebody else closes a document without saying which: it is the only one with changes, or else the active
-    // one.
+    // The caller that closes a document does not name it: it is the only one with changes, or else the active one.
     if (!document || !containsDocument(document)) {
         document = getCurrentDocument();
         for (Document* open : getDocumentList()) {

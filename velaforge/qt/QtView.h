@@ -42,7 +42,7 @@ public:
     /// Shows name and state of the document in all titles.
     void onChangeFilename() override;
 
-    /// @param force  the document is on its way: nobody is asked
+    /// @param force  the document is being closed already: the user is not asked
     bool onClose(bool force) override;
 
     /// Have the widget painted anew.

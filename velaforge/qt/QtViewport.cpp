@@ -105,7 +105,7 @@ struct QtViewportPrivate
     /// Forgets the point that the wheel zooms to: the scene or the camera is another one.
     void forgetAnchor() { wheelPosition.reset(); }
 
-    /// Events of the window are told in its size; before there is a window nobody can press anything.
+    /// Positions of events are relative to the graphics window; before there is one no input arrives.
     osgGA::EventQueue* events() const { return window ? window->getEventQueue() : viewer->getEventQueue(); }
 };
 

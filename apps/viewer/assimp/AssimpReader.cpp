@@ -37,7 +37,7 @@ namespace vfViewer {
 
 namespace {
 
-/// Nodes may be nested so deep and no deeper: whoever walks through the scene does so by recursion.
+/// The deepest nesting of nodes that is read, since scenes are traversed by recursion.
 constexpr int deepestNode = 500;
 
 /// Opens regular files only: others need not come to an end, which is why they do not even exist. Some files stand in

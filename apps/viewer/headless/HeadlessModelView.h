@@ -14,7 +14,7 @@ namespace vfViewer {
 
 class ModelDocument;
 
-/// Shows a model to nobody, but can be asked for a picture.
+/// A view without a window that renders pictures of a model.
 class HeadlessModelView : public vfApplication::View, public ModelView, public vfApplication::SnapshotSource
 {
 public:

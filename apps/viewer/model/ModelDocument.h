@@ -155,7 +155,7 @@ public:
     /// @return the scene as the commands in the history share it
     ModelScene& getModelScene() const { return *m_scene; }
 
-    /// Tells the user, where somebody does that, why something could not be done.
+    /// Reports to the user why something failed; does nothing without a reporter.
     void reportFailure(const vfBase::VfString& reason) const;
 
     /// @return "vfViewer::ModelDocument"

@@ -94,7 +94,7 @@ public:
     /// @return a number that is another after each change, and never that of another scene
     unsigned long long getState() const { return m_state; }
 
-    /// The document goes; changes tell nobody from here on.
+    /// Ends notifications of the document, before it is destroyed.
     void detach() { m_document = nullptr; }
 
 protected:

@@ -261,7 +261,7 @@ struct SelectNothing : DirectCommand
     bool carryOut(ModelDocument& document, const VfVariant&) override
     {
         document.setSelection(nullptr);
-        // Whoever wants out of something wants out of this as well.
+        // Escape ends measuring, too.
         if (auto* view =
                 dynamic_cast<ModelView*>(Application::instance(false)->getDocManager().getCurrentView()))
             view->setTool(Tool::Select);

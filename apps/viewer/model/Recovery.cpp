@@ -40,8 +40,8 @@ std::string withoutEnding(const std::string& path)
     return fs::path(path).replace_extension().string();
 }
 
-/// @return a copy that nobody else changes: the commands put others in the place of arrays, they do not write to them. What
-/// moves by itself does, so then all is copied.
+/// @return a copy that another thread may write to a file. It shares the arrays: commands replace arrays, they do not write
+///         to them. Animations do, so an animated model is copied whole
 osg::ref_ptr<osg::Node> copyOf(const ModelDocument& document)
 {
     osg::CopyOp::CopyFlags flags = osg::CopyOp::DEEP_COPY_NODES | osg::CopyOp::DEEP_COPY_DRAWABLES |
@@ -114,7 +114,7 @@ bool Recovery::begin()
         return true;
     std::error_code problem;
     fs::create_directories(m_directory, problem);
-    chmod(m_directory.c_str(), S_IRWXU); // models are nobody else's business
+    chmod(m_directory.c_str(), S_IRWXU); // models are private
     std::string name = m_directory + "/session-XXXXXX" + lockEnding;
     m_lock = mkostemps(name.data(), 5, O_CLOEXEC);
     if (m_lock < 0)

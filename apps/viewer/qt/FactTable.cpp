@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "qt/FactTable.h"
 
-#include <velaforge/qt/QtApplication.h>
-
 #include <velaforge/qt/PlainText.h>
+#include <velaforge/qt/QtApplication.h>
 
 #include <QEvent>
 #include <QHeaderView>
@@ -43,7 +42,7 @@ void FactTable::addRow(const QString& name, const QString& value)
 
 void FactTable::refresh()
 {
-    // It may go over a whole model; nobody sees it while the panel is closed.
+    // The facts may need a traversal of the whole model.
     if (!isVisible())
         return;
     setRowCount(0);

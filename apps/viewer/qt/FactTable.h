@@ -5,7 +5,7 @@
 
 namespace vfViewer {
 
-/// Names and values in two columns, shown anew after each change; not while nobody sees it.
+/// Names and values in two columns, updated after each change while the table is visible.
 class FactTable : public QTableWidget
 {
     Q_OBJECT

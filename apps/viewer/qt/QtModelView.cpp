@@ -229,7 +229,7 @@ std::optional<vfApplication::QtViewport::Hit> QtModelView::pick(const QPointF& p
     });
     if (!hit)
         return hit;
-    // What is drawn may be a copy; whoever asked wants the model.
+    // The nodes drawn may be copies; the caller needs those of the model.
     osg::NodePath path;
     for (osg::Node* node : hit->path) {
         if (osg::Node* original = m_scene->modelNode(*node))

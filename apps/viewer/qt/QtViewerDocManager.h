@@ -34,7 +34,7 @@ public:
     vfApplication::Document* createDocument(const vfBase::VfString& path,
                                             const vfBase::Options& options) override;
 
-    /// Remembers what is open, for whoever wants it back at the next start.
+    /// Stores the session, so that the next start can restore it.
     bool closeAllWithQuestions() override;
 
     /// What is hidden and what is selected stays so.

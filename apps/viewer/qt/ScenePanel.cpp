@@ -27,7 +27,7 @@ namespace vfViewer {
 
 namespace {
 
-/// So many are shown of what was found; whoever wants another one types on.
+/// The most results of a search that are shown.
 constexpr std::size_t mostFound = 500;
 
 QString kindLabel(const osg::Node& node)

@@ -19,8 +19,7 @@ class ModelDocument;
 
 /// The active model as a tree that can be searched: its check marks hide and show, its selection is that of the model.
 ///
-/// What hangs below a node is filled in when it is unfolded, so that a model of many parts costs nothing until somebody
-/// looks at them.
+/// The children of a node are added when it is expanded, so that a model of many parts costs nothing before.
 class ScenePanel : public QWidget
 {
     Q_OBJECT

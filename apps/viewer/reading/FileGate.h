@@ -6,7 +6,7 @@
 
 namespace vfViewer {
 
-/// What may be read from files that nobody vouches for, and with what.
+/// Restricts which files untrusted models may make the program read, and with which readers.
 ///
 ///     vfViewer::FileGate::install();   // early in main
 ///

@@ -24,7 +24,7 @@ struct ReadOutcome
     std::vector<std::string> files;    ///< those that were read beside the one that was named
     std::vector<std::string> details;  ///< what the reader complained about, a line each
 
-    /// Worked out on the way, for whoever places a camera.
+    /// Convex hulls of vertex arrays, computed by the reader process, to place a camera.
     std::vector<std::pair<osg::ref_ptr<const osg::Vec3Array>, std::shared_ptr<const Outline>>> outlines;
 };
 

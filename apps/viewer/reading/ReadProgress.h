@@ -6,7 +6,7 @@
 
 namespace vfViewer {
 
-/// How far a reader has come, in memory that it shares with whoever waits for it.
+/// The progress of a reader process, in memory that it shares with the program.
 struct ReadProgress
 {
     enum Stage : std::uint32_t
@@ -29,7 +29,8 @@ struct ReadProgress
     static void tell(Stage stage);
     static void tell(std::uint64_t done, std::uint64_t all);
 
-    /// For whoever waits. @return null when it cannot be shared; to be given to letGo()
+    /// Maps the progress of a reader process.
+    /// @return null when that fails; otherwise to be released by letGo()
     static const ReadProgress* watch(int file);
     static void letGo(const ReadProgress* progress);
 };

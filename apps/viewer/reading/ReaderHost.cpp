@@ -51,7 +51,7 @@ std::uint64_t memoryAllowed(std::uint64_t size)
     const long pages = sysconf(_SC_AVPHYS_PAGES);
     const long all = sysconf(_SC_PHYS_PAGES);
     const long pageSize = sysconf(_SC_PAGESIZE);
-    // What the system holds of files it lets go when somebody needs room: half of all memory is there at least.
+    // The system drops cached files when memory is needed, so at least half of all memory counts as available.
     const auto available =
         static_cast<std::uint64_t>(std::max(pages, all / 2)) * static_cast<std::uint64_t>(pageSize);
     const std::uint64_t most = available / 4 * 3;

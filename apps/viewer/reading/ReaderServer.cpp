@@ -164,8 +164,8 @@ void reapReaders(int children)
     }
 }
 
-/// Makes a process and tells the program which one. Until the program has a descriptor of the process, nobody waits for
-/// it, so that its number stays its own.
+/// Makes a reader process and sends its id to the program. The process is not reaped before the program has opened a
+/// descriptor of it, so that the system cannot give its id to another process.
 void answer(const ReaderTasks& tasks, const Awaited& awaited, const ReaderRequest& request,
             const std::vector<int>& files)
 {

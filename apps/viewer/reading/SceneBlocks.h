@@ -36,7 +36,7 @@ private:
 
 /// Puts empty arrays and images of one pixel into a scene in the place of others, which stay as they are.
 ///
-/// The geometries and textures of the scene are changed; they must not be those that somebody shows.
+/// Changes the geometries and textures of the scene, so no view may show them.
 class DetachBlocks : public osg::NodeVisitor
 {
 public:

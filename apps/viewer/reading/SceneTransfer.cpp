@@ -85,7 +85,7 @@ constexpr int widestImage = 1 << 16;
 
 volatile const std::uint64_t probed = 0x76664c6f6f6b6564;
 
-/// Reads from memory that somebody else owns.
+/// Reads from memory that it does not own.
 class MemoryBuffer : public std::streambuf
 {
 public:
@@ -347,7 +347,7 @@ public:
     {
         if (!m_source.takeRecords(offset, m_arrays) || !m_source.takeRecords(offset, m_images))
             return false;
-        std::uint64_t left = m_process != 0 ? addressesOf(m_process) : 0; // nobody has more than that
+        std::uint64_t left = m_process != 0 ? addressesOf(m_process) : 0; // no sound transfer has more
         const auto isThere = [&](const Part& part) {
             if (part.address == 0 || m_process == 0)
                 return part.address == 0 && m_source.at(part.offset, part.size) != nullptr;

@@ -7,7 +7,7 @@ namespace vfViewer {
 /// @return its descriptor, which programs that are started do not inherit; negative on failure
 int makeSharedMemory(const char* name);
 
-/// Fixes the size of a file in memory: nobody can make it smaller, which would crash those who have it mapped.
+/// Seals the size of a file in memory. A process that maps it would crash if another one truncated it.
 /// @return false on failure
 bool sealSize(int file);
 

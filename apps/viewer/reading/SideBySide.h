@@ -5,7 +5,7 @@
 
 namespace vfViewer {
 
-/// For std::async: in a thread of its own, and where the system has none to give, by whoever waits for it.
+/// A launch policy for std::async: a new thread; if the system cannot start one, the thread that waits for the result.
 constexpr std::launch sideBySide = std::launch::async | std::launch::deferred;
 
 } // namespace vfViewer

@@ -45,7 +45,7 @@ std::string realPath(const std::string& path)
                                                                                     : std::string();
 }
 
-/// @return whether a folder is of the one user that another one is of, and no place where everybody puts files
+/// @return whether a folder has the same owner as another one, and not all users may write to it
 bool isOfSameUser(const std::string& folder, const std::string& other)
 {
     struct stat first;

@@ -12,7 +12,7 @@ namespace vfViewer {
 ///     SideFiles::find("C:\\sails\\sail.png");   // "/home/me/boat/textures/sail.png", if it is there
 ///
 /// Admitted are files in the folder of the model and below it, and in the folders beside it, as "../textures" is: these only
-/// where the folder above belongs to the owner of the model's folder and not everybody may write to it. Hidden files and
+/// where the folder above belongs to the owner of the model's folder and not all users may write to it. Hidden files and
 /// folders (".ssh") are not admitted, and neither is what links lead to elsewhere. A model that is a link has two folders: that of the link and that of the
 /// file. Neither the current directory nor the environment plays a part.
 class SideFiles

@@ -7,9 +7,9 @@ class Node;
 
 namespace vfViewer {
 
-/// Takes from a node, not from those below it, what would lead whoever moves it beyond its arrays: bones that carry points
-/// that are not there, shapes of other numbers of points, and animations without a moment. What bones bend is as large as
-/// its points say from here on.
+/// Removes from a node, not from its children, what would make its animation read outside its arrays: bone influences that
+/// refer to missing vertices, morph targets with another number of vertices, and animations without a keyframe. Bounding
+/// boxes of skinned geometries are computed from their vertices from here on.
 void makeAnimationSound(osg::Node& node);
 
 } // namespace vfViewer

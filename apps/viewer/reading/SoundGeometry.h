@@ -7,9 +7,9 @@ class Geometry;
 
 namespace vfViewer {
 
-/// Takes from a geometry what would lead whoever draws it beyond its arrays: primitives of points that are not there, and
-/// colours, normals and texture places that are fewer than the points.
-/// @return whether something was taken
+/// Removes from a geometry what would make drawing read outside its arrays: primitives that refer to missing vertices, and
+/// arrays of colours, normals and texture coordinates with fewer elements than vertices.
+/// @return whether something was removed
 bool makeSound(osg::Geometry& geometry);
 
 } // namespace vfViewer

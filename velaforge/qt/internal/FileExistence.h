@@ -13,7 +13,7 @@
 
 namespace vfApplication {
 
-/// Whether files are there, found out by threads that nobody waits for: a file may lie on a mount that does not answer.
+/// Finds out in threads whether files exist. No caller waits for these threads: a mount may not answer.
 class VFAPPLICATIONQT_EXPORT FileExistence : public QObject
 {
     Q_OBJECT

@@ -23,7 +23,7 @@ namespace vfApplication {
 /// changed. Files above 64 MiB are told apart by size and time alone.
 ///
 /// One thread looks at the files, one after another, after nothing has happened to them for a moment. It ends when there are
-/// no more, and nobody waits for it.
+/// no more; no other thread waits for it.
 class VFAPPLICATIONQT_EXPORT FileWatcher : public QObject
 {
     Q_OBJECT

@@ -10,7 +10,7 @@ class QPlainTextEdit;
 
 namespace vfApplication {
 
-/// What went wrong, line by line, in a window that keeps nobody waiting.
+/// A modeless window that lists failures, a line each.
 class VFAPPLICATIONQT_EXPORT ProblemsDialog : public QDialog
 {
     Q_OBJECT
