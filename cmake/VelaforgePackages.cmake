@@ -54,6 +54,7 @@ endfunction()
 velaforge_pkgconfig(vfBase "Object model, containers and settings store of velaFORGE"
     openscenegraph-osg openscenegraph-osgDB)
 velaforge_pkgconfig(vfApplication "Application framework of velaFORGE" vfBase)
+velaforge_pkgconfig(vfIsolation "Locked-down processes for work on files that cannot be trusted" vfBase)
 velaforge_pkgconfig(vfApplicationHeadless "Toolkit side of velaFORGE without a screen" vfApplication)
 if(VELAFORGE_WITH_QT)
     velaforge_pkgconfig(vfApplicationQt "Toolkit side of velaFORGE on Qt" vfApplication Qt6Widgets Qt6OpenGLWidgets)

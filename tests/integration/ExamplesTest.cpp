@@ -134,6 +134,17 @@ TEST(Examples, AFullStandardOutputIsToldAndStatus4)
 }
 
 #ifdef VELAFORGE_WITH_QT
+TEST(Examples, IsolatedCountsTheWordsOfFilesAndTellsWhichItCannotRead)
+{
+    const vfTest::TemporaryDirectory directory;
+    const std::string one = directory.write("one.txt", "three words here\n");
+    const vfTest::Outcome outcome =
+        vfTest::runProgram({VELAFORGE_PROGRAM_DIR "/example_04_isolated", one, directory.file("none"), one});
+    EXPECT_EQ(1, outcome.status);
+    EXPECT_EQ(one + ": 3\n" + one + ": 3\n", outcome.out);
+    EXPECT_THAT(outcome.err, HasSubstr(directory.file("none") + ": cannot be opened\n"));
+}
+
 TEST(Examples, WindowOpensItsFilesAndStays)
 {
     const vfTest::TemporaryDirectory directory;

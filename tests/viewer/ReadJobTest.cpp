@@ -6,12 +6,13 @@
 #include "reading/ModelReader.h"
 #include "reading/SceneBlocks.h"
 #include "reading/SceneTransfer.h"
-#include "reading/SharedMemory.h"
 #include "reading/TransferBytes.h"
 #include "support/LargeModels.h"
 #include "support/Models.h"
 #include "support/Search.h"
 #include "support/Spoiler.h"
+
+#include <velaforge/isolation/SharedMemory.h>
 
 #include <osg/Geode>
 #include <osg/Geometry>
@@ -627,7 +628,7 @@ class Sending
 {
 public:
     /// @param model  made and sent in the process
-    explicit Sending(const std::function<ReadOutcome()>& model) : file(vfViewer::makeSharedMemory("scene"))
+    explicit Sending(const std::function<ReadOutcome()>& model) : file(vfIsolation::makeSharedMemory("scene"))
     {
         int ends[2];
         EXPECT_EQ(0, pipe(ends));
@@ -684,9 +685,9 @@ public:
 /// @return what comes of bytes that another process sent
 ReadOutcome receive(const std::string& bytes, pid_t from = 0)
 {
-    const int file = vfViewer::makeSharedMemory("scene");
+    const int file = vfIsolation::makeSharedMemory("scene");
     EXPECT_EQ(static_cast<ssize_t>(bytes.size()), pwrite(file, bytes.data(), bytes.size(), 0));
-    EXPECT_TRUE(vfViewer::sealContents(file));
+    EXPECT_TRUE(vfIsolation::sealContents(file));
     const std::atomic<bool> stop{false};
     ReadOutcome outcome = vfViewer::receiveScene(file, static_cast<long long>(bytes.size()), {from}, stop);
     close(file);
@@ -755,14 +756,14 @@ TEST_F(ReadJobs, ATransferThatCouldShrinkIsNotMapped)
     const Sending reader(path);
     const std::string bytes = reader.bytes();
     EXPECT_NE(0, ftruncate(reader.file, 0)) << "the reader seals it";
-    const int file = vfViewer::makeSharedMemory("scene");
+    const int file = vfIsolation::makeSharedMemory("scene");
     ASSERT_EQ(static_cast<ssize_t>(bytes.size()), pwrite(file, bytes.data(), bytes.size(), 0));
     const std::atomic<bool> stop{false};
     const auto take = [&] { return vfViewer::receiveScene(file, reader.size, {reader.process}, stop); };
     EXPECT_FALSE(take().scene);
-    EXPECT_TRUE(vfViewer::sealSize(file));
+    EXPECT_TRUE(vfIsolation::sealSize(file));
     EXPECT_FALSE(take().scene) << "it could still be written to";
-    EXPECT_TRUE(vfViewer::sealContents(file));
+    EXPECT_TRUE(vfIsolation::sealContents(file));
     EXPECT_TRUE(take().scene);
     close(file);
 }
@@ -875,10 +876,10 @@ TEST_F(ReadJobs, WhatIsNotHandedOnWholeIsAReason)
 {
     for (const std::size_t size : {std::size_t(1), std::size_t(4096), std::size_t(5000)}) {
         for (const char filling : {'\0', '\xff', '\x10'}) {
-            const int file = vfViewer::makeSharedMemory("scene");
+            const int file = vfIsolation::makeSharedMemory("scene");
             const std::string bytes(size, filling);
             ASSERT_EQ(static_cast<ssize_t>(size), write(file, bytes.data(), size));
-            ASSERT_TRUE(vfViewer::sealContents(file));
+            ASSERT_TRUE(vfIsolation::sealContents(file));
             const std::atomic<bool> stop{false};
             for (const long long told : {-1LL, 0LL, static_cast<long long>(size),
                                          static_cast<long long>(size) + 1000000, LLONG_MAX, LLONG_MIN})
@@ -895,7 +896,7 @@ TEST_F(ReadJobs, WhatIsNotHandedOnWholeIsAReason)
 TEST_F(ReadJobs, ATransferThatIsNotAsItWasSentIsASceneOrAReason)
 {
     const std::string path = vfTest::signpost("osgb");
-    const int healthyFile = vfViewer::makeSharedMemory("scene");
+    const int healthyFile = vfIsolation::makeSharedMemory("scene");
     ReadOutcome healthy = vfViewer::readModel(path);
     ASSERT_TRUE(healthy.scene);
     vfViewer::SceneSender sender(healthyFile);

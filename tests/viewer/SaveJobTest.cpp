@@ -572,7 +572,7 @@ TEST_F(SaveJobs, CancelLeavesTheFileAndNoDraft)
         EXPECT_TRUE(job.isCancelled());
         EXPECT_NE("", job.reason());
     }
-    vfViewer::Job::waitForThreads();
+    vfIsolation::Job::waitForThreads();
     EXPECT_EQ("before", readFile(path));
     EXPECT_THAT(names(), ElementsAre("hills.stl", "model.osgt"));
 }

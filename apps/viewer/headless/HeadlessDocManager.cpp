@@ -10,7 +10,7 @@ namespace vfViewer {
 
 HeadlessDocManager::HeadlessDocManager() : ViewerDocManager(HeadlessModelView::s_classInfo) {}
 
-void HeadlessDocManager::waitFor(Job& job, bool isSaving)
+void HeadlessDocManager::waitFor(vfIsolation::Job& job, bool isSaving)
 {
     if (vfApplication::HeadlessApplication::wantsSnapshot())
         vfApplication::OffscreenRenderer::prepare();

@@ -12,7 +12,7 @@ public:
     HeadlessDocManager();
 
     /// Loads the graphics driver meanwhile, when a picture is wanted.
-    void waitFor(Job& job, bool isSaving) override;
+    void waitFor(vfIsolation::Job& job, bool isSaving) override;
 };
 
 } // namespace vfViewer

@@ -209,7 +209,7 @@ ReadKind ModelDocument::kind() const
     return ReadKind::Model;
 }
 
-void ModelDocument::wait(Job& job, bool isSaving) const
+void ModelDocument::wait(vfIsolation::Job& job, bool isSaving) const
 {
     if (auto* waiter = dynamic_cast<JobWaiter*>(getDocumentManager()))
         waiter->waitFor(job, isSaving);

@@ -22,9 +22,12 @@ namespace vfApplication {
 class CommandPrivate;
 }
 
+namespace vfIsolation {
+class Job;
+}
+
 namespace vfViewer {
 
-class Job;
 struct ReadOutcome;
 
 /// Who wants to know why a file could not be opened or saved: the document manager, if it is one.
@@ -45,7 +48,7 @@ public:
 
     /// Returns when the job is done, or was cancelled here.
     /// @param isSaving  whether the file is written
-    virtual void waitFor(Job& job, bool isSaving) = 0;
+    virtual void waitFor(vfIsolation::Job& job, bool isSaving) = 0;
 };
 
 /// Who has a clock: the document manager, if it is one.
@@ -172,7 +175,7 @@ private:
     ModelDocument& operator=(const ModelDocument&) = delete;
 
     FailureListener* listener() const;
-    void wait(Job& job, bool isSaving) const;
+    void wait(vfIsolation::Job& job, bool isSaving) const;
     ReadOutcome read(ReadKind readKind, const vfBase::VfString& path) const;
     bool submit(vfApplication::CommandPrivate* body);
 

@@ -124,7 +124,7 @@ void ViewerDocManager::reportFailure(const vfBase::VfString& path, const vfBase:
     onFailure(path, reason);
 }
 
-void ViewerDocManager::waitFor(Job& job, bool isSaving)
+void ViewerDocManager::waitFor(vfIsolation::Job& job, bool isSaving)
 {
     if (job.wait(millisecondsUntilProgress) || isatty(STDERR_FILENO) == 0)
         return;

@@ -83,7 +83,7 @@ public:
                                             const vfBase::Options& options) override;
 
     /// Shows on a terminal how far it has come, when it takes a moment.
-    void waitFor(Job& job, bool isSaving) override;
+    void waitFor(vfIsolation::Job& job, bool isSaving) override;
 
     void onFailure(const vfBase::VfString& path, const vfBase::VfString& reason) override;
     void reportFailure(const vfBase::VfString& path, const vfBase::VfString& reason) override;

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "qt/LoadDialog.h"
 
-#include "reading/Job.h"
-
+#include <velaforge/isolation/Job.h>
 #include <velaforge/qt/PlainText.h>
 
 #include <QDialogButtonBox>
@@ -33,7 +32,7 @@ public:
 
 } // namespace
 
-void LoadDialog::waitFor(Job& job, bool isSaving, QWidget* window)
+void LoadDialog::waitFor(vfIsolation::Job& job, bool isSaving, QWidget* window)
 {
     QEventLoop loop;
     job.whenDone([&loop] { QMetaObject::invokeMethod(&loop, "quit", Qt::QueuedConnection); });
@@ -52,7 +51,7 @@ void LoadDialog::waitFor(Job& job, bool isSaving, QWidget* window)
     }
 }
 
-LoadDialog::LoadDialog(Job& job, bool isSaving, QWidget* window)
+LoadDialog::LoadDialog(vfIsolation::Job& job, bool isSaving, QWidget* window)
     : QDialog(window), m_job(job), m_bar(new QProgressBar)
 {
     setObjectName(QStringLiteral("loading"));

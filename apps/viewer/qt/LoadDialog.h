@@ -6,9 +6,11 @@
 class QLabel;
 class QProgressBar;
 
-namespace vfViewer {
-
+namespace vfIsolation {
 class Job;
+}
+
+namespace vfViewer {
 
 /// Shows how far the reading or writing of a file has come, and takes "Cancel".
 class LoadDialog : public QDialog
@@ -20,14 +22,14 @@ public:
     /// afterwards; then the dialog takes it. When the program is to end meanwhile, or the dialog is closed, the job is
     /// cancelled.
     /// @param isSaving  whether the file is written
-    static void waitFor(Job& job, bool isSaving, QWidget* window);
+    static void waitFor(vfIsolation::Job& job, bool isSaving, QWidget* window);
 
 private:
-    LoadDialog(Job& job, bool isSaving, QWidget* window);
+    LoadDialog(vfIsolation::Job& job, bool isSaving, QWidget* window);
 
     void showProgress();
 
-    Job& m_job;
+    vfIsolation::Job& m_job;
     QProgressBar* m_bar;
 };
 

@@ -268,7 +268,7 @@ bool QtViewerDocManager::isWantedIn(const vfBase::VfString& path)
     return box.clickedButton() == save;
 }
 
-void QtViewerDocManager::waitFor(Job& job, bool isSaving)
+void QtViewerDocManager::waitFor(vfIsolation::Job& job, bool isSaving)
 {
     if (!vfApplication::QtApplication::instance())
         return;

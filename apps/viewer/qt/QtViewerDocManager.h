@@ -45,7 +45,7 @@ public:
                                             const char* filter, vfBase::Options& options) override;
 
     /// Goes on with the work of the window, in which a dialog shows how far it has come and takes "Cancel".
-    void waitFor(Job& job, bool isSaving) override;
+    void waitFor(vfIsolation::Job& job, bool isSaving) override;
 
     /// As long as a document plays its animation.
     void keepTime() override;

@@ -56,7 +56,7 @@ void prepare(ReadOutcome& outcome)
 
 } // namespace
 
-ReadOutcome readInProcess(JobControl& control, ReadKind kind, const std::string& path,
+ReadOutcome readInProcess(vfIsolation::JobControl& control, ReadKind kind, const std::string& path,
                           const ReadLimits& limits)
 {
     ReadOutcome outcome;
@@ -86,11 +86,11 @@ ReadOutcome readInProcess(JobControl& control, ReadKind kind, const std::string&
 }
 
 ReadJob::ReadJob(ReadKind kind, const std::string& path, const ReadLimits& limits)
-    : Job(path), m_outcome(std::make_shared<ReadOutcome>())
+    : vfIsolation::Job(path), m_outcome(std::make_shared<ReadOutcome>())
 {
     ReaderHost::start();
     m_outcome->reason = "there is not enough memory";
-    start([outcome = m_outcome, kind, path, limits](JobControl& control) {
+    start([outcome = m_outcome, kind, path, limits](vfIsolation::JobControl& control) {
         *outcome = readInProcess(control, kind, path, limits);
     });
 }

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "reading/Job.h"
 #include "reading/ReadOutcome.h"
 #include "reading/ReaderHost.h"
+
+#include <velaforge/isolation/Job.h>
 
 #include <memory>
 #include <string>
@@ -18,7 +19,7 @@ namespace vfViewer {
 ///     ReadOutcome outcome = job.take();
 ///
 /// A reader that crashes, hangs, sleeps, or wants more memory than there is, is a reason in the outcome.
-class ReadJob : public Job
+class ReadJob : public vfIsolation::Job
 {
 public:
     /// Begins.
@@ -34,7 +35,7 @@ private:
 };
 
 /// Reads a file in a process of its own and waits for it: what the thread of a ReadJob does.
-ReadOutcome readInProcess(JobControl& control, ReadKind kind, const std::string& path,
+ReadOutcome readInProcess(vfIsolation::JobControl& control, ReadKind kind, const std::string& path,
                           const ReadLimits& limits = {});
 
 } // namespace vfViewer

@@ -3,7 +3,9 @@
 
 #include "reading/ReadProgress.h"
 #include "reading/SceneTransfer.h"
-#include "reading/SharedMemory.h"
+
+#include <velaforge/isolation/Packet.h>
+#include <velaforge/isolation/SharedMemory.h>
 
 #include <osgDB/FileNameUtils>
 
@@ -271,7 +273,7 @@ void Reader::letGo()
     closeFile(socket);
 }
 
-std::string Reader::waitFor(JobControl& control, ReaderDone& done)
+std::string Reader::waitFor(vfIsolation::JobControl& control, ReaderDone& done)
 {
     const ReadProgress* told = ReadProgress::watch(progress);
     const FilePosition position(path);
@@ -285,13 +287,13 @@ std::string Reader::waitFor(JobControl& control, ReaderDone& done)
         }
         return workedBy(process) <= limits.seconds;
     };
-    const SocketWait waited = waitForSocket(control, socket, POLLIN, end, isInTime);
+    const vfIsolation::SocketWait waited = vfIsolation::waitForSocket(control, socket, POLLIN, end, isInTime);
     ReadProgress::letGo(told);
-    if (waited != SocketWait::Ready) {
+    if (waited != vfIsolation::SocketWait::Ready) {
         kill();
         return "it takes too long";
     }
-    const bool isTold = receivePacket(socket, &done, sizeof(done));
+    const bool isTold = vfIsolation::receivePacket(socket, &done, sizeof(done));
     done.reason[sizeof(done.reason) - 1] = 0;
     return isTold && done.size >= 0 ? std::string() : "the file is damaged: its reader fails on it";
 }
@@ -305,7 +307,8 @@ void ReaderHost::start()
 }
 
 std::string ReaderHost::begin(ReadKind kind, const std::string& path, const ReadLimits& limits,
-                              JobControl& control, Reader& reader, int sceneFile, long long sceneSize)
+                              vfIsolation::JobControl& control, Reader& reader, int sceneFile,
+                              long long sceneSize)
 {
     reader.path = path;
     reader.size = kind == ReadKind::Write ? static_cast<std::uint64_t>(sceneSize) : sizeOf(path);
@@ -320,7 +323,8 @@ std::string ReaderHost::begin(ReadKind kind, const std::string& path, const Read
     Answer answer = Answer::Impossible;
     for (int tries = 0; tries < 3; ++tries) {
         closeFile(reader.scene);
-        reader.scene = sceneFile >= 0 ? fcntl(sceneFile, F_DUPFD_CLOEXEC, 0) : makeSharedMemory("scene");
+        reader.scene =
+            sceneFile >= 0 ? fcntl(sceneFile, F_DUPFD_CLOEXEC, 0) : vfIsolation::makeSharedMemory("scene");
         answer = ask(request, control, reader);
         // A launcher that is killed takes the requests that it has got with it; the next one gets them again.
         if (answer != Answer::LauncherLost)
@@ -338,7 +342,8 @@ std::string ReaderHost::begin(ReadKind kind, const std::string& path, const Read
     }
 }
 
-ReaderHost::Answer ReaderHost::ask(const ReaderRequest& request, JobControl& control, Reader& reader)
+ReaderHost::Answer ReaderHost::ask(const ReaderRequest& request, vfIsolation::JobControl& control,
+                                   Reader& reader)
 {
     closeFile(reader.socket);
     closeFile(reader.progress);
@@ -347,9 +352,9 @@ ReaderHost::Answer ReaderHost::ask(const ReaderRequest& request, JobControl& con
         return Answer::Impossible;
     reader.socket = pair[0];
     int theirs = pair[1];
-    reader.progress = makeSharedMemory("progress");
+    reader.progress = vfIsolation::makeSharedMemory("progress");
     bool isReady = reader.scene >= 0 && reader.progress >= 0 &&
-                   ftruncate(reader.progress, progressSize) == 0 && sealSize(reader.progress);
+                   ftruncate(reader.progress, progressSize) == 0 && vfIsolation::sealSize(reader.progress);
     const Clock::time_point end = std::min(reader.end, Clock::now() + patienceWithLauncher);
     Launcher& launcher = Launcher::instance();
     unsigned int asked = 0;
@@ -358,15 +363,15 @@ ReaderHost::Answer ReaderHost::ask(const ReaderRequest& request, JobControl& con
         if (launcher.generation == asked)
             launcher.discard();
     };
-    SocketWait waited = SocketWait::Ready;
-    while (isReady && waited == SocketWait::Ready) {
+    vfIsolation::SocketWait waited = vfIsolation::SocketWait::Ready;
+    while (isReady && waited == vfIsolation::SocketWait::Ready) {
         {
             const std::lock_guard<std::mutex> lock(launcher.mutex);
             if (launcher.socket < 0)
                 launcher.start();
             asked = launcher.generation;
-            if (sendPacket(launcher.socket, &request, sizeof(request),
-                           {theirs, reader.scene, reader.progress}))
+            if (vfIsolation::sendPacket(launcher.socket, &request, sizeof(request),
+                                        {theirs, reader.scene, reader.progress}))
                 break;
             isReady = errno == EAGAIN;
             if (errno == EPIPE || errno == ECONNRESET) {
@@ -376,24 +381,24 @@ ReaderHost::Answer ReaderHost::ask(const ReaderRequest& request, JobControl& con
             }
         }
         // It has not taken the requests before this one: asks again after an interval.
-        waited = waitForSocket(control, -1, 0, Clock::now());
-        if (waited == SocketWait::TooLong && Clock::now() < end)
-            waited = SocketWait::Ready;
+        waited = vfIsolation::waitForSocket(control, -1, 0, Clock::now());
+        if (waited == vfIsolation::SocketWait::TooLong && Clock::now() < end)
+            waited = vfIsolation::SocketWait::Ready;
     }
     closeFile(theirs);
     if (!isReady)
         return Answer::Impossible;
-    if (waited == SocketWait::Ready)
-        waited = waitForSocket(control, reader.socket, POLLIN, end);
-    if (waited == SocketWait::Cancelled)
+    if (waited == vfIsolation::SocketWait::Ready)
+        waited = vfIsolation::waitForSocket(control, reader.socket, POLLIN, end);
+    if (waited == vfIsolation::SocketWait::Cancelled)
         return Answer::Cancelled;
     ReaderStarted started;
     std::vector<int> files;
-    if (waited == SocketWait::TooLong) {
+    if (waited == vfIsolation::SocketWait::TooLong) {
         discard();
         return Answer::TooLong;
     }
-    if (!receivePacket(reader.socket, &started, sizeof(started), files) || files.size() != 1) {
+    if (!vfIsolation::receivePacket(reader.socket, &started, sizeof(started), files) || files.size() != 1) {
         for (const int file : files)
             close(file);
         discard();
@@ -406,7 +411,7 @@ ReaderHost::Answer ReaderHost::ask(const ReaderRequest& request, JobControl& con
     ReaderGo go;
     go.isReadable = reader.isReadable;
     // One that is gone already is noticed by those who wait for it.
-    sendPacket(reader.socket, &go, sizeof(go));
+    vfIsolation::sendPacket(reader.socket, &go, sizeof(go));
     return Answer::Started;
 }
 

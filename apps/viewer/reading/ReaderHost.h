@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "reading/JobControl.h"
 #include "reading/ReaderProtocol.h"
+
+#include <velaforge/isolation/JobControl.h>
 
 #include <chrono>
 #include <cstdint>
@@ -53,7 +54,7 @@ public:
 
     /// Waits for its end. Sets the progress of the job meanwhile.
     /// @return why there is nothing; empty when @p done is set. A cancelled job has a reason, too
-    std::string waitFor(JobControl& control, ReaderDone& done);
+    std::string waitFor(vfIsolation::JobControl& control, ReaderDone& done);
 
     /// Ends it at once.
     void kill() const;
@@ -82,7 +83,7 @@ public:
     /// @param sceneFile  the scene to be written, of @p sceneSize bytes; -1 for reading. Stays the caller's
     /// @return why that was not possible; empty when it was
     static std::string begin(ReadKind kind, const std::string& path, const ReadLimits& limits,
-                             JobControl& control, Reader& reader, int sceneFile = -1,
+                             vfIsolation::JobControl& control, Reader& reader, int sceneFile = -1,
                              long long sceneSize = 0);
 
 private:
@@ -94,7 +95,7 @@ private:
         Cancelled,
         Impossible
     };
-    static Answer ask(const ReaderRequest& request, JobControl& control, Reader& reader);
+    static Answer ask(const ReaderRequest& request, vfIsolation::JobControl& control, Reader& reader);
 };
 
 } // namespace vfViewer

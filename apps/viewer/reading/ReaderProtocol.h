@@ -4,9 +4,7 @@
 #include <climits>
 #include <cstddef>
 #include <cstdint>
-#include <initializer_list>
 #include <string>
-#include <vector>
 
 namespace vfViewer {
 
@@ -52,17 +50,6 @@ struct ReaderDone
 };
 
 constexpr std::size_t progressSize = 4096;
-
-/// Sends a packet, with descriptors. @return false, with errno set, when it was not sent: EAGAIN when the socket is full
-bool sendPacket(int socket, const void* data, std::size_t size, std::initializer_list<int> files = {});
-
-/// Takes a packet, waiting for it.
-/// @param files  set to the descriptors that came with it, which the caller closes
-/// @return false when the other side is gone, or sent something else; all descriptors are closed then
-bool receivePacket(int socket, void* data, std::size_t size, std::vector<int>& files);
-
-/// Takes a packet and closes the descriptors that came with it.
-bool receivePacket(int socket, void* data, std::size_t size);
 
 /// Copies a path into a request. @return false when it is too long
 bool putPath(ReaderRequest& request, const std::string& path);

@@ -6,6 +6,8 @@
 #include "reading/ReaderProtocol.h"
 #include "reading/SceneTransfer.h"
 
+#include <velaforge/isolation/Packet.h>
+
 #include <osgDB/FileNameUtils>
 #include <osgDB/Registry>
 
@@ -91,10 +93,10 @@ void read(const ReaderTasks& tasks, const ReaderRequest& request, const ReaderGo
         outcome = ReadOutcome(); // whose memory may be what is lacking
         done.size = sendReason(scene, lackOfMemory);
     }
-    sendPacket(socket, &done, sizeof(done));
+    vfIsolation::sendPacket(socket, &done, sizeof(done));
     // The program reads the memory of this process until it closes the socket.
     char said = 0;
-    receivePacket(socket, &said, sizeof(said));
+    vfIsolation::receivePacket(socket, &said, sizeof(said));
 }
 
 void write(const ReaderTasks& tasks, const ReaderRequest& request, int socket, int scene)
@@ -111,7 +113,7 @@ void write(const ReaderTasks& tasks, const ReaderRequest& request, int socket, i
     ReaderDone done;
     done.size = reason.empty();
     reason.copy(done.reason, sizeof(done.reason) - 1);
-    sendPacket(socket, &done, sizeof(done));
+    vfIsolation::sendPacket(socket, &done, sizeof(done));
 }
 
 /// The process that does one task.
@@ -126,7 +128,7 @@ void write(const ReaderTasks& tasks, const ReaderRequest& request, int socket, i
     const int socket = files[0];
     const int scene = files[1];
     ReaderGo go;
-    if (!receivePacket(socket, &go, sizeof(go)))
+    if (!vfIsolation::receivePacket(socket, &go, sizeof(go)))
         _exit(1);
     limitMemory(request.memory);
     ReadProgress::share(files[2]);
@@ -183,7 +185,7 @@ void answer(const ReaderTasks& tasks, const Awaited& awaited, const ReaderReques
         ReaderStarted started;
         started.process = process;
         started.probe = memoryProbe();
-        sendPacket(files[0], &started, sizeof(started), {handle});
+        vfIsolation::sendPacket(files[0], &started, sizeof(started), {handle});
         close(handle);
     }
 }
@@ -216,7 +218,7 @@ void serveReaders(int socket, const ReaderTasks& tasks)
         reapReaders(awaited.children.fd);
         if (both[0].revents == 0)
             continue;
-        if (!receivePacket(socket, &request, sizeof(request), files))
+        if (!vfIsolation::receivePacket(socket, &request, sizeof(request), files))
             break;
         request.path[sizeof(request.path) - 1] = 0;
         if (files.size() == 3)

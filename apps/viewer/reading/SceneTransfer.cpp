@@ -5,10 +5,11 @@
 #include "reading/LargeArray.h"
 #include "reading/PassiveScene.h"
 #include "reading/SceneBlocks.h"
-#include "reading/SharedMemory.h"
 #include "reading/SideBySide.h"
 #include "reading/SoundScene.h"
 #include "reading/TransferBytes.h"
+
+#include <velaforge/isolation/SharedMemory.h>
 
 #include <osg/Geometry>
 #include <osgDB/Registry>
@@ -274,7 +275,7 @@ long long SceneSender::send(ReadOutcome& outcome, LargeArrays place)
     trailer.sceneSize = rest.size();
     sink.put(rest.data(), rest.size());
     sink.put(&trailer, sizeof(trailer));
-    return sink.isGood() && sealContents(m_file) ? sink.offset() : 0;
+    return sink.isGood() && vfIsolation::sealContents(m_file) ? sink.offset() : 0;
 }
 
 namespace {

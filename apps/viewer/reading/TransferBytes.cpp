@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "reading/TransferBytes.h"
 
-#include "reading/SharedMemory.h"
+#include <velaforge/isolation/SharedMemory.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -64,7 +64,7 @@ void TransferSink::align()
 TransferSource::TransferSource(int file, long long size)
 {
     struct stat status;
-    if (size <= 0 || !isSealed(file) || fstat(file, &status) != 0 || status.st_size < size)
+    if (size <= 0 || !vfIsolation::isSealed(file) || fstat(file, &status) != 0 || status.st_size < size)
         return;
     // Private, because not every kernel maps what is sealed as shared.
     void* data = mmap(nullptr, static_cast<std::size_t>(size), PROT_READ, MAP_PRIVATE, file, 0);

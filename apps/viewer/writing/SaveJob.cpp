@@ -5,12 +5,12 @@
 #include "reading/FileGate.h"
 #include "reading/ReadJob.h"
 #include "reading/SceneTransfer.h"
-#include "reading/SharedMemory.h"
 #include "writing/ModelMeasure.h"
 #include "writing/SaveDirectory.h"
 #include "writing/SceneSnapshot.h"
 
 #include <velaforge/base/FileNames.h>
+#include <velaforge/isolation/SharedMemory.h>
 
 #include <osgDB/FileNameUtils>
 
@@ -31,7 +31,7 @@ constexpr const char* notWhole = "the file could not be written whole";
 class SceneFile
 {
 public:
-    SceneFile() : m_file(makeSharedMemory("scene")) {}
+    SceneFile() : m_file(vfIsolation::makeSharedMemory("scene")) {}
     ~SceneFile()
     {
         if (m_file >= 0)
@@ -47,7 +47,8 @@ private:
 };
 
 /// Has a process write the scene, which loses its arrays. @return why it did not; empty when it did
-std::string write(JobControl& control, const osg::ref_ptr<osg::Node>& scene, const std::string& draft)
+std::string write(vfIsolation::JobControl& control, const osg::ref_ptr<osg::Node>& scene,
+                  const std::string& draft)
 {
     const SceneFile file;
     ReadOutcome sent;
@@ -68,7 +69,7 @@ std::string write(JobControl& control, const osg::ref_ptr<osg::Node>& scene, con
 }
 
 /// @return why the file has not everything; empty when it has
-std::string compare(JobControl& control, const std::string& draft, const ModelMeasure& model,
+std::string compare(vfIsolation::JobControl& control, const std::string& draft, const ModelMeasure& model,
                     unsigned int lost, bool isMoving)
 {
     control.progress = 0.75;
@@ -79,8 +80,8 @@ std::string compare(JobControl& control, const std::string& draft, const ModelMe
     return hasEverything(model, measureModel(*written.scene, lost), isMoving) ? std::string() : notWhole;
 }
 
-std::string save(JobControl& control, const osg::ref_ptr<osg::Node>& scene, const std::string& path,
-                 bool isMoving)
+std::string save(vfIsolation::JobControl& control, const osg::ref_ptr<osg::Node>& scene,
+                 const std::string& path, bool isMoving)
 {
     const std::string format = osgDB::getLowerCaseFileExtension(path);
     const unsigned int lost = featuresLostBy(format);
@@ -103,10 +104,11 @@ std::string save(JobControl& control, const osg::ref_ptr<osg::Node>& scene, cons
 } // namespace
 
 SaveJob::SaveJob(const osg::Node& scene, const std::string& path, bool isMoving)
-    : Job(path), m_reason(std::make_shared<std::string>(notEnoughMemory))
+    : vfIsolation::Job(path), m_reason(std::make_shared<std::string>(notEnoughMemory))
 {
     osg::ref_ptr<osg::Node> snapshot = snapshotOf(scene, isMoving);
-    start([reason = m_reason, snapshot = std::move(snapshot), path, isMoving](JobControl& control) {
+    start([reason = m_reason, snapshot = std::move(snapshot), path,
+           isMoving](vfIsolation::JobControl& control) {
         try {
             *reason = save(control, snapshot, vfBase::absolutePath(path).str(), isMoving);
         } catch (const std::bad_alloc&) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "reading/Job.h"
+#include <velaforge/isolation/Job.h>
 
 #include <osg/Node>
 #include <osg/ref_ptr>
@@ -20,7 +20,7 @@ namespace vfViewer {
 ///
 /// The file, and what belongs to it as an OBJ file's materials, is written in a directory beside it, read again in another
 /// process, compared with the model, and then takes its place, all at once. Until then the job can be cancelled.
-class SaveJob : public Job
+class SaveJob : public vfIsolation::Job
 {
 public:
     /// Begins. The scene may change afterwards.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "reading/Job.h"
+#include <velaforge/isolation/Job.h>
 
 #include <osgDB/Registry>
 
@@ -10,7 +10,7 @@
 #include <thread>
 #include <utility>
 
-namespace vfViewer {
+namespace vfIsolation {
 
 namespace {
 
@@ -150,4 +150,4 @@ void Job::cancel()
     m_shared->finish(true);
 }
 
-} // namespace vfViewer
+} // namespace vfIsolation

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "reading/SharedMemory.h"
+#include <velaforge/isolation/SharedMemory.h>
 
 #include <fcntl.h>
 #include <sys/mman.h>
 
-namespace vfViewer {
+namespace vfIsolation {
 
 namespace {
 
@@ -34,4 +34,4 @@ bool isSealed(int file)
     return seals >= 0 && (seals & (sizeSeals | F_SEAL_WRITE)) == (sizeSeals | F_SEAL_WRITE);
 }
 
-} // namespace vfViewer
+} // namespace vfIsolation

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "reading/JobControl.h"
+#include <velaforge/isolation/JobControl.h>
 
 #include <cstdint>
 
@@ -7,7 +7,7 @@
 #include <sys/eventfd.h>
 #include <unistd.h>
 
-namespace vfViewer {
+namespace vfIsolation {
 
 namespace {
 
@@ -60,4 +60,4 @@ SocketWait waitForSocket(JobControl& control, int socket, short events,
     }
 }
 
-} // namespace vfViewer
+} // namespace vfIsolation

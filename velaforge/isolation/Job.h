@@ -1,18 +1,19 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "reading/JobControl.h"
+#include <velaforge/isolation/Export.h>
+#include <velaforge/isolation/JobControl.h>
 
 #include <functional>
 #include <memory>
 #include <string>
 
-namespace vfViewer {
+namespace vfIsolation {
 
-/// Work on a file that goes on in a thread of its own and can be waited for.
+/// Work on a file in a thread of its own, with progress and cancellation.
 ///
-/// Jobs are made, asked and destroyed on one thread. What the work throws ends the work and nothing else.
-class Job
+/// Jobs are made, asked and destroyed on one thread. An exception of the work ends the job and nothing else.
+class VFISOLATION_EXPORT Job
 {
 public:
     /// Cancels the job, unless it is done. Does not wait for its thread.
@@ -24,6 +25,7 @@ public:
     /// Has a function called, on another thread, as soon as the job is done; at once if it is.
     void whenDone(std::function<void()> function);
 
+    /// Returns whether the work is done or was cancelled.
     bool isDone() const;
 
     /// Returns whether it was cancelled before it was done.
@@ -47,8 +49,11 @@ public:
     static void waitForThreads();
 
 protected:
+    /// The work of a job, called in its thread. It returns soon after the control is cancelled.
     using Work = std::function<void(JobControl& control)>;
 
+    /// Prepares a job; start() begins it.
+    /// @param path  of the file
     explicit Job(std::string path);
 
     /// Starts the work; where the system has no thread to give, does it here.
@@ -61,4 +66,4 @@ private:
     std::shared_ptr<Shared> m_shared;
 };
 
-} // namespace vfViewer
+} // namespace vfIsolation

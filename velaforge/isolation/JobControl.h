@@ -1,15 +1,17 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <velaforge/isolation/Export.h>
+
 #include <atomic>
 #include <chrono>
 #include <functional>
 #include <mutex>
 
-namespace vfViewer {
+namespace vfIsolation {
 
-/// What the thread of a job and those who wait for it share.
-struct JobControl
+/// The state that the thread of a job shares with the threads that wait for it.
+struct VFISOLATION_EXPORT JobControl
 {
     JobControl();
     ~JobControl();
@@ -27,8 +29,8 @@ struct JobControl
     /// Returns whether that work has begun.
     bool isCommitting() const { return m_isCommitting; }
 
-    std::atomic<bool> isCancelled{false};
-    std::atomic<float> progress{-1}; ///< from 0 to 1; less than 0 while that is not known
+    std::atomic<bool> isCancelled{false}; ///< set by cancel()
+    std::atomic<float> progress{-1};      ///< from 0 to 1; less than 0 while that is not known
 
     /// Returns a descriptor that is readable when the job is cancelled.
     int wakeUp() const { return m_wakeUp; }
@@ -48,10 +50,13 @@ enum class SocketWait
 };
 
 /// Waits until a socket is ready or gone, the job is cancelled, or the time is over.
+/// @param control  of the job
+/// @param socket   negative for none, to wait for the others
 /// @param events   as poll(2) has them
+/// @param end      when the time is over
 /// @param isInTime  called every 50 milliseconds; when it returns false, that is too long
-SocketWait waitForSocket(JobControl& control, int socket, short events,
-                         std::chrono::steady_clock::time_point end,
-                         const std::function<bool()>& isInTime = nullptr);
+VFISOLATION_EXPORT SocketWait waitForSocket(JobControl& control, int socket, short events,
+                                            std::chrono::steady_clock::time_point end,
+                                            const std::function<bool()>& isInTime = nullptr);
 
-} // namespace vfViewer
+} // namespace vfIsolation

@@ -1,0 +1,352 @@
+// SPDX-License-Identifier: MIT
+#include <velaforge/isolation/IsolatedJob.h>
+
+#include "support/Process.h"
+#include "support/TemporaryDirectory.h"
+
+#include <gmock/gmock.h>
+
+#include <chrono>
+#include <csignal>
+#include <fstream>
+#include <functional>
+#include <memory>
+#include <set>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <unistd.h>
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using vfIsolation::IsolatedJob;
+using vfIsolation::IsolatedResult;
+using vfIsolation::IsolatedTask;
+using vfIsolation::IsolationError;
+using vfTest::TemporaryDirectory;
+
+namespace {
+
+IsolatedTask task(const std::string& name, const std::string& argument = std::string())
+{
+    IsolatedTask made;
+    made.helper = VELAFORGE_ATTACK_HELPER;
+    made.name = name;
+    made.argument = argument;
+    return made;
+}
+
+IsolatedResult run(const IsolatedTask& wanted)
+{
+    vfIsolation::JobControl control;
+    return runIsolated(control, wanted);
+}
+
+std::string textOf(const IsolatedResult& result)
+{
+    return std::string(reinterpret_cast<const char*>(result.bytes.data()), result.bytes.size());
+}
+
+/// @return the processes that descend from one, by their ids
+std::set<int> descendantsOf(int ancestor)
+{
+    std::set<int> all;
+    std::ifstream children("/proc/" + std::to_string(ancestor) + "/task/" + std::to_string(ancestor) +
+                           "/children");
+    for (int child = 0; children >> child;) {
+        all.insert(child);
+        for (const int below : descendantsOf(child))
+            all.insert(below);
+    }
+    return all;
+}
+
+/// @return the children of all threads of this process
+std::set<int> children()
+{
+    std::set<int> all;
+    DIR* threads = opendir("/proc/self/task");
+    while (const dirent* entry = readdir(threads)) {
+        std::ifstream ofThread(std::string("/proc/self/task/") + entry->d_name + "/children");
+        for (int child = 0; ofThread >> child;)
+            all.insert(child);
+    }
+    closedir(threads);
+    return all;
+}
+
+/// @return the children and all that descends from them
+std::set<int> descendants()
+{
+    std::set<int> all = children();
+    for (const int child : children()) {
+        const std::set<int> below = descendantsOf(child);
+        all.insert(below.begin(), below.end());
+    }
+    return all;
+}
+
+bool isThere(int process)
+{
+    std::ifstream status("/proc/" + std::to_string(process) + "/stat");
+    std::string id, name, state;
+    return (status >> id >> name >> state) && state != "Z";
+}
+
+bool waitUntil(const std::function<bool()>& condition)
+{
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > end)
+            return false;
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+    return true;
+}
+
+std::size_t countDescriptors()
+{
+    std::size_t count = 0;
+    DIR* files = opendir("/proc/self/fd");
+    while (readdir(files))
+        ++count;
+    closedir(files);
+    return count;
+}
+
+} // namespace
+
+TEST(IsolatedJobs, ATaskGetsItsArgumentAndGivesItsResult)
+{
+    const std::string argument = std::string("all\0bytes", 9) + std::string(100000, 'x');
+    IsolatedJob job(task("echo", argument));
+    while (!job.wait(1000)) {
+    }
+    const IsolatedResult result = job.take();
+    EXPECT_EQ(IsolationError::None, result.error) << result.reason;
+    EXPECT_EQ("", result.reason);
+    EXPECT_EQ(argument, textOf(result));
+    EXPECT_EQ("", textOf(run(task("echo")))) << "of no argument";
+}
+
+TEST(IsolatedJobs, EachTaskHasAProcessOfItsOwnWithNothingOfTheProgram)
+{
+    setenv("VELAFORGE_SECRET", "1", 1);
+    const int open = ::open("/dev/null", O_RDONLY); // which a program forgot to keep to itself
+    const std::string facts = textOf(run(task("facts")));
+    close(open);
+    EXPECT_THAT(facts, HasSubstr("threads 1\n"));
+    EXPECT_THAT(facts, Not(HasSubstr("VELAFORGE_SECRET")));
+    EXPECT_THAT(facts, testing::MatchesRegex("(.|\n)*descriptors 0 1 2( [0-9]+)?( [0-9]+)?")) << facts;
+}
+
+TEST(IsolatedJobs, AFileCanBeReadThatTheTaskWasGivenByPathOrByDescriptor)
+{
+    const TemporaryDirectory directory;
+    const std::string path = directory.write("a.txt", "contents");
+    IsolatedTask wanted = task("copy", path);
+    EXPECT_EQ("cannot be opened", run(wanted).reason);
+    wanted.readableFiles = {directory.file("missing"), directory.path(), path};
+    EXPECT_EQ("contents", textOf(run(wanted)));
+
+    IsolatedTask byDescriptor = task("copy descriptor");
+    byDescriptor.files = {::open(path.c_str(), O_RDONLY | O_CLOEXEC)};
+    EXPECT_EQ("contents", textOf(run(byDescriptor)));
+    close(byDescriptor.files[0]);
+}
+
+TEST(IsolatedJobs, ATaskMayUseThreads)
+{
+    EXPECT_EQ("42", textOf(run(task("parallel"))));
+}
+
+TEST(IsolatedJobs, WhatATaskTellsIsOneLineWithoutControlCharacters)
+{
+    const IsolatedResult result = run(task("fail"));
+    EXPECT_EQ(IsolationError::Failed, result.error);
+    EXPECT_THAT(result.reason, HasSubstr("line"));
+    EXPECT_THAT(result.reason, Not(testing::AnyOf(HasSubstr("\n"), HasSubstr("\x1b"))));
+}
+
+TEST(IsolatedJobs, WhatATaskThrowsIsItsReason)
+{
+    EXPECT_EQ("thrown", run(task("throw")).reason);
+    EXPECT_EQ(IsolationError::Failed, run(task("throw number")).error);
+    EXPECT_NE("", run(task("throw number")).reason);
+}
+
+TEST(IsolatedJobs, AProcessThatEndsWithoutAnAnswerIsAnError)
+{
+    for (const char* name : {"crash", "exit", "send less"}) {
+        const IsolatedResult result = run(task(name));
+        EXPECT_EQ(IsolationError::Ended, result.error) << name;
+        EXPECT_EQ("its process ended unexpectedly", result.reason) << name;
+    }
+}
+
+TEST(IsolatedJobs, AnAnswerThatIsNoneIsAnError)
+{
+    for (const char* name : {"lie about size", "lie about seals", "lie about outcome"})
+        EXPECT_EQ(IsolationError::Ended, run(task(name)).error) << name;
+    EXPECT_EQ(IsolationError::Failed, run(task("keep")).error) << "a result that is still mapped for writing";
+}
+
+TEST(IsolatedJobs, DescriptorsThatComeWithAnAnswerAreClosed)
+{
+    run(task("echo"));
+    const std::size_t before = countDescriptors();
+    for (int i = 0; i < 5; ++i)
+        run(task("send descriptors"));
+    EXPECT_EQ(before, countDescriptors());
+}
+
+TEST(IsolatedJobs, LeaveNoDescriptorAndNoProcess)
+{
+    run(task("echo"));
+    const std::size_t before = countDescriptors();
+    for (const char* name : {"echo", "crash", "throw", "keep", "no such task"})
+        run(task(name));
+    EXPECT_EQ(before, countDescriptors());
+    EXPECT_TRUE(waitUntil([] { return descendants().size() == 2; })) << "the launcher and its next process";
+}
+
+TEST(IsolatedJobs, ATaskOrAHelperThatIsNotThereIsAReason)
+{
+    EXPECT_EQ("the helper program does not know this task", run(task("no such task")).reason);
+    EXPECT_EQ("the helper program does not know this task", run(task(std::string(1000, 'x'))).reason);
+    IsolatedTask elsewhere = task("echo");
+    elsewhere.helper = "/nowhere/helper";
+    EXPECT_EQ("the helper program /nowhere/helper cannot be started", run(elsewhere).reason);
+    elsewhere.helper = "/bin/true";
+    EXPECT_EQ(IsolationError::NotStarted, run(elsewhere).error) << "a program that is no helper";
+}
+
+TEST(IsolatedJobs, AHelperThatIsStartedByHandEnds)
+{
+    EXPECT_EQ(1, vfTest::runProgram({VELAFORGE_ATTACK_HELPER}).status);
+    EXPECT_EQ(1, vfTest::runProgram({VELAFORGE_ATTACK_HELPER, "--serve"}).status);
+    EXPECT_EQ(1, vfTest::runProgram({VELAFORGE_ATTACK_HELPER, "--launch"}).status);
+}
+
+TEST(IsolatedJobs, TellTheirProgressAndStage)
+{
+    vfIsolation::JobControl control;
+    std::atomic<std::uint32_t> stage{0};
+    std::thread thread([&] { runIsolated(control, task("progress"), &stage); });
+    EXPECT_TRUE(waitUntil([&] { return control.progress == 0.25f && stage == 7; }));
+    control.cancel();
+    thread.join();
+}
+
+TEST(IsolatedJobs, CancelReturnsAtOnceAndEndsTheProcess)
+{
+    for (const char* name : {"loop", "sleep", "stop"}) {
+        auto job = std::make_unique<IsolatedJob>(task(name));
+        waitUntil([] { return descendants().size() >= 2; });
+        job->cancel();
+        EXPECT_TRUE(job->isDone());
+        EXPECT_EQ(IsolationError::Cancelled, job->take().error);
+    }
+    EXPECT_TRUE(waitUntil([] { return descendants().size() == 2; }));
+}
+
+TEST(IsolatedJobs, AProcessThatLoopsIsEndedByItsLimit)
+{
+    IsolatedTask wanted = task("loop");
+    wanted.limits.seconds = 1;
+    EXPECT_EQ(IsolationError::Ended, run(wanted).error);
+}
+
+TEST(IsolatedJobs, AProcessThatSleepsOrStopsIsEndedByTheClock)
+{
+    for (const char* name : {"sleep", "stop"}) {
+        IsolatedTask wanted = task(name);
+        wanted.limits.clockSeconds = 1;
+        const IsolatedResult result = run(wanted);
+        EXPECT_EQ(IsolationError::TooLong, result.error) << name;
+        EXPECT_EQ("it takes too long", result.reason);
+    }
+    EXPECT_TRUE(waitUntil([] { return descendants().size() == 2; }));
+}
+
+TEST(IsolatedJobs, ALauncherThatIsKilledIsReplacedAndItsTaskIsAnError)
+{
+    IsolatedJob job(task("progress"));
+    ASSERT_TRUE(waitUntil([&] { return job.progress() > 0; }));
+    const std::set<int> before = descendants();
+    for (const int launcher : children())
+        kill(launcher, SIGKILL);
+    EXPECT_TRUE(job.wait(60000));
+    EXPECT_EQ(IsolationError::Ended, job.take().error);
+    EXPECT_TRUE(waitUntil([&] {
+        for (const int process : before) {
+            if (isThere(process))
+                return false;
+        }
+        return true;
+    })) << "its processes end with it";
+    EXPECT_EQ("again", textOf(run(task("echo", "again"))));
+}
+
+TEST(IsolatedJobs, ALauncherThatIsKilledBetweenTasksCostsNothing)
+{
+    for (int i = 0; i < 5; ++i) {
+        EXPECT_EQ("text", textOf(run(task("echo", "text"))));
+        for (const int launcher : children())
+            kill(launcher, SIGKILL);
+    }
+}
+
+TEST(IsolatedJobs, AProcessThatIsKilledBeforeItHasTheTaskCostsNothing)
+{
+    run(task("echo"));
+    ASSERT_TRUE(waitUntil([] { return descendants().size() == 2; }));
+    int waiting = 0;
+    for (const int process : descendants()) {
+        if (descendantsOf(process).empty())
+            waiting = process;
+    }
+    kill(waiting, SIGSTOP);
+    IsolatedJob job(task("echo", "still"));
+    ASSERT_TRUE(waitUntil([] { return descendants().size() == 3; })) << "the task is for that process";
+    EXPECT_FALSE(job.isDone());
+    kill(waiting, SIGKILL);
+    ASSERT_TRUE(job.wait(60000));
+    EXPECT_EQ("still", textOf(job.take()));
+}
+
+TEST(IsolatedJobs, NothingIsLeftOfAProgramThatIsKilled)
+{
+    vfTest::RunningProgram program({VELAFORGE_ISOLATION_PROGRAM, VELAFORGE_ATTACK_HELPER});
+    ASSERT_TRUE(waitUntil([&] { return descendantsOf(program.process()).size() >= 3; }));
+    const std::set<int> before = descendantsOf(program.process());
+    kill(program.process(), SIGKILL);
+    EXPECT_TRUE(waitUntil([&] {
+        for (const int process : before) {
+            if (isThere(process))
+                return false;
+        }
+        return true;
+    }));
+}
+
+TEST(IsolatedJobs, ManyAtOnceDoNotDisturbOneAnother)
+{
+    std::vector<std::unique_ptr<IsolatedJob>> jobs;
+    for (int i = 0; i < 40; ++i)
+        jobs.push_back(
+            std::make_unique<IsolatedJob>(i % 4 == 3 ? task("crash") : task("echo", std::to_string(i))));
+    for (int i = 0; i < 40; ++i) {
+        IsolatedJob& job = *jobs[static_cast<std::size_t>(i)];
+        ASSERT_TRUE(job.wait(60000));
+        const IsolatedResult result = job.take();
+        if (i % 4 == 3)
+            EXPECT_EQ(IsolationError::Ended, result.error);
+        else
+            EXPECT_EQ(std::to_string(i), textOf(result)) << result.reason;
+    }
+}

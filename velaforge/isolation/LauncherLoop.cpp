@@ -1,0 +1,183 @@
+// SPDX-License-Identifier: MIT
+#include <velaforge/isolation/internal/LauncherLoop.h>
+
+#include <velaforge/isolation/Packet.h>
+#include <velaforge/isolation/internal/Protocol.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <set>
+#include <utility>
+#include <vector>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/prctl.h>
+#include <sys/signalfd.h>
+#include <sys/socket.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace vfIsolation {
+
+namespace {
+
+void closeFile(int& file)
+{
+    if (file >= 0)
+        close(file);
+    file = -1;
+}
+
+class Launcher
+{
+public:
+    Launcher()
+    {
+        sigemptyset(&m_ended);
+        sigaddset(&m_ended, SIGCHLD);
+        sigprocmask(SIG_BLOCK, &m_ended, nullptr);
+        m_children = signalfd(-1, &m_ended, SFD_CLOEXEC | SFD_NONBLOCK);
+        fcntl(helperSocket, F_SETFD, FD_CLOEXEC);
+        // What a helper process leaves behind becomes a child of this one.
+        prctl(PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0);
+    }
+
+    void run()
+    {
+        makeSpare();
+        for (;;) {
+            pollfd waited[] = {{helperSocket, POLLIN, 0}, {m_children, POLLIN, 0}};
+            if (poll(waited, 2, -1) < 0 && errno != EINTR)
+                break;
+            reap();
+            if (waited[0].revents == 0)
+                continue;
+            LaunchRequest request;
+            std::vector<int> files;
+            if (!receivePacket(helperSocket, &request, sizeof(request), files))
+                break;
+            if (files.size() == 1)
+                start(files[0]);
+            for (const int file : files)
+                close(file);
+            if (m_spare == 0)
+                makeSpare();
+        }
+        for (const pid_t process : m_processes)
+            kill(process, SIGKILL);
+    }
+
+private:
+    /// Executes a process for the next task, so that it has its libraries when the task comes.
+    void makeSpare()
+    {
+        int pair[2];
+        if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, pair) != 0)
+            return;
+        const pid_t launcher = getpid();
+        const pid_t process = fork();
+        if (process == 0)
+            become(pair[1], launcher);
+        close(pair[1]);
+        if (process < 0) {
+            close(pair[0]);
+            return;
+        }
+        m_spare = process;
+        m_spareSocket = pair[0];
+        m_processes.insert(process);
+    }
+
+    [[noreturn]] void become(int socket, pid_t launcher) const
+    {
+        prctl(PR_SET_PDEATHSIG, SIGKILL);
+        if (getppid() != launcher)
+            _exit(EXIT_FAILURE); // which ended before the line above
+        sigprocmask(SIG_UNBLOCK, &m_ended, nullptr);
+        dup2(socket, helperSocket); // without FD_CLOEXEC, which all others have
+        std::string name = "velaforge-helper";
+        std::string argument = serveArgument;
+        char* arguments[] = {name.data(), argument.data(), nullptr};
+        execve("/proc/self/exe", arguments, environ);
+        _exit(EXIT_FAILURE);
+    }
+
+    /// Gives the spare process a task's socket, and the program a descriptor of the process. A process is not reaped before,
+    /// so that the system cannot give its id to another one.
+    void start(int socket)
+    {
+        for (int tries = 0; tries < 3; ++tries) {
+            if (m_spare == 0)
+                makeSpare();
+            const pid_t process = std::exchange(m_spare, 0);
+            const LaunchRequest request;
+            const bool isSent = sendPacket(m_spareSocket, &request, sizeof(request), {socket});
+            closeFile(m_spareSocket);
+            if (!isSent)
+                continue; // it was killed
+            // The number of the call, because the header is not one for C++.
+            int handle = static_cast<int>(syscall(SYS_pidfd_open, process, 0));
+            HelperStarted started;
+            started.process = process;
+            if (handle >= 0)
+                sendPacket(socket, &started, sizeof(started), {handle});
+            closeFile(handle);
+            return;
+        }
+    }
+
+    void reap()
+    {
+        signalfd_siginfo told;
+        bool hasEnded = false;
+        while (read(m_children, &told, sizeof(told)) > 0)
+            hasEnded = true;
+        if (!hasEnded)
+            return;
+        for (pid_t process = 0; (process = waitpid(-1, nullptr, WNOHANG)) > 0;) {
+            m_processes.erase(process);
+            if (process == m_spare) {
+                m_spare = 0;
+                closeFile(m_spareSocket);
+            }
+        }
+        killOrphans();
+    }
+
+    /// Ends the processes that helper processes have left behind.
+    void killOrphans() const
+    {
+        FILE* children = std::fopen("/proc/thread-self/children", "re");
+        if (!children)
+            return;
+        for (int process = 0; std::fscanf(children, "%d", &process) == 1;) {
+            if (m_processes.count(process) == 0)
+                kill(process, SIGKILL);
+        }
+        std::fclose(children);
+    }
+
+    sigset_t m_ended;
+    int m_children = -1;
+    pid_t m_spare = 0;
+    int m_spareSocket = -1;
+    std::set<pid_t> m_processes; ///< that were made here and not reaped
+};
+
+} // namespace
+
+void runLauncher()
+{
+    prctl(PR_SET_NAME, "velaforge-launch");
+    signal(SIGINT, SIG_IGN); // a key at the terminal is for the program
+    signal(SIGPIPE, SIG_IGN);
+    Launcher().run();
+    _exit(EXIT_SUCCESS);
+}
+
+} // namespace vfIsolation
