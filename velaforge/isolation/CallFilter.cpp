@@ -31,7 +31,7 @@ const Calls& allowed()
          "read", "pread64", "readv", "preadv", "write", "pwrite64", "writev", "pwritev", "lseek", "_llseek",
          "close", "close_range", "fstat", "fstat64", "ftruncate", "ftruncate64", "fallocate", "fadvise64",
          "fsync", "fdatasync", "sendmsg", "recvmsg", "poll", "ppoll", "select", "_newselect", "pselect6",
-         "getdents64", "dup",
+         "getdents64", "dup", "pipe", "pipe2",
          // names: Landlock does not hold these, and they tell little
          "stat", "stat64", "lstat", "lstat64", "newfstatat", "fstatat64", "statx", "access", "faccessat",
          "faccessat2", "readlink", "readlinkat", "getcwd",
