@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "model/Outline.h"
 
+#include "support/ThreadSanitizer.h"
+
 #include <osg/Vec3d>
 #include <osg/ref_ptr>
 
@@ -49,7 +51,7 @@ TEST(Outline, ReachesAsFarAsAllPointsOnEverySide)
     EXPECT_LT(outline->size(), points->size() / 2);
     std::mt19937 random(5);
     std::normal_distribution<double> spread;
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < 200; i += vfTest::stepOfSearch) {
         osg::Vec3d direction(spread(random), spread(random), spread(random));
         direction.normalize();
         const double all = reach(*points, direction);
@@ -62,7 +64,7 @@ TEST(Outline, ReachesAsFarAsAllPointsOnEverySide)
 TEST(Outline, ReachesToAnyPoint)
 {
     // However many there are, and wherever the farthest stands among them.
-    for (int count = 5000; count < 5013; ++count) {
+    for (int count = 5000; count < 5013; count += vfTest::stepOfSearch) {
         const auto points = cloud(count);
         for (const int far :
              {0, 1, 2, 3, 2499, 2500, 2501, count / 2, count - 4, count - 3, count - 2, count - 1}) {

@@ -65,7 +65,8 @@ std::string findBuildId()
 
 const std::string& buildId()
 {
-    static const std::string id = findBuildId();
+    // Never destroyed: threads of jobs may use it while the program ends.
+    static const std::string& id = *new std::string(findBuildId());
     return id;
 }
 
