@@ -141,12 +141,14 @@ TEST_P(Sandbox, RefusesIt)
     const std::string target = targetOf(GetParam().what, directory);
     EXPECT_THAT(tryIt(GetParam().what, target, SandboxLayers::All), StartsWith("refused: "));
     expectFilesAsTheyWere();
-    if (GetParam().layers & byLandlock)
+    if (GetParam().layers & byLandlock) {
         EXPECT_THAT(tryIt(GetParam().what, target, SandboxLayers::Landlock), StartsWith("refused: "))
             << "Landlock alone";
-    if (GetParam().layers & byCallFilter)
+    }
+    if (GetParam().layers & byCallFilter) {
         EXPECT_THAT(tryIt(GetParam().what, target, SandboxLayers::CallFilter), StartsWith("refused: "))
             << "seccomp alone";
+    }
     expectFilesAsTheyWere();
 }
 

@@ -37,6 +37,17 @@ void closeFile(int& file)
     file = -1;
 }
 
+/// Makes two sockets for packets, which programs that are started do not inherit. @return false on failure
+bool makeSocketPair(int& ours, int& theirs)
+{
+    int pair[2];
+    if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, pair) != 0)
+        return false;
+    ours = pair[0];
+    theirs = pair[1];
+    return true;
+}
+
 /// Returns the environment of helpers: only that of sanitizers, which their own processes need, too.
 std::vector<char*> environment()
 {
@@ -113,15 +124,16 @@ void Launcher::start()
 
 void Launcher::startLocked()
 {
-    int pair[2];
-    if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, pair) != 0)
+    int ours = -1;
+    int theirs = -1;
+    if (!makeSocketPair(ours, theirs))
         return;
-    m_process = spawn(m_helper, pair[1]);
-    close(pair[1]);
+    m_process = spawn(m_helper, theirs);
+    close(theirs);
     if (m_process > 0)
-        m_socket = pair[0];
+        m_socket = ours;
     else
-        close(pair[0]);
+        close(ours);
     ++m_generation;
 }
 
@@ -165,14 +177,13 @@ LaunchResult Launcher::launch(JobControl& control, HelperProcess& process)
 Launcher::Answer Launcher::ask(JobControl& control, HelperProcess& process)
 {
     closeFile(process.socket);
-    int pair[2];
-    if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, pair) != 0)
+    int theirs = -1;
+    if (!makeSocketPair(process.socket, theirs))
         return Answer::Impossible;
-    process.socket = pair[0];
     const Clock::time_point end = Clock::now() + patience;
     unsigned int generation = 0;
-    const Answer sent = send(control, pair[1], generation, end);
-    close(pair[1]);
+    const Answer sent = send(control, theirs, generation, end);
+    close(theirs);
     if (sent != Answer::Started)
         return sent;
     const SocketWait waited = waitForSocket(control, process.socket, POLLIN, end);
