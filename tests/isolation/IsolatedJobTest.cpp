@@ -1,13 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/isolation/IsolatedJob.h>
+#include <velaforge/isolation/Packet.h>
+#include <velaforge/isolation/SharedMemory.h>
+#include <velaforge/isolation/internal/Protocol.h>
 
 #include "support/Process.h"
 #include "support/TemporaryDirectory.h"
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
 #include <fstream>
 #include <functional>
 #include <memory>
@@ -18,6 +23,9 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 using testing::HasSubstr;
@@ -150,7 +158,9 @@ TEST(IsolatedJobs, AFileCanBeReadThatTheTaskWasGivenByPathOrByDescriptor)
     const std::string path = directory.write("a.txt", "contents");
     IsolatedTask wanted = task("copy", path);
     EXPECT_EQ("cannot be opened", run(wanted).reason);
-    wanted.readableFiles = {directory.file("missing"), directory.path(), path};
+    wanted.readableFiles = {directory.file("missing"), directory.path()};
+    EXPECT_EQ("cannot be opened", run(wanted).reason) << "a directory is not granted";
+    wanted.readableFiles.push_back(path);
     EXPECT_EQ("contents", textOf(run(wanted)));
 
     IsolatedTask byDescriptor = task("copy descriptor");
@@ -223,6 +233,67 @@ TEST(IsolatedJobs, ATaskOrAHelperThatIsNotThereIsAReason)
     EXPECT_EQ("the helper program /nowhere/helper cannot be started", run(elsewhere).reason);
     elsewhere.helper = "/bin/true";
     EXPECT_EQ(IsolationError::NotStarted, run(elsewhere).error) << "a program that is no helper";
+}
+
+TEST(IsolatedJobs, AHelperOfAnotherBuildRefusesTheTask)
+{
+    int channel[2];
+    int job[2];
+    ASSERT_EQ(0, socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, channel));
+    ASSERT_EQ(0, socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, job));
+    const pid_t helper = fork();
+    if (helper == 0) {
+        fcntl(channel[1], F_SETFD, 0);
+        dup2(channel[1], vfIsolation::helperSocket);
+        execl(VELAFORGE_ATTACK_HELPER, "helper", vfIsolation::serveArgument, nullptr);
+        _exit(2);
+    }
+    const vfIsolation::LaunchRequest launch;
+    ASSERT_TRUE(vfIsolation::sendPacket(channel[0], &launch, sizeof(launch), {job[1]}));
+    const int file = vfIsolation::makeSharedMemory("empty");
+    vfIsolation::TaskRequest request;
+    vfIsolation::putText(request.build, "another");
+    vfIsolation::putText(request.task, "echo");
+    ASSERT_TRUE(vfIsolation::sendPacket(job[0], &request, sizeof(request), {file, file, file, file}));
+    vfIsolation::TaskDone done;
+    ASSERT_TRUE(vfIsolation::receivePacket(job[0], &done, sizeof(done)));
+    EXPECT_EQ(vfIsolation::TaskOutcome::OtherBuild, done.outcome);
+    int status = -1;
+    waitpid(helper, &status, 0);
+    EXPECT_EQ(0, status);
+    for (const int one : {channel[0], channel[1], job[0], job[1], file})
+        close(one);
+}
+
+TEST(IsolatedJobs, ALauncherThatCannotStartAProcessIsAReasonAndStays)
+{
+    run(task("echo"));
+    IsolatedJob other(task("progress"));
+    ASSERT_TRUE(waitUntil([&] { return other.progress() > 0 && descendants().size() == 3; }));
+    const std::set<int> launchers = children();
+    ASSERT_EQ(1u, launchers.size());
+    const std::string launcher = "/proc/" + std::to_string(*launchers.begin());
+    // The process that waits for a task is gone, and there are no descriptors for the sockets of another.
+    for (const int process : descendantsOf(*launchers.begin())) {
+        std::ifstream name("/proc/" + std::to_string(process) + "/comm");
+        std::string word;
+        name >> word;
+        if (word != "progress")
+            kill(process, SIGKILL);
+    }
+    ASSERT_TRUE(waitUntil([] { return descendants().size() == 2; }));
+    int last = 0;
+    DIR* files = opendir((launcher + "/fd").c_str());
+    ASSERT_NE(nullptr, files);
+    while (const dirent* entry = readdir(files))
+        last = std::max(last, std::atoi(entry->d_name));
+    closedir(files);
+    const rlimit limit = {rlim_t(last) + 2, rlim_t(last) + 2};
+    ASSERT_EQ(0, prlimit(*launchers.begin(), RLIMIT_NOFILE, &limit, nullptr));
+    const IsolatedResult result = run(task("echo"));
+    EXPECT_EQ(IsolationError::OutOfMemory, result.error) << result.reason;
+    EXPECT_FALSE(other.isDone()) << "another task goes on";
+    EXPECT_EQ(launchers, children());
 }
 
 TEST(IsolatedJobs, AHelperThatIsStartedByHandEnds)

@@ -26,7 +26,6 @@ std::string hexadecimal(const unsigned char* bytes, std::size_t size)
 int findNote(dl_phdr_info* info, std::size_t, void* found)
 {
     const auto here = reinterpret_cast<ElfW(Addr)>(&buildId);
-    const ElfW(Phdr)* notes = nullptr;
     bool isThis = false;
     for (int i = 0; i < info->dlpi_phnum; ++i) {
         const ElfW(Phdr)& part = info->dlpi_phdr[i];
@@ -34,11 +33,11 @@ int findNote(dl_phdr_info* info, std::size_t, void* found)
         isThis = isThis || (part.p_type == PT_LOAD && here >= begin && here < begin + part.p_memsz);
     }
     for (int i = 0; isThis && i < info->dlpi_phnum; ++i) {
-        notes = &info->dlpi_phdr[i];
-        if (notes->p_type != PT_NOTE)
+        const ElfW(Phdr)& notes = info->dlpi_phdr[i];
+        if (notes.p_type != PT_NOTE)
             continue;
-        const auto* at = reinterpret_cast<const unsigned char*>(info->dlpi_addr + notes->p_vaddr);
-        const unsigned char* end = at + notes->p_memsz;
+        const auto* at = reinterpret_cast<const unsigned char*>(info->dlpi_addr + notes.p_vaddr);
+        const unsigned char* end = at + notes.p_memsz;
         while (end - at > static_cast<std::ptrdiff_t>(sizeof(ElfW(Nhdr)))) {
             ElfW(Nhdr) note;
             std::memcpy(&note, at, sizeof(note));

@@ -128,8 +128,8 @@ public:
         if (!m_context || !m_isGood)
             return false;
         seccomp_attr_set(m_context, SCMP_FLTATR_ACT_BADARCH, SCMP_ACT_KILL_PROCESS);
-        seccomp_attr_set(m_context, SCMP_FLTATR_CTL_OPTIMIZE,
-                         2); // a binary tree, which is faster than a list
+        constexpr std::uint32_t binaryTree = 2; // faster than a list
+        seccomp_attr_set(m_context, SCMP_FLTATR_CTL_OPTIMIZE, binaryTree);
         return seccomp_load(m_context) == 0;
     }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/isolation/Helper.h>
 
+#include <velaforge/isolation/internal/Descriptors.h>
 #include <velaforge/isolation/internal/LauncherLoop.h>
 #include <velaforge/isolation/internal/Protocol.h>
 #include <velaforge/isolation/internal/TaskRunner.h>
@@ -8,29 +9,17 @@
 #include <velaforge/base/StandardDescriptors.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <utility>
 
 #include <sys/socket.h>
-#include <unistd.h>
 
 namespace vfIsolation {
 
 bool TaskContext::append(const void* bytes, std::size_t size)
 {
-    const auto* at = static_cast<const char*>(bytes);
-    while (size > 0) {
-        const ssize_t written = write(m_result, at, size);
-        if (written < 0 && errno == EINTR)
-            continue;
-        if (written <= 0)
-            return false;
-        at += written;
-        size -= static_cast<std::size_t>(written);
-    }
-    return true;
+    return writeAll(m_result, bytes, size);
 }
 
 void TaskContext::tell(std::uint64_t done, std::uint64_t all)

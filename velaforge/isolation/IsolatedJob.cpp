@@ -3,13 +3,13 @@
 
 #include <velaforge/isolation/Packet.h>
 #include <velaforge/isolation/SharedMemory.h>
+#include <velaforge/isolation/internal/Descriptors.h>
 #include <velaforge/isolation/internal/Launcher.h>
 #include <velaforge/isolation/internal/Protocol.h>
 
 #include <velaforge/base/Printable.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <chrono>
 #include <exception>
 #include <new>
@@ -45,11 +45,7 @@ class SharedFile
 {
 public:
     explicit SharedFile(const char* name) : m_file(makeSharedMemory(name)) {}
-    ~SharedFile()
-    {
-        if (m_file >= 0)
-            close(m_file);
-    }
+    ~SharedFile() { closeFile(m_file); }
     SharedFile(const SharedFile&) = delete;
     SharedFile& operator=(const SharedFile&) = delete;
 
@@ -58,14 +54,7 @@ public:
     /// Writes the contents and seals them. @return false on failure
     bool put(const std::string& contents)
     {
-        std::size_t done = 0;
-        while (m_file >= 0 && done < contents.size()) {
-            const ssize_t written = write(m_file, contents.data() + done, contents.size() - done);
-            if (written < 0 && errno != EINTR)
-                return false;
-            done += static_cast<std::size_t>(std::max<ssize_t>(written, 0));
-        }
-        return m_file >= 0 && sealContents(m_file);
+        return m_file >= 0 && writeAll(m_file, contents.data(), contents.size()) && sealContents(m_file);
     }
 
 private:
@@ -126,6 +115,9 @@ Waited waitForAnswer(JobControl& control, const HelperProcess& process, const Pr
         progress.update(control, stage);
         if (control.isCancelled)
             return Waited::Cancelled;
+        // It may have answered and ended after its socket was looked at.
+        if (waited[0].revents == 0 && waited[1].revents != 0)
+            poll(waited, 1, 0);
         if (waited[0].revents & POLLIN)
             return Waited::Answered;
         if (waited[0].revents != 0 || waited[1].revents != 0)

@@ -37,9 +37,9 @@ enum class IsolationError : std::uint8_t
     None,
     Failed, ///< the task says why
     Cancelled,
-    TooLong, ///< a limit of time
+    TooLong, ///< the limit of the clock
     OutOfMemory,
-    Ended,     ///< the process crashed, was killed, or did not answer as it should
+    Ended, ///< the process crashed, was killed, as by the limit of processor time, or did not answer as it should
     NotStarted ///< the helper is missing or of another build, has no such task, or the sandbox is not complete
 };
 

@@ -2,6 +2,7 @@
 #include <velaforge/isolation/internal/Launcher.h>
 
 #include <velaforge/isolation/Packet.h>
+#include <velaforge/isolation/internal/Descriptors.h>
 #include <velaforge/isolation/internal/Protocol.h>
 
 #include <cerrno>
@@ -29,24 +30,6 @@ using Clock = std::chrono::steady_clock;
 
 /// A launcher that does not start a process within this time is replaced.
 constexpr std::chrono::seconds patience{60};
-
-void closeFile(int& file)
-{
-    if (file >= 0)
-        close(file);
-    file = -1;
-}
-
-/// Makes two sockets for packets, which programs that are started do not inherit. @return false on failure
-bool makeSocketPair(int& ours, int& theirs)
-{
-    int pair[2];
-    if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, pair) != 0)
-        return false;
-    ours = pair[0];
-    theirs = pair[1];
-    return true;
-}
 
 /// Returns the environment of helpers: only that of sanitizers, which their own processes need, too.
 std::vector<char*> environment()
@@ -191,14 +174,16 @@ Launcher::Answer Launcher::ask(JobControl& control, HelperProcess& process)
         return Answer::Cancelled;
     HelperStarted started;
     std::vector<int> files;
-    const bool isTold = waited == SocketWait::Ready &&
-                        receivePacket(process.socket, &started, sizeof(started), files) && files.size() == 1;
-    if (isTold) {
+    const bool isTold =
+        waited == SocketWait::Ready && receivePacket(process.socket, &started, sizeof(started), files);
+    if (isTold && started.isStarted && files.size() == 1) {
         process.handle = files[0];
         return Answer::Started;
     }
     for (const int file : files)
         close(file);
+    if (isTold)
+        return Answer::Impossible;
     discard(generation);
     return waited == SocketWait::TooLong ? Answer::TooLong : Answer::LauncherLost;
 }

@@ -2,6 +2,7 @@
 #include <velaforge/isolation/internal/LauncherLoop.h>
 
 #include <velaforge/isolation/Packet.h>
+#include <velaforge/isolation/internal/Descriptors.h>
 #include <velaforge/isolation/internal/Protocol.h>
 
 #include <algorithm>
@@ -17,7 +18,6 @@
 #include <poll.h>
 #include <sys/prctl.h>
 #include <sys/signalfd.h>
-#include <sys/socket.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -25,13 +25,6 @@
 namespace vfIsolation {
 
 namespace {
-
-void closeFile(int& file)
-{
-    if (file >= 0)
-        close(file);
-    file = -1;
-}
 
 class Launcher
 {
@@ -76,20 +69,21 @@ private:
     /// Executes a process for the next task, so that it has its libraries when the task comes.
     void makeSpare()
     {
-        int pair[2];
-        if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, pair) != 0)
+        int ours = -1;
+        int theirs = -1;
+        if (!makeSocketPair(ours, theirs))
             return;
         const pid_t launcher = getpid();
         const pid_t process = fork();
         if (process == 0)
-            become(pair[1], launcher);
-        close(pair[1]);
+            become(theirs, launcher);
+        close(theirs);
         if (process < 0) {
-            close(pair[0]);
+            close(ours);
             return;
         }
         m_spare = process;
-        m_spareSocket = pair[0];
+        m_spareSocket = ours;
         m_processes.insert(process);
     }
 
@@ -111,7 +105,9 @@ private:
     /// so that the system cannot give its id to another one.
     void start(int socket)
     {
-        for (int tries = 0; tries < 3; ++tries) {
+        HelperStarted started;
+        int handle = -1;
+        for (int tries = 0; tries < 3 && !started.isStarted; ++tries) {
             if (m_spare == 0)
                 makeSpare();
             const pid_t process = std::exchange(m_spare, 0);
@@ -119,16 +115,16 @@ private:
             const bool isSent = sendPacket(m_spareSocket, &request, sizeof(request), {socket});
             closeFile(m_spareSocket);
             if (!isSent)
-                continue; // it was killed
+                continue; // it was killed, or there is none
             // The number of the call, because the header is not one for C++.
-            int handle = static_cast<int>(syscall(SYS_pidfd_open, process, 0));
-            HelperStarted started;
-            started.process = process;
-            if (handle >= 0)
-                sendPacket(socket, &started, sizeof(started), {handle});
-            closeFile(handle);
-            return;
+            handle = static_cast<int>(syscall(SYS_pidfd_open, process, 0));
+            started.isStarted = handle >= 0;
         }
+        if (started.isStarted)
+            sendPacket(socket, &started, sizeof(started), {handle});
+        else
+            sendPacket(socket, &started, sizeof(started));
+        closeFile(handle);
     }
 
     void reap()

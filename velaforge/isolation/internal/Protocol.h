@@ -32,7 +32,8 @@ struct LaunchRequest
 
 struct HelperStarted
 {
-    std::int32_t process = 0;
+    bool isStarted =
+        false; ///< false, without a descriptor, when the system has no process or descriptor to give
 };
 
 /// The descriptors that come with a TaskRequest, in this order, and behind them those of the task.
