@@ -3,6 +3,7 @@
 
 #include "model/FormatLosses.h"
 #include "reading/UpAxis.h"
+#include "writing/Appearance.h"
 
 #include <osg/Geometry>
 #include <osg/Material>
@@ -34,38 +35,27 @@ public:
 class GiveMaterials : public osg::NodeVisitor
 {
 public:
-    GiveMaterials() : NodeVisitor(TRAVERSE_ALL_CHILDREN), m_shown(new osg::Material)
+    GiveMaterials() : NodeVisitor(TRAVERSE_ALL_CHILDREN)
     {
-        m_shown->setAmbient(osg::Material::FRONT_AND_BACK, {0.78f, 0.78f, 0.80f, 1});
-        m_shown->setDiffuse(osg::Material::FRONT_AND_BACK, {0.78f, 0.78f, 0.80f, 1});
+        m_plain->setAmbient(osg::Material::FRONT_AND_BACK, {0.78f, 0.78f, 0.80f, 1});
+        m_plain->setDiffuse(osg::Material::FRONT_AND_BACK, {0.78f, 0.78f, 0.80f, 1});
         setNodeMaskOverride(~0u);
     }
 
     void apply(osg::Node& node) override
     {
-        const osg::ref_ptr<osg::Material> above = m_shown;
-        const bool wasForced = m_isForced;
-        take(node.getStateSet());
+        const Appearance above = m_look;
+        m_look.apply(node.getStateSet());
         if (node.asGeometry())
-            node.getOrCreateStateSet()->setAttribute(m_shown);
+            node.getOrCreateStateSet()->setAttribute(
+                m_look.material ? const_cast<osg::Material*>(m_look.material) : m_plain.get());
         traverse(node);
-        m_shown = above;
-        m_isForced = wasForced;
+        m_look = above;
     }
 
 private:
-    void take(osg::StateSet* state)
-    {
-        const auto* pair = state ? state->getAttributePair(osg::StateAttribute::MATERIAL) : nullptr;
-        auto* own = pair ? dynamic_cast<osg::Material*>(pair->first.get()) : nullptr;
-        if (!own || (m_isForced && !(pair->second & osg::StateAttribute::PROTECTED)))
-            return;
-        m_shown = own;
-        m_isForced = (pair->second & osg::StateAttribute::OVERRIDE) != 0;
-    }
-
-    osg::ref_ptr<osg::Material> m_shown;
-    bool m_isForced = false; ///< it replaces those below it
+    const osg::ref_ptr<osg::Material> m_plain = new osg::Material;
+    Appearance m_look;
 };
 
 /// @return a copy in which transforms are worked into the points, and materials hang at what they colour, for a writer that
