@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What it costs to read a file in a process of its own.
+#include "model/GraphicsContexts.h"
 #include "model/ModelDocument.h"
 #include "reading/FileGate.h"
 #include "reading/ModelReader.h"
@@ -100,6 +101,7 @@ int main(int argc, char** argv)
         return 1;
     vfViewer::ReaderHost::start();
     vfViewer::FileGate::install();
+    vfViewer::expectFewGraphicsContexts();
     const std::string stl = place().file("hills.stl");
     const std::string obj = place().file("hills.obj");
     vfTest::writeHills(stl, triangles);

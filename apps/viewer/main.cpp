@@ -3,6 +3,7 @@
 #include "headless/LargePages.h"
 #include "model/FirstView.h"
 #include "model/FormatList.h"
+#include "model/GraphicsContexts.h"
 #include "model/ViewerDocuments.h"
 #include "reading/FileGate.h"
 #include "reading/ReadJob.h"
@@ -220,6 +221,7 @@ int run(int argc, char** argv)
     if (!std::getenv("OSG_NOTIFY_LEVEL"))
         osg::setNotifyLevel(osg::WARN);
     vfViewer::FileGate::install();
+    vfViewer::expectFewGraphicsContexts();
     if (window)
         window->install();
     else

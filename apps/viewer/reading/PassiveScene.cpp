@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "reading/PassiveScene.h"
 
+#include "reading/FlatKinds.h"
 #include "reading/Mirrored.h"
 
 #include <osg/Drawable>
@@ -11,15 +12,17 @@
 #include <osg/NodeVisitor>
 #include <osg/PagedLOD>
 #include <osg/ProxyNode>
+#include <osg/ShapeDrawable>
 #include <osg/StateSet>
 #include <osg/Texture>
 #include <osgDB/FileNameUtils>
 #include <osgDB/ReadFile>
+#include <osgText/Text>
 
 #include <algorithm>
-#include <cstring>
 #include <iterator>
 #include <set>
+#include <typeinfo>
 #include <unordered_set>
 #include <utility>
 
@@ -29,63 +32,28 @@ namespace {
 
 constexpr unsigned int mostFiles = 100;
 
-bool isOneOf(const char* name, std::initializer_list<const char*> names)
-{
-    return std::any_of(names.begin(), names.end(),
-                       [name](const char* one) { return !std::strcmp(name, one); });
-}
-
-bool isOf(const osg::Object& object, const char* library)
-{
-    return !std::strcmp(object.libraryName(), library);
-}
-
 std::string kindOf(const osg::Object& object)
 {
     return std::string(object.libraryName()) + "::" + object.className();
 }
 
-bool isKnownNode(const osg::Node& node)
+// What is kept is what can be sent to the program that shows it.
+
+bool isKnown(const osg::Node& node)
 {
-    const char* name = node.className();
-    if (isOf(node, "osg"))
-        return isOneOf(name, {"Geometry",
-                              "Geode",
-                              "Group",
-                              "MatrixTransform",
-                              "PositionAttitudeTransform",
-                              "Switch",
-                              "LOD",
-                              "Billboard",
-                              "Sequence",
-                              "LightSource",
-                              "AutoTransform",
-                              "CameraView",
-                              "ClipNode",
-                              "CoordinateSystemNode",
-                              "Node",
-                              "OccluderNode",
-                              "Projection",
-                              "ShapeDrawable",
-                              "TexGenNode",
-                              "Transform"});
-    if (isOf(node, "osgAnimation"))
-        return isOneOf(name, {"Bone", "MorphGeometry", "RigGeometry", "Skeleton"});
-    return isOf(node, "osgText") && isOneOf(name, {"Text"});
+    // These are sent as a group and as a geometry.
+    return flatKindOf(node) < flatNodes().size() || typeid(node) == typeid(osg::Node) ||
+           typeid(node) == typeid(osg::ShapeDrawable);
 }
 
-bool isKnownCallback(const osg::Callback& callback)
+bool isKnown(const osg::Callback& callback)
 {
-    return isOf(callback, "osgAnimation") ||
-           (isOf(callback, "osg") && isOneOf(callback.className(), {"AnimationPathCallback"}));
+    return flatKindOf(callback) < flatCallbacks().size();
 }
 
-bool isKnownAttribute(const osg::StateAttribute& attribute)
+bool isKnown(const osg::StateAttribute& attribute)
 {
-    return isOf(attribute, "osg") &&
-           !isOneOf(attribute.className(),
-                    {"BindImageTexture", "FragmentProgram", "FrameBufferObject", "Program",
-                     "ProgramParameters", "ShaderAttribute", "VertexProgram"});
+    return flatKindOf(attribute) < flatAttributes().size();
 }
 
 /// Finds what is not passive, and notes what to do about it.
@@ -124,21 +92,23 @@ public:
 private:
     void look(osg::Node& node)
     {
-        if (!isKnownNode(node))
+        if (!isKnown(node))
             nodes.emplace_back(&node);
         for (osg::Callback* callback : {node.getEventCallback(), node.getCullCallback()}) {
             if (callback)
                 callbacks.emplace_back(&node, callback);
         }
         for (osg::Callback* one = node.getUpdateCallback(); one; one = one->getNestedCallback()) {
-            if (!isKnownCallback(*one))
+            if (!isKnown(*one))
                 callbacks.emplace_back(&node, one);
         }
         osg::Drawable* drawable = node.asDrawable();
         // The program's own one draws mirrored parts.
         if (drawable && drawable->getDrawCallback() && drawable->getDrawCallback() != mirrorCallback())
             drawables.emplace_back(drawable);
-        if (osg::StateSet* state = node.getStateSet())
+        // A text has a state of its own making, with the shader that draws its letters; it is not sent with the scene.
+        osg::StateSet* state = node.getStateSet();
+        if (state && !dynamic_cast<const osgText::Text*>(&node))
             look(*state);
     }
 
@@ -157,7 +127,7 @@ private:
     {
         for (const auto& [type, entry] : list) {
             osg::StateAttribute* attribute = entry.first;
-            if (!isKnownAttribute(*attribute))
+            if (!isKnown(*attribute))
                 attributes.emplace_back(&state, attribute);
             else if (osg::Texture* texture = attribute->asTexture())
                 look(*texture);

@@ -65,7 +65,6 @@ ReadOutcome readInProcess(vfIsolation::JobControl& control, ReadKind kind, const
         outcome.reason = ReaderHost::begin(kind, vfBase::absolutePath(path).str(), limits, control, reader);
         if (!outcome.reason.empty())
             return outcome;
-        loadSceneFormat(); // while there is nothing to do but wait
         ReaderDone done;
         outcome.reason = reader.waitFor(control, done);
         if (!outcome.reason.empty())

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "reading/ReaderServer.h"
 
+#include "model/GraphicsContexts.h"
 #include "reading/FileGate.h"
 #include "reading/ReadProgress.h"
 #include "reading/ReaderProtocol.h"
@@ -207,7 +208,7 @@ void serveReaders(int socket, const ReaderTasks& tasks)
     // A write beyond a limit of the size of files fails; its signal would end the process without a word.
     signal(SIGXFSZ, SIG_IGN);
     FileGate::install();
-    loadSceneFormat();
+    expectFewGraphicsContexts();
     ReaderRequest request;
     std::vector<int> files;
     const Awaited awaited = {{socket, POLLIN, 0}, {childrenDescriptor(SIG_BLOCK), POLLIN, 0}};

@@ -17,14 +17,11 @@ namespace vfViewer {
 /// The reason when something was lost on the way.
 constexpr const char* notTransferred = "the process that read it did not hand it on whole";
 
-/// Loads what scenes are written and read with, which takes some milliseconds; the first transfer does it otherwise.
-void loadSceneFormat();
-
 /// Sends what came of reading to another process, through a file in memory that is sealed at the end.
 ///
-/// Arrays, indices and images travel as they lie in memory; only what is left of the scene is written out by
-/// OpenSceneGraph. Large ones may stay where they are, and the other process copies them from the memory of this one: a
-/// file in memory costs more to fill than a large model takes to read.
+/// Arrays, indices and images travel as they lie in memory, the rest of the scene as lists of numbers: see FlatScene. Large
+/// arrays may stay where they are, and the other process copies them from the memory of this one: a file in memory costs
+/// more to fill than a large model takes to read.
 class SceneSender
 {
 public:
@@ -40,16 +37,14 @@ public:
     SceneSender(const SceneSender&) = delete;
     SceneSender& operator=(const SceneSender&) = delete;
 
-    /// Writes all to the file and seals it. The geometries and textures of the scene lose their arrays and images, which
-    /// stay as they are where others have them, too.
+    /// Writes all to the file and seals it.
+    /// @param outcome  gets a warning for each kind of things in the scene that is left out
     /// @return the size of what was written; 0 when there was no room, and the file may be used again
     long long send(ReadOutcome& outcome, LargeArrays place);
 
-    struct Part;
-
 private:
     int m_file;
-    std::vector<osg::ref_ptr<osg::Referenced>> m_kept;
+    std::vector<osg::ref_ptr<const osg::Referenced>> m_kept;
 };
 
 /// A process whose memory has the arrays that are not in the file.
@@ -65,7 +60,8 @@ std::uint64_t memoryProbe();
 /// @param probe  what memoryProbe() returned there
 bool canReadMemoryOf(pid_t process, std::uint64_t probe);
 
-/// Takes what SceneSender sent, and validates it: counts, indices, sizes, kinds of nodes. Never throws. May be called on any
+/// Takes what SceneSender sent, and validates it before the first object is made: counts, references, sizes, classes; then
+/// the indices. Never throws. May be called on any
 /// thread.
 /// @param owner  must live until this returns
 /// @param stop   when it becomes true, returns as soon as possible without the scene

@@ -15,7 +15,10 @@ namespace vfViewer {
 
 namespace {
 
-constexpr long long alignment = 16;
+constexpr std::uint64_t alignment = 16;
+
+/// So many bytes are worth a system call.
+constexpr std::size_t worthWriting = std::size_t(256) * 1024;
 
 bool writeAt(int file, const void* data, std::size_t size, long long offset)
 {
@@ -37,8 +40,25 @@ bool writeAt(int file, const void* data, std::size_t size, long long offset)
 
 void TransferSink::put(const void* data, std::size_t size)
 {
-    m_isGood = m_isGood && writeAt(m_file, data, size, m_offset);
-    m_offset += static_cast<long long>(size);
+    if (m_waiting.size() + size < worthWriting) {
+        m_waiting.append(static_cast<const char*>(data), size);
+        return;
+    }
+    finish();
+    write(data, size);
+}
+
+bool TransferSink::finish()
+{
+    write(m_waiting.data(), m_waiting.size());
+    m_waiting.clear();
+    return m_isGood;
+}
+
+void TransferSink::write(const void* data, std::size_t size)
+{
+    m_isGood = m_isGood && writeAt(m_file, data, size, m_written);
+    m_written += static_cast<long long>(size);
 }
 
 void TransferSink::put(const std::string& text)
@@ -58,7 +78,8 @@ void TransferSink::put(const std::vector<std::string>& texts)
 
 void TransferSink::align()
 {
-    m_offset = (m_offset + alignment - 1) / alignment * alignment;
+    const auto end = static_cast<std::uint64_t>(offset());
+    m_waiting.append(TransferSource::aligned(end) - end, '\0');
 }
 
 TransferSource::TransferSource(int file, long long size)
@@ -72,6 +93,11 @@ TransferSource::TransferSource(int file, long long size)
         return;
     m_data = static_cast<const char*>(data);
     m_size = static_cast<std::uint64_t>(size);
+}
+
+std::uint64_t TransferSource::aligned(std::uint64_t offset)
+{
+    return offset > ~alignment ? offset : (offset + alignment - 1) / alignment * alignment;
 }
 
 TransferSource::~TransferSource()

@@ -12,11 +12,14 @@ namespace vfViewer {
 constexpr std::size_t longestText = 64 * 1024;
 constexpr std::size_t mostTexts = 1000;
 
-/// Writes to a file in memory, one thing after another.
+/// Writes to a file in memory, one thing after another: small ones when there are enough of them.
 class TransferSink
 {
 public:
     explicit TransferSink(int file) : m_file(file) {}
+
+    TransferSink(const TransferSink&) = delete;
+    TransferSink& operator=(const TransferSink&) = delete;
 
     void put(const void* data, std::size_t size);
     void put(const std::string& text);
@@ -25,15 +28,18 @@ public:
     /// Continues at a multiple of 16 bytes, so that what follows may be taken for numbers of any kind where it lies.
     void align();
 
-    /// Returns whether everything was written so far.
-    bool isGood() const { return m_isGood; }
+    /// Writes what is left. @return whether everything was written
+    bool finish();
 
     /// Returns the number of bytes so far.
-    long long offset() const { return m_offset; }
+    long long offset() const { return m_written + static_cast<long long>(m_waiting.size()); }
 
 private:
+    void write(const void* data, std::size_t size);
+
     int m_file;
-    long long m_offset = 0;
+    long long m_written = 0;
+    std::string m_waiting;
     bool m_isGood = true;
 };
 
@@ -50,6 +56,9 @@ public:
 
     bool isOpen() const { return m_data != nullptr; }
     std::uint64_t size() const { return m_size; }
+
+    /// Returns the offset at which something stands that was put at this one or behind it after TransferSink::align().
+    static std::uint64_t aligned(std::uint64_t offset);
 
     /// @return the bytes there; null where the file does not reach that far
     const char* at(std::uint64_t offset, std::uint64_t size) const;

@@ -4,7 +4,7 @@
 #include "model/FormatLosses.h"
 #include "reading/FileGate.h"
 #include "reading/Quiet.h"
-#include "reading/SceneBlocks.h"
+#include "reading/SceneImages.h"
 #include "writing/AcWriter.h"
 #include "writing/CheckedFile.h"
 #include "writing/DxfWriter.h"
@@ -76,7 +76,7 @@ bool makeFile(const osg::Image& image, const SideNames& names, SideFile& file)
 /// @return whether all of them are named
 bool placeImages(osg::Node& scene, const SideNames& names, std::vector<SideFile>& files)
 {
-    FindBlocks find;
+    FindImages find;
     scene.accept(find);
     std::set<std::string> taken;
     for (const osg::ref_ptr<osg::Image>& image : find.images) {
@@ -128,7 +128,7 @@ std::string writeFiles(const SideNames& names, const std::vector<SideFile>& file
 
 void includeImages(osg::Node& scene)
 {
-    FindBlocks find;
+    FindImages find;
     scene.accept(find);
     for (const osg::ref_ptr<osg::Image>& image : find.images)
         image->setWriteHint(osg::Image::STORE_INLINE);

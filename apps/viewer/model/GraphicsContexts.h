@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+namespace vfViewer {
+
+/// Has objects of OpenSceneGraph made from now on keep room for a few graphics contexts, and take more when they are drawn in
+/// more. They keep it for 32 otherwise, which is a quarter of the memory of a model of many small parts, and a third of the
+/// time to make them. To be called before there are any.
+void expectFewGraphicsContexts();
+
+} // namespace vfViewer

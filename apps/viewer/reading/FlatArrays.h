@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <osg/Array>
+#include <osg/PrimitiveSet>
+#include <osg/ref_ptr>
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <typeindex>
+#include <vector>
+
+#include <sys/types.h>
+
+namespace vfViewer {
+
+/// Where the elements of an array come from: bytes of this process, or memory of another one.
+struct FlatBytes
+{
+    const void* here = nullptr;
+    pid_t process = 0; ///< of which they are, when they are not here
+    std::uint64_t address = 0;
+    const std::atomic<bool>* stop = nullptr; ///< when it becomes true, copying fails
+
+    /// Copies some of them. @return false when they are not there, or the copying is to stop
+    bool copy(void* target, std::size_t offset, std::size_t size) const;
+};
+
+/// A class of arrays, indices, or primitives.
+struct FlatArrayKind
+{
+    std::type_index type;
+    std::size_t elementSize; ///< in bytes; 0 for primitives without elements
+    bool isPrimitives;
+    osg::ref_ptr<osg::BufferData> (*make)();
+    /// Appends elements to an empty one. @return false when they are not there
+    bool (*fill)(osg::BufferData& data, std::size_t count, const FlatBytes& bytes);
+};
+
+/// The classes that are sent from one process to another. The number of one is its place in the list.
+const std::vector<FlatArrayKind>& flatArrays();
+
+/// @return the number of the class; the size of the list when it is not in it
+std::size_t flatKindOf(const osg::BufferData& data);
+
+} // namespace vfViewer
