@@ -70,6 +70,7 @@
 #include <osgAnimation/UpdateBone>
 #include <osgAnimation/UpdateMatrixTransform>
 #include <osgDB/Registry>
+#include <osgDB/WriteFile>
 #include <osgText/Text>
 
 #include <gmock/gmock.h>
@@ -550,6 +551,23 @@ TEST_F(SceneTransfer, ModelsOfAllFormatsComeOverAsTheyWereRead)
         ASSERT_TRUE(arrived.scene) << format;
         EXPECT_EQ("", differenceOf(before, textOf(*arrived.scene))) << format;
     }
+}
+
+TEST_F(SceneTransfer, ATextOfAFileComesOverWithoutAWarning)
+{
+    const osg::ref_ptr<osgText::Text> text = new osgText::Text;
+    text->setText("Words");
+    const osg::ref_ptr<osg::Geode> geode = new osg::Geode;
+    geode->addDrawable(text);
+    const std::string path = directory.file("text.osgt");
+    ASSERT_TRUE(osgDB::writeNodeFile(*geode, path));
+    const ReadOutcome outcome = read(path);
+    ASSERT_TRUE(outcome.scene) << outcome.reason;
+    EXPECT_THAT(outcome.warnings, IsEmpty());
+    const auto* arrived = dynamic_cast<const osgText::Text*>(outcome.scene->asGroup()->getChild(0));
+    ASSERT_TRUE(arrived);
+    EXPECT_EQ("Words", arrived->getText().createUTF8EncodedString());
+    EXPECT_TRUE(arrived->getStateSet()->getAttribute(osg::StateAttribute::PROGRAM)) << "which draws the letters";
 }
 
 TEST_F(SceneTransfer, WhatIsSharedIsSentOnce)

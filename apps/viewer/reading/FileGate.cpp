@@ -150,6 +150,10 @@ public:
 
     ReadResult readShader(const std::string& path, const osgDB::Options*) override
     {
+        // osgText asks for files before it takes the shaders that are built in.
+        constexpr const char* ofTexts = "shaders/osgText_";
+        if (path.compare(0, std::strlen(ofTexts), ofTexts) == 0)
+            return ReadResult::FILE_NOT_FOUND;
         return refused(path, "shaders are not read");
     }
 
