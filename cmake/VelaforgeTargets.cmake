@@ -39,6 +39,12 @@ if(VELAFORGE_SANITIZE)
     endif()
 endif()
 
+# The program fuzz sees what its bytes make the libraries do.
+option(VELAFORGE_FUZZ "Build the program that searches for bytes with which code ends badly" OFF)
+if(VELAFORGE_FUZZ)
+    target_compile_options(velaforge_build_flags INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
 # What the tests run is counted. Assertions and optimised code would add branches that no source has.
 option(VELAFORGE_COVERAGE "Count what is run" OFF)
 if(VELAFORGE_COVERAGE)

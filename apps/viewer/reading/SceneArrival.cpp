@@ -269,10 +269,9 @@ private:
     unsigned int m_leftOut = 0;
 };
 
-ReadOutcome take(int file, long long size, const LargeArrayOwner& owner, const std::atomic<bool>& stop)
+ReadOutcome take(const TransferSource& source, const LargeArrayOwner& owner, const std::atomic<bool>& stop)
 {
     ReadOutcome outcome;
-    const TransferSource source(file, size);
     Trailer trailer;
     std::uint64_t at = source.size() - sizeof(trailer); // beyond the end where there is less
     const bool isWhole =
@@ -281,7 +280,7 @@ ReadOutcome take(int file, long long size, const LargeArrayOwner& owner, const s
     const bool hasTexts = isWhole && source.take(texts, outcome.reason) &&
                           source.take(texts, outcome.warnings) && source.take(texts, outcome.details) &&
                           source.take(texts, outcome.files);
-    if (hasTexts && trailer.hasScene != 0) {
+    if (hasTexts && outcome.reason.empty() && trailer.hasScene != 0) {
         Arrival arrival(source, owner.process, stop);
         outcome.scene = arrival.take(trailer);
         if (arrival.leftOut() > 0)
@@ -289,6 +288,20 @@ ReadOutcome take(int file, long long size, const LargeArrayOwner& owner, const s
     }
     if (!hasTexts || (!outcome.scene && outcome.reason.empty()))
         outcome.reason = notTransferred;
+    return outcome;
+}
+
+template <class Work>
+ReadOutcome guarded(Work work)
+{
+    ReadOutcome outcome;
+    try {
+        return work();
+    } catch (const std::bad_alloc&) {
+        outcome.reason = "there is not enough memory";
+    } catch (const std::exception&) {
+        outcome.reason = notTransferred;
+    }
     return outcome;
 }
 
@@ -311,15 +324,13 @@ bool canReadMemoryOf(pid_t process, std::uint64_t probe)
 ReadOutcome receiveScene(int file, long long size, const LargeArrayOwner& owner,
                          const std::atomic<bool>& stop)
 {
-    ReadOutcome outcome;
-    try {
-        return take(file, size, owner, stop);
-    } catch (const std::bad_alloc&) {
-        outcome.reason = "there is not enough memory";
-    } catch (const std::exception&) {
-        outcome.reason = notTransferred;
-    }
-    return outcome;
+    return guarded([&] { return take(TransferSource(file, size), owner, stop); });
+}
+
+ReadOutcome receiveScene(const void* bytes, std::size_t size)
+{
+    const std::atomic<bool> stop{false};
+    return guarded([&] { return take(TransferSource(bytes, size), {}, stop); });
 }
 
 } // namespace vfViewer

@@ -68,4 +68,7 @@ bool canReadMemoryOf(pid_t process, std::uint64_t probe);
 ReadOutcome receiveScene(int file, long long size, const LargeArrayOwner& owner,
                          const std::atomic<bool>& stop);
 
+/// The same for bytes in memory, at an address that is a multiple of 16, among which all arrays are.
+ReadOutcome receiveScene(const void* bytes, std::size_t size);
+
 } // namespace vfViewer

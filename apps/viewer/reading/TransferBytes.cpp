@@ -93,7 +93,12 @@ TransferSource::TransferSource(int file, long long size)
         return;
     m_data = static_cast<const char*>(data);
     m_size = static_cast<std::uint64_t>(size);
+    m_isMapped = true;
 }
+
+TransferSource::TransferSource(const void* bytes, std::size_t size)
+    : m_size(size), m_data(static_cast<const char*>(bytes))
+{}
 
 std::uint64_t TransferSource::aligned(std::uint64_t offset)
 {
@@ -102,7 +107,7 @@ std::uint64_t TransferSource::aligned(std::uint64_t offset)
 
 TransferSource::~TransferSource()
 {
-    if (m_data)
+    if (m_isMapped)
         munmap(const_cast<char*>(m_data), m_size);
 }
 

@@ -49,6 +49,8 @@ class TransferSource
 public:
     /// Maps the first @p size bytes, unless the file is shorter or not sealed; see isSealed().
     TransferSource(int file, long long size);
+    /// Takes bytes that are in this process already, at an address that is a multiple of 16; they must live as long.
+    TransferSource(const void* bytes, std::size_t size);
     ~TransferSource();
 
     TransferSource(const TransferSource&) = delete;
@@ -84,6 +86,7 @@ public:
 private:
     std::uint64_t m_size = 0;
     const char* m_data = nullptr;
+    bool m_isMapped = false;
 };
 
 } // namespace vfViewer
