@@ -37,6 +37,7 @@ TEST_P(FuzzTargets, TakeWhatWasFoundBeforeWithoutAFault)
 
 TEST_P(FuzzTargets, TakeTheirSeedsWholeAndSpoilt)
 {
+    ASSERT_FALSE(GetParam().seeds().empty());
     for (const std::string& seed : GetParam().seeds()) {
         run(seed);
         for (unsigned int number = 1; number <= 50; ++number)
@@ -54,7 +55,7 @@ TEST_P(FuzzTargets, ChangeTheirSeedsInTheirOwnWayWithoutLeavingThem)
         for (unsigned int number = 1; number <= 50; ++number) {
             std::string bytes = seed;
             auto* at = reinterpret_cast<std::uint8_t*>(bytes.data());
-            EXPECT_EQ(seed.size(), GetParam().mutate(at, bytes.size(), bytes.size(), number));
+            EXPECT_EQ(seed.size(), GetParam().mutate(at, bytes.size(), number));
             changed += bytes != seed;
             run(bytes);
         }

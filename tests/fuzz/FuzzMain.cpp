@@ -68,6 +68,6 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* bytes, std::size_t 
                                                unsigned int seed)
 {
     const bool isOwn = target->mutate && seed % 4 != 0;
-    const std::size_t mutated = isOwn ? target->mutate(bytes, size, most, seed) : 0;
+    const std::size_t mutated = isOwn ? target->mutate(bytes, size, seed) : 0;
     return mutated > 0 ? mutated : LLVMFuzzerMutate(bytes, size, most);
 }

@@ -87,7 +87,7 @@ std::vector<std::string> sceneSeeds()
 }
 
 /// Changes words of the scene, behind its arrays: what a reader could say rather than what chance makes of it.
-std::size_t mutateScene(std::uint8_t* bytes, std::size_t size, std::size_t, unsigned int seed)
+std::size_t mutateScene(std::uint8_t* bytes, std::size_t size, unsigned int seed)
 {
     vfViewer::Trailer trailer;
     if (size < sizeof(trailer))

@@ -15,7 +15,7 @@ struct FuzzTarget
     void (*run)(const std::uint8_t* bytes, std::size_t size); ///< ends the process on a fault
     std::vector<std::string> (*seeds)();                      ///< what it should take
     /// Changes some bytes in its own way, in place. @return the new size; 0 when it has no way for these
-    std::size_t (*mutate)(std::uint8_t* bytes, std::size_t size, std::size_t most, unsigned int seed);
+    std::size_t (*mutate)(std::uint8_t* bytes, std::size_t size, unsigned int seed);
 };
 
 const std::vector<FuzzTarget>& fuzzTargets();

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "reading/PassiveScene.h"
+#include "reading/FlatScene.h"
 #include "reading/TrialFrame.h"
 
 #include "Reading.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Scenes on their way from the process that read them.
 #include "reading/SceneTransfer.h"
+#include "reading/FlatScene.h"
 #include "reading/ModelReader.h"
-#include "reading/PassiveScene.h"
 #include "reading/TransferBytes.h"
 #include "reading/TransferParts.h"
 

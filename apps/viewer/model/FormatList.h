@@ -9,6 +9,6 @@ namespace vfViewer {
 std::string listFormats();
 
 /// @return the name of the format with that extension, in lower case and without a dot; the extension for an unknown one
-std::string formatName(const std::string& format);
+std::string formatName(const std::string& extension);
 
 } // namespace vfViewer

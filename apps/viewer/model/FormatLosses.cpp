@@ -31,25 +31,6 @@ constexpr FeatureName featureNames[] = {{PartNames, "names"},
                                         {HiddenParts, "what is hidden"},
                                         {Animations, "animations"}};
 
-struct FormatRecord
-{
-    const char* extension;
-    unsigned int lost;
-};
-
-constexpr unsigned int everything = ~0u;
-
-/// What the writers here were seen to lose.
-constexpr FormatRecord formats[] = {
-    {"osgb", 0},
-    {"osgt", 0},
-    {"ive", 0},
-    {"obj", VertexColors | HiddenParts | Animations},
-    {"stl", everything & ~(PartNames | SeveralParts)},
-    {"3ds", VertexColors | SmoothNormals | Lines | Points | HiddenParts | Animations},
-    {"ac", VertexColors | Points | HiddenParts | Animations},
-    {"dxf", everything & ~(PartNames | SeveralParts)}};
-
 class Look : public osg::NodeVisitor
 {
 public:
@@ -142,11 +123,8 @@ unsigned int featuresOf(osg::Node& model)
 
 unsigned int featuresLostBy(const std::string& extension)
 {
-    for (const FormatRecord& format : formats) {
-        if (extension == format.extension)
-            return format.lost;
-    }
-    return everything;
+    const Format* format = formatNamed(extension);
+    return format && format->isWritten ? format->lost : allFeatures;
 }
 
 std::vector<std::string> lossesOf(osg::Node& model, const std::string& extension)

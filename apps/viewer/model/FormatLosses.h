@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "formats/Format.h"
+
 #include <string>
 #include <vector>
 
@@ -10,22 +12,7 @@ class Node;
 
 namespace vfViewer {
 
-/// What a model may have that not every format keeps. Numbers are bits.
-enum ModelFeature : unsigned int
-{
-    PartNames = 1,
-    SeveralParts = 2,
-    Colors = 4, ///< of materials
-    Textures = 8,
-    VertexColors = 16,
-    SmoothNormals = 32,
-    Lines = 64,
-    Points = 128,
-    HiddenParts = 256,
-    Animations = 512
-};
-
-/// @return what there is of them in a model
+/// @return which of the features of models are in one
 unsigned int featuresOf(osg::Node& model);
 
 /// @return what a format does not keep; everything for one that is not written

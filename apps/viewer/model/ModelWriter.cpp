@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "model/ModelWriter.h"
 
+#include "formats/Format.h"
 #include "writing/SaveJob.h"
 
 #include <osgDB/FileNameUtils>
@@ -9,15 +10,22 @@ namespace vfViewer {
 
 std::string writableFormats()
 {
-    return "osgb,osgt,ive,obj,stl,3ds,ac,dxf";
+    // Those first that keep everything.
+    std::string all;
+    for (const bool isWhole : {true, false}) {
+        for (const auto& format : formats()) {
+            if (format->isWritten && format->keepsScenes == isWhole)
+                all += (all.empty() ? "" : ",") + format->extensions.front();
+        }
+    }
+    return all;
 }
 
 std::string writeError(const std::string& path)
 {
     const std::string extension = osgDB::getLowerCaseFileExtension(path);
-    const bool isWritable = !extension.empty() &&
-                            ("," + writableFormats() + ",").find("," + extension + ",") != std::string::npos;
-    return isWritable ? std::string() : "models are not written as ." + extension;
+    const Format* format = formatNamed(extension);
+    return format && format->isWritten ? std::string() : "models are not written as ." + extension;
 }
 
 bool writeModel(const osg::Node& scene, const vfBase::VfString& path, vfBase::VfString& reason)

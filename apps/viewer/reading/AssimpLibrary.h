@@ -7,7 +7,7 @@
 
 namespace vfViewer {
 
-/// @return whether the library is installed that reads the formats of FileGate::assimpFormats()
+/// @return whether the library is installed that reads the formats of ReadBy::Assimp
 bool hasAssimp();
 
 /// Reads a model with it. It is large, and therefore loaded only here.

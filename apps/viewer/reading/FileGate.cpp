@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "reading/FileGate.h"
 
+#include "formats/Format.h"
 #include "reading/ImageFiles.h"
 #include "reading/SideFiles.h"
 
@@ -43,27 +44,25 @@ std::string pluginDirectory()
     return osgDB::getFilePath(info.dli_fname) + "/osgPlugins-" + osgGetVersion();
 }
 
-/// Formats for which there is a reader here.
-const std::vector<std::string>& ownFormats()
-{
-    static const std::vector<std::string> formats = {"obj", "stl", "ply"};
-    return formats;
-}
-
-const std::vector<std::string>& osgFormats()
-{
-    static const std::vector<std::string> formats = {"3ds", "ac",   "lwo",  "dxf", "dae",
-                                                     "x",   "osgt", "osgb", "osg", "ive"};
-    return formats;
-}
-
-/// The names in "osgdb_<name>.so" that may be loaded. Formats that share a plug-in stand for it here.
+/// The names in "osgdb_<name>.so" that may be loaded.
 bool isListedPlugin(const std::string& name)
 {
-    static const std::vector<std::string> shared = {"osg", "jpeg", "tiff", "rgb", "pnm"};
-    return isListed(ownFormats(), name) || isListed(osgFormats(), name) ||
-           isListed(FileGate::imageFormats(), name) || isListed(shared, name) ||
-           name.compare(0, 12, "serializers_") == 0 || name.compare(0, 11, "deprecated_") == 0;
+    if (name.compare(0, 12, "serializers_") == 0 || name.compare(0, 11, "deprecated_") == 0)
+        return true;
+    return std::any_of(formats().begin(), formats().end(), [&name](const auto& format) {
+        return format->reader != ReadBy::Assimp &&
+               (isListed(format->extensions, name) || isListed(format->plugins, name));
+    });
+}
+
+std::vector<std::string> extensionsOf(bool areImages)
+{
+    std::vector<std::string> all;
+    for (const auto& format : formats()) {
+        if (format->isImage == areImages)
+            all.insert(all.end(), format->extensions.begin(), format->extensions.end());
+    }
+    return all;
 }
 
 std::vector<std::string>& failures()
@@ -232,39 +231,26 @@ FileGate::Shut::~Shut()
     isShut = false;
 }
 
-const std::vector<std::string>& FileGate::modelFormats()
+std::vector<std::string> FileGate::modelFormats()
 {
-    static const std::vector<std::string> formats = [] {
-        std::vector<std::string> all = ownFormats();
-        for (const std::vector<std::string>* more : {&osgFormats(), &assimpFormats()})
-            all.insert(all.end(), more->begin(), more->end());
-        return all;
-    }();
-    return formats;
+    return extensionsOf(false);
 }
 
-const std::vector<std::string>& FileGate::assimpFormats()
+std::vector<std::string> FileGate::imageFormats()
 {
-    static const std::vector<std::string> formats = {"gltf", "glb", "fbx", "3mf", "off",
-                                                     "x3d",  "amf", "ase", "nff", "md5mesh"};
-    return formats;
-}
-
-const std::vector<std::string>& FileGate::imageFormats()
-{
-    static const std::vector<std::string> formats = {"png",  "jpg", "jpeg", "bmp",  "gif", "tga", "tif",
-                                                     "tiff", "dds", "rgb",  "rgba", "sgi", "ppm"};
-    return formats;
+    return extensionsOf(true);
 }
 
 bool FileGate::isModel(const std::string& path)
 {
-    return isListed(modelFormats(), osgDB::getLowerCaseFileExtension(path));
+    const Format* format = formatOf(path);
+    return format && !format->isImage;
 }
 
 bool FileGate::isImage(const std::string& path)
 {
-    return isListed(imageFormats(), osgDB::getLowerCaseFileExtension(path));
+    const Format* format = formatOf(path);
+    return format && format->isImage;
 }
 
 std::string FileGate::filter(const std::vector<std::string>& formats)

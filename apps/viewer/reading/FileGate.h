@@ -31,11 +31,8 @@ public:
     };
 
     /// @return extensions in lower case, without dots
-    static const std::vector<std::string>& modelFormats();
-    static const std::vector<std::string>& imageFormats();
-
-    /// @return those of the model formats that Assimp reads
-    static const std::vector<std::string>& assimpFormats();
+    static std::vector<std::string> modelFormats();
+    static std::vector<std::string> imageFormats();
 
     static bool isModel(const std::string& path);
     static bool isImage(const std::string& path);

@@ -36,24 +36,17 @@ void exchangeName(FlatFields& fields, Object& object)
 
 // The classes of the parts of animations are few, and each part belongs to one whole, so they have no numbers.
 
-template <class Base>
-std::size_t kindOf(const FlatKinds<Base>& kinds, const Base& object)
-{
-    const auto isIt = [&object](const FlatKind<Base>& kind) { return kind.type == typeid(object); };
-    return static_cast<std::size_t>(std::find_if(kinds.begin(), kinds.end(), isIt) - kinds.begin());
-}
-
 /// Exchanges a list of parts, without those of other classes. @param add  takes one that arrives
 template <class Base, class List, class Add>
 void exchangeParts(FlatFields& fields, const FlatKinds<Base>& kinds, const List& parts, Add add)
 {
     std::vector<Base*> sent;
     for (const osg::ref_ptr<Base>& one : parts) {
-        if (fields.isWriting() && one && kindOf(kinds, *one) < kinds.size())
+        if (fields.isWriting() && one && findKind(kinds, *one) < kinds.size())
             sent.push_back(one);
     }
     fields.list(sent.size(), [&](unsigned int i) {
-        auto kind = static_cast<std::uint32_t>(fields.isWriting() ? kindOf(kinds, *sent[i]) : 0);
+        auto kind = static_cast<std::uint32_t>(fields.isWriting() ? findKind(kinds, *sent[i]) : 0);
         fields.plain(kind);
         if (!fields.require(kind < kinds.size()))
             return;

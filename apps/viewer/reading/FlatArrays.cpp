@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "reading/FlatArrays.h"
 
+#include "reading/FlatFields.h"
 #include "reading/LargeArray.h"
 
 #include <algorithm>
 #include <cstring>
 #include <type_traits>
-#include <unordered_map>
 
 #include <sys/uio.h>
 
@@ -42,13 +42,13 @@ bool fill(osg::BufferData& data, std::size_t count, const FlatBytes& bytes)
 template <class Array>
 FlatArrayKind kind()
 {
-    return {typeid(Array), sizeof(typename Array::value_type), std::is_base_of_v<osg::PrimitiveSet, Array>,
+    return {&typeid(Array), sizeof(typename Array::value_type), std::is_base_of_v<osg::PrimitiveSet, Array>,
             [] { return osg::ref_ptr<osg::BufferData>(new Array); }, fill<Array>};
 }
 
 FlatArrayKind kindOfRanges()
 {
-    return {typeid(osg::DrawArrays), 0, true,
+    return {&typeid(osg::DrawArrays), 0, true,
             [] { return osg::ref_ptr<osg::BufferData>(new osg::DrawArrays); },
             [](osg::BufferData&, std::size_t, const FlatBytes&) { return true; }};
 }
@@ -123,14 +123,7 @@ const std::vector<FlatArrayKind>& flatArrays()
 
 std::size_t flatKindOf(const osg::BufferData& data)
 {
-    static const auto numbers = [] {
-        std::unordered_map<std::type_index, std::size_t> all;
-        for (const FlatArrayKind& one : flatArrays())
-            all.emplace(one.type, all.size());
-        return all;
-    }();
-    const auto found = numbers.find(typeid(data));
-    return found == numbers.end() ? numbers.size() : found->second;
+    return findKind(flatArrays(), data);
 }
 
 } // namespace vfViewer

@@ -8,7 +8,7 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
-#include <typeindex>
+#include <typeinfo>
 #include <vector>
 
 #include <sys/types.h>
@@ -30,7 +30,7 @@ struct FlatBytes
 /// A class of arrays, indices, or primitives.
 struct FlatArrayKind
 {
-    std::type_index type;
+    const std::type_info* type;
     std::size_t elementSize; ///< in bytes; 0 for primitives without elements
     bool isPrimitives;
     osg::ref_ptr<osg::BufferData> (*make)();

@@ -8,6 +8,7 @@
 #include <osg/Matrixf>
 #include <osg/Node>
 #include <osg/Plane>
+#include <osg/PrimitiveSet>
 #include <osg/Quat>
 #include <osg/StateAttribute>
 #include <osg/StateSet>
@@ -21,7 +22,7 @@
 #include <functional>
 #include <string>
 #include <type_traits>
-#include <unordered_map>
+#include <typeinfo>
 #include <vector>
 
 namespace vfViewer {
@@ -41,6 +42,37 @@ using FlatBase = std::conditional_t<
                            std::conditional_t<std::is_base_of_v<osg::StateSet, T>, osg::StateSet,
                                               std::conditional_t<std::is_base_of_v<osg::Callback, T>,
                                                                  osg::Callback, osg::Node>>>>>;
+
+/// Returns an object as one of a class derived from its own, and null for one of another class.
+template <class T, class Base>
+T* flatCast(Base* object)
+{
+    if constexpr (std::is_same_v<T, Base>)
+        return object;
+    else if constexpr (std::is_same_v<T, osg::Array>)
+        return object ? object->asArray() : nullptr;
+    else if constexpr (std::is_same_v<T, osg::PrimitiveSet>)
+        return object ? object->asPrimitiveSet() : nullptr;
+    else
+        return dynamic_cast<T*>(object);
+}
+
+/// Finds the record of an object's class in a list of them; the size of the list when it is not there.
+template <class Records, class Object>
+std::size_t findKind(const Records& records, const Object& object)
+{
+    const std::type_info& type = typeid(object);
+    std::size_t number = 0;
+    while (number < records.size() && records[number].type != &type)
+        ++number;
+    if (number < records.size())
+        return number;
+    // A class may be described once in each library.
+    number = 0;
+    while (number < records.size() && *records[number].type != type)
+        ++number;
+    return number;
+}
 
 /// How far the nodes below a node reach.
 struct FlatExtent
@@ -254,7 +286,7 @@ private:
         auto& table = m_tables->of(static_cast<const Base*>(nullptr));
         if (!take(number) || !require(number <= table.size() && (mayBeNull || number > 0)))
             return;
-        T* found = number > 0 ? dynamic_cast<T*>(table[number - 1].get()) : nullptr;
+        T* found = number > 0 ? flatCast<T>(table[number - 1].get()) : nullptr;
         if (!require(found || number == 0))
             return;
         if (m_isMaking)

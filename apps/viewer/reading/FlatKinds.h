@@ -6,7 +6,7 @@
 #include <osg/ref_ptr>
 
 #include <type_traits>
-#include <typeindex>
+#include <typeinfo>
 #include <vector>
 
 namespace vfViewer {
@@ -15,7 +15,7 @@ namespace vfViewer {
 template <class Base>
 struct FlatKind
 {
-    std::type_index type;
+    const std::type_info* type;
     osg::ref_ptr<Base> (*make)();
     void (*exchange)(FlatFields& fields, Base& object); ///< what is this class's own
 };
@@ -27,7 +27,7 @@ using FlatKinds = std::vector<FlatKind<Base>>;
 template <class T, class Base, void (*exchangeFields)(FlatFields&, T&)>
 FlatKind<Base> flatKind()
 {
-    return {typeid(T), [] { return osg::ref_ptr<Base>(new T); },
+    return {&typeid(T), [] { return osg::ref_ptr<Base>(new T); },
             [](FlatFields& fields, Base& object) {
                 if constexpr (std::is_base_of_v<osg::Callback, T>)
                     exchangeFields(fields, dynamic_cast<T&>(object)); // whose base is virtual

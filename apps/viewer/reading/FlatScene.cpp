@@ -3,7 +3,6 @@
 
 #include "reading/FlatArrays.h"
 #include "reading/FlatKinds.h"
-#include "reading/PassiveScene.h"
 #include "reading/TransferBytes.h"
 
 #include <osg/Geometry>
@@ -11,6 +10,7 @@
 #include <osg/ShapeDrawable>
 
 #include <set>
+#include <unordered_map>
 #include <utility>
 
 namespace vfViewer {
@@ -18,19 +18,6 @@ namespace vfViewer {
 namespace {
 
 constexpr std::uint32_t longestCallbackChain = 100;
-
-template <class Base>
-std::size_t kindIn(const FlatKinds<Base>& kinds, const Base& object)
-{
-    static const auto numbers = [&kinds] {
-        std::unordered_map<std::type_index, std::size_t> all;
-        for (const FlatKind<Base>& kind : kinds)
-            all.emplace(kind.type, all.size());
-        return all;
-    }();
-    const auto found = numbers.find(typeid(object));
-    return found == numbers.end() ? numbers.size() : found->second;
-}
 
 /// Writes the lists. What a record refers to is written before it: the records that are not finished lie one behind the other
 /// in m_open, the inmost last.
@@ -362,17 +349,17 @@ void exchangeObject(FlatFields& fields, osg::Object& object)
 
 std::size_t flatKindOf(const osg::StateAttribute& attribute)
 {
-    return kindIn(flatAttributes(), attribute);
+    return findKind(flatAttributes(), attribute);
 }
 
 std::size_t flatKindOf(const osg::Callback& callback)
 {
-    return kindIn(flatCallbacks(), callback);
+    return findKind(flatCallbacks(), callback);
 }
 
 std::size_t flatKindOf(const osg::Node& node)
 {
-    return kindIn(flatNodes(), node);
+    return findKind(flatNodes(), node);
 }
 
 FlatScene flatten(const osg::Node& scene, bool (*canSend)(const osg::Image& image))

@@ -19,6 +19,10 @@ namespace vfViewer {
 // arrays and images, then state attributes, states, callbacks and nodes. A record refers only to what stands before it, so
 // that nothing can be its own part; the last node is the scene.
 
+// How deep scenes are, and how many nodes a walk visits, at most.
+constexpr unsigned int deepestScene = 1000;
+constexpr unsigned int mostVisits = 20000000;
+
 /// The lists of records, in their order.
 enum class FlatList : std::uint8_t
 {

@@ -2,6 +2,7 @@
 #include "reading/PassiveScene.h"
 
 #include "reading/FlatKinds.h"
+#include "reading/FlatScene.h"
 #include "reading/Mirrored.h"
 
 #include <osg/Drawable>

@@ -26,7 +26,4 @@ bool makePassive(osg::ref_ptr<osg::Node>& scene, std::vector<std::string>& warni
 /// visits at most mostVisits nodes: a few nodes that share their children can lead along countless paths.
 bool isPassive(osg::Node& scene);
 
-constexpr unsigned int deepestScene = 1000;
-constexpr unsigned int mostVisits = 20000000;
-
 } // namespace vfViewer

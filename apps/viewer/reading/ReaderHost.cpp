@@ -209,20 +209,6 @@ struct Launcher
     }
 
 private:
-    /// Returns the environment of this process, with memory in large pages: a model of many parts is spread over so much of it
-    /// that finding it costs a tenth of the time otherwise.
-    static std::vector<char*> environment()
-    {
-        static std::string largePages = "GLIBC_TUNABLES=glibc.malloc.hugetlb=1";
-        std::vector<char*> all;
-        for (char** one = environ; one && *one; ++one)
-            all.push_back(*one);
-        if (!std::getenv("GLIBC_TUNABLES"))
-            all.push_back(largePages.data());
-        all.push_back(nullptr);
-        return all;
-    }
-
     /// Executes the program of the launcher, which inherits nothing but the socket, standard output and standard error.
     static pid_t spawn(int end)
     {
@@ -244,7 +230,7 @@ private:
         std::string name = "vfviewer-reader";
         char* const arguments[] = {name.data(), nullptr};
         pid_t started = -1;
-        if (posix_spawn(&started, path.c_str(), &actions, &attributes, arguments, environment().data()) != 0)
+        if (posix_spawn(&started, path.c_str(), &actions, &attributes, arguments, environ) != 0)
             started = -1;
         posix_spawnattr_destroy(&attributes);
         posix_spawn_file_actions_destroy(&actions);

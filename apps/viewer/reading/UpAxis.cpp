@@ -2,7 +2,6 @@
 #include "reading/UpAxis.h"
 
 #include <osg/MatrixTransform>
-#include <osgDB/FileNameUtils>
 
 namespace vfViewer {
 
@@ -17,22 +16,6 @@ osg::ref_ptr<osg::Node> turned(osg::Node& scene, double angle)
 }
 
 } // namespace
-
-bool isReadWithYUp(const std::string& path)
-{
-    const std::string extension = osgDB::getLowerCaseFileExtension(path);
-    for (const char* format : {"ac", "gltf", "glb", "fbx", "x3d", "ase", "md5mesh"}) {
-        if (extension == format)
-            return true;
-    }
-    return false;
-}
-
-bool isWrittenWithYUp(const std::string& path)
-{
-    const std::string extension = osgDB::getLowerCaseFileExtension(path);
-    return extension == "obj" || extension == "ac";
-}
 
 osg::ref_ptr<osg::Node> withZUp(osg::Node& scene)
 {

@@ -1,16 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "writing/FormatWriter.h"
 
-#include "model/FormatLosses.h"
+#include "formats/Format.h"
 #include "reading/FileGate.h"
 #include "reading/Quiet.h"
 #include "reading/SceneImages.h"
-#include "writing/AcWriter.h"
 #include "writing/CheckedFile.h"
-#include "writing/DxfWriter.h"
-#include "writing/ObjWriter.h"
 #include "writing/SideNames.h"
-#include "writing/StlWriter.h"
 #include "writing/WritableScene.h"
 
 #include <osg/Image>
@@ -38,11 +34,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* notWhole = "the file could not be written whole";
-
-bool keepsScenes(const std::string& format)
-{
-    return format == "osgb" || format == "osgt" || format == "ive";
-}
 
 /// A file that belongs to a model.
 struct SideFile
@@ -165,33 +156,25 @@ std::string writeWithPlugin(osg::Node& scene, const std::string& path, const std
 
 std::string writeFormat(osg::Node& scene, const std::string& path)
 {
-    const std::string format = osgDB::getLowerCaseFileExtension(path);
+    const std::string extension = osgDB::getLowerCaseFileExtension(path);
+    const Format* format = formatNamed(extension);
+    if (!format || !format->isWritten)
+        return "models are not written as ." + extension;
     const SideNames names(path);
     std::vector<SideFile> files;
     Quiet quiet;
-    if (keepsScenes(format))
+    if (format->keepsScenes)
         includeImages(scene);
-    else if (!(featuresLostBy(format) & Textures) && !placeImages(scene, names, files))
+    else if (!(format->lost & Textures) && !placeImages(scene, names, files))
         return "its images could not be written";
-    const osg::ref_ptr<osg::Node> writable = writableScene(scene, format);
+    const osg::ref_ptr<osg::Node> writable = writableScene(scene, *format);
     const std::string materials = names.chooseMaterials();
-    std::string reason;
-    if (format == "stl")
-        reason = writeStl(*writable, path);
-    else if (format == "ac")
-        reason = writeAc(*writable, path);
-    else if (format == "dxf")
-        reason = writeDxf(*writable, path);
-    else if (format == "obj")
-        reason = writeObj(*writable, path, names.draft(materials), names.model());
-    else
-        reason = writeWithPlugin(*writable, path, format);
+    const std::string reason = format->write
+                                   ? format->write(*writable, {path, names.draft(materials), names.model()})
+                                   : writeWithPlugin(*writable, path, extension);
     if (!reason.empty())
         return reason;
-    std::set<std::string> own = {names.model()};
-    if (format == "obj")
-        own.insert(materials);
-    keepOnly(osgDB::getFilePath(path), own);
+    keepOnly(osgDB::getFilePath(path), {names.model(), materials});
     return writeFiles(names, files);
 }
 

@@ -143,9 +143,9 @@ private:
 };
 
 /// @return a copy with what the format holds; the scene itself when it holds all
-osg::ref_ptr<osg::Node> fitFor(osg::Node& scene, const std::string& format)
+osg::ref_ptr<osg::Node> fitFor(osg::Node& scene, const Format& format)
 {
-    const unsigned int lost = featuresLostBy(format) & featuresOf(scene);
+    const unsigned int lost = format.lost & featuresOf(scene);
     if ((lost & (HiddenParts | Lines | Points)) == 0)
         return &scene;
     osg::ref_ptr<osg::Node> copy =
@@ -158,11 +158,11 @@ osg::ref_ptr<osg::Node> fitFor(osg::Node& scene, const std::string& format)
 
 } // namespace
 
-osg::ref_ptr<osg::Node> writableScene(osg::Node& scene, const std::string& format)
+osg::ref_ptr<osg::Node> writableScene(osg::Node& scene, const Format& format)
 {
     const osg::ref_ptr<osg::Node> fit = fitFor(scene, format);
-    osg::ref_ptr<osg::Node> turned = isWrittenWithYUp("." + format) ? withYUp(*fit) : fit;
-    if (format != "3ds")
+    osg::ref_ptr<osg::Node> turned = format.isWrittenWithYUp ? withYUp(*fit) : fit;
+    if (!format.isWrittenFlat)
         return turned;
     const osg::ref_ptr<osg::Node> flat = flattened(*turned);
     CleanNames clean;

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+// Formats that Assimp alone reads.
+#include "formats/CutOff.h"
+#include "formats/Formats.h"
+
+namespace vfViewer {
+
+namespace {
+
+Format assimpFormat(const char* extension, const char* name, const char* mimeType)
+{
+    Format format;
+    format.extensions = {extension};
+    format.name = name;
+    format.mimeType = mimeType;
+    format.reader = ReadBy::Assimp;
+    return format;
+}
+
+Format withYUp(Format format)
+{
+    format.hasYUp = true;
+    return format;
+}
+
+Format inBraces(Format format)
+{
+    format.isCutOff = isCutOffInBraces;
+    return format;
+}
+
+} // namespace
+
+std::vector<Format> assimpFormats()
+{
+    Format fbx = withYUp(assimpFormat("fbx", "Filmbox", "model/x-fbx"));
+    fbx.signature = "Kaydara FBX Binary";
+    Format ase = inBraces(withYUp(assimpFormat("ase", "3ds Max ASCII export", "model/x-ase")));
+    ase.signature = "*3DSMAX_ASCIIEXPORT";
+    Format md5 = inBraces(withYUp(assimpFormat("md5mesh", "MD5", "model/x-md5mesh")));
+    md5.signature = "MD5Version";
+    return {withYUp(assimpFormat("gltf", "glTF", "model/gltf+json")),
+            withYUp(assimpFormat("glb", "glTF in one file", "model/gltf-binary")),
+            fbx,
+            assimpFormat("3mf", "3D Manufacturing Format", "model/3mf"),
+            assimpFormat("off", "Object file format", "model/x-off"),
+            withYUp(assimpFormat("x3d", "X3D", "model/x3d+xml")),
+            assimpFormat("amf", "Additive Manufacturing File", "model/x-amf"),
+            ase,
+            assimpFormat("nff", "Neutral file format", "model/x-nff"),
+            md5};
+}
+
+} // namespace vfViewer

@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: MIT
+#include "reading/FormatReader.h"
+
+#include "reading/AssimpLibrary.h"
+#include "reading/FileGate.h"
+#include "reading/UpAxis.h"
+#include "reading/WhyNotShown.h"
+
+#include <velaforge/base/Printable.h>
+
+#include <osgDB/Registry>
+
+namespace vfViewer {
+
+namespace {
+
+constexpr const char* damaged = "the file is damaged, or not of the format that its name says";
+
+bool hasPlugin(const std::string& extension)
+{
+    return osgDB::Registry::instance()->getReaderWriterForExtension(extension) != nullptr;
+}
+
+ReadOutcome readWithOpenSceneGraph(const std::string& path)
+{
+    ReadOutcome outcome;
+    // Making strips of triangles takes time far beyond linear, for nothing on today's hardware.
+    const osg::ref_ptr<osgDB::Options> options = new osgDB::Options("noTriStripPolygons");
+    osgDB::ReaderWriter::ReadResult result = osgDB::Registry::instance()->readNode(path, options);
+    outcome.scene = result.getNode();
+    if (!outcome.scene)
+        outcome.reason = reasonOf(result.message());
+    return outcome;
+}
+
+/// Reads a file of a format that OpenSceneGraph reads as well, but with z up: Assimp leaves y up.
+/// @return no scene where there would be nothing in it
+ReadOutcome readUprightWithAssimp(const Format& format, const std::string& path)
+{
+    ReadOutcome outcome = readWithAssimpLibrary(path);
+    if (!outcome.scene)
+        return outcome;
+    outcome.reason = whyNotShown(*outcome.scene);
+    if (!outcome.reason.empty())
+        outcome.scene = nullptr;
+    else if (!format.hasYUp)
+        outcome.scene = withZUp(*outcome.scene);
+    return outcome;
+}
+
+/// For formats of which Assimp reads more files than OpenSceneGraph does.
+ReadOutcome readWithAssimpFirst(const Format& format, const std::string& path)
+{
+    ReadOutcome outcome = readUprightWithAssimp(format, path);
+    if (outcome.scene)
+        return outcome;
+    FileGate::takeFailures();
+    ReadOutcome other = readWithOpenSceneGraph(path);
+    return other.scene ? other : outcome;
+}
+
+/// For formats of which Assimp knows what OpenSceneGraph's plug-in does not.
+ReadOutcome readWithOpenSceneGraphFirst(const Format& format, const std::string& path)
+{
+    ReadOutcome outcome = readWithOpenSceneGraph(path);
+    if (!hasAssimp() || (outcome.scene && whyNotShown(*outcome.scene).empty()))
+        return outcome;
+    FileGate::takeFailures();
+    ReadOutcome other = readUprightWithAssimp(format, path);
+    return other.scene ? other : outcome;
+}
+
+} // namespace
+
+ReadOutcome readAs(const Format& format, const std::string& path)
+{
+    switch (format.reader) {
+    case ReadBy::Own:
+        return format.read(path);
+    case ReadBy::Assimp:
+        return readWithAssimpLibrary(path);
+    case ReadBy::AssimpOrOpenSceneGraph:
+        return hasAssimp() ? readWithAssimpFirst(format, path) : readWithOpenSceneGraph(path);
+    case ReadBy::OpenSceneGraphOrAssimp:
+        return readWithOpenSceneGraphFirst(format, path);
+    default:
+        return readWithOpenSceneGraph(path);
+    }
+}
+
+bool hasReaderOf(const Format& format)
+{
+    switch (format.reader) {
+    case ReadBy::Own:
+        return true;
+    case ReadBy::Assimp:
+        return hasAssimp();
+    case ReadBy::OpenSceneGraph:
+        return hasPlugin(format.extensions.front());
+    default:
+        return hasAssimp() || hasPlugin(format.extensions.front());
+    }
+}
+
+std::string reasonOf(const std::string& message)
+{
+    const std::string line = vfBase::printable(message);
+    return line.empty() ? damaged : line;
+}
+
+} // namespace vfViewer

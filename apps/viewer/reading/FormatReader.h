@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "formats/Format.h"
+#include "reading/ReadOutcome.h"
+
+#include <string>
+
+namespace vfViewer {
+
+constexpr const char* noReader = "no reader for this format is installed";
+
+/// Has a file read by those that read its format, one after another. The scene is as they return it, and not validated.
+ReadOutcome readAs(const Format& format, const std::string& path);
+
+/// @return whether a library is installed that reads the format
+bool hasReaderOf(const Format& format);
+
+/// @return why OpenSceneGraph did not read a file, in one line
+std::string reasonOf(const std::string& message);
+
+} // namespace vfViewer
