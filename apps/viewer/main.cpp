@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "headless/HeadlessDocManager.h"
+#include "headless/LargePages.h"
 #include "model/FirstView.h"
 #include "model/FormatList.h"
 #include "model/GraphicsContexts.h"
-#include "model/LargePages.h"
 #include "model/ViewerDocuments.h"
 #include "reading/FileGate.h"
 #include "reading/ReadJob.h"

@@ -218,9 +218,14 @@ std::shared_ptr<const Outline> workOutOutline(const osg::Vec3Array& points)
     return std::make_shared<const Outline>(reduced(points));
 }
 
+bool isOutlineKept(const osg::Vec3Array& points)
+{
+    return points.size() > fewPoints;
+}
+
 void rememberOutline(const osg::Vec3Array& points, const std::shared_ptr<const Outline>& outline)
 {
-    if (points.size() > fewPoints) // others are worked out whenever they are wanted
+    if (isOutlineKept(points))
         memory().keep(points, outline);
 }
 

@@ -19,6 +19,9 @@ std::shared_ptr<const Outline> outlineOf(const osg::Vec3Array& points);
 /// The same, ahead of time: works them out, on any thread.
 std::shared_ptr<const Outline> workOutOutline(const osg::Vec3Array& points);
 
+/// Returns whether there are so many points that their outline is kept; that of fewer is worked out whenever it is wanted.
+bool isOutlineKept(const osg::Vec3Array& points);
+
 /// Has outlineOf() find what was worked out.
 void rememberOutline(const osg::Vec3Array& points, const std::shared_ptr<const Outline>& outline);
 

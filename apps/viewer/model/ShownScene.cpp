@@ -44,7 +44,7 @@ constexpr float darkBackground = 0.3f;
 class RememberingCopy : public osg::CopyOp
 {
 public:
-    explicit RememberingCopy(std::map<const osg::Node*, osg::Node*>& originals)
+    explicit RememberingCopy(std::unordered_map<const osg::Node*, osg::Node*>& originals)
         : CopyOp(DEEP_COPY_NODES | DEEP_COPY_DRAWABLES | DEEP_COPY_STATESETS | DEEP_COPY_STATEATTRIBUTES),
           m_originals(originals)
     {}
@@ -76,8 +76,8 @@ private:
         return made;
     }
 
-    mutable std::map<const osg::Node*, osg::Node*> m_copies;
-    std::map<const osg::Node*, osg::Node*>& m_originals;
+    mutable std::unordered_map<const osg::Node*, osg::Node*> m_copies;
+    std::unordered_map<const osg::Node*, osg::Node*>& m_originals;
 };
 
 /// Has everything drawn in the colours of its materials.

@@ -10,7 +10,7 @@
 #include <osg/Vec3d>
 #include <osg/ref_ptr>
 
-#include <map>
+#include <unordered_map>
 #include <vector>
 
 namespace vfViewer {
@@ -67,8 +67,8 @@ private:
     osg::ref_ptr<osg::Group> m_decorations;
     osg::ref_ptr<osg::Node> m_mark;
     osg::ref_ptr<osg::Group> m_measurements;
-    std::map<const osg::Node*, osg::Node*> m_originals; ///< of the nodes of the copy
-    std::vector<osg::Plane> m_planes;                   ///< what lies behind one is not drawn
+    std::unordered_map<const osg::Node*, osg::Node*> m_originals; ///< of the nodes of the copy
+    std::vector<osg::Plane> m_planes;                             ///< what lies behind one is not drawn
 };
 
 } // namespace vfViewer

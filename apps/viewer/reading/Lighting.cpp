@@ -11,7 +11,7 @@
 #include <osgAnimation/RigGeometry>
 
 #include <algorithm>
-#include <set>
+#include <unordered_set>
 #include <vector>
 
 namespace vfViewer {
@@ -108,7 +108,7 @@ private:
         return true;
     }
 
-    std::set<const osg::Array*> m_turned; ///< geometries may share their normals
+    std::unordered_set<const osg::Array*> m_turned; ///< geometries may share their normals
 
     static bool hasSurface(const osg::Geometry& geometry)
     {

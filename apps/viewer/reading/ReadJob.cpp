@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "reading/ReadJob.h"
 
+#include "model/Outline.h"
 #include "reading/Mirrored.h"
 #include "reading/SceneTransfer.h"
 #include "reading/SideBySide.h"
@@ -12,8 +13,9 @@
 
 #include <exception>
 #include <new>
-#include <set>
+#include <unordered_set>
 #include <utility>
+#include <vector>
 
 namespace vfViewer {
 
@@ -36,11 +38,15 @@ public:
     void apply(osg::Geometry& geometry) override
     {
         apply(static_cast<osg::Drawable&>(geometry));
-        if (auto* found = dynamic_cast<osg::Vec3Array*>(geometry.getVertexArray()))
-            points.insert(found);
+        auto* found = dynamic_cast<osg::Vec3Array*>(geometry.getVertexArray());
+        if (found && isOutlineKept(*found) && m_seen.insert(found).second)
+            points.emplace_back(found);
     }
 
-    std::set<osg::ref_ptr<osg::Vec3Array>> points;
+    std::vector<osg::ref_ptr<osg::Vec3Array>> points; ///< whose outlines are kept
+
+private:
+    std::unordered_set<const osg::Array*> m_seen;
 };
 
 /// Does what can be done before the scene is shown, on the thread that reads it.

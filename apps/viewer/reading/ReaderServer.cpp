@@ -2,7 +2,6 @@
 #include "reading/ReaderServer.h"
 
 #include "model/GraphicsContexts.h"
-#include "model/LargePages.h"
 #include "reading/FileGate.h"
 #include "reading/ReadProgress.h"
 #include "reading/ReaderProtocol.h"
@@ -27,7 +26,6 @@
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/signalfd.h>
-#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -65,17 +63,6 @@ std::string guarded(const std::function<void()>& work)
     } catch (...) {
         return "its reader failed for an unknown reason";
     }
-}
-
-/// A scene may take sixty times the bytes of its file; for a small one large pages cost more than they save.
-void prepareMemoryFor(const char* path, std::uint64_t memory)
-{
-    constexpr std::uint64_t worthIt = std::uint64_t(1024) * 1024;
-    constexpr std::uint64_t most = std::uint64_t(1024) * 1024 * 1024;
-    struct stat status;
-    if (stat(path, &status) != 0 || static_cast<std::uint64_t>(status.st_size) < worthIt)
-        return;
-    useLargePages(std::min({static_cast<std::uint64_t>(status.st_size) * 60, most, memory / 4}));
 }
 
 long long sendReason(int file, const std::string& reason)
@@ -145,7 +132,6 @@ void write(const ReaderTasks& tasks, const ReaderRequest& request, int socket, i
     if (!vfIsolation::receivePacket(socket, &go, sizeof(go)))
         _exit(1);
     limitMemory(request.memory);
-    prepareMemoryFor(request.path, request.memory);
     ReadProgress::share(files[2]);
     if (request.kind == ReadKind::Write)
         write(tasks, request, socket, scene);

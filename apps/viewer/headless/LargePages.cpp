@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "model/LargePages.h"
+#include "headless/LargePages.h"
 
-#include <algorithm>
 #include <climits>
 #include <cstddef>
 #include <cstdlib>
@@ -15,13 +14,14 @@
 
 namespace vfViewer {
 
-void useLargePages(std::size_t room)
+void useLargePages()
 {
 #ifdef __GLIBC__
+    constexpr int room = 256 * 1024 * 1024;   // of addresses; memory is taken as it is used
     constexpr int largest = 32 * 1024 * 1024; // an image of four times the pixels of a common screen
     constexpr std::size_t page = std::size_t(2) * 1024 * 1024;
     if (mallopt(M_MMAP_THRESHOLD, largest) == 0 || mallopt(M_TRIM_THRESHOLD, INT_MAX) == 0 ||
-        mallopt(M_TOP_PAD, static_cast<int>(std::min<std::size_t>(room, INT_MAX))) == 0)
+        mallopt(M_TOP_PAD, room) == 0)
         return;
     // The heap grows now, and by little from then on.
     void* begin = sbrk(0);
@@ -31,8 +31,6 @@ void useLargePages(std::size_t room)
     auto grown = static_cast<std::size_t>(static_cast<char*>(sbrk(0)) - static_cast<char*>(begin));
     if (std::align(page, page, begin, grown))
         madvise(begin, grown, MADV_HUGEPAGE);
-#else
-    (void)room;
 #endif
 }
 
