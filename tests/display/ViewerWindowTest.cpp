@@ -716,13 +716,13 @@ TEST_F(ViewerWindow, ModelsOpenedAndClosedOneAfterAnotherGrowNothing)
                 return QApplication::allWidgets().size();
             });
         };
-        openAndClose(20); // what is kept for good is there by then
+        openAndClose(10); // what is kept for good is there by then
         const auto widgetsBefore = widgets();
         // What is lost is lost each time; threads that wait for one another take memory of their own now and then.
         bool hasGrown = true;
         for (int i = 0; i < 4 && hasGrown; ++i) {
             const long before = residentKilobytes();
-            vfTest::Search search("models opened and closed in a window", 40);
+            vfTest::Search search("models opened and closed in a window", 15);
             while (search.next())
                 openAndClose(1);
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)

@@ -11,8 +11,6 @@
 
 #include <gmock/gmock.h>
 
-#include <thread>
-
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -114,20 +112,6 @@ TEST(FileGate, ATextureThatIsMissingOrNoRegularFileIsTold)
     EXPECT_THAT(failures, testing::Contains(HasSubstr("missing.png: No such file or directory")));
     EXPECT_THAT(failures, testing::Contains(HasSubstr("fifo.png: it is not a regular file")));
     EXPECT_THAT(FileGate::takeFailures(), IsEmpty());
-}
-
-TEST(FileGate, WhileItIsShutNothingIsReadOnThatThread)
-{
-    FileGate::install();
-    const std::string model = vfTest::signpost("stl");
-    FileGate::takeFailures();
-    {
-        const FileGate::Shut shut;
-        EXPECT_FALSE(osgDB::readRefNodeFile(model));
-        EXPECT_THAT(FileGate::takeFailures(), ElementsAre(HasSubstr("nothing is read here")));
-        std::thread([&model] { EXPECT_TRUE(osgDB::readRefNodeFile(model)); }).join();
-    }
-    EXPECT_TRUE(osgDB::readRefNodeFile(model));
 }
 
 TEST(FileGate, TellsWhyAFileCannotBeRead)

@@ -236,6 +236,18 @@ TEST_F(PassiveScenes, ASceneWhoseOtherFileIsMissingIsShownWithoutIt)
     }
 }
 
+TEST_F(PassiveScenes, AFileThatNamesItselfIsReadAHundredTimes)
+{
+    const osg::ref_ptr<osg::ProxyNode> itself = new osg::ProxyNode;
+    itself->setFileName(0, "a.osgt");
+    const std::string path = directory.file("a.osgt");
+    ASSERT_TRUE(osgDB::writeNodeFile(*besideATriangle(itself), path));
+    const ReadOutcome outcome = read(path);
+    ASSERT_TRUE(outcome.scene) << outcome.reason;
+    EXPECT_EQ(100u, trianglesOf(*outcome.scene));
+    EXPECT_THAT(outcome.warnings, Contains(HasSubstr("a.osgt: a model may have 100 files")));
+}
+
 TEST_F(PassiveScenes, AFileForLaterThatCrashesItsReaderHarmsNobody)
 {
     directory.write("evil.ply",

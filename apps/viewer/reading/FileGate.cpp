@@ -77,7 +77,9 @@ std::vector<std::string>& files()
     return kept;
 }
 
-thread_local bool isShut = false;
+/// Files that name themselves, or one another, would be read until there is no memory left.
+constexpr unsigned int mostModels = 100;
+thread_local unsigned int modelsRead = 0;
 
 /// Finds plug-ins by their absolute paths, and while a model is read, the files that it names by the rule of SideFiles.
 class FindByRule : public osgDB::FindFileCallback
@@ -143,6 +145,8 @@ public:
     {
         if (!FileGate::isModel(path))
             return refused(path, "not a listed model format");
+        if (SideFiles::isInForce() && ++modelsRead > mostModels)
+            return refused(path, "a model may have " + std::to_string(mostModels) + " files");
         const std::string reason = whyNotToRead(path, options);
         return reason.empty() ? ReadFileCallback::readNode(path, options) : refused(path, reason);
     }
@@ -198,8 +202,6 @@ private:
 
     static std::string whyNotToRead(const std::string& path, const osgDB::Options* options)
     {
-        if (isShut)
-            return "nothing is read here";
         if (osgDB::containsServerAddress(path))
             return "addresses are not fetched";
         const std::string found = osgDB::findDataFile(path, options);
@@ -219,16 +221,6 @@ void FileGate::install()
         return true;
     }();
     (void)installed;
-}
-
-FileGate::Shut::Shut()
-{
-    isShut = true;
-}
-
-FileGate::Shut::~Shut()
-{
-    isShut = false;
 }
 
 std::vector<std::string> FileGate::modelFormats()
@@ -272,6 +264,7 @@ std::vector<std::string> FileGate::takeFiles()
 {
     std::vector<std::string> taken;
     taken.swap(files());
+    modelsRead = 0;
     return taken;
 }
 

@@ -20,16 +20,6 @@ public:
     /// Puts the gate in front of all reading of this process. A second call changes nothing.
     static void install();
 
-    /// While one lives, this thread reads no file behind the gate at all: what it reads is in memory.
-    class Shut
-    {
-    public:
-        Shut();
-        ~Shut();
-        Shut(const Shut&) = delete;
-        Shut& operator=(const Shut&) = delete;
-    };
-
     /// @return extensions in lower case, without dots
     static std::vector<std::string> modelFormats();
     static std::vector<std::string> imageFormats();
