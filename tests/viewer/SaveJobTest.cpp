@@ -237,6 +237,8 @@ class SavedKinds : public SaveJobs, public testing::WithParamInterface<Kind>
 /// A program in a process of its own. @return its exit status
 int inAnotherProcess(const std::function<bool()>& work)
 {
+    // A thread that ends while this process forks leaves the memory of the other one locked.
+    vfViewer::ReadJob::waitForThreads();
     const pid_t child = fork();
     if (child == 0)
         _exit(work() ? 0 : 1);
