@@ -53,11 +53,11 @@ class SceneTransfer : public vfTest::Reading
 {};
 
 /// @return the bytes of a transfer, with all arrays in them
-std::string send(ReadOutcome& outcome)
+std::string send(ReadOutcome& outcome, vfViewer::SceneSharing sharing = vfViewer::SceneSharing::None)
 {
     const int file = vfIsolation::makeSharedMemory("scene");
     const long long size =
-        vfViewer::SceneSender(file).send(outcome, vfViewer::SceneSender::LargeArrays::InFile);
+        vfViewer::SceneSender(file).send(outcome, vfViewer::SceneSender::LargeArrays::InFile, sharing);
     EXPECT_GT(size, 0);
     std::string bytes(static_cast<std::size_t>(size), ' ');
     EXPECT_EQ(size, pread(file, bytes.data(), bytes.size(), 0));
@@ -147,7 +147,9 @@ TEST_F(SceneTransfer, ModelsOfAllFormatsComeOverAsTheyWereRead)
         ReadOutcome read = vfViewer::readModel(vfTest::signpost(format));
         ASSERT_TRUE(read.scene) << format;
         const std::string before = textOf(*read.scene);
-        const ReadOutcome arrived = receive(send(read));
+        const std::string bytes = send(read);
+        EXPECT_EQ(bytes, send(read, vfViewer::SceneSharing::OtherThreads)) << format;
+        const ReadOutcome arrived = receive(bytes);
         ASSERT_TRUE(arrived.scene) << format;
         EXPECT_EQ("", differenceOf(before, textOf(*arrived.scene))) << format;
     }

@@ -91,13 +91,14 @@ Job::~Job()
 void Job::start(Work work)
 {
     const std::shared_ptr<const Worker> worker = std::make_shared<Worker>();
-    auto body = [shared = m_shared, worker, work = std::move(work)]() mutable {
+    const auto only = std::make_shared<Work>(std::move(work)); // what it holds is not shared with this thread
+    const auto body = [shared = m_shared, worker, only] {
         try {
-            work(shared->control);
+            (*only)(shared->control);
         } catch (...) {
             // The work leaves a reason before it does what may throw.
         }
-        work = nullptr; // those who take its result hold it alone
+        *only = nullptr; // those who take its result hold it alone
         shared->finish(false);
     };
     try {

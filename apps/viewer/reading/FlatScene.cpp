@@ -24,7 +24,8 @@ constexpr std::uint32_t longestCallbackChain = 100;
 class Flattener : private FlatNumbers
 {
 public:
-    Flattener(FlatScene& flat, bool (*canSend)(const osg::Image&)) : m_flat(flat), m_canSend(canSend)
+    Flattener(FlatScene& flat, bool (*canSend)(const osg::Image&), SceneSharing sharing)
+        : m_flat(flat), m_canSend(canSend), m_sharing(sharing)
     {
         numberOf(std::string()); // the text of those that have none is 0
     }
@@ -161,8 +162,11 @@ private:
         return list.records;
     }
 
-    /// Returns whether only one other object refers to this one, so that it is met only once.
-    static bool isHeldOnce(const osg::Referenced& object) { return object.referenceCount() <= 1; }
+    /// Returns whether it is sure that only one other object refers to this one, so that it is met only once.
+    bool isHeldOnce(const osg::Referenced& object) const
+    {
+        return m_sharing == SceneSharing::None && object.referenceCount() <= 1;
+    }
 
     /// @return the number of an object that was met before; 0 for another one
     std::uint32_t known(const osg::Object* object) const
@@ -231,6 +235,7 @@ private:
 
     FlatScene& m_flat;
     bool (*m_canSend)(const osg::Image&);
+    SceneSharing m_sharing;
     std::vector<std::uint32_t> m_open;
     std::unordered_map<std::string, std::uint32_t> m_texts;
     std::unordered_map<const osg::Object*, std::uint32_t> m_numbers; ///< of objects that may be met again
@@ -362,10 +367,10 @@ std::size_t flatKindOf(const osg::Node& node)
     return findKind(flatNodes(), node);
 }
 
-FlatScene flatten(const osg::Node& scene, bool (*canSend)(const osg::Image& image))
+FlatScene flatten(const osg::Node& scene, bool (*canSend)(const osg::Image& image), SceneSharing sharing)
 {
     FlatScene flat;
-    Flattener(flat, canSend).run(scene);
+    Flattener(flat, canSend, sharing).run(scene);
     return flat;
 }
 

@@ -63,10 +63,17 @@ struct FlatScene
     std::vector<std::string> warnings; ///< what is left out, a line for each kind
 };
 
+/// Who else may hold parts of a scene while it is listed.
+enum class SceneSharing
+{
+    OtherThreads,
+    None ///< how often an object is referred to may be read: those with one reference are met once, and need no look-up
+};
+
 /// Lists what a scene consists of. What is not in the lists of classes (see FlatKinds.h) is left out; groups of other classes
 /// become plain groups.
 /// @param canSend  called once for each image: false to leave it out
-FlatScene flatten(const osg::Node& scene, bool (*canSend)(const osg::Image& image));
+FlatScene flatten(const osg::Node& scene, bool (*canSend)(const osg::Image& image), SceneSharing sharing);
 
 /// Lists of records that have arrived.
 struct FlatSceneView

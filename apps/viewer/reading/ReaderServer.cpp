@@ -87,8 +87,10 @@ void read(const ReaderTasks& tasks, const ReaderRequest& request, const ReaderGo
     SceneSender sender(scene);
     ReaderDone done;
     guarded([&] {
-        done.size = sender.send(outcome, go.isReadable ? SceneSender::LargeArrays::InThisProcess
-                                                       : SceneSender::LargeArrays::InFile);
+        done.size = sender.send(outcome,
+                                go.isReadable ? SceneSender::LargeArrays::InThisProcess
+                                              : SceneSender::LargeArrays::InFile,
+                                SceneSharing::None);
     });
     if (done.size == 0) {
         outcome = ReadOutcome(); // whose memory may be what is lacking

@@ -87,7 +87,7 @@ void putNames(TransferSink& sink, const std::vector<std::string>& names)
 
 } // namespace
 
-long long SceneSender::send(ReadOutcome& outcome, LargeArrays place)
+long long SceneSender::send(ReadOutcome& outcome, LargeArrays place, SceneSharing sharing)
 {
     m_kept.clear();
     if (ftruncate(m_file, 0) != 0)
@@ -95,7 +95,7 @@ long long SceneSender::send(ReadOutcome& outcome, LargeArrays place)
     TransferSink sink(m_file);
     FlatScene flat;
     if (outcome.scene)
-        flat = flatten(*outcome.scene, canSend);
+        flat = flatten(*outcome.scene, canSend, sharing);
     outcome.warnings.insert(outcome.warnings.end(), flat.warnings.begin(), flat.warnings.end());
     const auto put = [&](PlacePart& part, const void* data, const osg::Referenced& owner) {
         if (part.size == 0)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "reading/FlatScene.h"
 #include "reading/ReadOutcome.h"
 
 #include <osg/Referenced>
@@ -40,7 +41,8 @@ public:
     /// Writes all to the file and seals it.
     /// @param outcome  gets a warning for each kind of things in the scene that is left out
     /// @return the size of what was written; 0 when there was no room, and the file may be used again
-    long long send(ReadOutcome& outcome, LargeArrays place);
+    long long send(ReadOutcome& outcome, LargeArrays place,
+                   SceneSharing sharing = SceneSharing::OtherThreads);
 
 private:
     int m_file;
