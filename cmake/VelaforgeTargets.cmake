@@ -29,6 +29,11 @@ if(VELAFORGE_SANITIZE)
     target_compile_options(velaforge_build_flags INTERFACE
         "-fsanitize=${VELAFORGE_SANITIZE}" -fno-omit-frame-pointer -fno-sanitize-recover=all)
     target_link_options(velaforge_build_flags INTERFACE "-fsanitize=${VELAFORGE_SANITIZE}")
+    if(VELAFORGE_SANITIZE MATCHES "address,undefined")
+        # What uses such a pointer is stopped by the address sanitizer; to ask before as well takes a tenth of the compiler's
+        # time.
+        target_compile_options(velaforge_build_flags INTERFACE -fno-sanitize=null,object-size)
+    endif()
     if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
         # As g++ does by itself.
         if(VELAFORGE_SANITIZE MATCHES "address")
