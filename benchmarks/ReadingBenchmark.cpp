@@ -5,7 +5,6 @@
 #include "reading/FileGate.h"
 #include "reading/ModelReader.h"
 #include "reading/ReadJob.h"
-#include "reading/ReaderHost.h"
 #include "support/LargeModels.h"
 #include "support/Programs.h"
 
@@ -99,7 +98,7 @@ int main(int argc, char** argv)
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 1;
-    vfViewer::ReaderHost::start();
+    vfViewer::prepareReading();
     vfViewer::FileGate::install();
     vfViewer::expectFewGraphicsContexts();
     const std::string stl = place().file("hills.stl");

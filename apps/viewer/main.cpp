@@ -7,7 +7,6 @@
 #include "model/ViewerDocuments.h"
 #include "reading/FileGate.h"
 #include "reading/ReadJob.h"
-#include "reading/ReaderHost.h"
 #include "ui/ModulePlugin.h"
 #include "ui/OptionsPages.h"
 #include "ui/SceneModule.h"
@@ -254,7 +253,7 @@ int main(int argc, char** argv)
     std::signal(SIGXFSZ, SIG_IGN);
     int status = EXIT_FAILURE;
     try {
-        vfViewer::ReaderHost::start(); // which gets ready meanwhile
+        vfViewer::prepareReading(); // which gets ready meanwhile
         status = run(argc, argv);
     } catch (...) {
         std::cerr << "vfviewer: " << vfBase::printable(vfBase::BaseException::describeCurrent()) << std::endl;

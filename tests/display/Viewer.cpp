@@ -4,7 +4,7 @@
 #include "qt/QtModelView.h"
 #include "qt/QtWindowSide.h"
 #include "reading/FileGate.h"
-#include "reading/ReaderHost.h"
+#include "reading/ReadJob.h"
 #include "ui/SceneModule.h"
 #include "ui/ViewerUiSetup.h"
 
@@ -43,7 +43,7 @@ struct Setup : vfApplication::ApplicationSetup
 {
     Setup()
     {
-        vfViewer::ReaderHost::start();
+        vfViewer::prepareReading();
         vfViewer::FileGate::install();
         vfViewer::qtWindowSide().install();
     }

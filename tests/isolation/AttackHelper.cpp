@@ -295,6 +295,10 @@ int main(int argc, char** argv)
         context.append(context.argument().data(), context.argument().size());
         return std::string();
     });
+    helper.add("write", [](TaskContext& context) -> std::string {
+        const std::string text(std::stoul(std::string(context.argument())), 'x');
+        return context.append(text.data(), text.size()) ? "" : "there is no room for the result";
+    });
     helper.add("copy descriptor", [](TaskContext& context) {
         char text[100];
         const ssize_t size = read(context.files().at(0), text, sizeof(text));
@@ -322,6 +326,19 @@ int main(int argc, char** argv)
     helper.add("loop", [](TaskContext&) -> std::string {
         for (volatile int i = 0;;)
             i = i + 1;
+    });
+    helper.add("deaf loop", [](TaskContext&) -> std::string {
+        signal(SIGXCPU, SIG_IGN);
+        for (volatile int i = 0;; i = i + 1) {
+        }
+    });
+    helper.add("lend", [](TaskContext& context) -> std::string {
+        static const std::string kept(context.argument());
+        const std::uint64_t lent[] = {reinterpret_cast<std::uintptr_t>(kept.data()), kept.size()};
+        if (!context.lendMemory())
+            return "there is nobody to lend it to";
+        context.append(lent, sizeof(lent));
+        return std::string();
     });
     helper.add("sleep", [](TaskContext&) -> std::string {
         for (;;)

@@ -13,6 +13,7 @@
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
 #include <functional>
 #include <memory>
@@ -329,7 +330,62 @@ TEST(IsolatedJobs, AProcessThatLoopsIsEndedByItsLimit)
 {
     IsolatedTask wanted = task("loop");
     wanted.limits.seconds = 1;
+    const IsolatedResult result = run(wanted);
+    EXPECT_EQ(IsolationError::TooLong, result.error);
+    EXPECT_EQ("it takes too long", result.reason);
+}
+
+TEST(IsolatedJobs, ALimitOfTheProgramHoldsForItsTasksToo)
+{
+    rlimit limit = {};
+    ASSERT_EQ(0, getrlimit(RLIMIT_FSIZE, &limit));
+    limit.rlim_cur = 10000; // which a privileged process could raise
+    ASSERT_EQ(0, setrlimit(RLIMIT_FSIZE, &limit));
+    EXPECT_EQ(8000u, run(task("write", "8000")).bytes.size());
+    EXPECT_EQ("there is no room for the result", run(task("write", "12000")).reason);
+}
+
+TEST(IsolatedJobs, AProcessThatLoopsAndHearsNoSignalIsKilled)
+{
+    IsolatedTask wanted = task("deaf loop");
+    wanted.limits.seconds = 1;
     EXPECT_EQ(IsolationError::Ended, run(wanted).error);
+}
+
+TEST(IsolatedJobs, MemoryThatATaskLendsCanBeCopiedWhileTheResultIsKept)
+{
+    const std::string sent(5000000, 'm');
+    IsolatedTask wanted = task("lend", sent);
+    EXPECT_EQ("there is nobody to lend it to", run(wanted).reason) << "nobody has asked";
+    wanted.takesMemory = true;
+    IsolatedResult result = run(wanted);
+    ASSERT_EQ(IsolationError::None, result.error) << result.reason;
+    ASSERT_TRUE(result.memory);
+    std::uint64_t lent[2] = {};
+    ASSERT_EQ(sizeof(lent), result.bytes.size());
+    std::memcpy(lent, result.bytes.data(), sizeof(lent));
+    EXPECT_GT(result.memory->size(), sent.size());
+    std::string copied(sent.size(), ' ');
+    EXPECT_TRUE(result.memory->copy(lent[0], copied.data(), copied.size()));
+    EXPECT_TRUE(sent == copied);
+    EXPECT_FALSE(result.memory->copy(0, copied.data(), copied.size())) << "where nothing is";
+    EXPECT_FALSE(result.memory->copy(~std::uint64_t(0) - 10, copied.data(), copied.size()));
+    EXPECT_EQ(3u, descendants().size());
+    const std::shared_ptr<const vfIsolation::LentMemory> kept = result.memory;
+    result = IsolatedResult();
+    EXPECT_TRUE(kept->copy(lent[0], copied.data(), copied.size()));
+    for (const int process : descendants())
+        kill(process, SIGKILL);
+    EXPECT_TRUE(waitUntil([&] { return !kept->copy(lent[0], copied.data(), 1); }));
+    EXPECT_EQ(0u, kept->size());
+}
+
+TEST(IsolatedJobs, AProcessThatLendsItsMemoryEndsWithTheResult)
+{
+    IsolatedTask wanted = task("lend", "a");
+    wanted.takesMemory = true;
+    EXPECT_TRUE(run(wanted).memory);
+    EXPECT_TRUE(waitUntil([] { return descendants().size() == 2; }));
 }
 
 TEST(IsolatedJobs, AProcessThatSleepsOrStopsIsEndedByTheClock)

@@ -5,6 +5,7 @@
 #include "model/ModelWriter.h"
 #include "reading/FileGate.h"
 #include "reading/ModelReader.h"
+#include "writing/CheckedFile.h"
 #include "writing/FormatWriter.h"
 
 #include "support/Models.h"
@@ -19,6 +20,11 @@
 #include <regex>
 #include <set>
 #include <sstream>
+#include <string>
+#include <vector>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -188,13 +194,15 @@ ReadOutcome readTriangle(const std::string& path)
 
 std::string writeTriangle(osg::Node& scene, const vfViewer::WriteTarget& target)
 {
-    std::ofstream file(target.path);
+    std::ostringstream file;
     const auto* points = scene.asGeometry()
                              ? dynamic_cast<const osg::Vec3Array*>(scene.asGeometry()->getVertexArray())
                              : nullptr;
     for (std::size_t i = 0; points && i < points->size(); ++i)
         file << (*points)[i].x() << ' ' << (*points)[i].y() << ' ' << (*points)[i].z() << '\n';
-    return points ? std::string() : "it is not a triangle";
+    vfViewer::CheckedFile model(target.model);
+    model.write(file.str());
+    return points ? model.finish() : "it is not a triangle";
 }
 
 } // namespace
@@ -224,8 +232,12 @@ TEST(Formats, OneRecordAddsAFormatEverywhere)
     EXPECT_THAT(vfViewer::listFormats(), HasSubstr("tri       read, written   One triangle\n"));
     EXPECT_THAT(vfViewer::writableFormats(), testing::EndsWith(",tri"));
     EXPECT_EQ("", vfViewer::writeError("b.tri"));
-    const std::string copy = directory.file("b.tri");
-    EXPECT_EQ("", vfViewer::writeFormat(*readTriangle(path).scene, copy));
+    const std::string copy = directory.write("b.tri", "");
+    const int file = open(copy.c_str(), O_WRONLY | O_CLOEXEC);
+    std::vector<vfViewer::SideFile> files;
+    EXPECT_EQ("", vfViewer::writeFormat(*readTriangle(path).scene, directory.path(), {file, -1, "", "b.tri"},
+                                        files));
+    close(file);
     EXPECT_EQ("0 0 0\n1 0 0\n0 1 0\n", readFile(copy));
     outcome.scene->setNodeMask(0);
     EXPECT_THAT(vfViewer::lossesOf(*outcome.scene, "tri"), testing::Contains("what is hidden"));

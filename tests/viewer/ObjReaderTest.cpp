@@ -2,6 +2,8 @@
 #include "reading/ObjReader.h"
 
 #include "reading/FileGate.h"
+#include "reading/SideFileSearch.h"
+#include "reading/SideFiles.h"
 #include "support/TemporaryDirectory.h"
 
 #include <osg/BlendFunc>
@@ -30,7 +32,12 @@ class ObjReader : public testing::Test
 protected:
     ObjReader() { vfViewer::FileGate::install(); }
 
-    ReadOutcome read(const std::string& text) const { return readObj(directory.write("model.obj", text)); }
+    ReadOutcome read(const std::string& text) const
+    {
+        const std::string path = directory.write("model.obj", text);
+        const vfViewer::SideFiles rule(path, vfViewer::findSideFiles(path));
+        return readObj(path);
+    }
 
     /// A square with y up, with texture places and one normal.
     static std::string square() { return "v 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\n"; }

@@ -2,6 +2,8 @@
 #include "reading/PlyReader.h"
 
 #include "reading/FileGate.h"
+#include "reading/SideFileSearch.h"
+#include "reading/SideFiles.h"
 #include "support/TemporaryDirectory.h"
 
 #include <osg/Geode>
@@ -61,7 +63,9 @@ protected:
 
     const ReadOutcome& readFile(const std::string& contents)
     {
-        outcome = readPly(directory.write("model.ply", contents));
+        const std::string path = directory.write("model.ply", contents);
+        const vfViewer::SideFiles rule(path, vfViewer::findSideFiles(path));
+        outcome = readPly(path);
         return outcome;
     }
 

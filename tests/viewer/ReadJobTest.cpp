@@ -4,6 +4,7 @@
 
 #include "reading/AssimpLibrary.h"
 #include "reading/ModelReader.h"
+#include "reading/ReadRequest.h"
 #include "reading/SceneImages.h"
 #include "reading/SceneTransfer.h"
 #include "reading/TransferBytes.h"
@@ -47,12 +48,14 @@
 #include <sys/mman.h>
 #include <sys/prctl.h>
 #include <sys/syscall.h>
+#include <sys/uio.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 namespace fs = std::filesystem;
 using testing::HasSubstr;
 using testing::Not;
+using vfViewer::LargeArrayOwner;
 using vfViewer::ReadJob;
 using vfViewer::ReadKind;
 using vfViewer::ReadLimits;
@@ -140,13 +143,17 @@ std::vector<pid_t> childrenOf(const std::string& process)
     return children;
 }
 
-/// @return the processes that read files, in the order in which they were made
+/// @return the processes that read a file, in the order in which they were made; others wait for one
 std::vector<pid_t> readers()
 {
     std::vector<pid_t> all;
     for (const pid_t host : childrenOf("self")) {
-        for (const pid_t reader : childrenOf(std::to_string(host)))
-            all.push_back(reader);
+        for (const pid_t reader : childrenOf(std::to_string(host))) {
+            std::ifstream file("/proc/" + std::to_string(reader) + "/comm");
+            std::string name;
+            if (std::getline(file, name) && name == vfViewer::modelTask)
+                all.push_back(reader);
+        }
     }
     return all;
 }
@@ -360,6 +367,17 @@ TEST_F(ReadJobs, AModelWithAnImageThatJustFitsOpensAndWithOneThatDoesNotFitIsSho
     EXPECT_THAT(without.warnings, testing::Contains(HasSubstr("not enough memory for this image")));
 }
 #endif
+
+TEST_F(ReadJobs, TheProcessThatReadsIsLockedDown)
+{
+    const ReadJob job(ReadKind::Model, slowModel());
+    const std::string status = "/proc/" + std::to_string(readerProcess()) + "/status";
+    EXPECT_TRUE(waitFor([&status] {
+        const std::string text = vfTest::readFile(status);
+        return text.find("\nSeccomp:\t2\n") != std::string::npos &&
+               text.find("\nNoNewPrivs:\t1\n") != std::string::npos;
+    }));
+}
 
 TEST_F(ReadJobs, CancelReturnsAtOnceAndEndsTheProcess)
 {
@@ -595,6 +613,14 @@ TEST_F(ReadJobs, AFileIsFoundFromTheDirectoryOfTheProgram)
     fs::current_path("/");
 }
 
+/// Copies memory of this process if it is there.
+bool copyHere(std::uint64_t address, void* to, std::size_t size)
+{
+    const iovec here = {to, size};
+    const iovec there = {reinterpret_cast<void*>(address), size};
+    return process_vm_readv(getpid(), &here, 1, &there, 1, 0) == static_cast<ssize_t>(size);
+}
+
 /// From here on this thread, and all that it starts, may not look into other processes.
 void forbidLooking()
 {
@@ -615,9 +641,8 @@ TEST_F(ReadJobs, ALargeModelComesWholeAlsoWhereProcessesMayNotBeLookedInto)
     vfTest::writeHills(path, 20000);
     const ReadOutcome looked = read(path);
     ASSERT_TRUE(looked.scene) << looked.reason;
-    ASSERT_TRUE(vfViewer::canReadMemoryOf(getpid(), vfViewer::memoryProbe()));
     forbidLooking();
-    ASSERT_FALSE(vfViewer::canReadMemoryOf(getpid(), vfViewer::memoryProbe()));
+    EXPECT_FALSE(copyHere(reinterpret_cast<std::uintptr_t>(&path), std::string(8, ' ').data(), 8));
     const ReadOutcome written = read(path);
     ASSERT_TRUE(written.scene) << written.reason;
     const ReadOutcome inPlace = vfViewer::readModel(path);
@@ -625,74 +650,36 @@ TEST_F(ReadJobs, ALargeModelComesWholeAlsoWhereProcessesMayNotBeLookedInto)
     EXPECT_EQ(Contents(*inPlace.scene).text, Contents(*written.scene).text);
 }
 
-/// A process that has sent a large model, and waits. Its memory can be read.
+/// What a reader has sent, which keeps its large arrays.
 class Sending
 {
 public:
-    /// @param model  made and sent in the process
-    explicit Sending(const std::function<ReadOutcome()>& model) : file(vfIsolation::makeSharedMemory("scene"))
+    explicit Sending(ReadOutcome sent)
+        : m_sent(std::move(sent)), m_file(vfIsolation::makeSharedMemory("scene")), m_sender(m_file)
     {
-        int ends[2];
-        EXPECT_EQ(0, pipe(ends));
-        process = fork();
-        if (process == 0) {
-            ReadOutcome outcome = model();
-            vfViewer::SceneSender sender(file);
-            const long long written = sender.send(outcome, vfViewer::SceneSender::LargeArrays::InThisProcess);
-            if (::write(ends[1], &written, sizeof(written)) != sizeof(written))
-                _exit(1);
-            while (true)
-                pause();
-        }
-        EXPECT_EQ(static_cast<ssize_t>(sizeof(size)), ::read(ends[0], &size, sizeof(size)));
-        close(ends[0]);
-        close(ends[1]);
+        const long long size = m_sender.send(m_sent, vfViewer::SceneSender::LargeArrays::InThisProcess);
+        bytes.resize(static_cast<std::size_t>(size));
+        EXPECT_EQ(size, pread(m_file, bytes.data(), bytes.size(), 0));
     }
-    explicit Sending(const std::string& path) : Sending([&path] { return vfViewer::readModel(path); }) {}
-    ~Sending()
-    {
-        end();
-        close(file);
-    }
+    explicit Sending(const std::string& path) : Sending(vfViewer::readModel(path)) {}
+    ~Sending() { close(m_file); }
     Sending(const Sending&) = delete;
     Sending& operator=(const Sending&) = delete;
 
-    void end()
-    {
-        if (process <= 0)
-            return;
-        kill(process, SIGKILL);
-        waitpid(process, nullptr, 0);
-        process = 0;
-    }
+    std::string bytes;
 
-    ReadOutcome take(int from) const
-    {
-        const std::atomic<bool> stop{false};
-        return vfViewer::receiveScene(file, size, {from}, stop);
-    }
-
-    std::string bytes() const
-    {
-        std::string all(static_cast<std::size_t>(size), ' ');
-        EXPECT_EQ(size, pread(file, all.data(), all.size(), 0));
-        return all;
-    }
-
-    int file;
-    pid_t process = 0;
-    long long size = 0;
+private:
+    ReadOutcome m_sent;
+    int m_file;
+    vfViewer::SceneSender m_sender;
 };
 
-/// @return what comes of bytes that another process sent
-ReadOutcome receive(const std::string& bytes, pid_t from = 0)
+/// @return what comes of bytes that another process sent, whose memory is as this one's
+ReadOutcome receive(const std::string& bytes,
+                    const LargeArrayOwner& owner = {std::uint64_t(1) << 32, copyHere})
 {
-    const int file = vfIsolation::makeSharedMemory("scene");
-    EXPECT_EQ(static_cast<ssize_t>(bytes.size()), pwrite(file, bytes.data(), bytes.size(), 0));
-    EXPECT_TRUE(vfIsolation::sealContents(file));
     const std::atomic<bool> stop{false};
-    ReadOutcome outcome = vfViewer::receiveScene(file, static_cast<long long>(bytes.size()), {from}, stop);
-    close(file);
+    ReadOutcome outcome = vfViewer::receiveScene(bytes.data(), bytes.size(), owner, stop);
     EXPECT_NE(outcome.scene.valid(), !outcome.reason.empty());
     return outcome;
 }
@@ -746,13 +733,17 @@ TEST_F(ReadJobs, AReaderThatEndsBeforeItsArraysAreTakenIsAReason)
 {
     const std::string path = directory.file("hills.stl");
     vfTest::writeHills(path, 20000);
-    Sending reader(path);
-    EXPECT_TRUE(reader.take(reader.process).scene);
-    const int process = reader.process;
-    reader.end();
-    const ReadOutcome outcome = reader.take(process);
+    const Sending reader(path);
+    EXPECT_TRUE(receive(reader.bytes).scene);
+    std::atomic<int> copies{0};
+    const auto fails = [&copies](std::uint64_t address, void* to, std::size_t size) {
+        return ++copies < 2 && copyHere(address, to, size);
+    };
+    const ReadOutcome outcome = receive(reader.bytes, {std::uint64_t(1) << 32, fails});
     EXPECT_FALSE(outcome.scene);
     EXPECT_THAT(outcome.reason, HasSubstr("did not hand it on whole"));
+    EXPECT_FALSE(receive(reader.bytes, {1000, copyHere}).scene) << "more than it has";
+    EXPECT_FALSE(receive(reader.bytes, {}).scene) << "nobody has them";
 }
 
 TEST_F(ReadJobs, AReaderThatTellsNonsenseOfItsArraysHarmsNobody)
@@ -760,7 +751,7 @@ TEST_F(ReadJobs, AReaderThatTellsNonsenseOfItsArraysHarmsNobody)
     const std::string path = directory.file("hills.stl");
     vfTest::writeHills(path, 20000);
     const Sending reader(path);
-    const std::string sound = reader.bytes();
+    const std::string sound = reader.bytes;
     const Parts parts(sound);
     ASSERT_GE(parts.arrayCount, 2u);
     std::size_t refused = 0;
@@ -772,43 +763,22 @@ TEST_F(ReadJobs, AReaderThatTellsNonsenseOfItsArraysHarmsNobody)
         {
             std::string spoilt = sound;
             overwrite(spoilt, at, wrong);
-            const ReadOutcome outcome = receive(spoilt, reader.process);
+            const ReadOutcome outcome = receive(spoilt);
             refused += !outcome.scene;
             EXPECT_LE(outcome.scene ? Contents(*outcome.scene).text.size() : 0, 4u * 1024 * 1024);
         }
     }
     EXPECT_GT(refused, 30u);
-    EXPECT_TRUE(receive(sound, reader.process).scene);
-}
-
-TEST_F(ReadJobs, ATransferThatCouldShrinkIsNotMapped)
-{
-    const std::string path = directory.file("hills.stl");
-    vfTest::writeHills(path, 2000);
-    const Sending reader(path);
-    const std::string bytes = reader.bytes();
-    EXPECT_NE(0, ftruncate(reader.file, 0)) << "the reader seals it";
-    const int file = vfIsolation::makeSharedMemory("scene");
-    ASSERT_EQ(static_cast<ssize_t>(bytes.size()), pwrite(file, bytes.data(), bytes.size(), 0));
-    const std::atomic<bool> stop{false};
-    const auto take = [&] { return vfViewer::receiveScene(file, reader.size, {reader.process}, stop); };
-    EXPECT_FALSE(take().scene);
-    EXPECT_TRUE(vfIsolation::sealSize(file));
-    EXPECT_FALSE(take().scene) << "it could still be written to";
-    EXPECT_TRUE(vfIsolation::sealContents(file));
-    EXPECT_TRUE(take().scene);
-    close(file);
+    EXPECT_TRUE(receive(sound).scene);
 }
 
 TEST_F(ReadJobs, TextsAndListsWithoutEndAreAReason)
 {
-    const Sending reader([] {
-        ReadOutcome outcome;
-        outcome.reason = "a reason";
-        outcome.warnings = {"one", "two"};
-        return outcome;
-    });
-    const std::string sound = reader.bytes();
+    ReadOutcome sent;
+    sent.reason = "a reason";
+    sent.warnings = {"one", "two"};
+    const Sending reader(sent);
+    const std::string sound = reader.bytes;
     EXPECT_EQ("a reason", receive(sound).reason);
     // The length of the reason, its 8 letters, the number of warnings, the length of the first.
     const std::size_t texts = Parts(sound).texts;
@@ -829,13 +799,10 @@ TEST_F(ReadJobs, TextsAndListsWithoutEndAreAReason)
 
 TEST_F(ReadJobs, TextsBeyondAllMeasureAreCut)
 {
-    const Sending reader([] {
-        ReadOutcome outcome;
-        outcome.reason = std::string(10000000, 'x');
-        outcome.warnings.assign(100000, "y");
-        return outcome;
-    });
-    const ReadOutcome outcome = reader.take(0);
+    ReadOutcome sent;
+    sent.reason = std::string(10000000, 'x');
+    sent.warnings.assign(100000, "y");
+    const ReadOutcome outcome = receive(Sending(sent).bytes);
     EXPECT_EQ(vfViewer::longestText, outcome.reason.size());
     EXPECT_EQ(vfViewer::mostTexts, outcome.warnings.size());
 }
@@ -843,12 +810,10 @@ TEST_F(ReadJobs, TextsBeyondAllMeasureAreCut)
 /// @return what comes of a scene that another process has
 ReadOutcome sendScene(const osg::ref_ptr<osg::Node>& scene)
 {
-    const Sending reader([&scene] {
-        ReadOutcome outcome;
-        outcome.scene = scene;
-        return outcome;
-    });
-    return reader.take(reader.process);
+    ReadOutcome sent;
+    sent.scene = scene;
+    const Sending reader(sent);
+    return receive(reader.bytes);
 }
 
 TEST_F(ReadJobs, AReaderThatLeadsBeyondItsArraysIsRefused)
@@ -876,60 +841,43 @@ TEST_F(ReadJobs, AReaderThatLeadsBeyondItsArraysIsRefused)
 TEST_F(ReadJobs, AnImageThatIsNotWhatItsBytesAreIsRefused)
 {
     const Sending reader(VELAFORGE_SOURCE_DIR "/models/sailboat.obj");
-    const std::string sound = reader.bytes();
-    ASSERT_TRUE(receive(sound, reader.process).scene);
+    const std::string sound = reader.bytes;
+    ASSERT_TRUE(receive(sound).scene);
     const Parts parts(sound);
     ASSERT_GE(parts.imageCount, 1u);
     // After size, place, address and names: which row is first, width, height, depth, formats, type, packing, mipmaps.
     const std::size_t image = parts.images + sizeof(vfViewer::PlacePart) + 8;
-    const std::size_t whole = Contents(*receive(sound, reader.process).scene).text.size();
+    const std::size_t whole = Contents(*receive(sound).scene).text.size();
     for (std::size_t at = image; at < image + 52; at += 4) {
         for (const std::uint32_t wrong : {0u, 0x7fffffffu, 0xffffffffu, 40000u, 3u}) {
             std::string spoilt = sound;
             overwrite(spoilt, at, wrong);
-            const ReadOutcome outcome = receive(spoilt, reader.process);
+            const ReadOutcome outcome = receive(spoilt);
             // A smaller one is within the bytes.
             EXPECT_LE(outcome.scene ? Contents(*outcome.scene).text.size() : 0, whole);
         }
     }
     std::string none = sound;
     overwrite(none, parts.images - 8, std::uint64_t(0));
-    EXPECT_FALSE(receive(none, reader.process).scene) << "an image without its bytes";
+    EXPECT_FALSE(receive(none).scene) << "an image without its bytes";
 }
 
 TEST_F(ReadJobs, WhatIsNotHandedOnWholeIsAReason)
 {
-    for (const std::size_t size : {std::size_t(1), std::size_t(4096), std::size_t(5000)}) {
+    for (const std::size_t size : {std::size_t(0), std::size_t(1), std::size_t(4096), std::size_t(5000)}) {
         for (const char filling : {'\0', '\xff', '\x10'}) {
-            const int file = vfIsolation::makeSharedMemory("scene");
-            const std::string bytes(size, filling);
-            ASSERT_EQ(static_cast<ssize_t>(size), write(file, bytes.data(), size));
-            ASSERT_TRUE(vfIsolation::sealContents(file));
-            const std::atomic<bool> stop{false};
-            for (const long long told : {-1LL, 0LL, static_cast<long long>(size),
-                                         static_cast<long long>(size) + 1000000, LLONG_MAX, LLONG_MIN})
-            {
-                const ReadOutcome outcome = vfViewer::receiveScene(file, told, {}, stop);
-                EXPECT_FALSE(outcome.scene);
-                EXPECT_THAT(outcome.reason, HasSubstr("did not hand it on whole"));
-            }
-            close(file);
+            const ReadOutcome outcome = receive(std::string(size, filling));
+            EXPECT_FALSE(outcome.scene);
+            EXPECT_THAT(outcome.reason, HasSubstr("did not hand it on whole"));
         }
     }
+    EXPECT_FALSE(vfViewer::receiveScene(nullptr, 0).scene);
 }
 
 TEST_F(ReadJobs, ATransferThatIsNotAsItWasSentIsASceneOrAReason)
 {
     const std::string path = vfTest::signpost("osgb");
-    const int healthyFile = vfIsolation::makeSharedMemory("scene");
-    ReadOutcome healthy = vfViewer::readModel(path);
-    ASSERT_TRUE(healthy.scene);
-    vfViewer::SceneSender sender(healthyFile);
-    const long long size = sender.send(healthy, vfViewer::SceneSender::LargeArrays::InFile);
-    ASSERT_GT(size, 0);
-    std::string bytes(static_cast<std::size_t>(size), ' ');
-    ASSERT_EQ(static_cast<ssize_t>(bytes.size()), pread(healthyFile, bytes.data(), bytes.size(), 0));
-    close(healthyFile);
+    const std::string bytes = Sending(path).bytes;
     EXPECT_TRUE(receive(bytes).scene);
     vfTest::Search search("spoilt transfers", 300);
     while (search.next())

@@ -11,6 +11,7 @@
 #include "support/ThreadSanitizer.h"
 #include "writing/ModelMeasure.h"
 #include "writing/SaveDirectory.h"
+#include "writing/WriteRequest.h"
 
 #include <osg/ComputeBoundsVisitor>
 #include <osg/Geode>
@@ -637,4 +638,26 @@ TEST_F(SaveJobs, ADraftThatIsGoneIsAFailureWhereTheTargetIsAPipe)
 TEST_F(SaveJobs, WhereThereIsNoFolderTheReasonIsTold)
 {
     EXPECT_THAT(save(*makeColored({1, 0, 0, 1}), directory.file("missing/a.obj")), HasSubstr("No such file"));
+}
+
+TEST_F(SaveJobs, WhatAWriterSendsIsFilesWithTheNamesOfImagesOrRefused)
+{
+    std::vector<vfViewer::SideFile> files;
+    const std::string sound = vfViewer::packSideFiles({{"a.png", "picture"}, {"b c.jpg", ""}});
+    ASSERT_TRUE(vfViewer::unpackSideFiles(sound, files));
+    ASSERT_EQ(2u, files.size());
+    EXPECT_EQ("a.png", files[0].name);
+    EXPECT_EQ("picture", files[0].contents);
+    EXPECT_EQ("b c.jpg", files[1].name);
+    EXPECT_TRUE(vfViewer::unpackSideFiles("", files)) << "a model may have none";
+    EXPECT_THAT(files, testing::IsEmpty());
+    for (const std::string& name : {std::string(), std::string("../a.png"), std::string("/tmp/a.png"),
+                                    std::string(".a.png"), std::string("a.obj"), std::string(".bashrc"),
+                                    std::string("a\0.png", 6), std::string(300, 'a') + ".png"})
+        EXPECT_FALSE(vfViewer::unpackSideFiles(vfViewer::packSideFiles({{name, "x"}}), files)) << name;
+    for (std::size_t size = 1; size < sound.size(); ++size) {
+        const bool isWhole = size == vfViewer::packSideFiles({{"a.png", "picture"}}).size();
+        EXPECT_EQ(isWhole, vfViewer::unpackSideFiles(sound.substr(0, size), files)) << size;
+    }
+    EXPECT_FALSE(vfViewer::unpackSideFiles(std::string(8, '\xff') + sound, files));
 }

@@ -74,12 +74,7 @@ std::string send(osg::Node& scene)
 
 ReadOutcome receive(const std::string& bytes)
 {
-    const int file = vfIsolation::makeSharedMemory("scene");
-    EXPECT_EQ(static_cast<ssize_t>(bytes.size()), pwrite(file, bytes.data(), bytes.size(), 0));
-    EXPECT_TRUE(vfIsolation::sealContents(file));
-    const std::atomic<bool> stop{false};
-    ReadOutcome outcome = vfViewer::receiveScene(file, static_cast<long long>(bytes.size()), {}, stop);
-    close(file);
+    ReadOutcome outcome = vfViewer::receiveScene(bytes.data(), bytes.size());
     EXPECT_NE(outcome.scene.valid(), !outcome.reason.empty());
     return outcome;
 }

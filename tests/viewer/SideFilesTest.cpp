@@ -4,12 +4,15 @@
 #include "Reading.h"
 
 #include "reading/AssimpLibrary.h"
+#include "reading/SideFileSearch.h"
 #include "support/Models.h"
 
 #include <gmock/gmock.h>
 
 #include <cstdlib>
 #include <filesystem>
+#include <string>
+#include <vector>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -37,6 +40,12 @@ protected:
     std::string model;
 };
 
+/// The files that are there, as the program finds them for a process that reads the model.
+struct Reads : SideFiles
+{
+    explicit Reads(const std::string& model) : SideFiles(model, vfViewer::findSideFiles(model)) {}
+};
+
 const char* const triangle = "v 0 0 0\nv 1 0 0\nv 0 1 0\nvt 0 0\nusemtl a\nf 1/1 2/1 3/1\n";
 
 /// A triangle whose points are the first 36 bytes of another file.
@@ -53,13 +62,25 @@ std::string gltf(const std::string& uri)
 
 TEST_F(SideFilesOfModels, LieInTheFolderOfTheModelBelowItAndBesideIt)
 {
-    const SideFiles reading(model);
+    const std::vector<const char*> admitted = {"set/boat/a.mtl", "set/boat/textures/a.png", "set/sails/a.png",
+                                               "set/a.png", "set/boat/wing.obj"};
+    const std::vector<const char*> others = {"a.png",
+                                             "set/.hidden/a.png",
+                                             "set/boat/.a.png",
+                                             "set/boat/.hidden/a.png",
+                                             "set/boat/diary.txt",
+                                             "set/boat/a.bin"};
+    for (const char* name : admitted)
+        directory.write(name, "x");
+    for (const char* name : others)
+        directory.write(name, "x");
+    const Reads reading(model);
     EXPECT_TRUE(SideFiles::isAdmitted(model));
-    for (const char* name : {"set/boat/a.mtl", "set/boat/textures/a.png", "set/sails/a.png", "set/a.png"})
-        EXPECT_TRUE(SideFiles::isAdmitted(directory.write(name, "x"))) << name;
+    for (const char* name : admitted)
+        EXPECT_TRUE(SideFiles::isAdmitted(directory.file(name))) << name;
     EXPECT_TRUE(SideFiles::isAdmitted(directory.file("set/boat/../sails/a.png")));
-    for (const char* name : {"a.png", "set/.hidden/a.png", "set/boat/.a.png", "set/boat/.hidden/a.png"})
-        EXPECT_FALSE(SideFiles::isAdmitted(directory.write(name, "x"))) << name;
+    for (const char* name : others)
+        EXPECT_FALSE(SideFiles::isAdmitted(directory.file(name))) << name;
     for (const char* path : {"/etc/passwd", "/proc/self/mem", "/dev/zero", "missing"})
         EXPECT_FALSE(SideFiles::isAdmitted(path)) << path;
     EXPECT_FALSE(SideFiles::isAdmitted(directory.file("set/boat"))) << "a folder";
@@ -70,7 +91,7 @@ TEST_F(SideFilesOfModels, WhatLinksAndPipesLeadToIsNotAdmitted)
     fs::create_symlink("/etc/passwd", directory.file("set/boat/link.png"));
     fs::create_directory_symlink("/etc", directory.file("set/boat/etc"));
     mkfifo(directory.file("set/boat/pipe.png").c_str(), 0600);
-    const SideFiles reading(model);
+    const Reads reading(model);
     for (const char* name : {"set/boat/link.png", "set/boat/etc/passwd", "set/boat/pipe.png"})
         EXPECT_FALSE(SideFiles::isAdmitted(directory.file(name))) << name;
 }
@@ -79,9 +100,11 @@ TEST_F(SideFilesOfModels, AModelThatIsALinkHasTheFilesOfBothPlaces)
 {
     fs::create_directories(directory.file("other/place"));
     fs::create_symlink(model, directory.file("other/place/boat.obj"));
-    const SideFiles reading(directory.file("other/place/boat.obj"));
-    EXPECT_TRUE(SideFiles::isAdmitted(directory.write("other/place/a.mtl", "x")));
-    EXPECT_TRUE(SideFiles::isAdmitted(directory.write("set/boat/b.mtl", "x")));
+    directory.write("other/place/a.mtl", "x");
+    directory.write("set/boat/b.mtl", "x");
+    const Reads reading(directory.file("other/place/boat.obj"));
+    EXPECT_TRUE(SideFiles::isAdmitted(directory.file("other/place/a.mtl")));
+    EXPECT_TRUE(SideFiles::isAdmitted(directory.file("set/boat/b.mtl")));
     EXPECT_TRUE(SideFiles::isAdmitted(model));
 }
 
@@ -90,9 +113,49 @@ TEST_F(SideFilesOfModels, FoldersOfOthersAreNotAdmitted)
     if (geteuid() != 0)
         GTEST_SKIP() << "only root may give a folder away";
     ASSERT_EQ(0, chown(directory.file("set").c_str(), 12345, 12345));
-    const SideFiles reading(model);
-    EXPECT_TRUE(SideFiles::isAdmitted(directory.write("set/boat/a.png", "x")));
-    EXPECT_FALSE(SideFiles::isAdmitted(directory.write("set/sails/a.png", "x")));
+    directory.write("set/boat/a.png", "x");
+    directory.write("set/sails/a.png", "x");
+    const Reads reading(model);
+    EXPECT_TRUE(SideFiles::isAdmitted(directory.file("set/boat/a.png")));
+    EXPECT_FALSE(SideFiles::isAdmitted(directory.file("set/sails/a.png")));
+}
+
+TEST_F(SideFilesOfModels, LinksToFilesThatAreAdmittedMayBeNamed)
+{
+    const std::string sail = directory.write("set/sails/sail.png", "x");
+    fs::create_symlink(sail, directory.file("set/boat/link.png"));
+    fs::create_directory_symlink(directory.file("set/sails"), directory.file("set/boat/linked"));
+    fs::create_directory_symlink(directory.file("set"), directory.file("set/boat/round"));
+    const Reads reading(model);
+    for (const char* name : {"link.png", "linked/sail.png", "round/sails/sail.png"})
+        EXPECT_EQ(directory.file("set/boat/") + name, SideFiles::find(name));
+}
+
+TEST_F(SideFilesOfModels, AreLookedForInNearFoldersOnly)
+{
+    fs::create_directories(directory.file("set/boat/1/2/3/4/5"));
+    fs::create_directories(directory.file("set/sails/1/2"));
+    std::vector<std::string> near;
+    for (const char* name : {"set/boat/1/2/3/4/a.png", "set/sails/1/a.png"})
+        near.push_back(directory.write(name, "x"));
+    for (const char* name : {"set/boat/1/2/3/4/5/a.png", "set/sails/1/2/a.png"})
+        directory.write(name, "x");
+    EXPECT_THAT(vfViewer::findSideFiles(model), testing::UnorderedElementsAre(model, near[0], near[1]));
+    for (int i = 0; i < 300; ++i) {
+        const std::string folder = "set/boat/" + std::to_string(1000 + i);
+        fs::create_directory(directory.file(folder));
+        directory.write(folder + "/a.png", "x");
+    }
+    EXPECT_GT(vfViewer::findSideFiles(model).size(), 150u);
+    EXPECT_LT(vfViewer::findSideFiles(model).size(), 210u);
+}
+
+TEST_F(SideFilesOfModels, OfModelsThatNameNoFilesAreNotLookedFor)
+{
+    directory.write("set/boat/a.png", "x");
+    EXPECT_THAT(vfViewer::findSideFiles(directory.write("set/boat/a.stl", "x")), IsEmpty());
+    EXPECT_THAT(vfViewer::findSideFiles(directory.write("set/boat/a.unknown", "x")), IsEmpty());
+    EXPECT_THAT(vfViewer::findSideFiles("/missing/a.obj"), IsEmpty());
 }
 
 TEST_F(SideFilesOfModels, WithoutAModelThereIsNoRule)
@@ -100,9 +163,9 @@ TEST_F(SideFilesOfModels, WithoutAModelThereIsNoRule)
     EXPECT_FALSE(SideFiles::isInForce());
     EXPECT_TRUE(SideFiles::isAdmitted("/etc/passwd"));
     {
-        const SideFiles outer(model);
+        const Reads outer(model);
         {
-            const SideFiles inner(directory.write("set/sails/b.obj", "x"));
+            const Reads inner(directory.write("set/sails/b.obj", "x"));
             EXPECT_TRUE(SideFiles::isAdmitted(directory.file("set/sails/b.obj")));
         }
         EXPECT_TRUE(SideFiles::isInForce());
@@ -115,11 +178,13 @@ TEST_F(SideFilesOfModels, AreFoundUnderTheNamesThatOtherComputersGaveThem)
 {
     const std::string inTextures = directory.write("set/boat/textures/wood.png", "x");
     const std::string inSails = directory.write("set/sails/sail.png", "x");
-    const SideFiles reading(model);
+    const Reads reading(model);
     EXPECT_EQ(inTextures, SideFiles::find("textures/wood.png"));
     EXPECT_EQ(inTextures, SideFiles::find("C:\\work\\textures\\wood.png"));
     EXPECT_EQ(inTextures, SideFiles::find("/home/other/wood.png"));
     EXPECT_EQ(inTextures, SideFiles::find("wood.png"));
+    EXPECT_EQ(inTextures, SideFiles::find("Textures\\WOOD.PNG"));
+    EXPECT_EQ(inTextures, SideFiles::find("\"textures/w%6Fod.png\" "));
     EXPECT_EQ(inSails, SideFiles::find("D:/x/sail.png"));
     EXPECT_EQ(inSails, SideFiles::find("sail.png", {directory.file("set/sails")}));
     EXPECT_EQ("", SideFiles::find("missing.png"));

@@ -17,6 +17,12 @@
 
 namespace vfIsolation {
 
+bool TaskContext::lendMemory()
+{
+    m_lendsMemory = m_canLendMemory;
+    return m_lendsMemory;
+}
+
 bool TaskContext::append(const void* bytes, std::size_t size)
 {
     return writeAll(m_result, bytes, size);

@@ -29,6 +29,11 @@ public:
     /// Returns the file for the result, in memory. A task may write to it and map it, but must have unmapped it at its end.
     int result() const { return m_result; }
 
+    /// Has the process stay after the task, so that the program can copy from its memory what the result tells the addresses
+    /// of; see IsolatedResult::memory.
+    /// @return false when the program has not asked for that, or the system does not allow it: the result must have all then
+    bool lendMemory();
+
     /// Appends bytes to the result. @return false when there is no room
     bool append(const void* bytes, std::size_t size);
 
@@ -46,6 +51,8 @@ private:
     std::vector<int> m_files;
     int m_result = -1;
     struct TaskProgress* m_progress = nullptr;
+    bool m_canLendMemory = false;
+    bool m_lendsMemory = false;
 };
 
 /// The main() of an executable whose functions programs run in processes of their own; see IsolatedJob.

@@ -27,6 +27,8 @@ using Clock = std::chrono::steady_clock;
 
 constexpr int millisecondsBetweenLooks = 50;
 
+constexpr const char* takesTooLong = "it takes too long";
+
 IsolatedResult failure(IsolationError error, const std::string& reason)
 {
     IsolatedResult result;
@@ -141,6 +143,8 @@ IsolatedResult describe(const TaskDone& done, int resultFile)
         return failure(IsolationError::Failed, done.reason[0] ? done.reason : "it failed without a reason");
     case TaskOutcome::OutOfMemory:
         return failure(IsolationError::OutOfMemory, "it needs more memory than it may use");
+    case TaskOutcome::TooLong:
+        return failure(IsolationError::TooLong, takesTooLong);
     case TaskOutcome::NoSuchTask:
         return failure(IsolationError::NotStarted, "the helper program does not know this task");
     case TaskOutcome::OtherBuild:
@@ -181,6 +185,7 @@ struct Prepared
         request.files = task.limits.files;
         request.layers = static_cast<std::uint8_t>(task.layers);
         request.requiresSandbox = task.requiresSandbox;
+        takesMemory = task.takesMemory;
         files = {names, argument, result, progress.file()};
         files.insert(files.end(), task.files.begin(), task.files.end());
     }
@@ -194,13 +199,14 @@ struct Prepared
     const Clock::time_point end;
     bool isKnown = false; ///< its name is one that a task can have
     bool isThere = false; ///< there was memory for all of it
+    bool takesMemory = false;
 };
 
 IsolatedResult runOnce(JobControl& control, const std::string& helper, const Prepared& prepared,
                        std::atomic<std::uint32_t>* stage)
 {
-    HelperProcess process;
-    switch (Launcher::of(helper).launch(control, process)) {
+    const auto process = std::make_shared<HelperProcess>();
+    switch (Launcher::of(helper).launch(control, *process, prepared.end)) {
     case LaunchResult::Started:
         break;
     case LaunchResult::Cancelled:
@@ -213,22 +219,27 @@ IsolatedResult runOnce(JobControl& control, const std::string& helper, const Pre
         return failure(IsolationError::NotStarted, "the helper program " + helper + " cannot be started");
     }
     // That the process has ended is noticed below.
-    sendPacket(process.socket, &prepared.request, sizeof(prepared.request), prepared.files);
-    switch (waitForAnswer(control, process, prepared.progress, stage, prepared.end)) {
+    TaskRequest request = prepared.request;
+    request.isMemoryReadable = prepared.takesMemory && process->isMemoryReadable();
+    sendPacket(process->socket, &request, sizeof(request), prepared.files);
+    switch (waitForAnswer(control, *process, prepared.progress, stage, prepared.end)) {
     case Waited::Answered:
         break;
     case Waited::Cancelled:
         return failure(IsolationError::Cancelled, "it was cancelled");
     case Waited::TooLong:
-        return failure(IsolationError::TooLong, "it takes too long");
+        return failure(IsolationError::TooLong, takesTooLong);
     case Waited::Ended:
         return failure(IsolationError::Ended, "its process ended unexpectedly");
     }
     TaskDone done;
-    if (!receivePacket(process.socket, &done, sizeof(done)))
+    if (!receivePacket(process->socket, &done, sizeof(done)))
         return failure(IsolationError::Ended, "its process ended unexpectedly");
     done.reason[sizeof(done.reason) - 1] = 0;
-    return describe(done, prepared.result);
+    IsolatedResult result = describe(done, prepared.result);
+    if (result.error == IsolationError::None && done.lendsMemory && request.isMemoryReadable)
+        result.memory = std::make_shared<LentMemory>(process);
+    return result;
 }
 
 IsolatedResult run(JobControl& control, const IsolatedTask& task, std::atomic<std::uint32_t>* stage)

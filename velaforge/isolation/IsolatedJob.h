@@ -2,6 +2,7 @@
 #pragma once
 
 #include <velaforge/isolation/Job.h>
+#include <velaforge/isolation/LentMemory.h>
 #include <velaforge/isolation/Limits.h>
 #include <velaforge/isolation/Sandbox.h>
 #include <velaforge/isolation/SharedBytes.h>
@@ -27,8 +28,9 @@ struct IsolatedTask
     /// At most 4 descriptors that the process gets. They stay the caller's, open until the task is done.
     std::vector<int> files;
 
-    Limits limits;                             ///< of the process
-    bool requiresSandbox = false;              ///< fail where a part of the sandbox is missing
+    Limits limits;                ///< of the process
+    bool takesMemory = false;     ///< the task may lend its memory; see TaskContext::lendMemory()
+    bool requiresSandbox = false; ///< fail where a part of the sandbox is missing
     SandboxLayers layers = SandboxLayers::All; ///< fewer only for tests
 };
 
@@ -37,9 +39,9 @@ enum class IsolationError : std::uint8_t
     None,
     Failed, ///< the task says why
     Cancelled,
-    TooLong, ///< the limit of the clock
+    TooLong, ///< the limit of processor time or that of the clock
     OutOfMemory,
-    Ended, ///< the process crashed, was killed, as by the limit of processor time, or did not answer as it should
+    Ended,     ///< the process crashed, was killed, or did not answer as it should
     NotStarted ///< the helper is missing or of another build, has no such task, or the sandbox is not complete
 };
 
@@ -49,6 +51,9 @@ struct IsolatedResult
     IsolationError error = IsolationError::None; ///< None if there is a result
     std::string reason; ///< one line without control characters; empty without an error
     SharedBytes bytes;  ///< the result; not validated
+
+    /// The memory of the process, if the task lends it. Let go of it when all is taken: the process stays as long.
+    std::shared_ptr<const LentMemory> memory;
 };
 
 /// Starts the launcher of a helper, so that the first task need not wait for it. Returns at once.

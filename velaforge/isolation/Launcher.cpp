@@ -5,6 +5,7 @@
 #include <velaforge/isolation/internal/Descriptors.h>
 #include <velaforge/isolation/internal/Protocol.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
@@ -19,6 +20,7 @@
 #include <spawn.h>
 #include <sys/socket.h>
 #include <sys/syscall.h>
+#include <sys/uio.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -84,6 +86,15 @@ HelperProcess::~HelperProcess()
     closeFile(handle);
 }
 
+bool HelperProcess::isMemoryReadable() const
+{
+    // Whether it is allowed is found out before whether there is anything at the address.
+    char byte = 0;
+    const iovec here = {&byte, 1};
+    const iovec there = {nullptr, 1};
+    return process_vm_readv(process, &here, 1, &there, 1, 0) >= 0 || errno == EFAULT;
+}
+
 Launcher& Launcher::of(const std::string& helper)
 {
     // Never destroyed: threads may use them while the program ends.
@@ -138,10 +149,10 @@ void Launcher::discard(unsigned int generation)
         discardLocked();
 }
 
-LaunchResult Launcher::launch(JobControl& control, HelperProcess& process)
+LaunchResult Launcher::launch(JobControl& control, HelperProcess& process, Clock::time_point end)
 {
     for (int tries = 0; tries < 3; ++tries) {
-        switch (ask(control, process)) {
+        switch (ask(control, process, std::min(end, Clock::now() + patience))) {
         case Answer::Started:
             return LaunchResult::Started;
         case Answer::Cancelled:
@@ -157,13 +168,12 @@ LaunchResult Launcher::launch(JobControl& control, HelperProcess& process)
     return LaunchResult::NoHelper;
 }
 
-Launcher::Answer Launcher::ask(JobControl& control, HelperProcess& process)
+Launcher::Answer Launcher::ask(JobControl& control, HelperProcess& process, Clock::time_point end)
 {
     closeFile(process.socket);
     int theirs = -1;
     if (!makeSocketPair(process.socket, theirs))
         return Answer::Impossible;
-    const Clock::time_point end = Clock::now() + patience;
     unsigned int generation = 0;
     const Answer sent = send(control, theirs, generation, end);
     close(theirs);
@@ -178,6 +188,7 @@ Launcher::Answer Launcher::ask(JobControl& control, HelperProcess& process)
         waited == SocketWait::Ready && receivePacket(process.socket, &started, sizeof(started), files);
     if (isTold && started.isStarted && files.size() == 1) {
         process.handle = files[0];
+        process.process = started.process;
         return Answer::Started;
     }
     for (const int file : files)

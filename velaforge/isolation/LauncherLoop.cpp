@@ -119,6 +119,7 @@ private:
             // The number of the call, because the header is not one for C++.
             handle = static_cast<int>(syscall(SYS_pidfd_open, process, 0));
             started.isStarted = handle >= 0;
+            started.process = process;
         }
         if (started.isStarted)
             sendPacket(socket, &started, sizeof(started), {handle});

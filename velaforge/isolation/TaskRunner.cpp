@@ -5,6 +5,7 @@
 #include <velaforge/isolation/Sandbox.h>
 #include <velaforge/isolation/SharedMemory.h>
 
+#include <algorithm>
 #include <csignal>
 #include <exception>
 #include <new>
@@ -24,21 +25,48 @@ namespace vfIsolation {
 
 namespace {
 
-void limit(int resource, std::uint64_t value)
+/// Lowers a limit, for good: one that the program has holds for its helpers, too.
+void limit(__rlimit_resource_t resource, rlim_t value, rlim_t atMost)
 {
-    const rlimit both = {value, value};
-    setrlimit(static_cast<__rlimit_resource_t>(resource), &both);
+    rlimit now = {};
+    if (getrlimit(resource, &now) != 0)
+        return;
+    const rlimit lower = {std::min(value, now.rlim_cur), std::min(atMost, now.rlim_cur)};
+    setrlimit(resource, &lower);
+}
+
+void limit(__rlimit_resource_t resource, rlim_t value)
+{
+    limit(resource, value, value);
 }
 
 void applyLimits(const TaskRequest& request)
 {
     limit(RLIMIT_CORE, 0);
-    limit(RLIMIT_CPU, request.seconds);
     limit(RLIMIT_FSIZE, request.resultSize);
     limit(RLIMIT_NOFILE, request.files);
 #ifndef VFISOLATION_SANITIZED // which need far more room than memory
     limit(RLIMIT_AS, request.memory);
 #endif
+}
+
+int socketOfTask = -1;
+
+/// Tells the program that the limit of processor time is reached, from wherever the task is.
+void tellTooLong(int)
+{
+    TaskDone done;
+    done.outcome = TaskOutcome::TooLong;
+    sendPacket(socketOfTask, &done, sizeof(done));
+    _exit(EXIT_SUCCESS);
+}
+
+/// A task that does not hear the signal at the limit is killed a second later.
+void limitWork(unsigned int seconds, int socket)
+{
+    socketOfTask = socket;
+    signal(SIGXCPU, tellTooLong);
+    limit(RLIMIT_CPU, seconds, rlim_t(seconds) + 1);
 }
 
 /// Returns the contents of a file in memory that the program has sealed; null if there are none.
@@ -103,9 +131,14 @@ void TaskRunner::run()
     TaskRequest request;
     if (!receivePacket(socket, &request, sizeof(request), files) || files.size() < FirstOwnFile)
         _exit(EXIT_FAILURE);
+    limitWork(request.seconds, socket);
     TaskDone done;
     take(request, files, done);
     sendPacket(socket, &done, sizeof(done));
+    if (done.lendsMemory) {
+        char none = 0;
+        receivePacket(socket, &none, sizeof(none)); // until the program closes it
+    }
     _exit(EXIT_SUCCESS); // without the destructors of what a file may have damaged
 }
 
@@ -125,6 +158,7 @@ void TaskRunner::take(const TaskRequest& request, const std::vector<int>& files,
     m_context.m_progress = new (progress) TaskProgress;
     m_context.m_progress->isBegun = 1;
     m_context.m_result = files[ResultFile];
+    m_context.m_canLendMemory = request.isMemoryReadable;
     m_context.m_files.assign(files.begin() + FirstOwnFile, files.end());
     for (const int file : {files[NamesFile], files[ArgumentFile], files[ProgressFile]})
         close(file);
@@ -155,6 +189,7 @@ void TaskRunner::work(const Helper::Entry& entry, TaskDone& done)
     if (!sealContents(m_context.m_result))
         return fail(done, TaskOutcome::Failed, "the result is still in use");
     done.outcome = TaskOutcome::Done;
+    done.lendsMemory = m_context.m_lendsMemory;
     done.size = sizeOf(m_context.m_result);
 }
 

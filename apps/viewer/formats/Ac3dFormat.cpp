@@ -41,7 +41,7 @@ bool isCutOff(std::string_view file)
 
 std::string write(osg::Node& scene, const WriteTarget& target)
 {
-    return writeAc(scene, target.path);
+    return writeAc(scene, target.model);
 }
 
 } // namespace

@@ -39,7 +39,10 @@ std::vector<Format> assimpFormats()
     ase.signature = "*3DSMAX_ASCIIEXPORT";
     Format md5 = inBraces(withYUp(assimpFormat("md5mesh", "MD5", "model/x-md5mesh")));
     md5.signature = "MD5Version";
-    return {withYUp(assimpFormat("gltf", "glTF", "model/gltf+json")),
+    md5.sideExtensions = {"md5anim", "md5camera"};
+    Format gltf = withYUp(assimpFormat("gltf", "glTF", "model/gltf+json"));
+    gltf.sideExtensions = {"bin"};
+    return {gltf,
             withYUp(assimpFormat("glb", "glTF in one file", "model/gltf-binary")),
             fbx,
             assimpFormat("3mf", "3D Manufacturing Format", "model/3mf"),

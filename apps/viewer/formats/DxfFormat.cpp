@@ -8,7 +8,7 @@ namespace {
 
 std::string write(osg::Node& scene, const WriteTarget& target)
 {
-    return writeDxf(scene, target.path);
+    return writeDxf(scene, target.model);
 }
 
 } // namespace

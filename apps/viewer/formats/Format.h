@@ -40,12 +40,13 @@ enum class ReadBy
     Assimp
 };
 
-/// Where a model is written.
+/// Where a model is written: to files that are open and empty. They stay the caller's.
 struct WriteTarget
 {
-    std::string path;
-    std::string materials; ///< path of a file beside it for materials, if the format has one
-    std::string modelName; ///< the name that the file will have
+    int model = -1;
+    int materials = -1;        ///< for a format that has a file of materials beside the model
+    std::string materialsName; ///< the names that they will have
+    std::string modelName;
 };
 
 /// A format of files.
@@ -59,10 +60,12 @@ struct Format
 
     ReadBy reader = ReadBy::OpenSceneGraph;
     ReadOutcome (*read)(const std::string& path) = nullptr;
-    bool hasNormals = false;          ///< the reader works all of them out
-    bool hasYUp = false;              ///< in its files y points up, and the reader leaves it so
-    bool keepsScenes = false;         ///< all of a scene is kept; materials are meant as they are
-    std::vector<std::string> plugins; ///< of OpenSceneGraph that have other names than the extensions
+    bool hasNormals = false;                 ///< the reader works all of them out
+    bool hasYUp = false;                     ///< in its files y points up, and the reader leaves it so
+    bool keepsScenes = false;                ///< all of a scene is kept; materials are meant as they are
+    bool standsAlone = false;                ///< its files name no other ones, and have no images in them
+    std::vector<std::string> sideExtensions; ///< of files beside a model that are of no listed format
+    std::vector<std::string> plugins;        ///< of OpenSceneGraph that have other names than the extensions
 
     /// Looks for the end of a file, as the format announces it. @return true when it surely ends too early
     bool (*isCutOff)(std::string_view file) = nullptr;

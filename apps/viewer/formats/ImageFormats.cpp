@@ -12,6 +12,7 @@ Format imageFormat(const std::vector<std::string>& extensions, const std::vector
     format.extensions = extensions;
     format.name = "image";
     format.isImage = true;
+    format.standsAlone = true;
     format.plugins = plugins;
     return format;
 }

@@ -32,7 +32,7 @@ bool isCutOff(std::string_view file)
 
 std::string write(osg::Node& scene, const WriteTarget& target)
 {
-    return writeObj(scene, target.path, target.materials, target.modelName);
+    return writeObj(scene, target);
 }
 
 } // namespace
@@ -45,6 +45,7 @@ Format objFormat()
     format.mimeType = "model/obj";
     format.reader = ReadBy::Own;
     format.read = readObj;
+    format.sideExtensions = {"mtl"};
     format.isCutOff = isCutOff;
     format.isWritten = true;
     format.write = write;

@@ -27,7 +27,7 @@ bool isCutOff(std::string_view file)
 
 std::string write(osg::Node& scene, const WriteTarget& target)
 {
-    return writeStl(scene, target.path);
+    return writeStl(scene, target.model);
 }
 
 } // namespace
@@ -41,6 +41,7 @@ Format stlFormat()
     format.reader = ReadBy::Own;
     format.read = readStl;
     format.hasNormals = true;
+    format.standsAlone = true;
     format.isCutOff = isCutOff;
     format.isWritten = true;
     format.write = write;

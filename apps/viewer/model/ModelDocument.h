@@ -5,7 +5,7 @@
 #include "model/Measurement.h"
 #include "model/ModelAnimation.h"
 #include "model/ModelScene.h"
-#include "reading/ReaderHost.h"
+#include "reading/ReadJob.h"
 
 #include <velaforge/documents/Document.h>
 

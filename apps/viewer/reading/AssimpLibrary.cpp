@@ -42,6 +42,12 @@ bool hasAssimp()
     return access(libraryPath().c_str(), R_OK) == 0;
 }
 
+void loadAssimp()
+{
+    std::string ignored;
+    load(ignored);
+}
+
 ReadOutcome readWithAssimpLibrary(const std::string& path)
 {
     ReadOutcome outcome;

@@ -223,6 +223,16 @@ void FileGate::install()
     (void)installed;
 }
 
+void FileGate::loadSceneClasses()
+{
+    for (const char* prefix : {"osgdb_serializers_", "osgdb_deprecated_"}) {
+        for (const char* library :
+             {"osg", "osganimation", "osgfx", "osgparticle", "osgshadow", "osgsim", "osgterrain", "osgtext",
+              "osgutil", "osgviewer", "osgvolume", "osgui", "osgga", "osgmanipulator", "osgwidget"})
+            osgDB::Registry::instance()->loadLibrary(std::string(prefix) + library + ".so");
+    }
+}
+
 std::vector<std::string> FileGate::modelFormats()
 {
     return extensionsOf(false);
@@ -285,24 +295,21 @@ void FileGate::noteFailure(const std::string& name, const std::string& reason)
 
 std::string FileGate::whyUnreadable(const std::string& path)
 {
-    // Without O_NONBLOCK a FIFO would hold the program up for ever.
+    struct stat status;
+    if (stat(path.c_str(), &status) != 0)
+        return std::strerror(errno);
+    if (S_ISDIR(status.st_mode))
+        return "it is a directory";
+    if (!S_ISREG(status.st_mode))
+        return "it is not a regular file";
+    if (!SideFiles::isAdmitted(path))
+        return "it is not in the folder of the model, nor beside or below it";
+    // Without O_NONBLOCK a FIFO that has taken its place would hold the process up for ever.
     const int file = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
     if (file < 0)
         return std::strerror(errno);
-    struct stat status;
-    std::string reason;
-    if (fstat(file, &status) != 0)
-        reason = std::strerror(errno);
-    else if (S_ISDIR(status.st_mode))
-        reason = "it is a directory";
-    else if (!S_ISREG(status.st_mode))
-        reason = "it is not a regular file";
-    else if (!SideFiles::isAdmitted(path))
-        reason = "it is not in the folder of the model, nor beside or below it";
-    else if (status.st_size == 0)
-        reason = "the file is empty";
     close(file);
-    return reason;
+    return status.st_size == 0 ? "the file is empty" : "";
 }
 
 std::string FileGate::libraryPath(const std::string& name)

@@ -20,6 +20,9 @@ public:
     /// Puts the gate in front of all reading of this process. A second call changes nothing.
     static void install();
 
+    /// Loads what reads the classes of OpenSceneGraph's own formats, which is loaded when a class is met otherwise.
+    static void loadSceneClasses();
+
     /// @return extensions in lower case, without dots
     static std::vector<std::string> modelFormats();
     static std::vector<std::string> imageFormats();

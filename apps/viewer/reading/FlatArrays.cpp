@@ -3,12 +3,11 @@
 
 #include "reading/FlatFields.h"
 #include "reading/LargeArray.h"
+#include "reading/LargeArrayOwner.h"
 
 #include <algorithm>
 #include <cstring>
 #include <type_traits>
-
-#include <sys/uio.h>
 
 namespace vfViewer {
 
@@ -63,20 +62,7 @@ bool FlatBytes::copy(void* target, std::size_t offset, std::size_t size) const
         std::memcpy(target, static_cast<const char*>(here) + offset, size);
         return true;
     }
-    auto* at = static_cast<char*>(target);
-    std::uint64_t from = address + offset;
-    while (size > 0) {
-        const iovec to = {at, size};
-        // NOLINTNEXTLINE(performance-no-int-to-ptr): it is none in this process
-        const iovec there = {reinterpret_cast<void*>(from), size};
-        const ssize_t taken = process_vm_readv(process, &to, 1, &there, 1, 0);
-        if (taken <= 0)
-            return false;
-        at += taken;
-        from += static_cast<std::uint64_t>(taken);
-        size -= static_cast<std::size_t>(taken);
-    }
-    return true;
+    return owner && owner->copy && owner->copy(address + offset, target, size);
 }
 
 const std::vector<FlatArrayKind>& flatArrays()

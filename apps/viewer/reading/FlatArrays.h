@@ -11,16 +11,16 @@
 #include <typeinfo>
 #include <vector>
 
-#include <sys/types.h>
-
 namespace vfViewer {
 
-/// Where the elements of an array come from: bytes of this process, or memory of another one.
+struct LargeArrayOwner;
+
+/// Where the elements of an array come from: bytes of this process, or those that another one has.
 struct FlatBytes
 {
     const void* here = nullptr;
-    pid_t process = 0; ///< of which they are, when they are not here
-    std::uint64_t address = 0;
+    const LargeArrayOwner* owner = nullptr;  ///< who has them, when they are not here
+    std::uint64_t address = 0;               ///< there
     const std::atomic<bool>* stop = nullptr; ///< when it becomes true, copying fails
 
     /// Copies some of them. @return false when they are not there, or the copying is to stop

@@ -48,6 +48,16 @@ ReadOutcome readUprightWithAssimp(const Format& format, const std::string& path)
     return outcome;
 }
 
+void load(const Format& format)
+{
+    if (format.reader != ReadBy::Own && format.reader != ReadBy::Assimp)
+        hasPlugin(format.extensions.front());
+    if (format.reader != ReadBy::Own && format.reader != ReadBy::OpenSceneGraph)
+        loadAssimp();
+    if (format.keepsScenes)
+        FileGate::loadSceneClasses();
+}
+
 /// For formats of which Assimp reads more files than OpenSceneGraph does.
 ReadOutcome readWithAssimpFirst(const Format& format, const std::string& path)
 {
@@ -85,6 +95,27 @@ ReadOutcome readAs(const Format& format, const std::string& path)
         return readWithOpenSceneGraphFirst(format, path);
     default:
         return readWithOpenSceneGraph(path);
+    }
+}
+
+void loadReaders(const std::string& path, const std::vector<std::string>& others)
+{
+    const Format* format = formatOf(path);
+    if (!format)
+        return;
+    load(*format);
+    bool hasImages = format->isImage || format->keepsScenes || format->reader != ReadBy::Own;
+    for (const std::string& file : others) {
+        const Format* other = formatOf(file);
+        hasImages = hasImages || (other && other->isImage);
+        if (other && !other->isImage && format->keepsScenes)
+            hasPlugin(other->extensions.front()); // which reads what a scene names
+    }
+    if (!hasImages)
+        return;
+    for (const auto& other : formats()) {
+        if (other->isImage)
+            load(*other); // each may be under the name of another one
     }
 }
 

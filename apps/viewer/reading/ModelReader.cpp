@@ -11,6 +11,7 @@
 #include "reading/PassiveScene.h"
 #include "reading/Quiet.h"
 #include "reading/ReadProgress.h"
+#include "reading/SideFileSearch.h"
 #include "reading/SideFiles.h"
 #include "reading/SoundScene.h"
 #include "reading/TrialFrame.h"
@@ -58,7 +59,12 @@ std::vector<std::string> otherFiles(const std::string& path)
 
 ReadOutcome readModel(const std::string& path)
 {
-    const SideFiles sideFiles(path);
+    return readModel(path, findSideFiles(path));
+}
+
+ReadOutcome readModel(const std::string& path, const std::vector<std::string>& sideFiles)
+{
+    const SideFiles rule(path, sideFiles);
     ReadOutcome outcome;
     const Format* format = formatOf(path);
     outcome.reason = whyNotRead(format, path);

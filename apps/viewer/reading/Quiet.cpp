@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <iostream>
 #include <sstream>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/mman.h>
@@ -16,6 +17,13 @@
 namespace vfViewer {
 
 namespace {
+
+int makeFile()
+{
+    return memfd_create("readers", MFD_CLOEXEC);
+}
+
+int prepared = -1;
 
 void flushStreams()
 {
@@ -27,7 +35,8 @@ void flushStreams()
 } // namespace
 
 Quiet::Quiet()
-    : m_before(vfBase::NotifyHandler::instance().isQuiet()), m_caught(memfd_create("readers", MFD_CLOEXEC))
+    : m_before(vfBase::NotifyHandler::instance().isQuiet()),
+      m_caught(prepared >= 0 ? std::exchange(prepared, -1) : makeFile())
 {
     vfBase::clearMonitor();
     vfBase::NotifyHandler::instance().setQuiet(true);
@@ -37,6 +46,12 @@ Quiet::Quiet()
         if (m_saved[i] >= 0)
             dup2(m_caught, i + 1);
     }
+}
+
+void Quiet::prepare()
+{
+    if (prepared < 0)
+        prepared = makeFile();
 }
 
 Quiet::~Quiet()

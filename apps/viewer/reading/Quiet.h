@@ -15,6 +15,9 @@ public:
     Quiet();
     ~Quiet();
 
+    /// Makes the file in memory for the next one, in a process that will not be allowed to.
+    static void prepare();
+
     Quiet(const Quiet&) = delete;
     Quiet& operator=(const Quiet&) = delete;
 

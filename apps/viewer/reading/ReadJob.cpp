@@ -3,10 +3,13 @@
 
 #include "model/Outline.h"
 #include "reading/Mirrored.h"
+#include "reading/ReadRequest.h"
 #include "reading/SceneTransfer.h"
 #include "reading/SideBySide.h"
+#include "reading/SideFileSearch.h"
 
 #include <velaforge/base/FileNames.h>
+#include <velaforge/isolation/IsolatedJob.h>
 
 #include <osg/Geometry>
 #include <osg/NodeVisitor>
@@ -16,6 +19,8 @@
 #include <unordered_set>
 #include <utility>
 #include <vector>
+
+#include <sys/stat.h>
 
 namespace vfViewer {
 
@@ -60,6 +65,37 @@ void prepare(ReadOutcome& outcome)
     bounds.wait();
 }
 
+std::uint64_t sizeOf(const std::string& path)
+{
+    struct stat status;
+    return stat(path.c_str(), &status) == 0 ? static_cast<std::uint64_t>(status.st_size) : 0;
+}
+
+vfIsolation::IsolatedTask taskFor(ReadKind kind, const ReadRequest& request, const ReadLimits& limits)
+{
+    vfIsolation::IsolatedTask task;
+    task.helper = readerProgram();
+    task.name = kind == ReadKind::Image ? imageTask : modelTask;
+    task.argument = request.argument();
+    task.readableFiles = request.sideFiles;
+    task.readableFiles.push_back(request.path);
+    task.limits = limits.forSize(sizeOf(request.path));
+    task.takesMemory = true;
+    return task;
+}
+
+LargeArrayOwner ownerOf(const vfIsolation::IsolatedResult& result)
+{
+    LargeArrayOwner owner;
+    if (result.memory) {
+        owner.size = result.memory->size();
+        owner.copy = [&memory = *result.memory](std::uint64_t address, void* to, std::size_t size) {
+            return memory.copy(address, to, size);
+        };
+    }
+    return owner;
+}
+
 } // namespace
 
 ReadOutcome readInProcess(vfIsolation::JobControl& control, ReadKind kind, const std::string& path,
@@ -67,19 +103,24 @@ ReadOutcome readInProcess(vfIsolation::JobControl& control, ReadKind kind, const
 {
     ReadOutcome outcome;
     try {
-        Reader reader;
-        outcome.reason = ReaderHost::begin(kind, vfBase::absolutePath(path).str(), limits, control, reader);
-        if (!outcome.reason.empty())
-            return outcome;
-        ReaderDone done;
-        outcome.reason = reader.waitFor(control, done);
-        if (!outcome.reason.empty())
-            return outcome;
-        outcome = receiveScene(reader.scene, done.size, {reader.isReadable ? reader.process : 0},
-                               control.isCancelled);
-        reader.letGo();
-        if (outcome.scene)
-            prepare(outcome);
+        ReadRequest request;
+        request.path = vfBase::absolutePath(path).str();
+        request.sideFiles = findSideFiles(request.path);
+        const vfIsolation::IsolatedResult result =
+            vfIsolation::runIsolated(control, taskFor(kind, request, limits));
+        switch (result.error) {
+        case vfIsolation::IsolationError::None:
+            outcome =
+                receiveScene(result.bytes.data(), result.bytes.size(), ownerOf(result), control.isCancelled);
+            if (outcome.scene)
+                prepare(outcome);
+            break;
+        case vfIsolation::IsolationError::Ended:
+            outcome.reason = "the file is damaged: its reader fails on it";
+            break;
+        default:
+            outcome.reason = result.reason;
+        }
     } catch (const std::bad_alloc&) {
         outcome = ReadOutcome();
         outcome.reason = "there is not enough memory";
@@ -90,10 +131,15 @@ ReadOutcome readInProcess(vfIsolation::JobControl& control, ReadKind kind, const
     return outcome;
 }
 
+void prepareReading()
+{
+    vfIsolation::prepareHelper(readerProgram());
+}
+
 ReadJob::ReadJob(ReadKind kind, const std::string& path, const ReadLimits& limits)
     : vfIsolation::Job(path), m_outcome(std::make_shared<ReadOutcome>())
 {
-    ReaderHost::start();
+    prepareReading();
     m_outcome->reason = "there is not enough memory";
     start([outcome = m_outcome, kind, path, limits](vfIsolation::JobControl& control) {
         *outcome = readInProcess(control, kind, path, limits);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "reading/ReadLimits.h"
 #include "reading/ReadOutcome.h"
-#include "reading/ReaderHost.h"
 
 #include <velaforge/isolation/Job.h>
 
@@ -10,6 +10,15 @@
 #include <string>
 
 namespace vfViewer {
+
+enum class ReadKind
+{
+    Model,
+    Image
+};
+
+/// Makes ready what the first file needs, so that it need not wait for it. Returns at once.
+void prepareReading();
 
 /// Reads a file in a process of its own, while this one goes on.
 ///
@@ -23,7 +32,6 @@ class ReadJob : public vfIsolation::Job
 {
 public:
     /// Begins.
-    /// @param kind  Model or Image
     ReadJob(ReadKind kind, const std::string& path, const ReadLimits& limits = {});
 
     /// @return what came of it, once; nothing but `isCancelled` when it was cancelled before it was done. To be called

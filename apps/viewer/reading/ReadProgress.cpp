@@ -1,54 +1,50 @@
 // SPDX-License-Identifier: MIT
 #include "reading/ReadProgress.h"
 
-#include "reading/ReaderProtocol.h"
+#include <velaforge/isolation/Helper.h>
 
 #include <algorithm>
-#include <new>
-
-#include <sys/mman.h>
+#include <atomic>
 
 namespace vfViewer {
 
 namespace {
 
-ReadProgress* shared = nullptr;
-
-void* map(int file, int access)
+/// How the work is shared out, in percent: reading the file, or writing it, takes most of it.
+struct Share
 {
-    void* page = mmap(nullptr, progressSize, access, MAP_SHARED, file, 0);
-    return page == MAP_FAILED ? nullptr : page;
-}
+    std::uint64_t begin;
+    std::uint64_t end;
+};
+
+constexpr Share shares[] = {{0, 75}, {80, 80}, {90, 90}, {10, 70}};
+
+std::atomic<vfIsolation::TaskContext*> task{nullptr};
+std::atomic<ReadProgress::Stage> current{ReadProgress::Reading};
 
 } // namespace
 
-void ReadProgress::share(int file)
+void ReadProgress::share(vfIsolation::TaskContext* context)
 {
-    void* page = map(file, PROT_READ | PROT_WRITE);
-    shared = page ? new (page) ReadProgress : nullptr;
+    task = context;
 }
 
 void ReadProgress::tell(Stage stage)
 {
-    if (shared)
-        shared->stage = stage;
+    current = stage;
+    tell(0, 1);
 }
 
 void ReadProgress::tell(std::uint64_t done, std::uint64_t all)
 {
-    if (shared && all > 0)
-        shared->thousandths = static_cast<std::uint32_t>(std::min(done, all) * 1000 / all);
-}
-
-const ReadProgress* ReadProgress::watch(int file)
-{
-    return static_cast<const ReadProgress*>(map(file, PROT_READ));
-}
-
-void ReadProgress::letGo(const ReadProgress* progress)
-{
-    if (progress)
-        munmap(const_cast<ReadProgress*>(progress), progressSize);
+    vfIsolation::TaskContext* context = task;
+    if (!context || all == 0)
+        return;
+    const Share& share = shares[current];
+    const double part = static_cast<double>(std::min(done, all)) / static_cast<double>(all);
+    const double percent =
+        static_cast<double>(share.begin) + part * static_cast<double>(share.end - share.begin);
+    context->tell(static_cast<std::uint64_t>(percent * 1000), 100000);
 }
 
 } // namespace vfViewer

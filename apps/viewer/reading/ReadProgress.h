@@ -1,14 +1,18 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <atomic>
 #include <cstdint>
+
+namespace vfIsolation {
+class TaskContext;
+}
 
 namespace vfViewer {
 
-/// The progress of a reader process, in memory that it shares with the program.
-struct ReadProgress
+/// Tells the program how far a process has come that reads or writes a file. In other processes it does nothing.
+class ReadProgress
 {
+public:
     enum Stage : std::uint32_t
     {
         Reading,   ///< the file
@@ -17,22 +21,13 @@ struct ReadProgress
         Writing    ///< the scene, to a file
     };
 
-    std::atomic<std::uint32_t> stage{Reading};
-
-    /// Within the file, in thousandths, where the reader tells it; 0 otherwise.
-    std::atomic<std::uint32_t> thousandths{0};
-
-    // --- for readers; without anybody who waits they do nothing
-
-    /// From here on this process tells its progress at the beginning of that file in memory.
-    static void share(int file);
+    /// From here on this process tells its progress through a task.
+    /// @param context  null for no more
+    static void share(vfIsolation::TaskContext* context);
     static void tell(Stage stage);
-    static void tell(std::uint64_t done, std::uint64_t all);
 
-    /// Maps the progress of a reader process.
-    /// @return null when that fails; otherwise to be released by letGo()
-    static const ReadProgress* watch(int file);
-    static void letGo(const ReadProgress* progress);
+    /// Tells how much of the file is read or written.
+    static void tell(std::uint64_t done, std::uint64_t all);
 };
 
 } // namespace vfViewer

@@ -13,12 +13,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdio>
 #include <cstring>
 #include <exception>
 #include <new>
-
-#include <unistd.h>
 
 namespace vfViewer {
 
@@ -29,21 +26,6 @@ constexpr std::uint64_t worthAThread = std::uint64_t(2) * 1024 * 1024;
 
 /// So much of an image is copied before it is looked whether to stop.
 constexpr std::size_t copiedAtOnce = std::size_t(1024) * 1024;
-
-volatile const std::uint64_t probed = 0x76664c6f6f6b6564;
-
-/// @return how many bytes of addresses a process has in use
-std::uint64_t addressesOf(pid_t process)
-{
-    FILE* file = std::fopen(("/proc/" + std::to_string(process) + "/statm").c_str(), "re");
-    unsigned long pages = 0;
-    if (file) {
-        if (std::fscanf(file, "%lu", &pages) != 1)
-            pages = 0;
-        std::fclose(file);
-    }
-    return std::uint64_t(pages) * static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE));
-}
 
 osg::ref_ptr<osg::Image> whitePixel()
 {
@@ -57,9 +39,8 @@ osg::ref_ptr<osg::Image> whitePixel()
 class Arrival
 {
 public:
-    /// @param process  that has what is not in the file; 0 for none
-    Arrival(const TransferSource& source, pid_t process, const std::atomic<bool>& stop)
-        : m_source(source), m_process(process), m_stop(stop)
+    Arrival(const TransferSource& source, const LargeArrayOwner& owner, const std::atomic<bool>& stop)
+        : m_source(source), m_owner(owner), m_stop(stop)
     {}
 
     /// @return null for a scene that an honest reader does not send
@@ -115,11 +96,11 @@ private:
         return true;
     }
 
-    /// Returns whether arrays and images are as they should be: those in the file lie one behind the other before @p end, and
-    /// those in the process do not have more bytes than it has.
+    /// Returns whether arrays and images are as they should be: those among the bytes lie one behind the other before @p end,
+    /// and the others do not have more bytes than their owner.
     bool areSound(std::uint64_t end) const
     {
-        std::uint64_t left = m_process != 0 ? addressesOf(m_process) : 0;
+        std::uint64_t left = m_owner.size;
         std::uint64_t begin = 0;
         const auto isThere = [&](const PlacePart& part) {
             if (part.size == 0)
@@ -220,7 +201,7 @@ private:
         FlatBytes bytes;
         if (part.address == 0)
             bytes.here = m_source.at(part.offset, part.size);
-        bytes.process = m_process;
+        bytes.owner = &m_owner;
         bytes.address = part.address;
         bytes.stop = &m_stop;
         return bytes;
@@ -261,7 +242,7 @@ private:
     }
 
     const TransferSource& m_source;
-    pid_t m_process;
+    const LargeArrayOwner& m_owner;
     const std::atomic<bool>& m_stop;
     std::vector<ArrayPart> m_arrays;
     std::vector<ImagePart> m_images;
@@ -281,7 +262,7 @@ ReadOutcome take(const TransferSource& source, const LargeArrayOwner& owner, con
                           source.take(texts, outcome.warnings) && source.take(texts, outcome.details) &&
                           source.take(texts, outcome.files);
     if (hasTexts && outcome.reason.empty() && trailer.hasScene != 0) {
-        Arrival arrival(source, owner.process, stop);
+        Arrival arrival(source, owner, stop);
         outcome.scene = arrival.take(trailer);
         if (arrival.leftOut() > 0)
             outcome.warnings.emplace_back("there is not enough memory for all of its images");
@@ -307,30 +288,16 @@ ReadOutcome guarded(Work work)
 
 } // namespace
 
-std::uint64_t memoryProbe()
-{
-    return reinterpret_cast<std::uintptr_t>(&probed);
-}
-
-bool canReadMemoryOf(pid_t process, std::uint64_t probe)
-{
-    std::uint64_t seen = 0;
-    FlatBytes bytes;
-    bytes.process = process;
-    bytes.address = probe;
-    return bytes.copy(&seen, 0, sizeof(seen)) && seen == probed;
-}
-
-ReadOutcome receiveScene(int file, long long size, const LargeArrayOwner& owner,
+ReadOutcome receiveScene(const void* bytes, std::size_t size, const LargeArrayOwner& owner,
                          const std::atomic<bool>& stop)
 {
-    return guarded([&] { return take(TransferSource(file, size), owner, stop); });
+    return guarded([&] { return take(TransferSource(bytes, size), owner, stop); });
 }
 
 ReadOutcome receiveScene(const void* bytes, std::size_t size)
 {
     const std::atomic<bool> stop{false};
-    return guarded([&] { return take(TransferSource(bytes, size), {}, stop); });
+    return receiveScene(bytes, size, {}, stop);
 }
 
 } // namespace vfViewer

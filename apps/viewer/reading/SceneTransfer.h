@@ -2,6 +2,7 @@
 #pragma once
 
 #include "reading/FlatScene.h"
+#include "reading/LargeArrayOwner.h"
 #include "reading/ReadOutcome.h"
 
 #include <osg/Referenced>
@@ -11,14 +12,12 @@
 #include <cstdint>
 #include <vector>
 
-#include <sys/types.h>
-
 namespace vfViewer {
 
 /// The reason when something was lost on the way.
 constexpr const char* notTransferred = "the process that read it did not hand it on whole";
 
-/// Sends what came of reading to another process, through a file in memory that is sealed at the end.
+/// Sends what came of reading to another process, through a file in memory.
 ///
 /// Arrays, indices and images travel as they lie in memory, the rest of the scene as lists of numbers: see FlatScene. Large
 /// arrays may stay where they are, and the other process copies them from the memory of this one: a file in memory costs
@@ -38,7 +37,7 @@ public:
     SceneSender(const SceneSender&) = delete;
     SceneSender& operator=(const SceneSender&) = delete;
 
-    /// Writes all to the file and seals it.
+    /// Writes all to the file.
     /// @param outcome  gets a warning for each kind of things in the scene that is left out
     /// @return the size of what was written; 0 when there was no room, and the file may be used again
     long long send(ReadOutcome& outcome, LargeArrays place,
@@ -49,28 +48,14 @@ private:
     std::vector<osg::ref_ptr<const osg::Referenced>> m_kept;
 };
 
-/// A process whose memory has the arrays that are not in the file.
-struct LargeArrayOwner
-{
-    pid_t process = 0; ///< 0 when everything is in the file
-};
-
-/// The number at a known place in each process, with which canReadMemoryOf() tries whether it may look there.
-std::uint64_t memoryProbe();
-
-/// Returns whether the system lets this process read the memory of another one.
-/// @param probe  what memoryProbe() returned there
-bool canReadMemoryOf(pid_t process, std::uint64_t probe);
-
 /// Takes what SceneSender sent, and validates it before the first object is made: counts, references, sizes, classes; then
-/// the indices. Never throws. May be called on any
-/// thread.
-/// @param owner  must live until this returns
+/// the indices. Never throws. May be called on any thread.
+/// @param bytes  at an address that is a multiple of 16; nobody may change them
 /// @param stop   when it becomes true, returns as soon as possible without the scene
-ReadOutcome receiveScene(int file, long long size, const LargeArrayOwner& owner,
+ReadOutcome receiveScene(const void* bytes, std::size_t size, const LargeArrayOwner& owner,
                          const std::atomic<bool>& stop);
 
-/// The same for bytes in memory, at an address that is a multiple of 16, among which all arrays are.
+/// The same for bytes among which all arrays are.
 ReadOutcome receiveScene(const void* bytes, std::size_t size);
 
 } // namespace vfViewer

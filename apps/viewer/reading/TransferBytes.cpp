@@ -1,14 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "reading/TransferBytes.h"
 
-#include <velaforge/isolation/SharedMemory.h>
-
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
 
-#include <sys/mman.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace vfViewer {
@@ -82,33 +78,9 @@ void TransferSink::align()
     m_waiting.append(TransferSource::aligned(end) - end, '\0');
 }
 
-TransferSource::TransferSource(int file, long long size)
-{
-    struct stat status;
-    if (size <= 0 || !vfIsolation::isSealed(file) || fstat(file, &status) != 0 || status.st_size < size)
-        return;
-    // Private, because not every kernel maps what is sealed as shared.
-    void* data = mmap(nullptr, static_cast<std::size_t>(size), PROT_READ, MAP_PRIVATE, file, 0);
-    if (data == MAP_FAILED)
-        return;
-    m_data = static_cast<const char*>(data);
-    m_size = static_cast<std::uint64_t>(size);
-    m_isMapped = true;
-}
-
-TransferSource::TransferSource(const void* bytes, std::size_t size)
-    : m_size(size), m_data(static_cast<const char*>(bytes))
-{}
-
 std::uint64_t TransferSource::aligned(std::uint64_t offset)
 {
     return offset > ~alignment ? offset : (offset + alignment - 1) / alignment * alignment;
-}
-
-TransferSource::~TransferSource()
-{
-    if (m_isMapped)
-        munmap(const_cast<char*>(m_data), m_size);
 }
 
 const char* TransferSource::at(std::uint64_t offset, std::uint64_t size) const

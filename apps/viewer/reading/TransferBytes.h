@@ -43,20 +43,15 @@ private:
     bool m_isGood = true;
 };
 
-/// Reads a sealed file in memory. Nothing that its bytes say leads beyond its end.
+/// Reads what a TransferSink wrote. Nothing that its bytes say leads beyond their end.
 class TransferSource
 {
 public:
-    /// Maps the first @p size bytes, unless the file is shorter or not sealed; see isSealed().
-    TransferSource(int file, long long size);
-    /// Takes bytes that are in this process already, at an address that is a multiple of 16; they must live as long.
-    TransferSource(const void* bytes, std::size_t size);
-    ~TransferSource();
+    /// @param bytes  at an address that is a multiple of 16; they must live as long
+    TransferSource(const void* bytes, std::size_t size)
+        : m_size(size), m_data(static_cast<const char*>(bytes))
+    {}
 
-    TransferSource(const TransferSource&) = delete;
-    TransferSource& operator=(const TransferSource&) = delete;
-
-    bool isOpen() const { return m_data != nullptr; }
     std::uint64_t size() const { return m_size; }
 
     /// Returns the offset at which something stands that was put at this one or behind it after TransferSink::align().
@@ -84,9 +79,8 @@ public:
     }
 
 private:
-    std::uint64_t m_size = 0;
-    const char* m_data = nullptr;
-    bool m_isMapped = false;
+    std::uint64_t m_size;
+    const char* m_data;
 };
 
 } // namespace vfViewer

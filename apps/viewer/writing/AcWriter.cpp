@@ -256,9 +256,9 @@ private:
 
 } // namespace
 
-std::string writeAc(osg::Node& model, const std::string& path)
+std::string writeAc(osg::Node& model, int target)
 {
-    CheckedFile file(path);
+    CheckedFile file(target);
     Writer(file).write(collectParts(model));
     return file.finish();
 }

@@ -10,9 +10,9 @@ class Node;
 namespace vfViewer {
 
 /// Writes a model as an AC3D file, a polygon object for each geometry. Points are left out.
-/// @param model  with the y axis up; its images are referred to by their file names
-/// @param path   a new file
+/// @param model   with the y axis up; its images are referred to by their file names
+/// @param target  an empty file, open
 /// @return why it could not be written; empty when it was
-std::string writeAc(osg::Node& model, const std::string& path);
+std::string writeAc(osg::Node& model, int target);
 
 } // namespace vfViewer

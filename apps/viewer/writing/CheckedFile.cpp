@@ -5,7 +5,6 @@
 #include <charconv>
 #include <cstring>
 
-#include <fcntl.h>
 #include <unistd.h>
 
 namespace vfViewer {
@@ -13,22 +12,12 @@ namespace vfViewer {
 namespace {
 
 constexpr std::size_t bufferSize = std::size_t(256) * 1024;
-constexpr mode_t permissions = 0666; // as far as the umask lets
 
 } // namespace
 
-CheckedFile::CheckedFile(const std::string& path)
-    : m_buffer(bufferSize), m_file(open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, permissions))
+CheckedFile::CheckedFile(int file) : m_buffer(bufferSize), m_file(file)
 {
     setp(m_buffer.data(), m_buffer.data() + m_buffer.size());
-    if (m_file < 0)
-        note();
-}
-
-CheckedFile::~CheckedFile()
-{
-    if (m_file >= 0)
-        close(m_file);
 }
 
 void CheckedFile::note()
@@ -98,11 +87,8 @@ CheckedFile::pos_type CheckedFile::seekpos(pos_type position, std::ios_base::ope
 std::string CheckedFile::finish()
 {
     sync();
-    if (m_file >= 0 && fsync(m_file) != 0 && errno != EINVAL && errno != ENOTSUP)
+    if (fsync(m_file) != 0 && errno != EINVAL && errno != ENOTSUP)
         note();
-    if (m_file >= 0 && close(m_file) != 0 && errno != EINTR)
-        note();
-    m_file = -1;
     return m_error == 0 ? std::string() : std::strerror(m_error);
 }
 

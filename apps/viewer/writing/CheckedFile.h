@@ -7,18 +7,18 @@
 
 namespace vfViewer {
 
-/// A new file that remembers the first error. Writers may use it as the buffer of a std::ostream, which they need not ask.
+/// Writes to a file and remembers the first error. Writers may use it as the buffer of a std::ostream, which they need not
+/// ask.
 ///
-///     CheckedFile file(path);
+///     CheckedFile file(descriptor);
 ///     std::ostream stream(&file);
 ///     writer->writeNode(*scene, stream, nullptr);
 ///     std::string reason = file.finish();
 class CheckedFile : public std::streambuf
 {
 public:
-    /// Makes the file, which must not exist.
-    explicit CheckedFile(const std::string& path);
-    ~CheckedFile() override;
+    /// @param file  open for writing; stays the caller's
+    explicit CheckedFile(int file);
 
     CheckedFile(const CheckedFile&) = delete;
     CheckedFile& operator=(const CheckedFile&) = delete;
@@ -33,7 +33,7 @@ public:
     /// Returns whether nothing has failed so far.
     bool isGood() const { return m_error == 0; }
 
-    /// Writes what is left and closes the file. @return why it is not whole; empty when it is
+    /// Writes what is left, to the disk. @return why it is not whole; empty when it is
     std::string finish();
 
 protected:

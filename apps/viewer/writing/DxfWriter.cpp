@@ -127,13 +127,13 @@ private:
 
 } // namespace
 
-std::string writeDxf(osg::Node& model, const std::string& path)
+std::string writeDxf(osg::Node& model, int target)
 {
     UniqueNames names;
     std::vector<Layer> layers;
     for (const ModelPart& part : collectParts(model))
         layers.push_back({part, names.add(layerName(part.name)), colorNumber(part.look.material)});
-    CheckedFile file(path);
+    CheckedFile file(target);
     Writer(file).write(layers);
     return file.finish();
 }

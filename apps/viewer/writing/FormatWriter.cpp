@@ -14,8 +14,6 @@
 #include <osgDB/FileNameUtils>
 #include <osgDB/Registry>
 
-#include <cerrno>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -25,8 +23,6 @@
 #include <utility>
 #include <vector>
 
-#include <unistd.h>
-
 namespace vfViewer {
 
 namespace {
@@ -34,13 +30,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* notWhole = "the file could not be written whole";
-
-/// A file that belongs to a model.
-struct SideFile
-{
-    std::string name;
-    std::string contents;
-};
 
 /// Makes the file of an image: that from which it was read, or PNG. @return false when it cannot be written
 bool makeFile(const osg::Image& image, const SideNames& names, SideFile& file)
@@ -50,7 +39,8 @@ bool makeFile(const osg::Image& image, const SideNames& names, SideFile& file)
     if (FileGate::isImage(file.name) && fs::is_regular_file(image.getFileName(), problem)) {
         std::ifstream original(image.getFileName(), std::ios::binary);
         file.contents.assign(std::istreambuf_iterator<char>(original), std::istreambuf_iterator<char>());
-        return !original.bad();
+        if (original.is_open() && !original.bad())
+            return true;
     }
     file.name =
         (file.name.empty() ? names.stem() + "-image" : osgDB::getNameLessExtension(file.name)) + ".png";
@@ -90,33 +80,6 @@ bool placeImages(osg::Node& scene, const SideNames& names, std::vector<SideFile>
     return true;
 }
 
-/// Removes what a writer has put beside the model of its own accord, under names that may be taken where the model is going.
-void keepOnly(const std::string& directory, const std::set<std::string>& names)
-{
-    std::error_code problem;
-    std::vector<fs::path> others;
-    for (fs::directory_iterator entry(directory, problem), end; !problem && entry != end;
-         entry.increment(problem))
-    {
-        if (names.count(entry->path().filename().string()) == 0)
-            others.push_back(entry->path());
-    }
-    for (const fs::path& other : others)
-        fs::remove_all(other, problem);
-}
-
-std::string writeFiles(const SideNames& names, const std::vector<SideFile>& files)
-{
-    for (const SideFile& one : files) {
-        CheckedFile file(names.draft(one.name));
-        file.write(one.contents);
-        const std::string reason = file.finish();
-        if (!reason.empty())
-            return one.name + ": " + reason;
-    }
-    return std::string();
-}
-
 void includeImages(osg::Node& scene)
 {
     FindImages find;
@@ -133,15 +96,12 @@ std::string reasonOf(const osgDB::ReaderWriter::WriteResult& result, const std::
                : notWhole;
 }
 
-std::string writeWithPlugin(osg::Node& scene, const std::string& path, const std::string& format)
+std::string writeWithPlugin(osg::Node& scene, int target, const std::string& format)
 {
     osgDB::ReaderWriter* writer = osgDB::Registry::instance()->getReaderWriterForExtension(format);
     if (!writer)
         return "models are not written as ." + format;
-    // One of them writes images to where the process is.
-    if (chdir(osgDB::getFilePath(path).c_str()) != 0)
-        return std::strerror(errno);
-    CheckedFile file(path);
+    CheckedFile file(target);
     std::ostream stream(&file);
     const osg::ref_ptr<osgDB::Options> options = new osgDB::Options("WriteImageHint=IncludeData");
     options->setPluginStringData("fileType", format == "osgt" ? "Ascii" : "Binary");
@@ -154,28 +114,32 @@ std::string writeWithPlugin(osg::Node& scene, const std::string& path, const std
 
 } // namespace
 
-std::string writeFormat(osg::Node& scene, const std::string& path)
+void loadWriters(const std::string& model)
 {
-    const std::string extension = osgDB::getLowerCaseFileExtension(path);
+    osgDB::Registry::instance()->getReaderWriterForExtension("png");
+    const Format* format = formatOf(model);
+    if (!format || format->write)
+        return;
+    osgDB::Registry::instance()->getReaderWriterForExtension(format->extensions.front());
+    if (format->keepsScenes)
+        FileGate::loadSceneClasses();
+}
+
+std::string writeFormat(osg::Node& scene, const std::string& directory, const WriteTarget& target,
+                        std::vector<SideFile>& files)
+{
+    const std::string extension = osgDB::getLowerCaseFileExtension(target.modelName);
     const Format* format = formatNamed(extension);
     if (!format || !format->isWritten)
         return "models are not written as ." + extension;
-    const SideNames names(path);
-    std::vector<SideFile> files;
     Quiet quiet;
     if (format->keepsScenes)
         includeImages(scene);
-    else if (!(format->lost & Textures) && !placeImages(scene, names, files))
+    else if (!(format->lost & Textures) && !placeImages(scene, SideNames(directory, target.modelName), files))
         return "its images could not be written";
     const osg::ref_ptr<osg::Node> writable = writableScene(scene, *format);
-    const std::string materials = names.chooseMaterials();
-    const std::string reason = format->write
-                                   ? format->write(*writable, {path, names.draft(materials), names.model()})
-                                   : writeWithPlugin(*writable, path, extension);
-    if (!reason.empty())
-        return reason;
-    keepOnly(osgDB::getFilePath(path), {names.model(), materials});
-    return writeFiles(names, files);
+    return format->write ? format->write(*writable, target)
+                         : writeWithPlugin(*writable, target.model, extension);
 }
 
 } // namespace vfViewer

@@ -232,24 +232,23 @@ std::string materialsOwner(const std::string& modelName)
     return "# materials of " + lineOf(modelName) + ", written by vfviewer\n";
 }
 
-std::string writeObj(osg::Node& model, const std::string& path, const std::string& materialPath,
-                     const std::string& owner)
+std::string writeObj(osg::Node& model, const WriteTarget& target)
 {
     const std::vector<ModelPart> parts = collectParts(model);
     const bool isColored =
         std::any_of(parts.begin(), parts.end(), [](const ModelPart& part) { return !part.look.isEmpty(); });
-    CheckedFile file(path);
+    CheckedFile file(target.model);
     Materials materials;
     if (isColored)
-        file.write("mtllib " + osgDB::getSimpleFileName(materialPath) + "\n");
+        file.write("mtllib " + target.materialsName + "\n");
     Writer writer(file, materials, isColored);
     for (std::size_t i = 0; i < parts.size() && file.isGood(); ++i)
         writer.write(parts[i]);
     std::string reason = file.finish();
     if (!reason.empty() || !isColored)
         return reason;
-    CheckedFile materialFile(materialPath);
-    materialFile.write(materialsOwner(owner));
+    CheckedFile materialFile(target.materials);
+    materialFile.write(materialsOwner(target.modelName));
     materials.write(materialFile);
     return materialFile.finish();
 }

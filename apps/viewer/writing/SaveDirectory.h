@@ -23,6 +23,9 @@ public:
     /// Returns why it could not be made; empty when it is there.
     const std::string& reason() const { return m_reason; }
 
+    /// Returns the directory of the file.
+    const std::string& directory() const { return m_directory; }
+
     /// Returns the path under which the file is written.
     const std::string& draft() const { return m_draft; }
 

@@ -7,7 +7,7 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
+#include <utility>
 
 namespace vfViewer {
 
@@ -52,11 +52,8 @@ bool isThereAs(const std::string& path)
 
 } // namespace
 
-SideNames::SideNames(const std::string& draft)
-    : m_drafts(osgDB::getFilePath(draft)),
-      m_directory(osgDB::getFilePath(m_drafts)),
-      m_model(osgDB::getSimpleFileName(draft)),
-      m_stem(osgDB::getStrippedName(draft))
+SideNames::SideNames(std::string directory, const std::string& model)
+    : m_directory(std::move(directory)), m_model(model), m_stem(osgDB::getStrippedName(model))
 {}
 
 std::string SideNames::choose(const std::string& wanted, const std::string& contents,

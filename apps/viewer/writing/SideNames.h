@@ -14,17 +14,15 @@ namespace vfViewer {
 class SideNames
 {
 public:
-    /// @param draft  the path of the model in its directory
-    explicit SideNames(const std::string& draft);
+    /// @param directory  that of the model
+    /// @param model      its file name
+    SideNames(std::string directory, const std::string& model);
 
     /// Returns the file name of the model.
     const std::string& model() const { return m_model; }
 
     /// Returns that name without its extension.
     const std::string& stem() const { return m_stem; }
-
-    /// Returns where a file of that name is written.
-    std::string draft(const std::string& name) const { return m_drafts + "/" + name; }
 
     /// Chooses a name for a file of these contents: the wanted one, or with a number.
     /// @param taken    names that were chosen before
@@ -40,8 +38,7 @@ public:
     std::string relative(const std::string& path) const;
 
 private:
-    std::string m_drafts;    ///< the directory in which the model is written
-    std::string m_directory; ///< that of the model
+    std::string m_directory;
     std::string m_model;
     std::string m_stem;
 };

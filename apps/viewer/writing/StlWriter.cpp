@@ -61,9 +61,9 @@ private:
 
 } // namespace
 
-std::string writeStl(osg::Node& model, const std::string& path)
+std::string writeStl(osg::Node& model, int target)
 {
-    CheckedFile file(path);
+    CheckedFile file(target);
     Writer writer(file);
     const std::vector<ModelPart> parts = collectParts(model);
     for (std::size_t i = 0; i < parts.size() && file.isGood(); ++i)

@@ -23,6 +23,10 @@ public:
 
     int socket = -1;
     int handle = -1; ///< a descriptor of the process, which is readable when it has ended
+    pid_t process = 0;
+
+    /// Returns whether the system lets this process read the memory of that one.
+    bool isMemoryReadable() const;
 };
 
 enum class LaunchResult
@@ -47,7 +51,9 @@ public:
     void start();
 
     /// Starts a helper process. May be called on any thread.
-    LaunchResult launch(JobControl& control, HelperProcess& process);
+    /// @param end  until when it waits
+    LaunchResult launch(JobControl& control, HelperProcess& process,
+                        std::chrono::steady_clock::time_point end);
 
 private:
     enum class Answer
@@ -62,7 +68,7 @@ private:
     explicit Launcher(std::string helper);
     void startLocked();
     void discardLocked();
-    Answer ask(JobControl& control, HelperProcess& process);
+    Answer ask(JobControl& control, HelperProcess& process, std::chrono::steady_clock::time_point end);
     Answer send(JobControl& control, int theirs, unsigned int& generation,
                 std::chrono::steady_clock::time_point end);
     void discard(unsigned int generation);

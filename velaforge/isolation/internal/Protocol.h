@@ -15,7 +15,7 @@ namespace vfIsolation {
 //   program -> helper     TaskRequest, with the files of the task, through the job's socket
 //   helper -> program     TaskDone
 //
-// The program ends the process when it has the answer. Only TaskDone, the result and the progress come from a process that
+// The program ends the process when it has the answer, and has taken what the process lends it. Only TaskDone, the result and the progress come from a process that
 // has seen a file.
 
 /// On which descriptor a helper executable finds its socket.
@@ -34,6 +34,7 @@ struct HelperStarted
 {
     bool isStarted =
         false; ///< false, without a descriptor, when the system has no process or descriptor to give
+    std::int32_t process = 0; ///< its id, which is its own for as long as the descriptor is open
 };
 
 /// The descriptors that come with a TaskRequest, in this order, and behind them those of the task.
@@ -58,6 +59,7 @@ struct TaskRequest
     std::uint32_t files = 0;
     std::uint8_t layers = 0; ///< SandboxLayers
     bool requiresSandbox = false;
+    bool isMemoryReadable = false; ///< the program may read the memory of the process
 };
 
 enum class TaskOutcome : std::uint8_t
@@ -65,6 +67,7 @@ enum class TaskOutcome : std::uint8_t
     Done,
     Failed, ///< by the reason of the task
     OutOfMemory,
+    TooLong, ///< the limit of processor time
     NoSuchTask,
     OtherBuild,
     NoSandbox
@@ -74,7 +77,8 @@ struct TaskDone
 {
     std::uint64_t size = 0; ///< of the result
     TaskOutcome outcome = TaskOutcome::Failed;
-    char reason[512] = {}; ///< terminated by a zero byte
+    std::uint8_t lendsMemory = 0; ///< not 0: the process stays, for its memory to be read
+    char reason[512] = {};        ///< terminated by a zero byte
 };
 
 /// In memory that the helper writes and the program reads.

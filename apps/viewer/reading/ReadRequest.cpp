@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#include "reading/ReadRequest.h"
+
+#include <osgDB/FileNameUtils>
+
+#include <algorithm>
+#include <climits>
+#include <cstdlib>
+
+#include <dlfcn.h>
+
+namespace vfViewer {
+
+std::string ReadRequest::argument() const
+{
+    std::vector<std::string> texts = sideFiles;
+    texts.insert(texts.begin(), path);
+    return joinTexts(texts);
+}
+
+ReadRequest ReadRequest::of(std::string_view argument)
+{
+    ReadRequest request;
+    request.sideFiles = splitTexts(argument);
+    if (!request.sideFiles.empty()) {
+        request.path = request.sideFiles.front();
+        request.sideFiles.erase(request.sideFiles.begin());
+    }
+    return request;
+}
+
+std::string readerProgram()
+{
+    Dl_info info{};
+    char path[PATH_MAX];
+    const auto address = reinterpret_cast<const void*>(&readerProgram);
+    if (!dladdr(address, &info) || !info.dli_fname || !realpath(info.dli_fname, path))
+        return std::string();
+    return osgDB::getFilePath(path) + "/vfviewer-reader";
+}
+
+std::string joinTexts(const std::vector<std::string>& texts)
+{
+    std::string all;
+    for (const std::string& text : texts)
+        all.append(text.c_str(), text.size() + 1);
+    return all;
+}
+
+std::vector<std::string> splitTexts(std::string_view joined)
+{
+    std::vector<std::string> texts;
+    for (std::size_t at = 0; at < joined.size();) {
+        const std::size_t end = std::min(joined.find('\0', at), joined.size());
+        texts.emplace_back(joined.substr(at, end - at));
+        at = end + 1;
+    }
+    return texts;
+}
+
+} // namespace vfViewer

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vfViewer {
+
+// The tasks of the processes that read and write files, by their names.
+constexpr const char* modelTask = "read model";
+constexpr const char* imageTask = "read image";
+constexpr const char* writeTask = "write model";
+
+/// What a process is told that reads a file.
+struct ReadRequest
+{
+    std::string path;                   ///< absolute
+    std::vector<std::string> sideFiles; ///< that a model may name; see findSideFiles()
+
+    /// Returns it as the argument of a task.
+    std::string argument() const;
+    static ReadRequest of(std::string_view argument);
+};
+
+/// Returns the path of the executable with the tasks: beside this library, wherever the whole was put.
+std::string readerProgram();
+
+/// Returns texts in one, and what they were.
+std::string joinTexts(const std::vector<std::string>& texts);
+std::vector<std::string> splitTexts(std::string_view joined);
+
+} // namespace vfViewer

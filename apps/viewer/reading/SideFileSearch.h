@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace vfViewer {
+
+/// Returns the path without links; empty when there is no such file.
+std::string realPath(const std::string& path);
+
+/// The folders in which files of a model may lie.
+struct ModelPlaces
+{
+    /// @param path  of the model
+    explicit ModelPlaces(const std::string& path);
+
+    /// Returns whether a file may be read with the model, by its real path.
+    bool admit(const std::string& file) const;
+
+    std::string model;                ///< its real path; empty when it is not there
+    std::vector<std::string> folders; ///< of the model, real paths
+    std::vector<std::string> above;   ///< those whose other folders are admitted, too
+};
+
+/// Lists the files that a model may name, by the rule of SideFiles: the program does, since the process that reads the model
+/// can open no folder.
+///
+/// Folders are looked through that are near: four levels below the model, one below the folders beside it, two hundred folders
+/// and twenty thousand entries in all. Files count whose extension is that of a listed format, or one that files of the model's
+/// format have beside them. What a link leads to is listed as well as the link.
+/// @param model  its absolute path
+std::vector<std::string> findSideFiles(const std::string& model);
+
+} // namespace vfViewer
