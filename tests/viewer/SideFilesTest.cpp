@@ -150,6 +150,22 @@ TEST_F(SideFilesOfModels, AreLookedForInNearFoldersOnly)
     EXPECT_LT(vfViewer::findSideFiles(model).size(), 210u);
 }
 
+TEST_F(SideFilesOfModels, FarAwayAreReadWhenTheModelNamesThem)
+{
+    fs::create_directories(directory.file("set/sails/1/2/3"));
+    fs::copy_file(VELAFORGE_SOURCE_DIR "/models/sail.png", directory.file("set/sails/1/2/3/sail.png"));
+    directory.write("set/sails/1/2/3/far.mtl", "newmtl a\nmap_Kd sail.png\n");
+    directory.write("set/boat/boat.obj", std::string("mtllib ../sails/1/2/3/far.mtl\n") + triangle);
+    const ReadOutcome outcome = read(model);
+    ASSERT_TRUE(outcome.scene) << outcome.reason;
+    EXPECT_THAT(outcome.warnings, IsEmpty());
+    EXPECT_THAT(outcome.files, testing::UnorderedElementsAre(directory.file("set/sails/1/2/3/far.mtl"),
+                                                             directory.file("set/sails/1/2/3/sail.png")));
+    EXPECT_THAT(
+        vfViewer::admittedOf(model, {"/etc/passwd", directory.write("a.png", "x"), directory.file("set")}),
+        IsEmpty());
+}
+
 TEST_F(SideFilesOfModels, OfModelsThatNameNoFilesAreNotLookedFor)
 {
     directory.write("set/boat/a.png", "x");

@@ -55,16 +55,8 @@ std::vector<std::string> otherFiles(const std::string& path)
     return files;
 }
 
-} // namespace
-
-ReadOutcome readModel(const std::string& path)
+ReadOutcome readByRule(const std::string& path)
 {
-    return readModel(path, findSideFiles(path));
-}
-
-ReadOutcome readModel(const std::string& path, const std::vector<std::string>& sideFiles)
-{
-    const SideFiles rule(path, sideFiles);
     ReadOutcome outcome;
     const Format* format = formatOf(path);
     outcome.reason = whyNotRead(format, path);
@@ -109,6 +101,22 @@ ReadOutcome readModel(const std::string& path, const std::vector<std::string>& s
         outcome.warnings.push_back(std::move(failure));
     for (std::string& line : quiet.stop())
         outcome.details.push_back(std::move(line));
+    return outcome;
+}
+
+} // namespace
+
+ReadOutcome readModel(const std::string& path)
+{
+    return readModel(path, findSideFiles(path));
+}
+
+ReadOutcome readModel(const std::string& path, const std::vector<std::string>& sideFiles)
+{
+    const SideFiles rule(path, sideFiles);
+    SideFiles::takeMissed();
+    ReadOutcome outcome = readByRule(path);
+    outcome.missed = SideFiles::takeMissed();
     return outcome;
 }
 

@@ -96,6 +96,20 @@ LargeArrayOwner ownerOf(const vfIsolation::IsolatedResult& result)
     return owner;
 }
 
+ReadOutcome readOnce(vfIsolation::JobControl& control, ReadKind kind, const ReadRequest& request,
+                     const ReadLimits& limits)
+{
+    ReadOutcome outcome;
+    const vfIsolation::IsolatedResult result =
+        vfIsolation::runIsolated(control, taskFor(kind, request, limits));
+    if (result.error == vfIsolation::IsolationError::None)
+        return receiveScene(result.bytes.data(), result.bytes.size(), ownerOf(result), control.isCancelled);
+    outcome.reason = result.error == vfIsolation::IsolationError::Ended
+                         ? "the file is damaged: its reader fails on it"
+                         : result.reason;
+    return outcome;
+}
+
 } // namespace
 
 ReadOutcome readInProcess(vfIsolation::JobControl& control, ReadKind kind, const std::string& path,
@@ -106,21 +120,17 @@ ReadOutcome readInProcess(vfIsolation::JobControl& control, ReadKind kind, const
         ReadRequest request;
         request.path = vfBase::absolutePath(path).str();
         request.sideFiles = findSideFiles(request.path);
-        const vfIsolation::IsolatedResult result =
-            vfIsolation::runIsolated(control, taskFor(kind, request, limits));
-        switch (result.error) {
-        case vfIsolation::IsolationError::None:
-            outcome =
-                receiveScene(result.bytes.data(), result.bytes.size(), ownerOf(result), control.isCancelled);
-            if (outcome.scene)
-                prepare(outcome);
-            break;
-        case vfIsolation::IsolationError::Ended:
-            outcome.reason = "the file is damaged: its reader fails on it";
-            break;
-        default:
-            outcome.reason = result.reason;
+        outcome = readOnce(control, kind, request, limits);
+        // It may name files in folders too far away to be listed; those may name others.
+        for (int tries = 0; tries < 3 && !outcome.missed.empty(); ++tries) {
+            const std::vector<std::string> further = admittedOf(request.path, outcome.missed);
+            if (further.empty() || control.isCancelled)
+                break;
+            request.sideFiles.insert(request.sideFiles.end(), further.begin(), further.end());
+            outcome = readOnce(control, kind, request, limits);
         }
+        if (outcome.scene)
+            prepare(outcome);
     } catch (const std::bad_alloc&) {
         outcome = ReadOutcome();
         outcome.reason = "there is not enough memory";

@@ -260,7 +260,7 @@ ReadOutcome take(const TransferSource& source, const LargeArrayOwner& owner, con
     std::uint64_t texts = trailer.textsAt;
     const bool hasTexts = isWhole && source.take(texts, outcome.reason) &&
                           source.take(texts, outcome.warnings) && source.take(texts, outcome.details) &&
-                          source.take(texts, outcome.files);
+                          source.take(texts, outcome.files) && source.take(texts, outcome.missed);
     if (hasTexts && outcome.reason.empty() && trailer.hasScene != 0) {
         Arrival arrival(source, owner, stop);
         outcome.scene = arrival.take(trailer);

@@ -128,6 +128,7 @@ long long SceneSender::send(ReadOutcome& outcome, LargeArrays place, SceneSharin
     sink.put(outcome.warnings);
     sink.put(outcome.details);
     sink.put(outcome.files);
+    sink.put(outcome.missed);
     trailer.sceneAt = static_cast<std::uint64_t>(sink.offset());
     trailer.hasScene = outcome.scene.valid();
     putNames(sink, flat.texts);

@@ -162,6 +162,20 @@ bool ModelPlaces::admit(const std::string& file) const
            std::any_of(above.begin(), above.end(), holds);
 }
 
+std::vector<std::string> admittedOf(const std::string& model, const std::vector<std::string>& files)
+{
+    const Format* format = formatOf(model);
+    const ModelPlaces places(model);
+    std::vector<std::string> admitted;
+    for (const std::string& file : files) {
+        struct stat status;
+        if (format && realPath(file) == file && places.admit(file) && mayBeNamed(file, *format) &&
+            stat(file.c_str(), &status) == 0 && S_ISREG(status.st_mode))
+            admitted.push_back(file);
+    }
+    return admitted;
+}
+
 std::vector<std::string> findSideFiles(const std::string& model)
 {
     const Format* format = formatOf(model);

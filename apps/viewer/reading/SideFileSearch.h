@@ -32,4 +32,9 @@ struct ModelPlaces
 /// @param model  its absolute path
 std::vector<std::string> findSideFiles(const std::string& model);
 
+/// Returns those of some files that a model may name, however far below those folders they are.
+/// @param model  its absolute path
+/// @param files  real paths
+std::vector<std::string> admittedOf(const std::string& model, const std::vector<std::string>& files);
+
 } // namespace vfViewer

@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <set>
 #include <unordered_map>
+#include <utility>
 
 #include <sys/stat.h>
 
@@ -34,6 +35,15 @@ namespace {
 constexpr std::size_t mostParts = 16;
 
 thread_local const void* ruleInForce = nullptr;
+
+constexpr std::size_t mostMissed = 100;
+thread_local std::vector<std::string> missed;
+
+void noteMissed(const std::string& name)
+{
+    if (missed.size() < mostMissed && std::find(missed.begin(), missed.end(), name) == missed.end())
+        missed.push_back(name);
+}
 
 int digitOf(char letter)
 {
@@ -195,7 +205,10 @@ bool SideFiles::isAdmitted(const std::string& path)
     struct stat status;
     if (real.empty() || stat(real.c_str(), &status) != 0 || !S_ISREG(status.st_mode))
         return false;
-    return real == rule.places.model || rule.files.count(real) > 0;
+    const bool isListed = real == rule.places.model || rule.files.count(real) > 0;
+    if (!isListed)
+        noteMissed(real);
+    return isListed;
 }
 
 std::string SideFiles::find(const std::string& name, const std::vector<std::string>& directories)
@@ -209,6 +222,11 @@ std::string SideFiles::find(const std::string& name, const std::vector<std::stri
     if (found.empty() && plain != tidy && plain.find('\0') == std::string::npos)
         found = finder.find(plain);
     return found;
+}
+
+std::vector<std::string> SideFiles::takeMissed()
+{
+    return std::exchange(missed, {});
 }
 
 } // namespace vfViewer

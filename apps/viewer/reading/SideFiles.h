@@ -42,6 +42,10 @@ public:
     /// @return the path of an admitted file; empty when there is none, or no model is read
     static std::string find(const std::string& name, const std::vector<std::string>& directories = {});
 
+    /// Returns the files that were asked for on this thread, are there, and are not listed, by their real paths, each once, a
+    /// hundred at most. Forgets them.
+    static std::vector<std::string> takeMissed();
+
 private:
     struct Rule;
     class Finder;
