@@ -16,6 +16,7 @@ class HelperProcess;
 class VFISOLATION_EXPORT LentMemory
 {
 public:
+    /// @param process  that lends it, which waits as long; made by runIsolated()
     explicit LentMemory(std::shared_ptr<const HelperProcess> process);
     ~LentMemory();
 
@@ -27,6 +28,8 @@ public:
 
     /// Copies bytes. May be called on several threads at once.
     /// @param address  in the process
+    /// @param to       where they are put
+    /// @param size     their number
     /// @return false if the process has not got them all, or is gone; @p to is undefined then
     bool copy(std::uint64_t address, void* to, std::size_t size) const;
 
