@@ -99,6 +99,14 @@ std::set<int> descendants()
     return all;
 }
 
+std::string nameOf(int process)
+{
+    std::ifstream file("/proc/" + std::to_string(process) + "/comm");
+    std::string name;
+    std::getline(file, name);
+    return name;
+}
+
 bool isThere(int process)
 {
     std::ifstream status("/proc/" + std::to_string(process) + "/stat");
@@ -301,7 +309,6 @@ TEST(IsolatedJobs, AHelperThatIsStartedByHandEnds)
 {
     EXPECT_EQ(1, vfTest::runProgram({VELAFORGE_ATTACK_HELPER}).status);
     EXPECT_EQ(1, vfTest::runProgram({VELAFORGE_ATTACK_HELPER, "--serve"}).status);
-    EXPECT_EQ(1, vfTest::runProgram({VELAFORGE_ATTACK_HELPER, "--launch"}).status);
 }
 
 TEST(IsolatedJobs, TellTheirProgressAndStage)
@@ -372,7 +379,7 @@ TEST(IsolatedJobs, MemoryThatATaskLendsCanBeCopiedWhileTheResultIsKept)
     EXPECT_TRUE(sent == copied);
     EXPECT_FALSE(result.memory->copy(0, copied.data(), copied.size())) << "where nothing is";
     EXPECT_FALSE(result.memory->copy(~std::uint64_t(0) - 10, copied.data(), copied.size()));
-    EXPECT_EQ(3u, descendants().size());
+    EXPECT_TRUE(waitUntil([] { return descendants().size() == 3; })) << "the launcher, this one and the next";
     const std::shared_ptr<const vfIsolation::LentMemory> kept = result.memory;
     result = IsolatedResult();
     EXPECT_TRUE(kept->copy(lent[0], copied.data(), copied.size()));
@@ -433,12 +440,14 @@ TEST(IsolatedJobs, ALauncherThatIsKilledBetweenTasksCostsNothing)
 TEST(IsolatedJobs, AProcessThatIsKilledBeforeItHasTheTaskCostsNothing)
 {
     run(task("echo"));
-    ASSERT_TRUE(waitUntil([] { return descendants().size() == 2; }));
     int waiting = 0;
-    for (const int process : descendants()) {
-        if (descendantsOf(process).empty())
-            waiting = process;
-    }
+    ASSERT_TRUE(waitUntil([&waiting] {
+        const std::set<int> all = descendants();
+        const auto found =
+            std::find_if(all.begin(), all.end(), [](int process) { return nameOf(process) == "vf-helper"; });
+        waiting = found == all.end() ? 0 : *found;
+        return waiting != 0 && all.size() == 2;
+    }));
     kill(waiting, SIGSTOP);
     IsolatedJob job(task("echo", "still"));
     ASSERT_TRUE(waitUntil([] { return descendants().size() == 3; })) << "the task is for that process";

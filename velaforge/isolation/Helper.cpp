@@ -2,7 +2,6 @@
 #include <velaforge/isolation/Helper.h>
 
 #include <velaforge/isolation/internal/Descriptors.h>
-#include <velaforge/isolation/internal/LauncherLoop.h>
 #include <velaforge/isolation/internal/Protocol.h>
 #include <velaforge/isolation/internal/TaskRunner.h>
 
@@ -13,6 +12,7 @@
 #include <cstring>
 #include <utility>
 
+#include <sys/prctl.h>
 #include <sys/socket.h>
 
 namespace vfIsolation {
@@ -55,7 +55,7 @@ bool Helper::isStartedByProgram(int argc, char** argv)
 {
     int kind = 0;
     socklen_t size = sizeof(kind);
-    return argc == 2 && (!std::strcmp(argv[1], launchArgument) || !std::strcmp(argv[1], serveArgument)) &&
+    return argc == 2 && !std::strcmp(argv[1], serveArgument) &&
            getsockopt(helperSocket, SOL_SOCKET, SO_TYPE, &kind, &size) == 0 && kind == SOCK_SEQPACKET;
 }
 
@@ -64,8 +64,7 @@ int Helper::run(int argc, char** argv)
     vfBase::openStandardDescriptors();
     if (!isStartedByProgram(argc, argv))
         return EXIT_FAILURE;
-    if (!std::strcmp(argv[1], launchArgument))
-        runLauncher();
+    prctl(PR_SET_NAME, "vf-helper"); // until it has a task
     if (m_onStart)
         m_onStart();
     TaskRunner(*this).run();

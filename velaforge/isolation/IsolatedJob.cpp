@@ -129,6 +129,11 @@ Waited waitForAnswer(JobControl& control, const HelperProcess& process, const Pr
     }
 }
 
+std::string cannotStart(const std::string& helper)
+{
+    return "the helper program " + helper + " cannot be started";
+}
+
 IsolatedResult describe(const TaskDone& done, int resultFile)
 {
     switch (done.outcome) {
@@ -216,7 +221,7 @@ IsolatedResult runOnce(JobControl& control, const std::string& helper, const Pre
     case LaunchResult::TooLong:
         return failure(IsolationError::TooLong, "the helper program does not answer");
     case LaunchResult::NoHelper:
-        return failure(IsolationError::NotStarted, "the helper program " + helper + " cannot be started");
+        return failure(IsolationError::NotStarted, cannotStart(helper));
     }
     // That the process has ended is noticed below.
     TaskRequest request = prepared.request;
@@ -256,6 +261,8 @@ IsolatedResult run(JobControl& control, const IsolatedTask& task, std::atomic<st
         if (result.error != IsolationError::Ended || prepared.progress.isBegun())
             break;
     }
+    if (result.error == IsolationError::Ended && !prepared.progress.isBegun())
+        return failure(IsolationError::NotStarted, cannotStart(task.helper));
     return result;
 }
 

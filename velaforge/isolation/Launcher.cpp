@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/isolation/internal/Launcher.h>
 
+#include <velaforge/isolation/IsolatedJob.h>
 #include <velaforge/isolation/Packet.h>
 #include <velaforge/isolation/internal/Descriptors.h>
 #include <velaforge/isolation/internal/Protocol.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
@@ -15,6 +17,7 @@
 #include <utility>
 #include <vector>
 
+#include <dlfcn.h>
 #include <fcntl.h>
 #include <poll.h>
 #include <spawn.h>
@@ -47,9 +50,24 @@ std::vector<char*> environment()
     return kept;
 }
 
-/// Executes a helper as the launcher, which inherits the socket and standard error. @return its id; negative on failure
+/// Returns the path of the launcher's executable: beside this library, wherever the whole was put.
+std::string launcherProgram()
+{
+    Dl_info info{};
+    char path[PATH_MAX];
+    const auto address = reinterpret_cast<const void*>(&prepareHelper);
+    if (!dladdr(address, &info) || !info.dli_fname || !realpath(info.dli_fname, path))
+        return std::string();
+    const std::string library = path;
+    return library.substr(0, library.rfind('/')) + "/velaforge/velaforge-launcher";
+}
+
+/// Executes the launcher, which inherits the socket and standard error. @return its id; negative on failure
 pid_t spawn(const std::string& helper, int socket)
 {
+    const std::string program = launcherProgram();
+    if (access(helper.c_str(), X_OK) != 0)
+        return -1;
     posix_spawn_file_actions_t actions;
     posix_spawnattr_t attributes;
     posix_spawn_file_actions_init(&actions);
@@ -66,10 +84,10 @@ pid_t spawn(const std::string& helper, int socket)
     posix_spawnattr_setsigdefault(&attributes, &all);
     posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
     std::string name = "velaforge-launcher";
-    std::string argument = launchArgument;
+    std::string argument = helper;
     char* const arguments[] = {name.data(), argument.data(), nullptr};
     pid_t started = -1;
-    if (posix_spawn(&started, helper.c_str(), &actions, &attributes, arguments, environment().data()) != 0)
+    if (posix_spawn(&started, program.c_str(), &actions, &attributes, arguments, environment().data()) != 0)
         started = -1;
     posix_spawnattr_destroy(&attributes);
     posix_spawn_file_actions_destroy(&actions);

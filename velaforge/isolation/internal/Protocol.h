@@ -21,8 +21,7 @@ namespace vfIsolation {
 /// On which descriptor a helper executable finds its socket.
 constexpr int helperSocket = 3;
 
-/// Arguments of a helper executable.
-constexpr const char* launchArgument = "--launch";
+/// The argument of a helper executable.
 constexpr const char* serveArgument = "--serve";
 
 struct LaunchRequest

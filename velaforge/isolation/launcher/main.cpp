@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include <velaforge/isolation/internal/LauncherLoop.h>
-
+// The process from which the helper processes of a program come. It has one thread, reads no file, and ends with the program,
+// and the helper processes with it. It is linked with little, so that it is there at once.
 #include <velaforge/isolation/Packet.h>
 #include <velaforge/isolation/internal/Descriptors.h>
 #include <velaforge/isolation/internal/Protocol.h>
@@ -22,14 +22,20 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-namespace vfIsolation {
-
 namespace {
+
+using vfIsolation::helperSocket;
+using vfIsolation::HelperStarted;
+using vfIsolation::LaunchRequest;
+
+/// How long nothing must happen before a process is made for a task to come.
+constexpr int quietMilliseconds = 100;
 
 class Launcher
 {
 public:
-    Launcher()
+    /// @param helper  a descriptor of the executable
+    explicit Launcher(int helper) : m_helper(helper)
     {
         sigemptyset(&m_ended);
         sigaddset(&m_ended, SIGCHLD);
@@ -45,21 +51,22 @@ public:
         makeSpare();
         for (;;) {
             pollfd waited[] = {{helperSocket, POLLIN, 0}, {m_children, POLLIN, 0}};
-            if (poll(waited, 2, -1) < 0 && errno != EINTR)
+            const int count = poll(waited, 2, m_spare == 0 ? quietMilliseconds : -1);
+            if (count < 0 && errno != EINTR)
                 break;
             reap();
+            if (count == 0)
+                makeSpare();
             if (waited[0].revents == 0)
                 continue;
             LaunchRequest request;
             std::vector<int> files;
-            if (!receivePacket(helperSocket, &request, sizeof(request), files))
+            if (!vfIsolation::receivePacket(helperSocket, &request, sizeof(request), files))
                 break;
             if (files.size() == 1)
                 start(files[0]);
             for (const int file : files)
                 close(file);
-            if (m_spare == 0)
-                makeSpare();
         }
         for (const pid_t process : m_processes)
             kill(process, SIGKILL);
@@ -71,7 +78,7 @@ private:
     {
         int ours = -1;
         int theirs = -1;
-        if (!makeSocketPair(ours, theirs))
+        if (!vfIsolation::makeSocketPair(ours, theirs))
             return;
         const pid_t launcher = getpid();
         const pid_t process = fork();
@@ -95,9 +102,9 @@ private:
         sigprocmask(SIG_UNBLOCK, &m_ended, nullptr);
         dup2(socket, helperSocket); // without FD_CLOEXEC, which all others have
         std::string name = "velaforge-helper";
-        std::string argument = serveArgument;
+        std::string argument = vfIsolation::serveArgument;
         char* arguments[] = {name.data(), argument.data(), nullptr};
-        execve("/proc/self/exe", arguments, environ);
+        fexecve(m_helper, arguments, environ); // the same one, whatever took its place meanwhile
         _exit(EXIT_FAILURE);
     }
 
@@ -112,8 +119,8 @@ private:
                 makeSpare();
             const pid_t process = std::exchange(m_spare, 0);
             const LaunchRequest request;
-            const bool isSent = sendPacket(m_spareSocket, &request, sizeof(request), {socket});
-            closeFile(m_spareSocket);
+            const bool isSent = vfIsolation::sendPacket(m_spareSocket, &request, sizeof(request), {socket});
+            vfIsolation::closeFile(m_spareSocket);
             if (!isSent)
                 continue; // it was killed, or there is none
             // The number of the call, because the header is not one for C++.
@@ -122,10 +129,10 @@ private:
             started.process = process;
         }
         if (started.isStarted)
-            sendPacket(socket, &started, sizeof(started), {handle});
+            vfIsolation::sendPacket(socket, &started, sizeof(started), {handle});
         else
-            sendPacket(socket, &started, sizeof(started));
-        closeFile(handle);
+            vfIsolation::sendPacket(socket, &started, sizeof(started));
+        vfIsolation::closeFile(handle);
     }
 
     void reap()
@@ -140,7 +147,7 @@ private:
             m_processes.erase(process);
             if (process == m_spare) {
                 m_spare = 0;
-                closeFile(m_spareSocket);
+                vfIsolation::closeFile(m_spareSocket);
             }
         }
         killOrphans();
@@ -159,6 +166,7 @@ private:
         std::fclose(children);
     }
 
+    const int m_helper;
     sigset_t m_ended;
     int m_children = -1;
     pid_t m_spare = 0;
@@ -168,13 +176,13 @@ private:
 
 } // namespace
 
-void runLauncher()
+int main(int argc, char** argv)
 {
-    prctl(PR_SET_NAME, "velaforge-launch");
+    const int helper = argc == 2 ? open(argv[1], O_PATH | O_CLOEXEC) : -1;
+    if (helper < 0)
+        return EXIT_FAILURE; // started by hand, not by a program
     signal(SIGINT, SIG_IGN); // a key at the terminal is for the program
     signal(SIGPIPE, SIG_IGN);
-    Launcher().run();
-    _exit(EXIT_SUCCESS);
+    Launcher(helper).run();
+    return EXIT_SUCCESS;
 }
-
-} // namespace vfIsolation
