@@ -35,6 +35,7 @@ std::vector<Format> assimpFormats()
 {
     Format fbx = withYUp(assimpFormat("fbx", "Filmbox", "model/x-fbx"));
     fbx.signature = "Kaydara FBX Binary";
+    fbx.holdsImages = true;
     Format ase = inBraces(withYUp(assimpFormat("ase", "3ds Max ASCII export", "model/x-ase")));
     ase.signature = "*3DSMAX_ASCIIEXPORT";
     Format md5 = inBraces(withYUp(assimpFormat("md5mesh", "MD5", "model/x-md5mesh")));
@@ -42,10 +43,15 @@ std::vector<Format> assimpFormats()
     md5.sideExtensions = {"md5anim", "md5camera"};
     Format gltf = withYUp(assimpFormat("gltf", "glTF", "model/gltf+json"));
     gltf.sideExtensions = {"bin"};
+    gltf.holdsImages = true;
+    Format glb = withYUp(assimpFormat("glb", "glTF in one file", "model/gltf-binary"));
+    glb.holdsImages = true;
+    Format archive = assimpFormat("3mf", "3D Manufacturing Format", "model/3mf");
+    archive.holdsImages = true;
     return {gltf,
-            withYUp(assimpFormat("glb", "glTF in one file", "model/gltf-binary")),
+            glb,
             fbx,
-            assimpFormat("3mf", "3D Manufacturing Format", "model/3mf"),
+            archive,
             assimpFormat("off", "Object file format", "model/x-off"),
             withYUp(assimpFormat("x3d", "X3D", "model/x3d+xml")),
             assimpFormat("amf", "Additive Manufacturing File", "model/x-amf"),

@@ -10,6 +10,7 @@ Format colladaFormat()
     format.name = "Collada";
     format.mimeType = "model/vnd.collada+xml";
     format.reader = ReadBy::AssimpOrOpenSceneGraph;
+    format.holdsImages = true;
     return format;
 }
 

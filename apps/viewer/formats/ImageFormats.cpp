@@ -13,6 +13,7 @@ Format imageFormat(const std::vector<std::string>& extensions, const std::vector
     format.name = "image";
     format.isImage = true;
     format.standsAlone = true;
+    format.holdsImages = true;
     format.plugins = plugins;
     return format;
 }

@@ -15,6 +15,7 @@ Format sceneFormat(const char* extension, const char* name)
     format.mimeType = "model/x-openscenegraph";
     format.plugins = {"osg"};
     format.keepsScenes = true;
+    format.holdsImages = true;
     format.isWritten = true;
     format.lost = 0;
     return format;

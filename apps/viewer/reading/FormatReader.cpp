@@ -104,7 +104,7 @@ void loadReaders(const std::string& path, const std::vector<std::string>& others
     if (!format)
         return;
     load(*format);
-    bool hasImages = format->isImage || format->keepsScenes || format->reader != ReadBy::Own;
+    bool hasImages = format->holdsImages;
     for (const std::string& file : others) {
         const Format* other = formatOf(file);
         hasImages = hasImages || (other && other->isImage);
