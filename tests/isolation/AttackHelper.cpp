@@ -336,7 +336,7 @@ int main(int argc, char** argv)
         static const std::string kept(context.argument());
         const std::uint64_t lent[] = {reinterpret_cast<std::uintptr_t>(kept.data()), kept.size()};
         if (!context.lendMemory())
-            return "there is nobody to lend it to";
+            return "the program takes no memory";
         context.append(lent, sizeof(lent));
         return std::string();
     });

@@ -365,7 +365,7 @@ TEST(IsolatedJobs, MemoryThatATaskLendsCanBeCopiedWhileTheResultIsKept)
 {
     const std::string sent(5000000, 'm');
     IsolatedTask wanted = task("lend", sent);
-    EXPECT_EQ("there is nobody to lend it to", run(wanted).reason) << "nobody has asked";
+    EXPECT_EQ("the program takes no memory", run(wanted).reason) << "takesMemory is false";
     wanted.takesMemory = true;
     IsolatedResult result = run(wanted);
     ASSERT_EQ(IsolationError::None, result.error) << result.reason;
@@ -455,6 +455,24 @@ TEST(IsolatedJobs, AProcessThatIsKilledBeforeItHasTheTaskCostsNothing)
     kill(waiting, SIGKILL);
     ASSERT_TRUE(job.wait(60000));
     EXPECT_EQ("still", textOf(job.take()));
+}
+
+TEST(IsolatedJobs, AProcessThatEndsBetweenTasksIsNotStartedAgainUntilTheNextTask)
+{
+    run(task("echo"));
+    const auto waiting = [] {
+        const std::set<int> all = descendants();
+        const auto found =
+            std::find_if(all.begin(), all.end(), [](int process) { return nameOf(process) == "vf-helper"; });
+        return found == all.end() ? 0 : *found;
+    };
+    ASSERT_TRUE(waitUntil([&waiting] { return waiting() != 0; }));
+    kill(waiting(), SIGKILL);
+    ASSERT_TRUE(waitUntil([] { return descendants().size() == 1; }));
+    std::this_thread::sleep_for(std::chrono::milliseconds(500));
+    EXPECT_EQ(1u, descendants().size()) << "a helper that cannot start would be executed without end";
+    EXPECT_EQ("text", textOf(run(task("echo", "text"))));
+    EXPECT_TRUE(waitUntil([&waiting] { return waiting() != 0; })) << "after a task there is one again";
 }
 
 TEST(IsolatedJobs, NothingIsLeftOfAProgramThatIsKilled)

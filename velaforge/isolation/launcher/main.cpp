@@ -51,7 +51,7 @@ public:
         makeSpare();
         for (;;) {
             pollfd waited[] = {{helperSocket, POLLIN, 0}, {m_children, POLLIN, 0}};
-            const int count = poll(waited, 2, m_spare == 0 ? quietMilliseconds : -1);
+            const int count = poll(waited, 2, m_spare == 0 && m_makesSpares ? quietMilliseconds : -1);
             if (count < 0 && errno != EINTR)
                 break;
             reap();
@@ -126,6 +126,7 @@ private:
             // The number of the call, because the header is not one for C++.
             handle = static_cast<int>(syscall(SYS_pidfd_open, process, 0));
             started.isStarted = handle >= 0;
+            m_makesSpares = true;
             started.process = process;
         }
         if (started.isStarted)
@@ -147,6 +148,7 @@ private:
             m_processes.erase(process);
             if (process == m_spare) {
                 m_spare = 0;
+                m_makesSpares = false; // a helper that cannot start would be executed again and again
                 vfIsolation::closeFile(m_spareSocket);
             }
         }
@@ -171,6 +173,7 @@ private:
     int m_children = -1;
     pid_t m_spare = 0;
     int m_spareSocket = -1;
+    bool m_makesSpares = true; ///< between tasks; not after a spare process has ended without one, until the next task
     std::set<pid_t> m_processes; ///< that were made here and not reaped
 };
 
