@@ -5,6 +5,7 @@
 
 #include <velaforge/base/ApplicationInfo.h>
 #include <velaforge/base/FileNames.h>
+#include <velaforge/base/LibraryFolder.h>
 #include <velaforge/base/NotifyHandler.h>
 #include <velaforge/base/Printable.h>
 #include <velaforge/base/StandardPaths.h>
@@ -16,6 +17,7 @@
 
 #include <atomic>
 #include <cstdlib>
+#include <filesystem>
 #include <thread>
 #include <vector>
 
@@ -35,6 +37,21 @@ TEST(FileNames, TakePathsApart)
     EXPECT_EQ("hull.obj", vfBase::getSimpleFileName("hull.obj"));
     EXPECT_EQ("/models/v1.2/hull", vfBase::getNameLessExtension("/models/v1.2/hull.obj"));
     EXPECT_EQ("/models/v1.2/hull", vfBase::getNameLessExtension("/models/v1.2/hull"));
+}
+
+namespace {
+void ownFunction() {}
+} // namespace
+
+TEST(LibraryFolder, IsTheDirectoryOfTheFileThatDefinesAFunction)
+{
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe");
+    EXPECT_EQ(program.parent_path().string(), std::string(vfBase::libraryFolder(&ownFunction)));
+    const std::filesystem::path library = std::string(vfBase::libraryFolder(&vfBase::getFilePath));
+    EXPECT_TRUE(library.is_absolute());
+    EXPECT_TRUE(std::filesystem::exists(library / "libvfBase.so"));
+    const int onTheStack = 0;
+    EXPECT_EQ("", std::string(vfBase::libraryFolder(&onTheStack))) << "no file holds it";
 }
 
 TEST(FileNames, AnAbsolutePathIsOneTextForOneFile)

@@ -8,7 +8,7 @@
 
 namespace vfTest {
 
-/// Code that takes bytes which nobody vouches for.
+/// Code that takes untrusted bytes.
 struct FuzzTarget
 {
     const char* name;

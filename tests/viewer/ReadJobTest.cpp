@@ -417,6 +417,29 @@ TEST_F(ReadJobs, TellsHowFarItHasCome)
     EXPECT_LE(before, 1.0);
 }
 
+TEST_F(ReadJobs, TellsHowFarAFormatIsReadWhoseReaderDoesNotTell)
+{
+    // A plug-in reads it, so that only the position in the file shows how far it has come.
+    constexpr int count = 500000;
+    std::string text = "AC3Db\nMATERIAL \"m\" rgb 1 1 1 amb 0 0 0 emis 0 0 0 spec 0 0 0 shi 0 trans "
+                       "0\nOBJECT world\nkids 1\n"
+                       "OBJECT poly\nnumvert " +
+                       std::to_string(count) + "\n";
+    for (int i = 0; i < count; ++i)
+        text += std::to_string(i % 707) + " " + std::to_string(i / 707) + " 0.123456\n";
+    text += "numsurf " + std::to_string(count / 3) + "\n";
+    for (int i = 0; i < count / 3; ++i)
+        text += "SURF 0x20\nmat 0\nrefs 3\n" + std::to_string(i) + " 0 0\n" + std::to_string(i + 1) +
+                " 1 0\n" + std::to_string(i + 707) + " 0 1\n";
+    text += "kids 0\n";
+    ReadJob job(ReadKind::Model, directory.write("large.ac", text));
+    std::set<double> told;
+    while (!job.wait(1))
+        told.insert(job.progress());
+    EXPECT_TRUE(std::any_of(told.begin(), told.end(), [](double part) { return part > 0 && part < 0.75; }));
+    EXPECT_TRUE(job.take().scene);
+}
+
 TEST_F(ReadJobs, TellsWhenItIsDone)
 {
     std::atomic<int> told{0};
@@ -743,7 +766,7 @@ TEST_F(ReadJobs, AReaderThatEndsBeforeItsArraysAreTakenIsAReason)
     EXPECT_FALSE(outcome.scene);
     EXPECT_THAT(outcome.reason, HasSubstr("did not hand it on whole"));
     EXPECT_FALSE(receive(reader.bytes, {1000, copyHere}).scene) << "more than it has";
-    EXPECT_FALSE(receive(reader.bytes, {}).scene) << "nobody has them";
+    EXPECT_FALSE(receive(reader.bytes, {}).scene) << "the large arrays are missing";
 }
 
 TEST_F(ReadJobs, AReaderThatTellsNonsenseOfItsArraysHarmsNobody)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/isolation/internal/Launcher.h>
 
+#include <velaforge/base/LibraryFolder.h>
 #include <velaforge/isolation/IsolatedJob.h>
 #include <velaforge/isolation/Packet.h>
 #include <velaforge/isolation/internal/Descriptors.h>
@@ -8,16 +9,13 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <climits>
 #include <csignal>
-#include <cstdlib>
 #include <cstring>
 #include <map>
 #include <memory>
 #include <utility>
 #include <vector>
 
-#include <dlfcn.h>
 #include <fcntl.h>
 #include <poll.h>
 #include <spawn.h>
@@ -50,22 +48,10 @@ std::vector<char*> environment()
     return kept;
 }
 
-/// Returns the path of the launcher's executable: beside this library, wherever the whole was put.
-std::string launcherProgram()
-{
-    Dl_info info{};
-    char path[PATH_MAX];
-    const auto address = reinterpret_cast<const void*>(&prepareHelper);
-    if (!dladdr(address, &info) || !info.dli_fname || !realpath(info.dli_fname, path))
-        return std::string();
-    const std::string library = path;
-    return library.substr(0, library.rfind('/')) + "/velaforge/velaforge-launcher";
-}
-
 /// Executes the launcher, which inherits the socket and standard error. @return its id; negative on failure
 pid_t spawn(const std::string& helper, int socket)
 {
-    const std::string program = launcherProgram();
+    const std::string program = vfBase::libraryFolder(&prepareHelper) + "/velaforge/velaforge-launcher";
     if (access(helper.c_str(), X_OK) != 0)
         return -1;
     posix_spawn_file_actions_t actions;

@@ -63,7 +63,7 @@ struct Format
     bool hasNormals = false;                 ///< the reader works all of them out
     bool hasYUp = false;                     ///< in its files y points up, and the reader leaves it so
     bool keepsScenes = false;                ///< all of a scene is kept; materials are meant as they are
-    bool standsAlone = false;                ///< its files name no other ones, and have no images in them
+    bool standsAlone = false;                ///< its files name no other ones; images may be in them
     bool holdsImages = false;                ///< its files may have images in them
     std::vector<std::string> sideExtensions; ///< of files beside a model that are of no listed format
     std::vector<std::string> plugins;        ///< of OpenSceneGraph that have other names than the extensions

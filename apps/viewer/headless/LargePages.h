@@ -3,10 +3,10 @@
 
 namespace vfViewer {
 
-/// Has the memory of this process come in large pages, where the system has them for whoever asks, and kept when it is
-/// given back. For a program that draws a few pictures in memory and ends: images, buffers and what the software driver
-/// keeps of each triangle are some hundred megabytes, and a fault for every four kilobytes of them takes a fifth of the
-/// time. To be called before there are threads.
+/// Asks glibc for transparent huge pages, and to keep freed memory in this process. For a program that renders a few
+/// pictures and ends: images, buffers and the software driver's triangles take some hundred megabytes, and a page fault
+/// for every four kilobytes of them takes a fifth of the time. Does nothing where the system offers no huge pages on
+/// request. Must be called before the process has threads.
 void useLargePages();
 
 } // namespace vfViewer

@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "reading/AssimpLibrary.h"
 
-#include <osgDB/FileNameUtils>
-
-#include <climits>
-#include <cstdlib>
+#include <velaforge/base/LibraryFolder.h>
 
 #include <dlfcn.h>
 #include <unistd.h>
@@ -13,15 +10,9 @@ namespace vfViewer {
 
 namespace {
 
-/// @return where it lies: beside this library, wherever the whole was put
 std::string libraryPath()
 {
-    Dl_info info{};
-    char path[PATH_MAX];
-    const auto address = reinterpret_cast<const void*>(&hasAssimp);
-    if (!dladdr(address, &info) || !info.dli_fname || !realpath(info.dli_fname, path))
-        return std::string();
-    return osgDB::getFilePath(path) + "/vfviewer_assimp.so";
+    return vfBase::libraryFolder(&hasAssimp) + "/vfviewer_assimp.so";
 }
 
 using Read = void(const char* path, ReadOutcome* outcome);

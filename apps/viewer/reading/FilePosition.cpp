@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::chrono::milliseconds interval{100};
 
-/// A file that is read in a moment needs nobody to watch.
+/// Smaller files are read too fast for progress to be seen.
 constexpr std::uint64_t worthWatching = std::uint64_t(1024) * 1024;
 
 constexpr int mostDescriptors = 64;

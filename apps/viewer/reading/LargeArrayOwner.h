@@ -7,10 +7,10 @@
 
 namespace vfViewer {
 
-/// Who has the arrays that are not among the bytes of a transfer.
+/// Gives access to the arrays that are not among the bytes of a transfer.
 struct LargeArrayOwner
 {
-    std::uint64_t size = 0; ///< more bytes do not come from it; 0 when there is nobody
+    std::uint64_t size = 0; ///< the sum of the sizes of these arrays; 0 when there are none
 
     /// Copies from an address there; called on several threads. @return false when nothing is there
     std::function<bool(std::uint64_t address, void* to, std::size_t size)> copy;

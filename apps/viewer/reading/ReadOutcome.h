@@ -22,9 +22,8 @@ struct ReadOutcome
     std::string reason;                ///< why not, in one line
     std::vector<std::string> warnings; ///< files it names that could not be read, a line each
     std::vector<std::string> files;    ///< those that were read beside the one that was named
-    std::vector<std::string>
-        missed; ///< those that it names and the process may not open, by their real paths
-    std::vector<std::string> details; ///< what the reader complained about, a line each
+    std::vector<std::string> missed;   ///< real paths of files it names that the process may not open
+    std::vector<std::string> details;  ///< what the reader complained about, a line each
 
     /// Convex hulls of vertex arrays, computed by the reader process, to place a camera.
     std::vector<std::pair<osg::ref_ptr<const osg::Vec3Array>, std::shared_ptr<const Outline>>> outlines;

@@ -22,7 +22,7 @@ public:
     };
 
     /// From here on this process tells its progress through a task.
-    /// @param context  null for no more
+    /// @param context  of the task that reads
     static void share(vfIsolation::TaskContext* context);
     static void tell(Stage stage);
 

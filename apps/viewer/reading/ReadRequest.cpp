@@ -1,13 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "reading/ReadRequest.h"
 
-#include <osgDB/FileNameUtils>
+#include <velaforge/base/LibraryFolder.h>
 
 #include <algorithm>
-#include <climits>
-#include <cstdlib>
-
-#include <dlfcn.h>
 
 namespace vfViewer {
 
@@ -31,12 +27,7 @@ ReadRequest ReadRequest::of(std::string_view argument)
 
 std::string readerProgram()
 {
-    Dl_info info{};
-    char path[PATH_MAX];
-    const auto address = reinterpret_cast<const void*>(&readerProgram);
-    if (!dladdr(address, &info) || !info.dli_fname || !realpath(info.dli_fname, path))
-        return std::string();
-    return osgDB::getFilePath(path) + "/vfviewer-reader";
+    return vfBase::libraryFolder(&readerProgram) + "/vfviewer-reader";
 }
 
 std::string joinTexts(const std::vector<std::string>& texts)

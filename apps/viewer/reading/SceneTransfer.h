@@ -50,7 +50,7 @@ private:
 
 /// Takes what SceneSender sent, and validates it before the first object is made: counts, references, sizes, classes; then
 /// the indices. Never throws. May be called on any thread.
-/// @param bytes  at an address that is a multiple of 16; nobody may change them
+/// @param bytes  at an address that is a multiple of 16; must not change during the call
 /// @param stop   when it becomes true, returns as soon as possible without the scene
 ReadOutcome receiveScene(const void* bytes, std::size_t size, const LargeArrayOwner& owner,
                          const std::atomic<bool>& stop);

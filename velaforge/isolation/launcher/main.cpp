@@ -173,7 +173,8 @@ private:
     int m_children = -1;
     pid_t m_spare = 0;
     int m_spareSocket = -1;
-    bool m_makesSpares = true; ///< between tasks; not after a spare process has ended without one, until the next task
+    bool m_makesSpares =
+        true; ///< between tasks; not after a spare process has ended without one, until the next task
     std::set<pid_t> m_processes; ///< that were made here and not reaped
 };
 
