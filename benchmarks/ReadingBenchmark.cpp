@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // What it costs to read a file in a process of its own.
-#include "model/GraphicsContexts.h"
+#include <velaforge/scene/GraphicsContexts.h>
 #include "model/ModelDocument.h"
-#include "reading/FileGate.h"
-#include "reading/ModelReader.h"
-#include "reading/ReadJob.h"
+#include <velaforge/formats/readers/FileGate.h>
+#include <velaforge/formats/readers/ModelReader.h>
+#include <velaforge/formats/ReadJob.h>
 #include "support/LargeModels.h"
 #include "support/Programs.h"
 
@@ -25,7 +25,7 @@ constexpr std::uint32_t triangles = 1000000;
 void apart(benchmark::State& state, const std::string& path)
 {
     for (auto _ : state) {
-        vfViewer::ReadJob job(vfViewer::ReadKind::Model, path);
+        vfFormats::ReadJob job(vfFormats::ReadKind::Model, path);
         while (!job.wait(1000)) {
         }
         if (!job.take().scene)
@@ -36,7 +36,7 @@ void apart(benchmark::State& state, const std::string& path)
 void here(benchmark::State& state, const std::string& path)
 {
     for (auto _ : state) {
-        const vfViewer::ReadOutcome outcome = vfViewer::readModel(path);
+        const vfFormats::ReadOutcome outcome = vfFormats::parseModel(path);
         if (!outcome.scene)
             state.SkipWithError("the model was not read");
         else
@@ -61,16 +61,16 @@ void plainly(benchmark::State& state, const std::string& path)
 void manyParts(benchmark::State& state, const std::string& path)
 {
     for (auto _ : state) {
-        vfViewer::ReadJob job(vfViewer::ReadKind::Model, path);
+        vfFormats::ReadJob job(vfFormats::ReadKind::Model, path);
         while (!job.wait(1000)) {
         }
-        vfViewer::ReadOutcome outcome = job.take();
+        vfFormats::ReadOutcome outcome = job.take();
         if (!outcome.scene) {
             state.SkipWithError("the model was not read");
             continue;
         }
-        for (const auto& [points, outline] : outcome.outlines)
-            vfViewer::rememberOutline(*points, outline);
+        for (const auto& [points, outline] : outcome.hulls)
+            vfScene::rememberHull(*points, outline);
         vfViewer::ModelDocument document;
         const vfViewer::ModelScene& scene = document.getModelScene();
         document.getModelScene().setModel(outcome.scene);
@@ -98,9 +98,9 @@ int main(int argc, char** argv)
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 1;
-    vfViewer::prepareReading();
-    vfViewer::FileGate::install();
-    vfViewer::expectFewGraphicsContexts();
+    vfFormats::prepareReading();
+    vfFormats::FileGate::install();
+    vfScene::expectFewGraphicsContexts();
     const std::string stl = place().file("hills.stl");
     const std::string obj = place().file("hills.obj");
     vfTest::writeHills(stl, triangles);

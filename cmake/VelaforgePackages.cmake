@@ -16,6 +16,9 @@ install(DIRECTORY velaforge DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" COMPONENT 
     PATTERN "*.h"
     PATTERN "toolkit" EXCLUDE
     PATTERN "internal" EXCLUDE
+    PATTERN "readers" EXCLUDE
+    PATTERN "records" EXCLUDE
+    PATTERN "writers" EXCLUDE
     PATTERN "FileDraft.h" EXCLUDE
     PATTERN "InternedText.h" EXCLUDE
     PATTERN "PosixFiles.h" EXCLUDE

@@ -2,16 +2,16 @@
 #include "headless/HeadlessDocManager.h"
 #include "headless/LargePages.h"
 #include "model/FirstView.h"
-#include "model/FormatList.h"
-#include "model/GraphicsContexts.h"
 #include "model/ViewerDocuments.h"
-#include "reading/FileGate.h"
-#include "reading/ReadJob.h"
 #include "ui/ModulePlugin.h"
 #include "ui/OptionsPages.h"
 #include "ui/SceneModule.h"
 #include "ui/ViewerUiSetup.h"
 #include "ui/WindowSide.h"
+#include <velaforge/formats/FormatList.h>
+#include <velaforge/formats/ReadGuard.h>
+#include <velaforge/formats/ReadJob.h>
+#include <velaforge/scene/GraphicsContexts.h>
 
 #include <velaforge/application/Application.h>
 #include <velaforge/application/ApplicationCallback.h>
@@ -207,7 +207,7 @@ int run(int argc, char** argv)
 {
     introduce();
     if (wantsFormats(argc, argv)) {
-        std::cout << vfViewer::listFormats();
+        std::cout << vfFormats::listFormats();
         return HeadlessApplication::finishOutput() ? EXIT_SUCCESS : HeadlessApplication::requestFailed;
     }
     const std::vector<std::string> named = absolutePaths(argc, argv);
@@ -219,8 +219,8 @@ int run(int argc, char** argv)
     vfBase::NotifyHandler::instance().install();
     if (!std::getenv("OSG_NOTIFY_LEVEL"))
         osg::setNotifyLevel(osg::WARN);
-    vfViewer::FileGate::install();
-    vfViewer::expectFewGraphicsContexts();
+    vfFormats::installReadGuard();
+    vfScene::expectFewGraphicsContexts();
     if (window)
         window->install();
     else
@@ -253,11 +253,11 @@ int main(int argc, char** argv)
     std::signal(SIGXFSZ, SIG_IGN);
     int status = EXIT_FAILURE;
     try {
-        vfViewer::prepareReading(); // which gets ready meanwhile
+        vfFormats::prepareReading(); // which gets ready meanwhile
         status = run(argc, argv);
     } catch (...) {
         std::cerr << "vfviewer: " << vfBase::printable(vfBase::BaseException::describeCurrent()) << std::endl;
     }
-    vfViewer::ReadJob::waitForThreads();
+    vfFormats::ReadJob::waitForThreads();
     return status;
 }

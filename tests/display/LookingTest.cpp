@@ -5,8 +5,8 @@
 #include "model/CameraPlaces.h"
 #include "model/ModelView.h"
 #include "model/ViewerSettings.h"
-#include "reading/AssimpLibrary.h"
 #include "support/TemporaryDirectory.h"
+#include <velaforge/formats/FormatList.h>
 
 #include <velaforge/dockwindows/DockWindow.h>
 #include <velaforge/dockwindows/DockWindowManager.h>
@@ -94,7 +94,7 @@ class Playing : public Looking
 protected:
     void SetUp() override
     {
-        if (!vfViewer::hasAssimp())
+        if (!vfFormats::hasAssimp())
             GTEST_SKIP() << "built without Assimp";
         Looking::SetUp();
     }

@@ -3,10 +3,10 @@
 
 #include "qt/QtModelView.h"
 #include "qt/QtWindowSide.h"
-#include "reading/FileGate.h"
-#include "reading/ReadJob.h"
 #include "ui/SceneModule.h"
 #include "ui/ViewerUiSetup.h"
+#include <velaforge/formats/ReadGuard.h>
+#include <velaforge/formats/ReadJob.h>
 
 #include <velaforge/application/ApplicationSetup.h>
 #include <velaforge/base/ApplicationInfo.h>
@@ -43,8 +43,8 @@ struct Setup : vfApplication::ApplicationSetup
 {
     Setup()
     {
-        vfViewer::prepareReading();
-        vfViewer::FileGate::install();
+        vfFormats::prepareReading();
+        vfFormats::installReadGuard();
         vfViewer::qtWindowSide().install();
     }
     const vfApplication::UiSetup& getUiSetup() const override

@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "fuzz/FuzzTargets.h"
 
-#include "reading/ObjReader.h"
-#include "reading/PlyReader.h"
-#include "reading/SceneTransfer.h"
-#include "reading/StlReader.h"
-#include "reading/TransferBytes.h"
-#include "reading/TransferParts.h"
-#include "reading/TrialFrame.h"
 #include "support/EveryClass.h"
 #include "support/Models.h"
 #include "support/TemporaryDirectory.h"
+#include <velaforge/formats/internal/SceneTransfer.h>
+#include <velaforge/formats/internal/TransferBytes.h>
+#include <velaforge/formats/internal/TransferParts.h>
+#include <velaforge/formats/readers/ObjReader.h>
+#include <velaforge/formats/readers/PlyReader.h>
+#include <velaforge/formats/readers/StlReader.h>
+#include <velaforge/formats/readers/TrialFrame.h>
 
 #include <velaforge/base/ArgumentParser.h>
 #include <velaforge/base/SettingsDocument.h>
@@ -60,20 +60,20 @@ void runScene(const std::uint8_t* bytes, std::size_t size)
     const std::size_t room = (size / alignment + 1) * alignment;
     const std::unique_ptr<void, void (*)(void*)> aligned(std::aligned_alloc(alignment, room), std::free);
     std::memcpy(aligned.get(), bytes, size);
-    const vfViewer::ReadOutcome outcome = vfViewer::receiveScene(aligned.get(), size);
+    const vfFormats::ReadOutcome outcome = vfFormats::receiveScene(aligned.get(), size);
     require(outcome.scene.valid() != !outcome.reason.empty());
     if (outcome.scene)
-        vfViewer::runTrialFrame(*outcome.scene); // as the program does, which draws what it was sent
+        vfFormats::runTrialFrame(*outcome.scene); // as the program does, which draws what it was sent
 }
 
 std::string sent(osg::Node& scene)
 {
-    vfViewer::ReadOutcome outcome;
+    vfFormats::ReadOutcome outcome;
     outcome.scene = &scene;
     outcome.warnings = {"a warning"};
     const int file = vfIsolation::makeSharedMemory("scene");
     const long long size =
-        vfViewer::SceneSender(file).send(outcome, vfViewer::SceneSender::LargeArrays::InFile);
+        vfFormats::SceneSender(file).send(outcome, vfFormats::SceneSender::LargeArrays::InFile);
     std::string bytes(static_cast<std::size_t>(size), ' ');
     require(pread(file, bytes.data(), bytes.size(), 0) == size);
     close(file);
@@ -89,12 +89,12 @@ std::vector<std::string> sceneSeeds()
 /// Changes words of the scene, behind its arrays: what a reader could say rather than what chance makes of it.
 std::size_t mutateScene(std::uint8_t* bytes, std::size_t size, unsigned int seed)
 {
-    vfViewer::Trailer trailer;
+    vfFormats::Trailer trailer;
     if (size < sizeof(trailer))
         return 0;
     std::memcpy(&trailer, bytes + size - sizeof(trailer), sizeof(trailer));
     const std::size_t end = size - sizeof(trailer);
-    if (trailer.magic != vfViewer::Trailer::expectedMagic || trailer.textsAt >= end)
+    if (trailer.magic != vfFormats::Trailer::expectedMagic || trailer.textsAt >= end)
         return 0;
     std::mt19937 random(seed);
     const auto below = [&random](std::size_t limit) {
@@ -127,11 +127,11 @@ std::size_t mutateScene(std::uint8_t* bytes, std::size_t size, unsigned int seed
     return size;
 }
 
-template <vfViewer::ReadOutcome (*read)(const std::string& path)>
+template <vfFormats::ReadOutcome (*read)(const std::string& path)>
 void runReader(const std::uint8_t* bytes, std::size_t size)
 {
     const MemoryFile file(bytes, size);
-    const vfViewer::ReadOutcome outcome = read(file.path());
+    const vfFormats::ReadOutcome outcome = read(file.path());
     require(outcome.scene.valid() || !outcome.reason.empty());
 }
 
@@ -234,9 +234,9 @@ const std::vector<FuzzTarget>& fuzzTargets()
 {
     static const std::vector<FuzzTarget> targets = {
         {"scene", runScene, sceneSeeds, mutateScene},
-        {"obj", runReader<vfViewer::readObj>, objSeeds, nullptr},
-        {"stl", runReader<vfViewer::readStl>, stlSeeds, nullptr},
-        {"ply", runReader<vfViewer::readPly>, plySeeds, nullptr},
+        {"obj", runReader<vfFormats::readObj>, objSeeds, nullptr},
+        {"stl", runReader<vfFormats::readStl>, stlSeeds, nullptr},
+        {"ply", runReader<vfFormats::readPly>, plySeeds, nullptr},
         {"settings", runSettings, settingsSeeds, nullptr},
         {"script", runScript, scriptSeeds, nullptr},
         {"command-line", runCommandLine, commandLineSeeds, nullptr},

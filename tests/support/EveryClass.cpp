@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "support/EveryClass.h"
 
-#include "reading/FlatArrays.h"
+#include <velaforge/formats/internal/FlatArrays.h>
 
 #include <osg/AlphaFunc>
 #include <osg/AnimationPath>
@@ -251,11 +251,11 @@ osg::ref_ptr<osg::Image> gradient(int width, int height, int depth)
 osg::ref_ptr<osg::Group> sceneOfGeometries()
 {
     osg::ref_ptr<osg::Group> group = new osg::Group;
-    for (const vfViewer::FlatArrayKind& kind : vfViewer::flatArrays()) {
+    for (const vfFormats::FlatArrayKind& kind : vfFormats::flatArrays()) {
         const osg::ref_ptr<osg::Geometry> geometry = triangleGeometry();
         const osg::ref_ptr<osg::BufferData> data = kind.make();
         const std::vector<unsigned char> zeros(3 * kind.elementSize);
-        vfViewer::FlatBytes bytes;
+        vfFormats::FlatBytes bytes;
         bytes.here = zeros.data();
         kind.fill(*data, 3, bytes);
         if (osg::Array* array = data->asArray()) {

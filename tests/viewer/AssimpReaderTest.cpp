@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Formats that Assimp reads.
-#include "Reading.h"
 #include "model/ModelDocument.h"
-#include "reading/AssimpLibrary.h"
 #include "support/Gltf.h"
+#include "support/Reading.h"
+#include <velaforge/formats/FormatList.h>
 
 #include <osg/Geode>
 #include <osg/Geometry>
@@ -19,8 +19,8 @@
 
 using testing::HasSubstr;
 using testing::IsEmpty;
+using vfFormats::ReadOutcome;
 using vfTest::base64;
-using vfViewer::ReadOutcome;
 
 namespace {
 
@@ -34,7 +34,7 @@ class AssimpReader : public vfTest::Reading
 protected:
     void SetUp() override
     {
-        if (!vfViewer::hasAssimp())
+        if (!vfFormats::hasAssimp())
             GTEST_SKIP() << "built without Assimp";
     }
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Damaged files of every format, one after another in one program: a few in the test, any number under "./dev soak", and
 // those that once did harm or bring their reader to an end.
-#include "Reading.h"
 #include "support/Gltf.h"
 #include "support/Models.h"
+#include "support/Reading.h"
 #include "support/Search.h"
 #include "support/Spoiler.h"
 
@@ -24,11 +24,11 @@
 #include <unistd.h>
 
 namespace fs = std::filesystem;
+using vfFormats::ReadJob;
+using vfFormats::ReadKind;
+using vfFormats::ReadLimits;
+using vfFormats::ReadOutcome;
 using vfTest::Search;
-using vfViewer::ReadJob;
-using vfViewer::ReadKind;
-using vfViewer::ReadLimits;
-using vfViewer::ReadOutcome;
 
 namespace {
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Malicious files: whatever they name, none of their code is run, no connection is opened, and the program lives.
-#include "Reading.h"
+#include "support/Reading.h"
 
 #include "support/Models.h"
 
@@ -287,7 +287,7 @@ protected:
         for (const char* name :
              {"osgdb_evil.so", "osgdb_serializers_evil.so", "osgdb_deprecated_evil.so", "osgdb_obj.so",
               "osgdb_osg.so", "osgdb_osg2.so", "osgdb_lua.so", "osgdb_curl.so", "osgdb_png.so",
-              "vfviewer_assimp.so", "libassimp.so.5", "libevil.so", "evil.so"})
+              "velaforge_assimp.so", "libassimp.so.5", "libevil.so", "evil.so"})
             fs::copy_file(VELAFORGE_HOSTILE_PLUGIN, directory.file(name));
         fs::create_directory(directory.file("osgPlugins-3.6.5"));
         fs::copy_file(VELAFORGE_HOSTILE_PLUGIN, directory.file("osgPlugins-3.6.5/osgdb_obj.so"));
@@ -318,12 +318,12 @@ private:
 TEST_P(HostileFiles, RunNothingCallNobodyAndHarmNobody)
 {
     GetParam().write(directory, m_address);
-    vfViewer::ReadLimits limits;
+    vfFormats::ReadLimits limits;
     limits.seconds = 10;
     const std::string file = GetParam().file;
     for (const std::string& path : {directory.file(file), file}) {
         const auto kind =
-            fs::path(file).extension() == ".png" ? vfViewer::ReadKind::Image : vfViewer::ReadKind::Model;
+            fs::path(file).extension() == ".png" ? vfFormats::ReadKind::Image : vfFormats::ReadKind::Model;
         const auto outcome = read(path, limits, kind);
         EXPECT_NE(outcome.scene.valid(), !outcome.reason.empty()) << outcome.reason;
         EXPECT_EQ(std::string::npos, outcome.reason.find('\n')) << outcome.reason;

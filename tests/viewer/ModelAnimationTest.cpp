@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "model/ModelAnimation.h"
 
-#include "Reading.h"
 #include "model/ModelDocument.h"
-#include "model/ModelWriter.h"
 #include "model/ShownScene.h"
-#include "reading/AssimpLibrary.h"
 #include "support/ModelDigest.h"
+#include "support/Reading.h"
+#include <velaforge/formats/FormatList.h>
+#include <velaforge/formats/ModelWriter.h>
 
 #include <velaforge/headless/OffscreenRenderer.h>
 
@@ -65,7 +65,7 @@ protected:
     /// A model of a file. @return whether it could be read
     bool show(const std::string& path)
     {
-        const vfViewer::ReadOutcome outcome = read(path);
+        const vfFormats::ReadOutcome outcome = read(path);
         EXPECT_TRUE(outcome.scene) << outcome.reason;
         EXPECT_THAT(outcome.warnings, IsEmpty());
         show(outcome.scene);
@@ -109,7 +109,7 @@ class Windmill : public Animated
 protected:
     void SetUp() override
     {
-        if (!vfViewer::hasAssimp())
+        if (!vfFormats::hasAssimp())
             GTEST_SKIP() << "built without Assimp";
         ASSERT_TRUE(show(windmill));
     }
@@ -327,7 +327,7 @@ TEST_F(Windmill, PlayingIsNoChangeAndASavedModelMovesAsBefore)
     EXPECT_FALSE(document.isModified());
     const std::string saved = directory.file("saved.osgb");
     vfBase::VfString reason;
-    ASSERT_TRUE(vfViewer::writeModel(document.scene(), saved, reason)) << reason;
+    ASSERT_TRUE(vfFormats::writeModel(document.scene(), saved, reason)) << reason;
     ASSERT_TRUE(show(saved));
     EXPECT_THAT(animation().getNames(), ElementsAre("breeze", "gale"));
     animation().setTime(2);

@@ -2,13 +2,13 @@
 #include "model/ModelDocument.h"
 
 #include "model/ModelStatistics.h"
-#include "model/ModelWriter.h"
 #include "model/ViewerDocuments.h"
-#include "reading/FileGate.h"
 #include "support/Models.h"
 #include "support/RecordingShell.h"
 #include "support/Search.h"
 #include "support/TemporaryDirectory.h"
+#include <velaforge/formats/ModelWriter.h>
+#include <velaforge/formats/ReadGuard.h>
 
 #include <velaforge/application/Application.h>
 #include <velaforge/application/ApplicationSetup.h>
@@ -69,7 +69,7 @@ protected:
     {
         vfBase::NotifyHandler::instance().install();
         osg::setNotifyLevel(osg::FATAL);
-        vfViewer::FileGate::install();
+        vfFormats::installReadGuard();
     }
 
     ModelDocument* open(const std::string& path)
@@ -121,11 +121,11 @@ TEST_F(ModelDocuments, AModelWithoutMaterialsIsSavedInEveryFormat)
 {
     const ModelDocument* document = open(VELAFORGE_SOURCE_DIR "/models/lighthouse.ply");
     ASSERT_TRUE(document);
-    std::istringstream formats(vfViewer::writableFormats());
+    std::istringstream formats(vfFormats::writableFormats());
     for (std::string format; std::getline(formats, format, ',');) {
         const std::string path = directory.file("lighthouse." + format);
         vfBase::VfString reason;
-        EXPECT_TRUE(vfViewer::writeModel(document->scene(), path, reason)) << format << ": " << reason;
+        EXPECT_TRUE(vfFormats::writeModel(document->scene(), path, reason)) << format << ": " << reason;
         const ModelDocument* again = open(path);
         ASSERT_TRUE(again) << format << said;
         const unsigned long long triangles = vfViewer::countModel(again->scene()).triangles;

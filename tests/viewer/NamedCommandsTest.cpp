@@ -5,11 +5,11 @@
 #include "model/ModelStatistics.h"
 #include "model/ModelView.h"
 #include "model/ViewerDocuments.h"
-#include "reading/FileGate.h"
 #include "support/ModelDigest.h"
 #include "support/Models.h"
 #include "support/RecordingShell.h"
 #include "support/TemporaryDirectory.h"
+#include <velaforge/formats/ReadGuard.h>
 
 #include <velaforge/application/Application.h>
 #include <velaforge/application/ApplicationSetup.h>
@@ -113,7 +113,7 @@ struct Workshop
     {
         vfBase::NotifyHandler::instance().install();
         osg::setNotifyLevel(osg::WARN);
-        vfViewer::FileGate::install();
+        vfFormats::installReadGuard();
         application = std::make_unique<Application>(line.argc(), line.argv(), Setup());
         document = dynamic_cast<ModelDocument*>(application->openDocument(path.c_str(), vfBase::Options()));
     }

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "model/Recovery.h"
 
-#include "Reading.h"
+#include "support/Reading.h"
 
 #include "model/ModelDocument.h"
 #include "model/SceneCommands.h"
-#include "reading/AssimpLibrary.h"
 #include "support/Models.h"
+#include <velaforge/formats/FormatList.h>
 
 #include <osg/Geode>
 #include <osgDB/Registry>
@@ -325,7 +325,7 @@ TEST_F(Recoveries, TheDocumentMayChangeWhileItIsWritten)
 
 TEST_F(Recoveries, TheModelMayMoveWhileItIsWritten)
 {
-    if (!vfViewer::hasAssimp())
+    if (!vfFormats::hasAssimp())
         GTEST_SKIP() << "built without Assimp";
     ModelDocument document;
     document.getModelScene().setModel(read(VELAFORGE_SOURCE_DIR "/models/windmill.gltf").scene);

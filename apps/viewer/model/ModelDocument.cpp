@@ -2,14 +2,14 @@
 #include "model/ModelDocument.h"
 
 #include "model/CameraPlaces.h"
-#include "model/FormatLosses.h"
 #include "model/ModelView.h"
-#include "model/ModelWriter.h"
 #include "model/SceneCommands.h"
 #include "model/ViewerSettings.h"
-#include "reading/FileGate.h"
-#include "reading/ReadJob.h"
-#include "writing/SaveJob.h"
+#include <velaforge/formats/FormatLosses.h>
+#include <velaforge/formats/ModelFiles.h>
+#include <velaforge/formats/ModelWriter.h>
+#include <velaforge/formats/ReadJob.h>
+#include <velaforge/formats/SaveJob.h>
 
 #include <velaforge/base/ClassInfo.h>
 #include <velaforge/commands/Command.h>
@@ -204,9 +204,9 @@ FailureListener* ModelDocument::listener() const
     return dynamic_cast<FailureListener*>(getDocumentManager());
 }
 
-ReadKind ModelDocument::kind() const
+vfFormats::ReadKind ModelDocument::kind() const
 {
-    return ReadKind::Model;
+    return vfFormats::ReadKind::Model;
 }
 
 void ModelDocument::wait(vfIsolation::Job& job, bool isSaving) const
@@ -217,11 +217,11 @@ void ModelDocument::wait(vfIsolation::Job& job, bool isSaving) const
     }
 }
 
-ReadOutcome ModelDocument::read(ReadKind readKind, const vfBase::VfString& path) const
+vfFormats::ReadOutcome ModelDocument::read(vfFormats::ReadKind readKind, const vfBase::VfString& path) const
 {
-    ReadJob job(readKind, path);
+    vfFormats::ReadJob job(readKind, path);
     wait(job, false);
-    ReadOutcome outcome = job.take();
+    vfFormats::ReadOutcome outcome = job.take();
     FailureListener* told = listener();
     if (told && !outcome.scene && !outcome.isCancelled)
         told->onFailure(path, outcome.reason);
@@ -231,8 +231,8 @@ ReadOutcome ModelDocument::read(ReadKind readKind, const vfBase::VfString& path)
         for (const std::string& detail : outcome.details)
             told->onDetail(path, detail);
     }
-    for (const auto& [points, outline] : outcome.outlines)
-        rememberOutline(*points, outline);
+    for (const auto& [points, hull] : outcome.hulls)
+        vfScene::rememberHull(*points, hull);
     return outcome;
 }
 
@@ -241,7 +241,7 @@ bool ModelDocument::doOpenDocument(const vfBase::VfString& path, const vfBase::O
     Document::doOpenDocument(path, options);
     const FileIdentity before =
         FileIdentity::of(path.str()); // another program may change it while it is read
-    const ReadOutcome outcome = read(kind(), path);
+    const vfFormats::ReadOutcome outcome = read(kind(), path);
     if (outcome.scene) {
         m_fileIdentity = before;
         m_scene->setModel(outcome.scene);
@@ -314,13 +314,14 @@ ModelDocument::readModels(const std::vector<vfBase::VfString>& paths) const
 {
     std::vector<osg::ref_ptr<osg::Node>> models;
     for (const vfBase::VfString& path : paths) {
-        const std::string reason = path.empty() ? "this is no file name" : FileGate::whyUnreadable(path);
-        if (!reason.empty() || !(FileGate::isModel(path) || FileGate::isImage(path))) {
+        const std::string reason = path.empty() ? "this is no file name" : vfFormats::readError(path);
+        if (!reason.empty() || !(vfFormats::isModelFile(path) || vfFormats::isImageFile(path))) {
             if (FailureListener* told = listener())
                 told->onFailure(path, reason.empty() ? "not a format that can be read" : reason);
             continue;
         }
-        const ReadOutcome outcome = read(FileGate::isModel(path) ? ReadKind::Model : ReadKind::Image, path);
+        const vfFormats::ReadOutcome outcome = read(
+            vfFormats::isModelFile(path) ? vfFormats::ReadKind::Model : vfFormats::ReadKind::Image, path);
         if (outcome.isCancelled)
             return {};
         if (!outcome.scene)
@@ -337,10 +338,10 @@ vfBase::WriteResult ModelDocument::doSaveDocument(const vfBase::VfString& path,
 {
     const std::string before = getFilename().str();
     Document::doSaveDocument(path, options);
-    std::string reason = writeError(path.str());
+    std::string reason = vfFormats::writeError(path.str());
     bool isCancelled = false;
     if (reason.empty()) {
-        SaveJob job(scene(), path.str(), !m_animation.isEmpty());
+        vfFormats::SaveJob job(scene(), path.str(), !m_animation.isEmpty());
         wait(job, true);
         reason = job.reason();
         isCancelled = job.isCancelled();
@@ -351,7 +352,7 @@ vfBase::WriteResult ModelDocument::doSaveDocument(const vfBase::VfString& path,
              path == before ? std::vector<CameraPlace>() : CameraPlaces::instance().of(before))
             CameraPlaces::instance().keep(path.str(), place);
         const std::string format = osgDB::getLowerCaseFileExtension(path);
-        const std::string losses = describeLosses(scene(), format);
+        const std::string losses = vfFormats::describeLosses(scene(), format);
         if (FailureListener* told = losses.empty() ? nullptr : listener())
             told->onWarning(path, "." + format + " files do not keep: " + losses);
         return vfBase::WriteResult::Written;
@@ -366,9 +367,9 @@ const vfBase::ClassInfo* ImageDocument::getClassInfo() const
     return &s_classInfo;
 }
 
-ReadKind ImageDocument::kind() const
+vfFormats::ReadKind ImageDocument::kind() const
 {
-    return ReadKind::Image;
+    return vfFormats::ReadKind::Image;
 }
 
 } // namespace vfViewer

@@ -5,7 +5,7 @@
 #include "model/Measurement.h"
 #include "model/ModelAnimation.h"
 #include "model/ModelScene.h"
-#include "reading/ReadJob.h"
+#include <velaforge/formats/ReadJob.h>
 
 #include <velaforge/documents/Document.h>
 
@@ -26,9 +26,11 @@ namespace vfIsolation {
 class Job;
 }
 
-namespace vfViewer {
-
+namespace vfFormats {
 struct ReadOutcome;
+}
+
+namespace vfViewer {
 
 /// Who wants to know why a file could not be opened or saved: the document manager, if it is one.
 class FailureListener
@@ -168,7 +170,7 @@ protected:
     bool doOpenDocument(const vfBase::VfString& path, const vfBase::Options& options) override;
     vfBase::WriteResult doSaveDocument(const vfBase::VfString& path, const vfBase::Options& options) override;
 
-    virtual ReadKind kind() const;
+    virtual vfFormats::ReadKind kind() const;
 
 private:
     ModelDocument(const ModelDocument&) = delete;
@@ -176,7 +178,7 @@ private:
 
     FailureListener* listener() const;
     void wait(vfIsolation::Job& job, bool isSaving) const;
-    ReadOutcome read(ReadKind readKind, const vfBase::VfString& path) const;
+    vfFormats::ReadOutcome read(vfFormats::ReadKind readKind, const vfBase::VfString& path) const;
     bool submit(vfApplication::CommandPrivate* body);
 
     osg::ref_ptr<ModelScene> m_scene;
@@ -197,7 +199,7 @@ public:
     const vfBase::ClassInfo* getClassInfo() const override;
 
 protected:
-    ReadKind kind() const override;
+    vfFormats::ReadKind kind() const override;
 };
 
 } // namespace vfViewer

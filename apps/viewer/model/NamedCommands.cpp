@@ -4,7 +4,7 @@
 
 #include "model/ModelDocument.h"
 #include "model/ModelView.h"
-#include "reading/FileGate.h"
+#include <velaforge/formats/ModelFiles.h>
 
 #include <velaforge/application/Application.h>
 #include <velaforge/base/ClassInfo.h>
@@ -505,8 +505,8 @@ struct AddFile : NamedEdit
         getProperties()["enabled"] = VfVariant(activeModel() != nullptr);
         getProperties()["prompt"] = VfVariant("Add files");
         getProperties()["promptKind"] = VfVariant("files");
-        getProperties()["promptFilter"] = VfVariant(FileGate::filter(FileGate::modelFormats()) + "," +
-                                                    FileGate::filter(FileGate::imageFormats()));
+        getProperties()["promptFilter"] =
+            VfVariant(vfFormats::modelFilter() + "," + vfFormats::imageFilter());
     }
     Edits makeEdits(const ModelDocument& document, const VfVariant& argument) override
     {

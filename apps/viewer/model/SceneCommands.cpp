@@ -2,7 +2,7 @@
 #include "model/SceneCommands.h"
 
 #include "model/ModelStatistics.h"
-#include "reading/Normals.h"
+#include <velaforge/scene/Normals.h>
 
 #include <osg/ComputeBoundsVisitor>
 #include <osg/Geometry>
@@ -397,7 +397,7 @@ bool RecomputeNormalsCommand::change(osg::Geometry& geometry)
                     [](const auto& primitives) { return hasSurface(*primitives); });
     if (!isSurface || !dynamic_cast<osg::Vec3Array*>(geometry.getVertexArray()))
         return false;
-    makeNormals(geometry, m_creaseAngle);
+    vfScene::makeNormals(geometry, m_creaseAngle);
     return true;
 }
 

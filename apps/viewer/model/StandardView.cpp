@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "model/StandardView.h"
 
-#include "model/Outline.h"
+#include <velaforge/scene/ConvexHull.h>
 
 #include <osg/ComputeBoundsVisitor>
 #include <osg/Geometry>
@@ -217,8 +217,8 @@ public:
             return;
         }
         const osg::Matrixd toWorld = osg::computeLocalToWorld(getNodePath());
-        const auto outline = outlineOf(*points);
-        for (const osg::Vec3& point : *outline)
+        const auto hull = vfScene::hullOf(*points);
+        for (const osg::Vec3& point : *hull)
             m_use(osg::Vec3d(point) * toWorld);
     }
 

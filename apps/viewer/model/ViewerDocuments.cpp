@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "model/ViewerDocuments.h"
 
-#include "reading/FileGate.h"
-#include "reading/ReadJob.h"
+#include <velaforge/formats/ModelFiles.h>
+#include <velaforge/formats/ReadJob.h>
 
 #include <velaforge/base/ApplicationInfo.h>
 #include <velaforge/base/ClassInfo.h>
@@ -29,10 +29,10 @@ constexpr int millisecondsUntilProgress = 500;
 void addViewerKinds(vfApplication::DocManager& manager, const vfBase::ClassInfo& viewClass)
 {
     using vfApplication::DocTemplate;
-    new DocTemplate(&manager, "3D models", FileGate::filter(FileGate::modelFormats()).c_str(), "", "osgb",
+    new DocTemplate(&manager, "3D models", vfFormats::modelFilter().c_str(), "", "osgb",
                     ModelDocument::classId(), "", &ModelDocument::s_classInfo, &viewClass,
                     DocTemplate::Visible | DocTemplate::Native, 0, vfBase::Options());
-    new DocTemplate(&manager, "Images", FileGate::filter(FileGate::imageFormats()).c_str(), "", "png",
+    new DocTemplate(&manager, "Images", vfFormats::imageFilter().c_str(), "", "png",
                     ImageDocument::s_classInfo.getClassId(), "", &ImageDocument::s_classInfo, &viewClass,
                     DocTemplate::Visible, 0, vfBase::Options());
 }
@@ -40,7 +40,7 @@ void addViewerKinds(vfApplication::DocManager& manager, const vfBase::ClassInfo&
 std::string whyNotTried(vfApplication::DocManager& manager, const vfBase::VfString& path)
 {
     // Whether the file is there comes before what its name says.
-    std::string reason = path.empty() ? "this is no file name" : FileGate::whyUnreadable(path);
+    std::string reason = path.empty() ? "this is no file name" : vfFormats::readError(path);
     if (!reason.empty())
         return reason;
     return manager.findTemplateForPath(path.c_str()) ? "" : "not a format that can be read";

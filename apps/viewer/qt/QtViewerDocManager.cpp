@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "qt/QtViewerDocManager.h"
 
-#include "model/FormatList.h"
-#include "model/FormatLosses.h"
 #include "model/ModelView.h"
-#include "model/ModelWriter.h"
 #include "model/NamedCommands.h"
 #include "model/Session.h"
 #include "qt/LoadDialog.h"
 #include "qt/QtModelView.h"
 #include "qt/StatusSummary.h"
-#include "reading/ReadJob.h"
+#include <velaforge/formats/FormatList.h>
+#include <velaforge/formats/FormatLosses.h>
+#include <velaforge/formats/ModelWriter.h>
+#include <velaforge/formats/ReadJob.h>
 
 #include <velaforge/application/Application.h>
 #include <velaforge/base/FileNames.h>
@@ -220,7 +220,8 @@ void QtViewerDocManager::watchFilesOf(vfApplication::Document* document)
 
 vfBase::VfString QtViewerDocManager::describeFormat(const vfBase::VfString& extension)
 {
-    return QCoreApplication::translate("vfViewer", formatName(extension.str()).c_str()).toStdString();
+    return QCoreApplication::translate("vfViewer", vfFormats::formatName(extension.str()).c_str())
+        .toStdString();
 }
 
 vfBase::VfString QtViewerDocManager::selectDocumentSavePath(const char* directory, const char* name,
@@ -232,12 +233,12 @@ vfBase::VfString QtViewerDocManager::selectDocumentSavePath(const char* director
     std::string format = extension;
     if (const ModelDocument* document = activeModel(); document && document->alreadySaved()) {
         const std::string own = osgDB::getLowerCaseFileExtension(document->getFilename());
-        if (writeError("model." + own).empty())
+        if (vfFormats::writeError("model." + own).empty())
             format = own;
         folder = osgDB::getFilePath(vfBase::absolutePath(document->getFilename()).str());
     }
-    const vfBase::VfString path = QtDocManager::selectDocumentSavePath(folder.c_str(), name, format.c_str(),
-                                                                       writableFormats().c_str(), options);
+    const vfBase::VfString path = QtDocManager::selectDocumentSavePath(
+        folder.c_str(), name, format.c_str(), vfFormats::writableFormats().c_str(), options);
     return path.empty() || isWantedIn(path) ? path : vfBase::VfString();
 }
 
@@ -248,7 +249,7 @@ bool QtViewerDocManager::isWantedIn(const vfBase::VfString& path)
     const std::string format = osgDB::getLowerCaseFileExtension(path);
     auto* shell = vfApplication::QtApplication::instance();
     const std::vector<std::string> losses =
-        document ? lossesOf(document->scene(), format) : std::vector<std::string>();
+        document ? vfFormats::lossesOf(document->scene(), format) : std::vector<std::string>();
     if (losses.empty() || !shell)
         return true;
     QStringList words;

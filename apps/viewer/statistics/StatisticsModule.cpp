@@ -33,7 +33,7 @@ struct PrintStatistics : vfViewer::DirectCommand
             return false;
         }
         std::cout << vfBase::printable(document.getTitle().str() + ": " +
-                                       vfViewer::describe(vfViewer::countModel(*target)))
+                                       describe(vfViewer::countModel(*target)))
                   << std::endl;
         return true;
     }

@@ -1,0 +1,245 @@
+// SPDX-License-Identifier: MIT
+#include <velaforge/formats/Format.h>
+#include <velaforge/formats/FormatCode.h>
+#include <velaforge/formats/FormatList.h>
+#include <velaforge/formats/FormatLosses.h>
+#include <velaforge/formats/ModelFiles.h>
+#include <velaforge/formats/ModelWriter.h>
+#include <velaforge/formats/internal/CheckedFile.h>
+#include <velaforge/formats/readers/ModelReader.h>
+#include <velaforge/formats/writers/FormatWriter.h>
+
+#include "support/Models.h"
+#include "support/TemporaryDirectory.h"
+
+#include <osg/Geometry>
+
+#include <gmock/gmock.h>
+
+#include <fstream>
+#include <map>
+#include <regex>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using vfFormats::Format;
+using vfFormats::formatNamed;
+using vfFormats::formats;
+using vfFormats::ReadBy;
+using vfFormats::ReadOutcome;
+using vfTest::readFile;
+
+namespace {
+
+/// @return what stands in the group of a pattern, wherever it matches
+std::vector<std::string> allMatches(const std::string& text, const std::string& pattern)
+{
+    const std::regex expression(pattern);
+    std::vector<std::string> found;
+    for (std::sregex_iterator at(text.begin(), text.end(), expression), end; at != end; ++at)
+        found.push_back((*at)[1]);
+    return found;
+}
+
+std::string sourceFile(const std::string& path)
+{
+    return readFile(std::string(VELAFORGE_SOURCE_DIR "/") + path);
+}
+
+/// The cells of a line of a table.
+std::vector<std::string> cellsOf(const std::string& line)
+{
+    std::vector<std::string> cells = allMatches(line, R"(\| ?([^|]*[^| ]) (?=\|))");
+    return cells;
+}
+
+} // namespace
+
+TEST(Formats, EachRecordIsComplete)
+{
+    std::set<std::string> seen;
+    for (const auto& format : formats()) {
+        ASSERT_FALSE(format->extensions.empty());
+        for (const std::string& extension : format->extensions) {
+            EXPECT_TRUE(std::regex_match(extension, std::regex("[a-z0-9]+"))) << extension;
+            EXPECT_TRUE(seen.insert(extension).second) << extension << " is there twice";
+            EXPECT_EQ(format.get(), vfFormats::formatNamed(extension));
+            EXPECT_EQ(format.get(), vfFormats::formatOf("/a/b.c/Model." + extension));
+        }
+        EXPECT_NE("", format->name);
+        EXPECT_EQ(format->reader == vfFormats::ReadBy::Own, vfFormats::codeOf(*format).read != nullptr)
+            << format->name;
+        EXPECT_EQ(format->isImage, format->mimeType.empty()) << format->name;
+        EXPECT_TRUE(format->isWritten || format->lost == vfFormats::allFeatures) << format->name;
+    }
+    EXPECT_EQ(nullptr, vfFormats::formatNamed("xyz"));
+    EXPECT_EQ(nullptr, vfFormats::formatOf("obj"));
+}
+
+TEST(Formats, FilesBeginWithTheSignaturesOfTheirFormats)
+{
+    for (const auto& format : formats()) {
+        const std::vector<std::string> all = vfTest::signpostFormats();
+        const std::string& extension = format->extensions.front();
+        if (std::count(all.begin(), all.end(), extension) > 0)
+            EXPECT_EQ(extension == "fbx" ? "; FBX" : format->signature, // which is there as text
+                      readFile(vfTest::signpost(extension))
+                          .substr(0, extension == "fbx" ? 5 : format->signature.size()))
+                << extension;
+    }
+}
+
+TEST(Formats, TheDesktopEntryHasTheTypesOfAllModels)
+{
+    const std::string entry = sourceFile("apps/viewer/share/vfviewer.desktop");
+    const std::string line = allMatches(entry, "\nMimeType=([^\n]*)").at(0);
+    std::set<std::string> wanted;
+    for (const auto& format : formats()) {
+        if (!format->isImage)
+            wanted.insert(format->mimeType);
+    }
+    const std::vector<std::string> listed = allMatches(line, "([^;]+);");
+    EXPECT_EQ(wanted, std::set<std::string>(listed.begin(), listed.end()));
+    EXPECT_EQ(wanted.size(), listed.size());
+}
+
+TEST(Formats, TheTypesThatAreInstalledAreThoseOfTheTable)
+{
+    const std::string types = sourceFile("apps/viewer/share/vfviewer.xml");
+    std::map<std::string, std::set<std::string>> extensions;
+    std::map<std::string, std::string> signatures;
+    for (const auto& format : formats()) {
+        extensions[format->mimeType].insert(format->extensions.begin(), format->extensions.end());
+        signatures[format->mimeType] = format->signature;
+    }
+    const std::regex record("<mime-type type=\"([^\"]+)\">((?:.|\n)*?)</mime-type>");
+    std::size_t records = 0;
+    for (std::sregex_iterator at(types.begin(), types.end(), record), end; at != end; ++at, ++records) {
+        const std::string type = (*at)[1];
+        const std::string body = (*at)[2];
+        const std::vector<std::string> globs = allMatches(body, "pattern=\"\\*\\.([^\"]+)\"");
+        EXPECT_EQ(extensions[type], std::set<std::string>(globs.begin(), globs.end())) << type;
+        const std::vector<std::string> magic = allMatches(body, "value=\"([^\"\\\\]+)");
+        EXPECT_EQ(magic.empty(), signatures[type].empty()) << type;
+        for (const std::string& one : magic)
+            EXPECT_EQ(signatures[type], one) << type;
+    }
+    EXPECT_GT(records, 5u);
+}
+
+TEST(Formats, TheGuideTellsWhatEachOfThemLoses)
+{
+    std::istringstream guide(sourceFile("docs/viewer.md"));
+    std::string line;
+    while (std::getline(guide, line) && line.find("| | osgb") != 0) {
+    }
+    const std::vector<std::string> columns = cellsOf(line);
+    std::set<std::string> listed;
+    for (const std::string& column : columns) {
+        std::istringstream names(column);
+        for (std::string name; names >> name;)
+            listed.insert(name.substr(0, name.find(',')));
+    }
+    std::istringstream writable(vfFormats::writableFormats());
+    std::set<std::string> written;
+    for (std::string name; std::getline(writable, name, ',');)
+        written.insert(name);
+    EXPECT_EQ(written, listed);
+    const std::map<std::string, unsigned int> rows = {
+        {"names, parts", vfFormats::PartNames | vfFormats::SeveralParts},
+        {"colours of materials, textures", vfFormats::Colors | vfFormats::Textures},
+        {"colours of points", vfFormats::VertexColors},
+        {"smooth shading", vfFormats::SmoothNormals},
+        {"lines", vfFormats::Lines},
+        {"points", vfFormats::Points},
+        {"hidden parts", vfFormats::HiddenParts},
+        {"animations", vfFormats::Animations}};
+    std::getline(guide, line);
+    std::size_t compared = 0;
+    while (std::getline(guide, line) && !line.empty()) {
+        const std::vector<std::string> cells = cellsOf(line);
+        ASSERT_EQ(columns.size() + 1, cells.size()) << line;
+        ASSERT_EQ(1u, rows.count(cells[0])) << line;
+        for (std::size_t i = 0; i < columns.size(); ++i, ++compared) {
+            const std::string name = columns[i].substr(0, columns[i].find(','));
+            const bool isLost = (vfFormats::formatNamed(name)->lost & rows.at(cells[0])) != 0;
+            EXPECT_EQ(isLost, cells[i + 1] != "yes") << name << ", " << cells[0];
+        }
+    }
+    EXPECT_EQ(rows.size() * columns.size(), compared);
+}
+
+namespace {
+
+/// The corners of a triangle, a line each.
+vfFormats::ReadOutcome readTriangle(const std::string& path)
+{
+    const osg::ref_ptr<osg::Vec3Array> points = new osg::Vec3Array(osg::Array::BIND_PER_VERTEX);
+    std::ifstream file(path);
+    for (osg::Vec3 point; file >> point.x() >> point.y() >> point.z();)
+        points->push_back(point);
+    const osg::ref_ptr<osg::Geometry> geometry = new osg::Geometry;
+    geometry->setVertexArray(points);
+    geometry->addPrimitiveSet(new osg::DrawArrays(GL_TRIANGLES, 0, static_cast<int>(points->size())));
+    vfFormats::ReadOutcome outcome;
+    outcome.scene = geometry;
+    return outcome;
+}
+
+std::string writeTriangle(osg::Node& scene, const vfFormats::WriteTarget& target)
+{
+    std::ostringstream file;
+    const auto* points = scene.asGeometry()
+                             ? dynamic_cast<const osg::Vec3Array*>(scene.asGeometry()->getVertexArray())
+                             : nullptr;
+    for (std::size_t i = 0; points && i < points->size(); ++i)
+        file << (*points)[i].x() << ' ' << (*points)[i].y() << ' ' << (*points)[i].z() << '\n';
+    vfFormats::CheckedFile model(target.model);
+    model.write(file.str());
+    return points ? model.finish() : "it is not a triangle";
+}
+
+} // namespace
+
+TEST(Formats, OneRecordAddsAFormatEverywhere)
+{
+    const vfTest::TemporaryDirectory directory;
+    const std::string path = directory.write("a.tri", "0 0 0\n1 0 0\n0 1 0\n");
+    EXPECT_EQ("not a format that can be read", vfFormats::parseModel(path).reason);
+    vfFormats::Format format;
+    format.extensions = {"tri"};
+    format.name = "One triangle";
+    format.mimeType = "model/x-tri";
+    format.reader = vfFormats::ReadBy::Own;
+    format.isCutOff = [](std::string_view file) { return file.back() != '\n'; };
+    format.isWritten = true;
+    format.lost = vfFormats::allFeatures & ~vfFormats::PartNames;
+    vfFormats::addFormat(format);
+    vfFormats::addFormatCode("tri", {readTriangle, writeTriangle});
+
+    const vfFormats::ReadOutcome outcome = vfFormats::parseModel(path);
+    ASSERT_TRUE(outcome.scene) << outcome.reason;
+    EXPECT_EQ("the file is cut off", vfFormats::parseModel(directory.write("cut.tri", "0 0 0")).reason);
+    EXPECT_TRUE(vfFormats::isModelFile(path));
+    EXPECT_THAT(vfFormats::modelFilter(), testing::EndsWith(",tri"));
+    EXPECT_THAT(vfFormats::listFormats(), HasSubstr("tri       read, written   One triangle\n"));
+    EXPECT_THAT(vfFormats::writableFormats(), testing::EndsWith(",tri"));
+    EXPECT_EQ("", vfFormats::writeError("b.tri"));
+    const std::string copy = directory.write("b.tri", "");
+    const int file = open(copy.c_str(), O_WRONLY | O_CLOEXEC);
+    std::vector<vfFormats::SideFile> files;
+    EXPECT_EQ("", vfFormats::writeFormat(*readTriangle(path).scene, directory.path(), {file, -1, "", "b.tri"},
+                                         files));
+    close(file);
+    EXPECT_EQ("0 0 0\n1 0 0\n0 1 0\n", readFile(copy));
+    outcome.scene->setNodeMask(0);
+    EXPECT_THAT(vfFormats::lossesOf(*outcome.scene, "tri"), testing::Contains("what is hidden"));
+}
