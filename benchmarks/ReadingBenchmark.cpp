@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 // What it costs to read a file in a process of its own.
-#include <velaforge/scene/GraphicsContexts.h>
 #include "model/ModelDocument.h"
-#include <velaforge/formats/readers/FileGate.h>
-#include <velaforge/formats/readers/ModelReader.h>
-#include <velaforge/formats/ReadJob.h>
 #include "support/LargeModels.h"
 #include "support/Programs.h"
+#include <velaforge/formats/ReadJob.h>
+#include <velaforge/formats/readers/FileGate.h>
+#include <velaforge/formats/readers/ModelReader.h>
+#include <velaforge/scene/GraphicsContexts.h>
 
 #include <osgDB/ReadFile>
 

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The helper whose processes read and write files.
-#include <velaforge/formats/ReaderTasks.h>
-
 #include <velaforge/base/NotifyHandler.h>
+#include <velaforge/formats/ReaderTasks.h>
 #include <velaforge/isolation/Helper.h>
 
 #include <osg/Notify>

@@ -8,10 +8,6 @@
 #include "ui/SceneModule.h"
 #include "ui/ViewerUiSetup.h"
 #include "ui/WindowSide.h"
-#include <velaforge/formats/FormatList.h>
-#include <velaforge/formats/ReadGuard.h>
-#include <velaforge/formats/ReadJob.h>
-#include <velaforge/scene/GraphicsContexts.h>
 
 #include <velaforge/application/Application.h>
 #include <velaforge/application/ApplicationCallback.h>
@@ -24,9 +20,13 @@
 #include <velaforge/base/Printable.h>
 #include <velaforge/base/StandardDescriptors.h>
 #include <velaforge/base/Version.h>
+#include <velaforge/formats/FormatList.h>
+#include <velaforge/formats/ReadGuard.h>
+#include <velaforge/formats/ReadJob.h>
 #include <velaforge/headless/HeadlessApplication.h>
 #include <velaforge/headless/HeadlessApplicationProducer.h>
 #include <velaforge/modules/ModuleRegistry.h>
+#include <velaforge/scene/GraphicsContexts.h>
 
 #include <osg/Notify>
 

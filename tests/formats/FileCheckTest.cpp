@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include <velaforge/formats/readers/FileCheck.h>
-
 #include "support/Models.h"
 #include "support/TemporaryDirectory.h"
+
+#include <velaforge/formats/readers/FileCheck.h>
 
 #include <gtest/gtest.h>
 

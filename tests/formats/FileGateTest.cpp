@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
+#include "support/Models.h"
+#include "support/TemporaryDirectory.h"
+
 #include <velaforge/formats/ModelFiles.h>
 #include <velaforge/formats/ReadGuard.h>
 #include <velaforge/formats/readers/FileGate.h>
-
-#include "support/Models.h"
-#include "support/TemporaryDirectory.h"
 
 #include <osg/Image>
 #include <osg/Node>

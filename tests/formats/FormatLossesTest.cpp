@@ -3,7 +3,8 @@
 #include "support/Reading.h"
 
 #include <velaforge/formats/FormatLosses.h>
-#include <velaforge/formats/ModelWriter.h>
+#include <velaforge/formats/ModelFiles.h>
+#include <velaforge/formats/WriteJob.h>
 
 #include <osg/AnimationPath>
 #include <osg/Geode>
@@ -112,9 +113,8 @@ TEST_F(FormatLosses, AreThoseThatTheWritersMake)
     EXPECT_EQ(1023u, before);
     std::istringstream formats(vfFormats::writableFormats());
     for (std::string format; std::getline(formats, format, ',');) {
-        vfBase::VfString reason;
         const std::string file = directory.file("model." + format);
-        ASSERT_TRUE(vfFormats::writeModel(*model, file, reason)) << format << ": " << reason;
+        ASSERT_EQ("", vfFormats::writeModel(*model, file).reason) << format;
         const auto outcome = read(file);
         ASSERT_TRUE(outcome.scene) << format << ": " << outcome.reason;
         const unsigned int after = vfFormats::featuresOf(*outcome.scene);

@@ -1,16 +1,18 @@
 // SPDX-License-Identifier: MIT
+#include "TriangleFormat.h"
+#include "support/Models.h"
+#include "support/TemporaryDirectory.h"
+
 #include <velaforge/formats/Format.h>
 #include <velaforge/formats/FormatCode.h>
 #include <velaforge/formats/FormatList.h>
 #include <velaforge/formats/FormatLosses.h>
 #include <velaforge/formats/ModelFiles.h>
-#include <velaforge/formats/ModelWriter.h>
+#include <velaforge/formats/ReadJob.h>
+#include <velaforge/formats/WriteJob.h>
 #include <velaforge/formats/internal/CheckedFile.h>
 #include <velaforge/formats/readers/ModelReader.h>
 #include <velaforge/formats/writers/FormatWriter.h>
-
-#include "support/Models.h"
-#include "support/TemporaryDirectory.h"
 
 #include <osg/Geometry>
 
@@ -177,69 +179,25 @@ TEST(Formats, TheGuideTellsWhatEachOfThemLoses)
     EXPECT_EQ(rows.size() * columns.size(), compared);
 }
 
-namespace {
-
-/// The corners of a triangle, a line each.
-vfFormats::ReadOutcome readTriangle(const std::string& path)
-{
-    const osg::ref_ptr<osg::Vec3Array> points = new osg::Vec3Array(osg::Array::BIND_PER_VERTEX);
-    std::ifstream file(path);
-    for (osg::Vec3 point; file >> point.x() >> point.y() >> point.z();)
-        points->push_back(point);
-    const osg::ref_ptr<osg::Geometry> geometry = new osg::Geometry;
-    geometry->setVertexArray(points);
-    geometry->addPrimitiveSet(new osg::DrawArrays(GL_TRIANGLES, 0, static_cast<int>(points->size())));
-    vfFormats::ReadOutcome outcome;
-    outcome.scene = geometry;
-    return outcome;
-}
-
-std::string writeTriangle(osg::Node& scene, const vfFormats::WriteTarget& target)
-{
-    std::ostringstream file;
-    const auto* points = scene.asGeometry()
-                             ? dynamic_cast<const osg::Vec3Array*>(scene.asGeometry()->getVertexArray())
-                             : nullptr;
-    for (std::size_t i = 0; points && i < points->size(); ++i)
-        file << (*points)[i].x() << ' ' << (*points)[i].y() << ' ' << (*points)[i].z() << '\n';
-    vfFormats::CheckedFile model(target.model);
-    model.write(file.str());
-    return points ? model.finish() : "it is not a triangle";
-}
-
-} // namespace
-
 TEST(Formats, OneRecordAddsAFormatEverywhere)
 {
     const vfTest::TemporaryDirectory directory;
     const std::string path = directory.write("a.tri", "0 0 0\n1 0 0\n0 1 0\n");
-    EXPECT_EQ("not a format that can be read", vfFormats::parseModel(path).reason);
-    vfFormats::Format format;
-    format.extensions = {"tri"};
-    format.name = "One triangle";
-    format.mimeType = "model/x-tri";
-    format.reader = vfFormats::ReadBy::Own;
-    format.isCutOff = [](std::string_view file) { return file.back() != '\n'; };
-    format.isWritten = true;
-    format.lost = vfFormats::allFeatures & ~vfFormats::PartNames;
-    vfFormats::addFormat(format);
-    vfFormats::addFormatCode("tri", {readTriangle, writeTriangle});
+    EXPECT_EQ("not a format that can be read", vfFormats::readModel(path).reason);
+    vfFormats::addFormat(vfTest::triangleFormat());
+    vfFormats::useReaderProgram(VELAFORGE_TRIANGLE_READER);
 
-    const vfFormats::ReadOutcome outcome = vfFormats::parseModel(path);
+    const vfFormats::ReadOutcome outcome = vfFormats::readModel(path);
     ASSERT_TRUE(outcome.scene) << outcome.reason;
-    EXPECT_EQ("the file is cut off", vfFormats::parseModel(directory.write("cut.tri", "0 0 0")).reason);
+    EXPECT_EQ("the file is cut off", vfFormats::readModel(directory.write("cut.tri", "0 0 0")).reason);
     EXPECT_TRUE(vfFormats::isModelFile(path));
     EXPECT_THAT(vfFormats::modelFilter(), testing::EndsWith(",tri"));
     EXPECT_THAT(vfFormats::listFormats(), HasSubstr("tri       read, written   One triangle\n"));
     EXPECT_THAT(vfFormats::writableFormats(), testing::EndsWith(",tri"));
     EXPECT_EQ("", vfFormats::writeError("b.tri"));
-    const std::string copy = directory.write("b.tri", "");
-    const int file = open(copy.c_str(), O_WRONLY | O_CLOEXEC);
-    std::vector<vfFormats::SideFile> files;
-    EXPECT_EQ("", vfFormats::writeFormat(*readTriangle(path).scene, directory.path(), {file, -1, "", "b.tri"},
-                                         files));
-    close(file);
-    EXPECT_EQ("0 0 0\n1 0 0\n0 1 0\n", readFile(copy));
+    EXPECT_EQ("", vfFormats::writeModel(*outcome.scene, directory.file("b.tri")).reason);
+    EXPECT_EQ("0 0 0\n1 0 0\n0 1 0\n", readFile(directory.file("b.tri")));
+    EXPECT_TRUE(vfFormats::readModel(vfTest::signpost("obj")).scene) << "the others are still read";
     outcome.scene->setNodeMask(0);
     EXPECT_THAT(vfFormats::lossesOf(*outcome.scene, "tri"), testing::Contains("what is hidden"));
 }

@@ -2,6 +2,7 @@
 // What glTF files say of colours, textures and numbers.
 #include "support/Gltf.h"
 #include "support/Reading.h"
+
 #include <velaforge/formats/FormatList.h>
 
 #include <osg/BlendFunc>

@@ -1,19 +1,17 @@
 // SPDX-License-Identifier: MIT
-#include <velaforge/formats/readers/ModelReader.h>
-
 #include "support/Models.h"
 #include "support/TemporaryDirectory.h"
-#include <velaforge/formats/FormatList.h>
-#include <velaforge/formats/readers/FileGate.h>
 
 #include <velaforge/base/NotifyHandler.h>
+#include <velaforge/formats/FormatList.h>
+#include <velaforge/formats/readers/FileGate.h>
+#include <velaforge/formats/readers/ModelReader.h>
 
 #include <osg/ComputeBoundsVisitor>
 #include <osg/Geometry>
-#include <osg/TriangleIndexFunctor>
-
 #include <osg/Image>
 #include <osg/Texture2D>
+#include <osg/TriangleIndexFunctor>
 #include <osgDB/WriteFile>
 
 #include <gmock/gmock.h>

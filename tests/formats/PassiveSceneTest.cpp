@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
+#include "support/Reading.h"
+
 #include <velaforge/formats/internal/FlatScene.h>
 #include <velaforge/formats/readers/PassiveScene.h>
 #include <velaforge/formats/readers/TrialFrame.h>
-
-#include "support/Reading.h"
 
 #include <osg/AnimationPath>
 #include <osg/Camera>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include <velaforge/formats/readers/PlyReader.h>
-
 #include "support/TemporaryDirectory.h"
+
 #include <velaforge/formats/internal/SideFileSearch.h>
 #include <velaforge/formats/readers/FileGate.h>
+#include <velaforge/formats/readers/PlyReader.h>
 #include <velaforge/formats/readers/SideFiles.h>
 
 #include <osg/Geode>

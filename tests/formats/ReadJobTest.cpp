@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 // Files that are read in a process of their own.
-#include "support/Reading.h"
-
 #include "support/LargeModels.h"
 #include "support/Models.h"
+#include "support/Reading.h"
 #include "support/Search.h"
 #include "support/Spoiler.h"
+
 #include <velaforge/formats/FormatList.h>
 #include <velaforge/formats/internal/ReadRequest.h>
 #include <velaforge/formats/internal/SceneImages.h>
@@ -13,7 +13,6 @@
 #include <velaforge/formats/internal/TransferBytes.h>
 #include <velaforge/formats/internal/TransferParts.h>
 #include <velaforge/formats/readers/ModelReader.h>
-
 #include <velaforge/isolation/SharedMemory.h>
 
 #include <osg/Geode>

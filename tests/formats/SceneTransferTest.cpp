@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: MIT
 // Scenes on their way from the process that read them.
+#include "support/EveryClass.h"
+#include "support/Models.h"
+#include "support/Reading.h"
+
 #include <velaforge/formats/internal/FlatScene.h>
 #include <velaforge/formats/internal/SceneTransfer.h>
 #include <velaforge/formats/internal/TransferBytes.h>
 #include <velaforge/formats/internal/TransferParts.h>
 #include <velaforge/formats/readers/ModelReader.h>
-
-#include "support/EveryClass.h"
-#include "support/Models.h"
-#include "support/Reading.h"
-
 #include <velaforge/isolation/SharedMemory.h>
 
 #include <osg/ClipNode>

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include <velaforge/formats/readers/SideFiles.h>
-
+#include "support/Models.h"
 #include "support/Reading.h"
 
-#include "support/Models.h"
 #include <velaforge/formats/FormatList.h>
 #include <velaforge/formats/internal/SideFileSearch.h>
+#include <velaforge/formats/readers/SideFiles.h>
 
 #include <gmock/gmock.h>
 

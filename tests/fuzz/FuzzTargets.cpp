@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "fuzz/FuzzTargets.h"
-
 #include "support/EveryClass.h"
 #include "support/Models.h"
 #include "support/TemporaryDirectory.h"
+
+#include <velaforge/base/ArgumentParser.h>
+#include <velaforge/base/SettingsDocument.h>
 #include <velaforge/formats/internal/SceneTransfer.h>
 #include <velaforge/formats/internal/TransferBytes.h>
 #include <velaforge/formats/internal/TransferParts.h>
@@ -11,9 +13,6 @@
 #include <velaforge/formats/readers/PlyReader.h>
 #include <velaforge/formats/readers/StlReader.h>
 #include <velaforge/formats/readers/TrialFrame.h>
-
-#include <velaforge/base/ArgumentParser.h>
-#include <velaforge/base/SettingsDocument.h>
 #include <velaforge/isolation/SharedMemory.h>
 #include <velaforge/toolkit/Script.h>
 

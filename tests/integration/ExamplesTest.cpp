@@ -133,7 +133,6 @@ TEST(Examples, AFullStandardOutputIsToldAndStatus4)
     }
 }
 
-#ifdef VELAFORGE_WITH_QT
 TEST(Examples, IsolatedCountsTheWordsOfFilesAndTellsWhichItCannotRead)
 {
     const vfTest::TemporaryDirectory directory;
@@ -145,6 +144,25 @@ TEST(Examples, IsolatedCountsTheWordsOfFilesAndTellsWhichItCannotRead)
     EXPECT_THAT(outcome.err, HasSubstr(directory.file("none") + ": cannot be opened\n"));
 }
 
+TEST(Examples, ConverterWritesEachModelBesideItAndTellsWhichItCannotRead)
+{
+    const vfTest::TemporaryDirectory directory;
+    const std::string one = directory.write("one.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n");
+    const std::string cut = directory.write("cut.obj", "v 0 0");
+    const std::string program = VELAFORGE_PROGRAM_DIR "/example_05_converter";
+    vfTest::Outcome outcome = vfTest::runProgram({program, "ply.osgt", one, cut, directory.file("none.obj")});
+    EXPECT_EQ(1, outcome.status);
+    EXPECT_EQ(directory.file("one.ply.osgt") + "\n", outcome.out);
+    EXPECT_THAT(outcome.err, HasSubstr(cut + ": the file is cut off\n"));
+    EXPECT_THAT(outcome.err, HasSubstr(directory.file("none.obj") + ": No such file or directory\n"));
+    EXPECT_THAT(vfTest::readFile(directory.file("one.ply.osgt")), HasSubstr("osg::Geometry"));
+    outcome = vfTest::runProgram({program, "png", one});
+    EXPECT_EQ(1, outcome.status);
+    EXPECT_THAT(outcome.err, HasSubstr(one + ": models are not written as .png\n"));
+    EXPECT_EQ(1, vfTest::runProgram({program}).status);
+}
+
+#ifdef VELAFORGE_WITH_QT
 TEST(Examples, WindowOpensItsFilesAndStays)
 {
     const vfTest::TemporaryDirectory directory;

@@ -740,6 +740,37 @@ TEST(Viewer, WorksWithoutAHomeAndWithoutADisplay)
     EXPECT_EQ(20, Picture(picture).width);
 }
 
+TEST(Viewer, LoadsNothingThatParsesFilesIntoItself)
+{
+    const TemporaryDirectory directory;
+    // The dynamic linker writes a file for each process whose environment asks for it; the reader processes have none.
+    setenv("LD_DEBUG", "files", 1);
+    setenv("LD_DEBUG_OUTPUT", directory.file("libraries").c_str(), 1);
+    const Outcome outcome =
+        view({"--headless", "--snapshot", directory.file("a.png"), signpost("obj"), signpost("osgt"),
+              signpost("3ds"), signpost("glb"), VELAFORGE_SOURCE_DIR "/models/sailboat.obj"});
+    unsetenv("LD_DEBUG");
+    EXPECT_EQ(0, outcome.status) << outcome.err;
+    std::set<std::string> loaded;
+    for (const auto& entry : std::filesystem::directory_iterator(directory.path())) {
+        if (entry.path().filename().string().find("libraries.") != 0)
+            continue;
+        std::ifstream log(entry.path());
+        for (std::string line; std::getline(log, line);) {
+            const std::size_t at = line.find("calling init: ");
+            if (at != std::string::npos)
+                loaded.insert(std::filesystem::path(line.substr(at + 14)).filename());
+        }
+    }
+    EXPECT_EQ(1u, loaded.count("libvfFormats.so.0"));
+    for (const std::string& library : loaded) {
+        EXPECT_EQ(std::string::npos, library.find("vfFormatReaders")) << library;
+        EXPECT_EQ(std::string::npos, library.find("assimp")) << library;
+        // One plug-in writes the picture.
+        EXPECT_TRUE(library.find("osgdb_") == std::string::npos || library == "osgdb_png.so") << library;
+    }
+}
+
 TEST(Viewer, WorksWithItsStandardStreamsClosed)
 {
     const TemporaryDirectory directory;

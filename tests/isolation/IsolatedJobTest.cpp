@@ -24,6 +24,7 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
@@ -319,6 +320,35 @@ TEST(IsolatedJobs, TellTheirProgressAndStage)
     EXPECT_TRUE(waitUntil([&] { return control.progress == 0.25f && stage == 7; }));
     control.cancel();
     thread.join();
+}
+
+TEST(IsolatedJobs, ADescriptorTellsAnEventLoopThatTheJobIsDone)
+{
+    run(task("echo")); // has the launcher started
+    const std::size_t before = countDescriptors();
+    {
+        IsolatedJob job(task("echo", "text"));
+        pollfd done = {job.doneDescriptor(), POLLIN, 0};
+        ASSERT_GE(done.fd, 0);
+        EXPECT_EQ(done.fd, job.doneDescriptor());
+        ASSERT_EQ(1, poll(&done, 1, 60000));
+        EXPECT_TRUE(job.isDone());
+        EXPECT_EQ("text", textOf(job.take()));
+        EXPECT_EQ(1, poll(&done, 1, 0)) << "it stays readable";
+    }
+    {
+        IsolatedJob late(task("echo"));
+        ASSERT_TRUE(late.wait(60000));
+        pollfd done = {late.doneDescriptor(), POLLIN, 0};
+        EXPECT_EQ(1, poll(&done, 1, 0)) << "asked for when the job was done";
+        IsolatedJob cancelled(task("sleep"));
+        done = {cancelled.doneDescriptor(), POLLIN, 0};
+        EXPECT_EQ(0, poll(&done, 1, 0));
+        cancelled.cancel();
+        EXPECT_EQ(1, poll(&done, 1, 0));
+    }
+    vfIsolation::Job::waitForThreads();
+    EXPECT_EQ(before, countDescriptors());
 }
 
 TEST(IsolatedJobs, CancelReturnsAtOnceAndEndsTheProcess)

@@ -7,6 +7,7 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <fstream>
 #include <set>
 #include <sstream>
 #include <string>
@@ -98,6 +99,33 @@ TEST(Package, AProgramIsBuiltWithItsCMakePackageAndRuns)
     // It was built with what is installed and nothing else.
     EXPECT_THAT(vfTest::runProgram({"ldd", build + "/notebook"}).out,
                 HasSubstr(installed.file("lib/libvfApplicationHeadless.so.0")));
+}
+
+TEST(Package, AProgramThatReadsAndWritesModelsIsBuiltAndRuns)
+{
+    const Installed installed;
+    const std::string source = VELAFORGE_SOURCE_DIR "/examples/05_converter";
+    const std::string build = installed.directory().file("build");
+    expectDone({"cmake", "-S", source, "-B", build, "-G", "Ninja",
+                "-DCMAKE_PREFIX_PATH=" + installed.prefix(),
+                "-DCMAKE_CXX_FLAGS=-Wall -Wextra -Wpedantic -Wshadow -Werror"});
+    expectDone({"cmake", "--build", build});
+    // With pkg-config it is the same.
+    setenv("PKG_CONFIG_PATH", installed.file("lib/pkgconfig").c_str(), 1);
+    const std::string program = installed.directory().file("other");
+    expectDone({"sh", "-c",
+                "c++ -std=c++17 -o " + program + " " + source +
+                    "/main.cpp $(pkg-config --cflags --libs vfFormats) -Wl,-rpath," + installed.file("lib")});
+    for (const std::string& converter : {build + "/converter", program}) {
+        const std::string model = installed.directory().file("a.obj");
+        std::ofstream(model) << "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n";
+        EXPECT_EQ(installed.directory().file("a.stl") + "\n",
+                  vfTest::runProgram({converter, "stl", model}).out);
+        EXPECT_THAT(readFile(installed.directory().file("a.stl")), HasSubstr("vertex 1 0 0"));
+        fs::remove(installed.directory().file("a.stl"));
+        EXPECT_THAT(vfTest::runProgram({"ldd", converter}).out, Not(HasSubstr("vfFormatReaders")))
+            << "it parses nothing";
+    }
 }
 
 TEST(Package, AProgramIsBuiltWithPkgConfigAndRuns)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include <velaforge/scene/ConvexHull.h>
-
 #include "support/ThreadSanitizer.h"
+
+#include <velaforge/scene/ConvexHull.h>
 
 #include <osg/Vec3d>
 #include <osg/ref_ptr>

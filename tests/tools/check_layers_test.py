@@ -156,6 +156,15 @@ class CheckLayersTest(unittest.TestCase):
               for path in ("apps/viewer/ui/Planted.cpp", "examples/02_notebook/Note.cpp", "templates/planted/main.cpp")
               for name in hidden])
 
+    def test_what_programs_link_knows_nothing_that_parses_files(self):
+        for place in ("ReadJob.cpp", "ReadJob.h", "internal/SceneArrival.cpp", "records/ObjFormat.cpp"):
+            path = f"velaforge/formats/{place}"
+            folder = path.rpartition("/")[0]
+            for target in ("velaforge/formats/readers/ObjReader.h", "velaforge/formats/writers/ObjWriter.h"):
+                self.expect_faults((path, f"#include <{target}>", f"{folder} must not know {target}"))
+        self.expect_faults(("velaforge/formats/readers/ObjReader.cpp", "#include <velaforge/formats/readers/assimp/GltfFile.h>",
+                            "velaforge/formats/readers must not know velaforge/formats/readers/assimp/GltfFile.h"))
+
     def test_one_example_that_knows_another(self):
         self.expect_faults(("examples/01_hello/main.cpp", "#include <examples/02_notebook/Note.h>",
                             "examples/01_hello must not know examples/02_notebook/Note.h"))

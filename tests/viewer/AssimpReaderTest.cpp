@@ -3,6 +3,7 @@
 #include "model/ModelDocument.h"
 #include "support/Gltf.h"
 #include "support/Reading.h"
+
 #include <velaforge/formats/FormatList.h>
 
 #include <osg/Geode>

@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "model/ModelAnimation.h"
-
 #include "model/ModelDocument.h"
 #include "model/ShownScene.h"
 #include "support/ModelDigest.h"
 #include "support/Reading.h"
-#include <velaforge/formats/FormatList.h>
-#include <velaforge/formats/ModelWriter.h>
 
+#include <velaforge/formats/FormatList.h>
+#include <velaforge/formats/WriteJob.h>
 #include <velaforge/headless/OffscreenRenderer.h>
 
 #include <osg/AnimationPath>
@@ -326,8 +325,7 @@ TEST_F(Windmill, PlayingIsNoChangeAndASavedModelMovesAsBefore)
     const osg::BoundingBox bent = boundsOf("flag");
     EXPECT_FALSE(document.isModified());
     const std::string saved = directory.file("saved.osgb");
-    vfBase::VfString reason;
-    ASSERT_TRUE(vfFormats::writeModel(document.scene(), saved, reason)) << reason;
+    ASSERT_EQ("", vfFormats::writeModel(document.scene(), saved).reason);
     ASSERT_TRUE(show(saved));
     EXPECT_THAT(animation().getNames(), ElementsAre("breeze", "gale"));
     animation().setTime(2);

@@ -1,14 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "model/ModelDocument.h"
-
 #include "model/ModelStatistics.h"
 #include "model/ViewerDocuments.h"
 #include "support/Models.h"
 #include "support/RecordingShell.h"
 #include "support/Search.h"
 #include "support/TemporaryDirectory.h"
-#include <velaforge/formats/ModelWriter.h>
-#include <velaforge/formats/ReadGuard.h>
 
 #include <velaforge/application/Application.h>
 #include <velaforge/application/ApplicationSetup.h>
@@ -19,6 +16,9 @@
 #include <velaforge/commands/CommandPrivate.h>
 #include <velaforge/commands/CommandProcessor.h>
 #include <velaforge/documents/View.h>
+#include <velaforge/formats/ModelFiles.h>
+#include <velaforge/formats/ReadGuard.h>
+#include <velaforge/formats/WriteJob.h>
 
 #include <osg/ComputeBoundsVisitor>
 #include <osg/Geode>
@@ -124,8 +124,7 @@ TEST_F(ModelDocuments, AModelWithoutMaterialsIsSavedInEveryFormat)
     std::istringstream formats(vfFormats::writableFormats());
     for (std::string format; std::getline(formats, format, ',');) {
         const std::string path = directory.file("lighthouse." + format);
-        vfBase::VfString reason;
-        EXPECT_TRUE(vfFormats::writeModel(document->scene(), path, reason)) << format << ": " << reason;
+        EXPECT_EQ("", vfFormats::writeModel(document->scene(), path).reason) << format;
         const ModelDocument* again = open(path);
         ASSERT_TRUE(again) << format << said;
         const unsigned long long triangles = vfViewer::countModel(again->scene()).triangles;

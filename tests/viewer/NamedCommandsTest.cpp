@@ -9,7 +9,6 @@
 #include "support/Models.h"
 #include "support/RecordingShell.h"
 #include "support/TemporaryDirectory.h"
-#include <velaforge/formats/ReadGuard.h>
 
 #include <velaforge/application/Application.h>
 #include <velaforge/application/ApplicationSetup.h>
@@ -20,6 +19,7 @@
 #include <velaforge/commands/CommandPrivate.h>
 #include <velaforge/commands/CommandProcessor.h>
 #include <velaforge/documents/View.h>
+#include <velaforge/formats/ReadGuard.h>
 #include <velaforge/toolkit/CommandNames.h>
 
 #include <osg/AnimationPath>

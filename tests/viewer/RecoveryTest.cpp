@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "model/Recovery.h"
-
-#include "support/Reading.h"
-
 #include "model/ModelDocument.h"
 #include "model/SceneCommands.h"
 #include "support/Models.h"
+#include "support/Reading.h"
+
 #include <velaforge/formats/FormatList.h>
 
 #include <osg/Geode>

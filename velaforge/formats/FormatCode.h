@@ -13,28 +13,33 @@ namespace vfFormats {
 
 struct Format;
 
-/// Where a model is written: to files that are open and empty. They stay the caller's.
+/// The files that a model is written to. They are open and empty, and belong to the caller.
 struct WriteTarget
 {
-    int model = -1;
-    int materials = -1;        ///< for a format that has a file of materials beside the model
-    std::string materialsName; ///< the names that they will have
-    std::string modelName;
+    int model = -1;     ///< descriptor of the model's file
+    int materials = -1; ///< descriptor of a file for materials beside it; a writer may leave that empty
+    std::string materialsName; ///< the file name that the materials will have
+    std::string modelName;     ///< the file name that the model will have
 };
 
-/// What reads and writes the files of a format, in the processes of velaforge-reader.
+/// The code that reads and writes the files of a format. It runs in processes of a helper executable, which are locked down
+/// before they see the file. Link vfFormatReaders.
 struct FormatCode
 {
-    /// Reads a file. Null for a format that this project has no reader of its own for.
+    /// Reads a file. Null for a format that is not read by ReadBy::Own.
     ReadOutcome (*read)(const std::string& path) = nullptr;
-    /// Writes a scene. Returns why it could not be written; empty when it was. Null for OpenSceneGraph's plug-in.
+
+    /// Writes a scene, which it may change. Returns why it could not be written; empty when it was. Null for OpenSceneGraph's
+    /// plug-in.
     std::string (*write)(osg::Node& scene, const WriteTarget& target) = nullptr;
 };
 
-/// Returns the code of a format; without functions for one that has none.
+/// Returns the code of a format; both functions are null when there is none.
 FormatCode codeOf(const Format& format);
 
-/// Adds code for the format whose first extension is @p extension. Must be called before the process has threads.
+/// Adds the code of a format, or replaces it. Call it in a helper executable, before it has threads.
+/// @param extension  the first extension of the format
+/// @param code       its functions
 void addFormatCode(const std::string& extension, const FormatCode& code);
 
 } // namespace vfFormats

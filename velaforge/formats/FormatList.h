@@ -7,13 +7,14 @@
 
 namespace vfFormats {
 
-/// @return the formats of models and images, a line each: its extension, whether it is read and written, its name
+/// Returns a table of the formats of models and images as text, a line each: the extension, whether it is read and written,
+/// the name.
 VFFORMATS_EXPORT std::string listFormats();
 
-/// @return the name of the format with that extension, in lower case and without a dot; the extension for an unknown one
+/// Returns the name of the format with an extension, in lower case and without a dot; the extension for an unknown one.
 VFFORMATS_EXPORT std::string formatName(const std::string& extension);
 
-/// Returns whether the library is installed that reads the formats of ReadBy::Assimp.
+/// Returns whether the library that reads the formats of ReadBy::Assimp is installed.
 VFFORMATS_EXPORT bool hasAssimp();
 
 } // namespace vfFormats

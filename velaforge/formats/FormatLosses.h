@@ -2,7 +2,6 @@
 #pragma once
 
 #include <velaforge/formats/Export.h>
-
 #include <velaforge/formats/Format.h>
 
 #include <string>
@@ -14,16 +13,17 @@ class Node;
 
 namespace vfFormats {
 
-/// @return which of the features of models are in one
+/// Returns the features that a model has, as bits of ModelFeature.
 VFFORMATS_EXPORT unsigned int featuresOf(osg::Node& model);
 
-/// @return what a format does not keep; everything for one that is not written
+/// Returns the features that a format does not keep; all of them for a format that is not written.
 VFFORMATS_EXPORT unsigned int featuresLostBy(const std::string& extension);
 
-/// @return what of a model is lost in a format, in words, "textures"; nothing when it is kept whole
+/// Returns the features of a model that are lost when it is written in a format, in words, such as "textures"; none when the
+/// format keeps all of them.
 VFFORMATS_EXPORT std::vector<std::string> lossesOf(osg::Node& model, const std::string& extension);
 
-/// @return the same in one line, "textures, names"; empty when it is kept whole
+/// Returns the same in one line, such as "textures, names"; empty when the format keeps all of them.
 VFFORMATS_EXPORT std::string describeLosses(osg::Node& model, const std::string& extension);
 
 } // namespace vfFormats

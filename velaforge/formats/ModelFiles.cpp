@@ -3,6 +3,8 @@
 
 #include <velaforge/formats/Format.h>
 
+#include <osgDB/FileNameUtils>
+
 #include <cerrno>
 #include <cstring>
 
@@ -48,6 +50,25 @@ std::string modelFilter()
 std::string imageFilter()
 {
     return filter(true);
+}
+
+std::string writableFormats()
+{
+    std::string all;
+    for (const bool isWhole : {true, false}) {
+        for (const auto& format : formats()) {
+            if (format->isWritten && format->keepsScenes == isWhole)
+                all += (all.empty() ? "" : ",") + format->extensions.front();
+        }
+    }
+    return all;
+}
+
+std::string writeError(const std::string& path)
+{
+    const std::string extension = osgDB::getLowerCaseFileExtension(path);
+    const Format* format = formatNamed(extension);
+    return format && format->isWritten ? std::string() : "models are not written as ." + extension;
 }
 
 std::string readError(const std::string& path)

@@ -19,6 +19,12 @@ VFFORMATS_EXPORT std::string modelFilter();
 /// Returns the extensions of all images in the same way.
 VFFORMATS_EXPORT std::string imageFilter();
 
+/// Returns the extensions of the formats in which models are written, those first that keep everything.
+VFFORMATS_EXPORT std::string writableFormats();
+
+/// Returns why a model cannot be written under a name; empty when its extension is one of writableFormats().
+VFFORMATS_EXPORT std::string writeError(const std::string& path);
+
 /// Returns why the file at @p path cannot be read, in words; empty when it is a regular file with contents that this
 /// process may open.
 VFFORMATS_EXPORT std::string readError(const std::string& path);

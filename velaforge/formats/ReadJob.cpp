@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/formats/ReadJob.h>
 
+#include <velaforge/base/FileNames.h>
 #include <velaforge/base/LaunchPolicy.h>
+#include <velaforge/formats/ModelFiles.h>
+#include <velaforge/formats/internal/ReadInProcess.h>
 #include <velaforge/formats/internal/ReadRequest.h>
 #include <velaforge/formats/internal/SceneTransfer.h>
 #include <velaforge/formats/internal/SideFileSearch.h>
-#include <velaforge/scene/ConvexHull.h>
-#include <velaforge/scene/Mirrored.h>
-
-#include <velaforge/base/FileNames.h>
 #include <velaforge/isolation/IsolatedJob.h>
+#include <velaforge/scene/ConvexHull.h>
+#include <velaforge/scene/MirrorCallback.h>
 
 #include <osg/Geometry>
 #include <osg/NodeVisitor>
@@ -141,10 +142,22 @@ ReadOutcome readInProcess(vfIsolation::JobControl& control, ReadKind kind, const
     return outcome;
 }
 
+ReadOutcome readModel(const std::string& path, const ReadLimits& limits)
+{
+    ReadJob job(path, limits);
+    while (!job.wait(1000)) {
+    }
+    return job.take();
+}
+
 void prepareReading()
 {
     vfIsolation::prepareHelper(readerProgram());
 }
+
+ReadJob::ReadJob(const std::string& path, const ReadLimits& limits)
+    : ReadJob(isImageFile(path) ? ReadKind::Image : ReadKind::Model, path, limits)
+{}
 
 ReadJob::ReadJob(ReadKind kind, const std::string& path, const ReadLimits& limits)
     : vfIsolation::Job(path), m_outcome(std::make_shared<ReadOutcome>())

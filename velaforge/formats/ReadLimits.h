@@ -2,27 +2,25 @@
 #pragma once
 
 #include <velaforge/formats/Export.h>
-
 #include <velaforge/isolation/Limits.h>
 
 #include <cstdint>
 
 namespace vfFormats {
 
-/// What a process that reads or writes a file may use up.
+/// Limits of a process that reads or writes a file.
 struct VFFORMATS_EXPORT ReadLimits
 {
-    /// In bytes of memory; 0 for two gigabytes and a hundred times the size of the file, but no more than three quarters
-    /// of what the machine has left.
+    /// Memory in bytes; 0 for two gigabytes and a hundred times the size of the file, but at most three quarters of the
+    /// memory that is available.
     std::uint64_t memory = 0;
-
-    /// In seconds of working time; 0 for half a minute and two seconds for each megabyte of the file.
+    /// Processor time in seconds; 0 for half a minute and two seconds for each megabyte of the file.
     unsigned int seconds = 0;
-
-    /// In seconds of the clock, in which the process may also wait for a disk; 0 for ten times the working time.
+    /// Time on the clock in seconds, in which the process may also wait for a disk; 0 for ten times the processor time.
     unsigned int clockSeconds = 0;
 
-    /// Returns the limits for a file of that size in bytes.
+    /// Returns the limits for a file.
+    /// @param bytes  the size of the file
     vfIsolation::Limits forSize(std::uint64_t bytes) const;
 };
 

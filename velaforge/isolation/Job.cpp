@@ -10,6 +10,9 @@
 #include <thread>
 #include <utility>
 
+#include <sys/eventfd.h>
+#include <unistd.h>
+
 namespace vfIsolation {
 
 namespace {
@@ -62,7 +65,14 @@ struct Job::Shared
     std::condition_variable condition;
     bool isDone = false;
     bool isCancelled = false;
+    int doneDescriptor = -1;
     std::function<void()> function; ///< called with the mutex held, so that it can be waited for
+
+    ~Shared()
+    {
+        if (doneDescriptor >= 0)
+            close(doneDescriptor);
+    }
 
     void finish(bool isCancelling)
     {
@@ -72,6 +82,8 @@ struct Job::Shared
         isDone = true;
         isCancelled = isCancelling;
         condition.notify_all();
+        if (doneDescriptor >= 0)
+            eventfd_write(doneDescriptor, 1);
         if (function)
             function();
     }
@@ -92,7 +104,8 @@ void Job::start(Work work)
 {
     const std::shared_ptr<const Worker> worker = std::make_shared<Worker>();
     const auto only = std::make_shared<Work>(std::move(work)); // what it holds is not shared with this thread
-    const auto body = [shared = m_shared, worker, only] {
+    const auto body = [worker, shared = m_shared,
+                       only] { // the worker is destroyed last: its end is waited for
         try {
             (*only)(shared->control);
         } catch (...) {
@@ -120,6 +133,14 @@ void Job::whenDone(std::function<void()> function)
         function();
     else
         m_shared->function = std::move(function);
+}
+
+int Job::doneDescriptor()
+{
+    const std::lock_guard<std::mutex> lock(m_shared->mutex);
+    if (m_shared->doneDescriptor < 0)
+        m_shared->doneDescriptor = eventfd(m_shared->isDone ? 1 : 0, EFD_CLOEXEC | EFD_NONBLOCK);
+    return m_shared->doneDescriptor;
 }
 
 bool Job::isDone() const

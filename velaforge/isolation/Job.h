@@ -25,6 +25,10 @@ public:
     /// Has a function called, on another thread, as soon as the job is done; at once if it is.
     void whenDone(std::function<void()> function);
 
+    /// Returns a descriptor that becomes readable when the job is done, and stays so: for poll(), a QSocketNotifier, and other
+    /// event loops. It belongs to the job, which closes it. Negative when the system has no descriptor left.
+    int doneDescriptor();
+
     /// Returns whether the work is done or was cancelled.
     bool isDone() const;
 

@@ -39,6 +39,10 @@ enum class SandboxLayers
     Landlock,
     CallFilter
 };
+
+/// Does the same with some of the layers.
+/// @param readableFiles  as above
+/// @param layers         those to use
 VFISOLATION_EXPORT SandboxState enterSandbox(const std::vector<std::string>& readableFiles,
                                              SandboxLayers layers);
 

@@ -10,21 +10,26 @@
 
 namespace vfScene {
 
+/// Points of a vertex array whose extent in any direction is that of all vertices, to within one hundredth: some thousands
+/// for millions of vertices.
 using ConvexHull = std::vector<osg::Vec3>;
 
-/// Points of an array between which all others lie, more or less: seen from any side, what they span differs from what all
-/// span by less than a hundredth of its size. Of millions of points there are some thousands left.
-///
-/// They are worked out once for an array, and remembered as long as it stays as it is. For the thread of the program.
+/// Returns the hull of an array, computed at the first call and remembered until the array changes or is destroyed. Only for
+/// the thread that shows scenes.
+/// @param points  the array
 VFSCENE_EXPORT std::shared_ptr<const ConvexHull> hullOf(const osg::Vec3Array& points);
 
-/// The same, ahead of time: works them out, on any thread.
+/// Computes the hull of an array. May be called on any thread; pass the result to rememberHull() afterwards.
+/// @param points  the array
 VFSCENE_EXPORT std::shared_ptr<const ConvexHull> computeHull(const osg::Vec3Array& points);
 
-/// Returns whether there are so many points that their hull is kept; that of fewer is worked out whenever it is wanted.
+/// Returns whether an array is so large that hullOf() remembers its hull; computing that of a small one again is cheap.
+/// @param points  the array
 VFSCENE_EXPORT bool isHullKept(const osg::Vec3Array& points);
 
-/// Has hullOf() find what was worked out.
+/// Makes hullOf() return a hull that was computed before.
+/// @param points  the array
+/// @param hull    the result of computeHull() for it
 VFSCENE_EXPORT void rememberHull(const osg::Vec3Array& points, const std::shared_ptr<const ConvexHull>& hull);
 
 } // namespace vfScene

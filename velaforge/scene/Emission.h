@@ -10,13 +10,14 @@
 
 namespace vfScene {
 
-/// The texture unit of what a surface emits. The picture of it is added to the lit surface.
+/// The texture unit of emission, which is added to the lit surface.
 constexpr unsigned int emissionUnit = 1;
 
-/// Makes surfaces emit the picture, each pixel multiplied by a colour. Surfaces need texture coordinates for the unit.
-/// @param image  null for one colour everywhere, which no other texture darkens
-/// @param color  nothing is done for black
-/// @return the texture; null where nothing was done
+/// Adds an emission texture to a state. Surfaces need texture coordinates for `emissionUnit`.
+/// @param state  changed in place
+/// @param image  the texture's image; null for one colour everywhere, which no other texture darkens
+/// @param color  a factor for each pixel; black adds no texture
+/// @return the texture, owned by @p state; null when none was added
 VFSCENE_EXPORT osg::Texture2D* addEmission(osg::StateSet& state, const osg::Image* image,
                                            const osg::Vec3& color);
 

@@ -5,9 +5,9 @@
 
 namespace vfScene {
 
-/// Has objects of OpenSceneGraph made from now on keep room for a few graphics contexts, and take more when they are drawn in
-/// more. They keep it for 32 otherwise, which is a quarter of the memory of a model of many small parts, and a third of the
-/// time to make them. To be called before there are any.
+/// Makes OpenSceneGraph's objects reserve room for a few graphics contexts instead of 32; they grow when they are drawn in
+/// more. For a model of many small parts this saves a quarter of the memory and a third of the time to create them. Must be
+/// called before the first scene is made.
 VFSCENE_EXPORT void expectFewGraphicsContexts();
 
 } // namespace vfScene

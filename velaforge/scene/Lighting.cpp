@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/scene/Lighting.h>
 
-#include <velaforge/scene/Lamps.h>
+#include <velaforge/scene/Lights.h>
 #include <velaforge/scene/Normals.h>
 
 #include <osg/Geometry>

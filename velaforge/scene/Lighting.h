@@ -9,8 +9,9 @@ class Node;
 
 namespace vfScene {
 
-/// Has light fall on all that a scene shows: lines and points, which cannot be lit, shine by themselves, surfaces without
-/// normals get some, and normals that point away from the side that is seen are turned.
+/// Prepares a scene so that light shows all of it: computes missing normals, turns normals that point away from the visible
+/// side of their face, and makes lines and points, which light does not reach, show their own colour.
+/// @param scene  changed in place
 VFSCENE_EXPORT void prepareLighting(osg::Node& scene);
 
 } // namespace vfScene

@@ -9,11 +9,11 @@ class Geometry;
 
 namespace vfScene {
 
-/// Gives the surfaces of a geometry normals, in place of what it has.
+/// Replaces the normals of the faces of a geometry.
 ///
-/// Faces that meet at a point become one curved surface there where they meet at less than the angle; elsewhere there is
-/// an edge, and the point is doubled. Surfaces become triangles, each primitive set by itself; lines and points stay as
-/// they are.
+/// Adjacent faces are smooth where they meet at less than the crease angle; elsewhere the edge is sharp, and its vertices are
+/// duplicated. Each primitive set with faces becomes one of triangles; lines and points stay as they are.
+/// @param geometry     changed in place
 /// @param creaseAngle  in radians
 VFSCENE_EXPORT void makeNormals(osg::Geometry& geometry, double creaseAngle);
 

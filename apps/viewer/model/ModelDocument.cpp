@@ -5,17 +5,16 @@
 #include "model/ModelView.h"
 #include "model/SceneCommands.h"
 #include "model/ViewerSettings.h"
-#include <velaforge/formats/FormatLosses.h>
-#include <velaforge/formats/ModelFiles.h>
-#include <velaforge/formats/ModelWriter.h>
-#include <velaforge/formats/ReadJob.h>
-#include <velaforge/formats/SaveJob.h>
 
 #include <velaforge/base/ClassInfo.h>
 #include <velaforge/commands/Command.h>
 #include <velaforge/commands/CommandProcessor.h>
 #include <velaforge/documents/DocManager.h>
 #include <velaforge/documents/View.h>
+#include <velaforge/formats/FormatLosses.h>
+#include <velaforge/formats/ModelFiles.h>
+#include <velaforge/formats/ReadJob.h>
+#include <velaforge/formats/WriteJob.h>
 
 #include <osgDB/FileNameUtils>
 
@@ -341,9 +340,9 @@ vfBase::WriteResult ModelDocument::doSaveDocument(const vfBase::VfString& path,
     std::string reason = vfFormats::writeError(path.str());
     bool isCancelled = false;
     if (reason.empty()) {
-        vfFormats::SaveJob job(scene(), path.str(), !m_animation.isEmpty());
+        vfFormats::WriteJob job(scene(), path.str(), !m_animation.isEmpty());
         wait(job, true);
-        reason = job.reason();
+        reason = job.outcome().reason;
         isCancelled = job.isCancelled();
     }
     if (reason.empty()) {

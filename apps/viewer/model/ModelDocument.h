@@ -5,9 +5,9 @@
 #include "model/Measurement.h"
 #include "model/ModelAnimation.h"
 #include "model/ModelScene.h"
-#include <velaforge/formats/ReadJob.h>
 
 #include <velaforge/documents/Document.h>
+#include <velaforge/formats/ReadJob.h>
 
 #include <osg/Matrixd>
 #include <osg/Vec3d>

@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The commands that menus, toolbars and "--invoke" know by name.
 #include "model/NamedCommands.h"
-
 #include "model/ModelDocument.h"
 #include "model/ModelView.h"
-#include <velaforge/formats/ModelFiles.h>
 
 #include <velaforge/application/Application.h>
 #include <velaforge/base/ClassInfo.h>
@@ -13,6 +11,7 @@
 #include <velaforge/commands/CommandProcessor.h>
 #include <velaforge/documents/DocManager.h>
 #include <velaforge/documents/View.h>
+#include <velaforge/formats/ModelFiles.h>
 
 #include <algorithm>
 #include <cmath>

@@ -4,7 +4,8 @@
 #include "model/Decorations.h"
 #include "model/ModelScene.h"
 #include "model/ViewerSettings.h"
-#include <velaforge/scene/Lamps.h>
+
+#include <velaforge/scene/Lights.h>
 
 #include <osg/ClipPlane>
 #include <osg/ComputeBoundsVisitor>
@@ -155,7 +156,7 @@ ShownScene::ShownScene(ModelScene& model)
     : m_model(&model),
       m_root(new osg::Group),
       m_lamps(new osg::Group),
-      m_contrast(makeLamp(vfScene::Lamps::contrast, {0, 0, 1}, 0, 0, true)),
+      m_contrast(makeLamp(vfScene::LightNumbers::contrast, {0, 0, 1}, 0, 0, true)),
       m_content(new osg::ClipNode),
       m_decorations(new osg::Group),
       m_measurements(new osg::Group)
@@ -236,15 +237,15 @@ void ShownScene::updateLamps()
     m_lamps->removeChildren(0, m_lamps->getNumChildren());
     m_lamps->addChild(m_contrast);
     if (m_style.lightFollowsCamera) {
-        m_lamps->addChild(makeLamp(vfScene::Lamps::key, {-0.45f, 0.75f, 1.0f}, 0.60f, 0.5f, true));
-        m_lamps->addChild(makeLamp(vfScene::Lamps::side, {0.80f, 0.10f, 0.60f}, 0.16f, 0.0f, true));
+        m_lamps->addChild(makeLamp(vfScene::LightNumbers::key, {-0.45f, 0.75f, 1.0f}, 0.60f, 0.5f, true));
+        m_lamps->addChild(makeLamp(vfScene::LightNumbers::side, {0.80f, 0.10f, 0.60f}, 0.16f, 0.0f, true));
         // From below and behind the camera: every face that is seen gets some of it.
-        m_lamps->addChild(makeLamp(vfScene::Lamps::fill, {-0.10f, -0.60f, 1.0f}, 0.16f, 0.0f, true));
+        m_lamps->addChild(makeLamp(vfScene::LightNumbers::fill, {-0.10f, -0.60f, 1.0f}, 0.16f, 0.0f, true));
     } else {
         // As seen from the upper right corner in front, where models are looked at first.
-        m_lamps->addChild(makeLamp(vfScene::Lamps::key, {0.35f, -1.0f, 1.0f}, 0.60f, 0.5f, false));
-        m_lamps->addChild(makeLamp(vfScene::Lamps::side, {1.0f, 0.2f, 0.5f}, 0.18f, 0.0f, false));
-        m_lamps->addChild(makeLamp(vfScene::Lamps::fill, {-0.6f, 1.0f, -0.7f}, 0.22f, 0.0f, false));
+        m_lamps->addChild(makeLamp(vfScene::LightNumbers::key, {0.35f, -1.0f, 1.0f}, 0.60f, 0.5f, false));
+        m_lamps->addChild(makeLamp(vfScene::LightNumbers::side, {1.0f, 0.2f, 0.5f}, 0.18f, 0.0f, false));
+        m_lamps->addChild(makeLamp(vfScene::LightNumbers::fill, {-0.6f, 1.0f, -0.7f}, 0.22f, 0.0f, false));
     }
 }
 
@@ -257,9 +258,10 @@ void ShownScene::updateFileLamps()
         m_model->root().accept(found);
     const bool isFromFile = !found.numbers.empty();
     osg::StateSet& state = *m_root->getOrCreateStateSet();
-    for (const int lamp : {vfScene::Lamps::key, vfScene::Lamps::side, vfScene::Lamps::fill})
+    for (const int lamp :
+         {vfScene::LightNumbers::key, vfScene::LightNumbers::side, vfScene::LightNumbers::fill})
         state.setMode(GL_LIGHT0 + static_cast<GLenum>(lamp), isFromFile ? switchedOff : overriding);
-    for (int lamp = 0; lamp < vfScene::Lamps::ofFile; ++lamp) {
+    for (int lamp = 0; lamp < vfScene::LightNumbers::ofFile; ++lamp) {
         const GLenum mode = GL_LIGHT0 + static_cast<GLenum>(lamp);
         if (found.numbers.count(lamp))
             state.setMode(mode, osg::StateAttribute::ON);

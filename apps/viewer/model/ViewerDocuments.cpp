@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "model/ViewerDocuments.h"
 
-#include <velaforge/formats/ModelFiles.h>
-#include <velaforge/formats/ReadJob.h>
-
 #include <velaforge/base/ApplicationInfo.h>
 #include <velaforge/base/ClassInfo.h>
 #include <velaforge/base/FileNames.h>
 #include <velaforge/base/Printable.h>
 #include <velaforge/base/Version.h>
 #include <velaforge/documents/DocTemplate.h>
+#include <velaforge/formats/ModelFiles.h>
+#include <velaforge/formats/ReadJob.h>
 
 #include <osgDB/FileNameUtils>
 

@@ -7,14 +7,14 @@
 #include "qt/LoadDialog.h"
 #include "qt/QtModelView.h"
 #include "qt/StatusSummary.h"
-#include <velaforge/formats/FormatList.h>
-#include <velaforge/formats/FormatLosses.h>
-#include <velaforge/formats/ModelWriter.h>
-#include <velaforge/formats/ReadJob.h>
 
 #include <velaforge/application/Application.h>
 #include <velaforge/base/FileNames.h>
 #include <velaforge/documents/View.h>
+#include <velaforge/formats/FormatList.h>
+#include <velaforge/formats/FormatLosses.h>
+#include <velaforge/formats/ModelFiles.h>
+#include <velaforge/formats/ReadJob.h>
 #include <velaforge/qt/PlainText.h>
 #include <velaforge/qt/QtApplication.h>
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <velaforge/formats/Export.h>
-
 #include <velaforge/formats/internal/FlatFields.h>
 
 #include <osg/Array>

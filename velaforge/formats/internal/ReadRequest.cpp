@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/formats/internal/ReadRequest.h>
 
+#include <velaforge/formats/ReadJob.h>
 #include <velaforge/formats/internal/InstalledFile.h>
 
 #include <algorithm>
@@ -25,9 +26,24 @@ ReadRequest ReadRequest::of(std::string_view argument)
     return request;
 }
 
+namespace {
+
+std::string& otherProgram()
+{
+    static std::string path;
+    return path;
+}
+
+} // namespace
+
 std::string readerProgram()
 {
-    return installedFile("velaforge-reader");
+    return otherProgram().empty() ? installedFile("velaforge-reader") : otherProgram();
+}
+
+void useReaderProgram(const std::string& path)
+{
+    otherProgram() = path;
 }
 
 std::string joinTexts(const std::vector<std::string>& texts)

@@ -25,7 +25,7 @@ struct VFFORMATS_EXPORT ReadRequest
     static ReadRequest of(std::string_view argument);
 };
 
-/// Returns the path of the executable with the tasks: beside this library, wherever the whole was put.
+/// Returns the path of the executable with the tasks: velaforge-reader, or that of useReaderProgram().
 VFFORMATS_EXPORT std::string readerProgram();
 
 /// Returns texts in one, and what they were.

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/formats/internal/SaveDirectory.h>
 
-#include <velaforge/formats/internal/SideNames.h>
-
 #include <velaforge/base/ReplaceFile.h>
+#include <velaforge/formats/internal/SideNames.h>
 
 #include <osgDB/FileNameUtils>
 

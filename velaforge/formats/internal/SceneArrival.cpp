@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include <velaforge/formats/internal/SceneTransfer.h>
-
 #include <velaforge/base/LaunchPolicy.h>
 #include <velaforge/formats/internal/FlatArrays.h>
 #include <velaforge/formats/internal/FlatScene.h>
-#include <velaforge/formats/internal/ValidateScene.h>
+#include <velaforge/formats/internal/SceneTransfer.h>
 #include <velaforge/formats/internal/TransferBytes.h>
 #include <velaforge/formats/internal/TransferParts.h>
+#include <velaforge/formats/internal/ValidateScene.h>
 
 #include <osg/Geometry>
 

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include <velaforge/formats/internal/SceneTransfer.h>
-
 #include <velaforge/formats/internal/FlatArrays.h>
 #include <velaforge/formats/internal/FlatScene.h>
+#include <velaforge/formats/internal/SceneTransfer.h>
 #include <velaforge/formats/internal/TransferBytes.h>
 #include <velaforge/formats/internal/TransferParts.h>
 

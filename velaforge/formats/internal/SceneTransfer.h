@@ -2,7 +2,6 @@
 #pragma once
 
 #include <velaforge/formats/Export.h>
-
 #include <velaforge/formats/ReadOutcome.h>
 #include <velaforge/formats/internal/FlatScene.h>
 #include <velaforge/formats/internal/LargeArrayOwner.h>

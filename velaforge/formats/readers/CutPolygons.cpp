@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/formats/readers/CutPolygons.h>
 
-#include <velaforge/scene/Polygon.h>
+#include <velaforge/scene/Triangulate.h>
 
 #include <osg/Geometry>
 #include <osg/NodeVisitor>

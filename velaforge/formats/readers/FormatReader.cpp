@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include <velaforge/formats/readers/FormatReader.h>
 
+#include <velaforge/base/Printable.h>
 #include <velaforge/formats/FormatCode.h>
 #include <velaforge/formats/FormatList.h>
 #include <velaforge/formats/readers/AssimpLibrary.h>
 #include <velaforge/formats/readers/FileGate.h>
 #include <velaforge/formats/readers/UpAxis.h>
 #include <velaforge/formats/readers/WhyNotShown.h>
-
-#include <velaforge/base/Printable.h>
 
 #include <osgDB/Registry>
 

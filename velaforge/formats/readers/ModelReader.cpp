@@ -2,11 +2,11 @@
 #include <velaforge/formats/readers/ModelReader.h>
 
 #include <velaforge/formats/Format.h>
+#include <velaforge/formats/ModelFiles.h>
 #include <velaforge/formats/internal/SideFileSearch.h>
 #include <velaforge/formats/internal/ValidateScene.h>
 #include <velaforge/formats/readers/CutPolygons.h>
 #include <velaforge/formats/readers/FileCheck.h>
-#include <velaforge/formats/ModelFiles.h>
 #include <velaforge/formats/readers/FileGate.h>
 #include <velaforge/formats/readers/FormatReader.h>
 #include <velaforge/formats/readers/PassiveScene.h>
@@ -16,8 +16,8 @@
 #include <velaforge/formats/readers/TrialFrame.h>
 #include <velaforge/formats/readers/UpAxis.h>
 #include <velaforge/formats/readers/WhyNotShown.h>
-#include <velaforge/scene/Lamps.h>
 #include <velaforge/scene/Lighting.h>
+#include <velaforge/scene/Lights.h>
 
 #include <osg/Geode>
 #include <osg/Geometry>
@@ -88,11 +88,11 @@ ReadOutcome readByRule(const std::string& path)
     }
     if (!format->keepsScenes)
         vfScene::brightenShade(*outcome.scene);
-    const std::size_t surplus = vfScene::removeSurplusLamps(*outcome.scene);
+    const std::size_t surplus = vfScene::removeSurplusLights(*outcome.scene);
     if (surplus > 0)
         outcome.warnings.push_back(std::to_string(surplus) + (surplus == 1 ? " lamp is" : " lamps are") +
                                    " left out: the viewer has room for " +
-                                   std::to_string(vfScene::Lamps::ofFile));
+                                   std::to_string(vfScene::LightNumbers::ofFile));
     if (!format->hasNormals)
         vfScene::prepareLighting(*outcome.scene);
     if (format->hasYUp)
@@ -125,8 +125,7 @@ ReadOutcome parseModel(const std::string& path, const std::vector<std::string>& 
 ReadOutcome readImageOnQuad(const std::string& path)
 {
     ReadOutcome outcome;
-    outcome.reason =
-        isImageFile(path) ? FileGate::readError(path) : "not an image format that can be read";
+    outcome.reason = isImageFile(path) ? FileGate::readError(path) : "not an image format that can be read";
     if (outcome.reason.empty() && !hasReaderOf(*formatOf(path)))
         outcome.reason = noReader;
     if (!outcome.reason.empty())

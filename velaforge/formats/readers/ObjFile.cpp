@@ -4,7 +4,7 @@
 #include <velaforge/formats/internal/PlainText.h>
 #include <velaforge/formats/internal/TextScanner.h>
 #include <velaforge/formats/readers/ReadProgress.h>
-#include <velaforge/scene/Polygon.h>
+#include <velaforge/scene/Triangulate.h>
 
 #include <algorithm>
 #include <map>

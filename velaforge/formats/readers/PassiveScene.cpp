@@ -3,7 +3,7 @@
 
 #include <velaforge/formats/internal/FlatKinds.h>
 #include <velaforge/formats/internal/FlatScene.h>
-#include <velaforge/scene/Mirrored.h>
+#include <velaforge/scene/MirrorCallback.h>
 
 #include <osg/Drawable>
 #include <osg/Group>

@@ -6,7 +6,7 @@
 #include <velaforge/formats/readers/MappedFile.h>
 #include <velaforge/formats/readers/PlyFile.h>
 #include <velaforge/formats/readers/ReadProgress.h>
-#include <velaforge/scene/Polygon.h>
+#include <velaforge/scene/Triangulate.h>
 
 #include <osg/Geode>
 #include <osg/Geometry>

@@ -11,10 +11,9 @@
 #include <velaforge/formats/readers/Quiet.h>
 #include <velaforge/formats/readers/ReadProgress.h>
 #include <velaforge/formats/writers/FormatWriter.h>
-#include <velaforge/scene/GraphicsContexts.h>
-
 #include <velaforge/isolation/Helper.h>
 #include <velaforge/isolation/SharedBytes.h>
+#include <velaforge/scene/GraphicsContexts.h>
 
 #include <string>
 #include <string_view>

@@ -3,10 +3,10 @@
 
 #include <velaforge/formats/Format.h>
 #include <velaforge/formats/FormatCode.h>
+#include <velaforge/formats/ModelFiles.h>
 #include <velaforge/formats/internal/CheckedFile.h>
 #include <velaforge/formats/internal/SceneImages.h>
 #include <velaforge/formats/internal/SideNames.h>
-#include <velaforge/formats/ModelFiles.h>
 #include <velaforge/formats/readers/FileGate.h>
 #include <velaforge/formats/readers/Quiet.h>
 #include <velaforge/formats/writers/WritableScene.h>

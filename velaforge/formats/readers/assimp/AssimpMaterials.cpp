@@ -5,7 +5,7 @@
 #include <velaforge/formats/readers/FileGate.h>
 #include <velaforge/formats/readers/ImageFiles.h>
 #include <velaforge/scene/Emission.h>
-#include <velaforge/scene/Lamps.h>
+#include <velaforge/scene/Lights.h>
 
 #include <osg/AlphaFunc>
 #include <osg/BlendFunc>

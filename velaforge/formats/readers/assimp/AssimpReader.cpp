@@ -50,10 +50,7 @@ public:
         : m_inMemory(inMemory), m_directory(std::move(directory))
     {}
 
-    bool Exists(const char* file) const override
-    {
-        return find(file) || FileGate::readError(file).empty();
-    }
+    bool Exists(const char* file) const override { return find(file) || FileGate::readError(file).empty(); }
 
     Assimp::IOStream* Open(const char* file, const char* mode) override
     {
@@ -302,7 +299,8 @@ ReadOutcome readWithAssimp(const std::string& path)
 } // namespace vfFormats
 
 /// Found by name by readWithAssimpLibrary().
-extern "C" __attribute__((visibility("default"))) void velaforgeRead(const char* path, vfFormats::ReadOutcome* outcome)
+extern "C" __attribute__((visibility("default"))) void velaforgeRead(const char* path,
+                                                                     vfFormats::ReadOutcome* outcome)
 {
     *outcome = vfFormats::readWithAssimp(path);
 }

@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
 // Models that are written: whole or not at all, with the files that belong to them, whatever goes wrong.
-#include <velaforge/formats/SaveJob.h>
-
-#include "support/Reading.h"
-
 #include "support/LargeModels.h"
 #include "support/Models.h"
+#include "support/Reading.h"
 #include "support/ThreadSanitizer.h"
+
 #include <velaforge/formats/FormatLosses.h>
-#include <velaforge/formats/ModelWriter.h>
+#include <velaforge/formats/ModelFiles.h>
+#include <velaforge/formats/WriteJob.h>
 #include <velaforge/formats/internal/ModelMeasure.h>
 #include <velaforge/formats/internal/SaveDirectory.h>
 #include <velaforge/formats/internal/WriteRequest.h>
@@ -48,21 +47,21 @@ namespace fs = std::filesystem;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using vfFormats::measureModel;
-using vfFormats::SaveJob;
+using vfFormats::WriteJob;
 using vfTest::readFile;
 
 namespace {
 
-class SaveJobs : public vfTest::Reading
+class WriteJobs : public vfTest::Reading
 {
 protected:
     /// @return why it was not saved
     static std::string save(osg::Node& scene, const std::string& path)
     {
-        SaveJob job(scene, path, false);
+        WriteJob job(scene, path, false);
         while (!job.wait(1000)) {
         }
-        return job.reason();
+        return job.outcome().reason;
     }
 
     std::set<std::string> names() const
@@ -232,7 +231,7 @@ std::vector<Kind> kinds()
     };
 }
 
-class SavedKinds : public SaveJobs, public testing::WithParamInterface<Kind>
+class SavedKinds : public WriteJobs, public testing::WithParamInterface<Kind>
 {};
 
 /// A program in a process of its own. @return its exit status
@@ -272,7 +271,7 @@ TEST_P(SavedKinds, AreSavedWholeInEveryFormat)
 INSTANTIATE_TEST_SUITE_P(All, SavedKinds, testing::ValuesIn(kinds()),
                          [](const auto& tested) { return std::string(tested.param.name); });
 
-TEST_F(SaveJobs, AFileWithoutOneTriangleOrOnePointIsNotWhole)
+TEST_F(WriteJobs, AFileWithoutOneTriangleOrOnePointIsNotWhole)
 {
     const osg::ref_ptr<osg::Group> model = new osg::Group;
     for (int i = 0; i < 10; ++i)
@@ -285,7 +284,7 @@ TEST_F(SaveJobs, AFileWithoutOneTriangleOrOnePointIsNotWhole)
     EXPECT_FALSE(hasEverything(whole, measureModel(*model, 0), false)) << "elsewhere";
 }
 
-TEST_F(SaveJobs, UnderALimitOfTheSizeOfFilesTheFileIsTheFormerOneOrWhole)
+TEST_F(WriteJobs, UnderALimitOfTheSizeOfFilesTheFileIsTheFormerOneOrWhole)
 {
     const std::string model = vfTest::signpost("obj");
     std::istringstream formats(vfFormats::writableFormats());
@@ -315,7 +314,7 @@ TEST_F(SaveJobs, UnderALimitOfTheSizeOfFilesTheFileIsTheFormerOneOrWhole)
     EXPECT_THAT(names(), testing::Each(testing::Not(HasSubstr("save")))) << "a draft is left";
 }
 
-TEST_F(SaveJobs, CoordinatesInAnAc3dFileHaveAllTheirDigits)
+TEST_F(WriteJobs, CoordinatesInAnAc3dFileHaveAllTheirDigits)
 {
     const osg::ref_ptr<osg::MatrixTransform> far =
         new osg::MatrixTransform(osg::Matrix::translate(1234567.25, 0.123456789, 0));
@@ -372,7 +371,7 @@ std::size_t countNormals(osg::Node& scene)
 
 } // namespace
 
-TEST_F(SaveJobs, AnAc3dFileKeepsRoundSurfacesAndSharpEdges)
+TEST_F(WriteJobs, AnAc3dFileKeepsRoundSurfacesAndSharpEdges)
 {
     for (const bool isSmooth : {true, false}) {
         const std::string path = directory.file("fold.ac");
@@ -381,7 +380,7 @@ TEST_F(SaveJobs, AnAc3dFileKeepsRoundSurfacesAndSharpEdges)
     }
 }
 
-TEST_F(SaveJobs, AnAc3dFileHasTheTextureWhereTheModelHasItAndTheTransparency)
+TEST_F(WriteJobs, AnAc3dFileHasTheTextureWhereTheModelHasItAndTheTransparency)
 {
     const osg::ref_ptr<osg::Image> image = new osg::Image;
     image->allocateImage(2, 2, 1, GL_RGB, GL_UNSIGNED_BYTE);
@@ -406,7 +405,7 @@ TEST_F(SaveJobs, AnAc3dFileHasTheTextureWhereTheModelHasItAndTheTransparency)
     EXPECT_THAT(file, HasSubstr("refs 4\n0 0 0\n1 2 0\n2 2 3\n3 0 3\n"));
 }
 
-TEST_F(SaveJobs, ADxfFileHasTheNearestColoursOfTheFormat)
+TEST_F(WriteJobs, ADxfFileHasTheNearestColoursOfTheFormat)
 {
     const std::map<std::string, osg::Vec4> colors = {
         {"10", {1, 0, 0, 1}},  {"92", {0, 0.6f, 0, 1}}, {"171", {0.5f, 0.5f, 1, 1}},
@@ -418,7 +417,7 @@ TEST_F(SaveJobs, ADxfFileHasTheNearestColoursOfTheFormat)
     }
 }
 
-TEST_F(SaveJobs, OnAFullDiskTheFormerModelStaysWithItsFiles)
+TEST_F(WriteJobs, OnAFullDiskTheFormerModelStaysWithItsFiles)
 {
     const std::string disk = directory.file("disk");
     fs::create_directory(disk);
@@ -437,7 +436,7 @@ TEST_F(SaveJobs, OnAFullDiskTheFormerModelStaysWithItsFiles)
     umount(disk.c_str());
 }
 
-TEST_F(SaveJobs, AColourThatReplacesThoseBelowItIsWritten)
+TEST_F(WriteJobs, AColourThatReplacesThoseBelowItIsWritten)
 {
     const osg::ref_ptr<osg::Group> scene = new osg::Group;
     scene->addChild(makeColored({1, 0, 0, 1}));
@@ -470,7 +469,7 @@ TEST_F(SaveJobs, AColourThatReplacesThoseBelowItIsWritten)
     }
 }
 
-TEST_F(SaveJobs, MaterialsOfOthersAreNotOverwritten)
+TEST_F(WriteJobs, MaterialsOfOthersAreNotOverwritten)
 {
     directory.write("boat.mtl", "newmtl theirs\n");
     EXPECT_EQ("", save(*makeColored({1, 0, 0, 1}), directory.file("boat.obj")));
@@ -479,7 +478,7 @@ TEST_F(SaveJobs, MaterialsOfOthersAreNotOverwritten)
     EXPECT_THAT(readFile(directory.file("boat-2.mtl")), HasSubstr("Kd 1 0 0\n"));
 }
 
-TEST_F(SaveJobs, AModelThatIsSavedAgainHasOneFileOfMaterials)
+TEST_F(WriteJobs, AModelThatIsSavedAgainHasOneFileOfMaterials)
 {
     for (const float green : {0.0f, 0.5f, 1.0f}) {
         EXPECT_EQ("", save(*makeColored({1, green, 0, 1}), directory.file("boat.obj")));
@@ -492,7 +491,7 @@ TEST_F(SaveJobs, AModelThatIsSavedAgainHasOneFileOfMaterials)
     EXPECT_THAT(names(), ElementsAre("boat.obj"));
 }
 
-TEST_F(SaveJobs, UntilTheModelIsInItsPlaceTheFormerOneHasItsMaterials)
+TEST_F(WriteJobs, UntilTheModelIsInItsPlaceTheFormerOneHasItsMaterials)
 {
     const std::string path = directory.file("boat.obj");
     EXPECT_EQ("", save(*makeColored({1, 0, 0, 1}), path));
@@ -508,7 +507,7 @@ TEST_F(SaveJobs, UntilTheModelIsInItsPlaceTheFormerOneHasItsMaterials)
     EXPECT_EQ(2u, names().size());
 }
 
-TEST_F(SaveJobs, ImagesComeWithTheModelUnderNamesThatAreFree)
+TEST_F(WriteJobs, ImagesComeWithTheModelUnderNamesThatAreFree)
 {
     const osg::ref_ptr<osg::Node> boat = read(VELAFORGE_SOURCE_DIR "/models/sailboat.obj").scene;
     ASSERT_TRUE(boat);
@@ -527,7 +526,7 @@ TEST_F(SaveJobs, ImagesComeWithTheModelUnderNamesThatAreFree)
                 ElementsAre("boat.3ds", "boat.ac", "boat.mtl", "boat.obj", "sail-2.png", "sail.png"));
 }
 
-TEST_F(SaveJobs, ModeAndLinksOfTheFormerFileStay)
+TEST_F(WriteJobs, ModeAndLinksOfTheFormerFileStay)
 {
     const std::string path = directory.write("real.stl", "before");
     fs::create_symlink("real.stl", directory.file("link.stl"));
@@ -546,7 +545,7 @@ TEST_F(SaveJobs, ModeAndLinksOfTheFormerFileStay)
     EXPECT_EQ("before", readFile(directory.file("other.stl"))) << "as replaceFile() has it";
 }
 
-TEST_F(SaveJobs, DraftsOfProgramsThatWereKilledVanishAndThoseInUseStay)
+TEST_F(WriteJobs, DraftsOfProgramsThatWereKilledVanishAndThoseInUseStay)
 {
     const std::string abandoned = directory.file(".velaforge-save-abcdef");
     fs::create_directory(abandoned);
@@ -559,7 +558,7 @@ TEST_F(SaveJobs, DraftsOfProgramsThatWereKilledVanishAndThoseInUseStay)
     EXPECT_TRUE(fs::exists(fs::path(used.draft()).parent_path()));
 }
 
-TEST_F(SaveJobs, CancelLeavesTheFileAndNoDraft)
+TEST_F(WriteJobs, CancelLeavesTheFileAndNoDraft)
 {
     const std::string hills = directory.file("hills.stl");
     vfTest::writeHills(hills, 400000);
@@ -567,30 +566,30 @@ TEST_F(SaveJobs, CancelLeavesTheFileAndNoDraft)
     ASSERT_TRUE(large);
     const std::string path = directory.write("model.osgt", "before");
     {
-        SaveJob job(*large, path, false);
+        WriteJob job(*large, path, false);
         EXPECT_FALSE(job.isDone());
         while (job.progress() < 0.1 && !job.isDone())
             job.wait(1);
         job.cancel();
         EXPECT_TRUE(job.isDone());
         EXPECT_TRUE(job.isCancelled());
-        EXPECT_NE("", job.reason());
+        EXPECT_NE("", job.outcome().reason);
     }
     vfIsolation::Job::waitForThreads();
     EXPECT_EQ("before", readFile(path));
     EXPECT_THAT(names(), ElementsAre("hills.stl", "model.osgt"));
 }
 
-TEST_F(SaveJobs, TheSceneMayChangeWhileItIsWrittenAndKeepsItsArrays)
+TEST_F(WriteJobs, TheSceneMayChangeWhileItIsWrittenAndKeepsItsArrays)
 {
     const osg::ref_ptr<osg::Group> scene = new osg::Group;
     scene->addChild(makeColored({1, 0, 0, 1}));
     const std::string path = directory.file("model.osgb");
-    SaveJob job(*scene, path, false);
+    WriteJob job(*scene, path, false);
     scene->removeChildren(0, 1);
     while (!job.wait(1000)) {
     }
-    EXPECT_EQ("", job.reason());
+    EXPECT_EQ("", job.outcome().reason);
     EXPECT_EQ(1u, measureModel(*read(path).scene, 0).triangles);
     const std::string hills = directory.file("hills.stl");
     vfTest::writeHills(hills, 2000);
@@ -600,7 +599,7 @@ TEST_F(SaveJobs, TheSceneMayChangeWhileItIsWrittenAndKeepsItsArrays)
     EXPECT_EQ(before.triangles, measureModel(*large, 0).triangles) << "the model that is shown";
 }
 
-TEST_F(SaveJobs, WhatTheSceneSharesIsWrittenOnce)
+TEST_F(WriteJobs, WhatTheSceneSharesIsWrittenOnce)
 {
     osg::ref_ptr<osg::Node> scene = makeColored({1, 0, 0, 1});
     for (int i = 0; i < 14; ++i) { // 16384 places of one triangle
@@ -614,7 +613,7 @@ TEST_F(SaveJobs, WhatTheSceneSharesIsWrittenOnce)
     EXPECT_LT(fs::file_size(path), 20000u);
 }
 
-TEST_F(SaveJobs, AModelCanBeWrittenToAPipe)
+TEST_F(WriteJobs, AModelCanBeWrittenToAPipe)
 {
     const std::string pipe = directory.file("pipe.stl");
     ASSERT_EQ(0, mkfifo(pipe.c_str(), 0600));
@@ -626,7 +625,7 @@ TEST_F(SaveJobs, AModelCanBeWrittenToAPipe)
     EXPECT_TRUE(fs::is_fifo(pipe));
 }
 
-TEST_F(SaveJobs, ADraftThatIsGoneIsAFailureWhereTheTargetIsAPipe)
+TEST_F(WriteJobs, ADraftThatIsGoneIsAFailureWhereTheTargetIsAPipe)
 {
     const std::string pipe = directory.file("pipe.stl");
     ASSERT_EQ(0, mkfifo(pipe.c_str(), 0600));
@@ -635,12 +634,12 @@ TEST_F(SaveJobs, ADraftThatIsGoneIsAFailureWhereTheTargetIsAPipe)
     EXPECT_THAT(drafts.commit(), HasSubstr("No such file"));
 }
 
-TEST_F(SaveJobs, WhereThereIsNoFolderTheReasonIsTold)
+TEST_F(WriteJobs, WhereThereIsNoFolderTheReasonIsTold)
 {
     EXPECT_THAT(save(*makeColored({1, 0, 0, 1}), directory.file("missing/a.obj")), HasSubstr("No such file"));
 }
 
-TEST_F(SaveJobs, WhatAWriterSendsIsFilesWithTheNamesOfImagesOrRefused)
+TEST_F(WriteJobs, WhatAWriterSendsIsFilesWithTheNamesOfImagesOrRefused)
 {
     std::vector<vfFormats::SideFile> files;
     const std::string sound = vfFormats::packSideFiles({{"a.png", "picture"}, {"b c.jpg", ""}});

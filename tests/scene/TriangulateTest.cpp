@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include <velaforge/scene/Polygon.h>
+#include <velaforge/scene/Triangulate.h>
+
+#include <osg/Vec3d>
 
 #include <gmock/gmock.h>
 
@@ -46,27 +48,27 @@ void expectCovered(const std::vector<osg::Vec3>& points)
 
 } // namespace
 
-TEST(Polygon, AConvexOneBecomesAFan)
+TEST(Triangulate, AConvexOneBecomesAFan)
 {
     std::vector<unsigned int> triangles;
     triangulate({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}}, triangles);
     EXPECT_THAT(triangles, ElementsAre(0, 1, 2, 0, 2, 3));
 }
 
-TEST(Polygon, ATriangleIsOne)
+TEST(Triangulate, ATriangleIsOne)
 {
     std::vector<unsigned int> triangles;
     triangulate({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}}, triangles);
     EXPECT_THAT(triangles, ElementsAre(0, 1, 2));
 }
 
-TEST(Polygon, OneWithADentIsCoveredOnce)
+TEST(Triangulate, OneWithADentIsCoveredOnce)
 {
     expectCovered({{0, 0, 0}, {2, 0, 0}, {0.5f, 0.5f, 0}, {0, 2, 0}});
     expectCovered({{0, 0, 0}, {0, 2, 0}, {0.5f, 0.5f, 0}, {2, 0, 0}}); // the other way round
 }
 
-TEST(Polygon, LiesInAnyPlane)
+TEST(Triangulate, LiesInAnyPlane)
 {
     for (const osg::Vec3& x :
          {osg::Vec3(1, 0, 0), osg::Vec3(0, 1, 0), osg::Vec3(0, 0, 1), osg::Vec3(1, 2, -1)}) {
@@ -80,7 +82,7 @@ TEST(Polygon, LiesInAnyPlane)
     }
 }
 
-TEST(Polygon, StarsOfManyCornersAreCoveredOnce)
+TEST(Triangulate, StarsOfManyCornersAreCoveredOnce)
 {
     std::mt19937 random(7);
     std::uniform_real_distribution<float> length(0.2f, 1);
@@ -96,7 +98,7 @@ TEST(Polygon, StarsOfManyCornersAreCoveredOnce)
     }
 }
 
-TEST(Polygon, OneThatCrossesItselfOrHasNoAreaStillGivesItsTriangles)
+TEST(Triangulate, OneThatCrossesItselfOrHasNoAreaStillGivesItsTriangles)
 {
     const std::vector<std::vector<osg::Vec3>> cases = {
         {{0, 0, 0}, {1, 1, 0}, {1, 0, 0}, {0, 1, 0}},

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <velaforge/scene/Mirrored.h>
+#include <velaforge/scene/MirrorCallback.h>
 
 #include <osg/FrontFace>
 #include <osg/RenderInfo>

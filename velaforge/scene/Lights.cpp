@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <velaforge/scene/Lamps.h>
+#include <velaforge/scene/Lights.h>
 
 #include <osg/Geometry>
 #include <osg/LightModel>
@@ -30,7 +30,7 @@ public:
     void apply(osg::Node& node) override
     {
         if (osg::StateSet* state = node.getStateSet()) {
-            for (int lamp = Lamps::ofFile; lamp < Lamps::end; ++lamp) {
+            for (int lamp = LightNumbers::ofFile; lamp < LightNumbers::end; ++lamp) {
                 state->removeMode(modeOf(lamp));
                 state->removeAttribute(osg::StateAttribute::LIGHT, static_cast<unsigned int>(lamp));
             }
@@ -41,7 +41,7 @@ public:
     void apply(osg::LightSource& node) override
     {
         const osg::StateAttribute* light = node.getLight();
-        if (light && light->getMember() >= static_cast<unsigned int>(Lamps::ofFile)) {
+        if (light && light->getMember() >= static_cast<unsigned int>(LightNumbers::ofFile)) {
             node.setLight(nullptr);
             ++count;
         }
@@ -75,7 +75,7 @@ bool hasColors(const osg::Geometry& geometry)
 
 } // namespace
 
-std::size_t removeSurplusLamps(osg::Node& scene)
+std::size_t removeSurplusLights(osg::Node& scene)
 {
     RemoveSurplus visitor;
     scene.accept(visitor);
@@ -113,15 +113,15 @@ void setSelfLit(osg::StateSet& state)
     full->setAmbientIntensity({1, 1, 1, 1});
     state.setAttributeAndModes(full, on);
     state.setMode(GL_LIGHTING, on);
-    for (int lamp = 0; lamp < Lamps::end; ++lamp)
+    for (int lamp = 0; lamp < LightNumbers::end; ++lamp)
         state.setMode(modeOf(lamp), off);
 }
 
 void setSelfLit(osg::Geometry& geometry, const osg::Material* inherited)
 {
     const osg::StateSet* before = geometry.getStateSet();
-    if (before && before->getMode(modeOf(Lamps::contrast)) & osg::StateAttribute::ON &&
-        !(before->getMode(modeOf(Lamps::contrast)) & osg::StateAttribute::INHERIT))
+    if (before && before->getMode(modeOf(LightNumbers::contrast)) & osg::StateAttribute::ON &&
+        !(before->getMode(modeOf(LightNumbers::contrast)) & osg::StateAttribute::INHERIT))
         return; // the file was saved with what this sets
     // Surfaces may share the state.
     const osg::ref_ptr<osg::StateSet> state =
@@ -143,7 +143,8 @@ void setSelfLit(osg::Geometry& geometry, const osg::Material* inherited)
     state->setAttribute(material);
     setSelfLit(*state);
     if (isPlain && !isColored)
-        state->setMode(modeOf(Lamps::contrast), osg::StateAttribute::ON | osg::StateAttribute::PROTECTED);
+        state->setMode(modeOf(LightNumbers::contrast),
+                       osg::StateAttribute::ON | osg::StateAttribute::PROTECTED);
     geometry.setStateSet(state);
     // A point alone has no extent, and would be left out as too small to be seen.
     if (!(geometry.getBound().radius() > 0))

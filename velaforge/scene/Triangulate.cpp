@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <velaforge/scene/Polygon.h>
+#include <velaforge/scene/Triangulate.h>
 
 #include <cmath>
 #include <cstddef>

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include <velaforge/formats/SaveJob.h>
+#include <velaforge/formats/WriteJob.h>
 
+#include <velaforge/base/FileNames.h>
 #include <velaforge/formats/FormatLosses.h>
 #include <velaforge/formats/ModelFiles.h>
-#include <velaforge/formats/ReadJob.h>
 #include <velaforge/formats/internal/CheckedFile.h>
 #include <velaforge/formats/internal/ModelMeasure.h>
+#include <velaforge/formats/internal/ReadInProcess.h>
 #include <velaforge/formats/internal/ReadRequest.h>
 #include <velaforge/formats/internal/SaveDirectory.h>
 #include <velaforge/formats/internal/SceneImages.h>
@@ -14,8 +15,6 @@
 #include <velaforge/formats/internal/SideFileSearch.h>
 #include <velaforge/formats/internal/SideNames.h>
 #include <velaforge/formats/internal/WriteRequest.h>
-
-#include <velaforge/base/FileNames.h>
 #include <velaforge/isolation/IsolatedJob.h>
 #include <velaforge/isolation/SharedMemory.h>
 
@@ -164,6 +163,9 @@ std::string compare(vfIsolation::JobControl& control, const std::string& draft, 
 std::string save(vfIsolation::JobControl& control, const osg::ref_ptr<osg::Node>& scene,
                  const std::string& path, bool isMoving)
 {
+    std::string reason = writeError(path);
+    if (!reason.empty())
+        return reason;
     const std::string format = osgDB::getLowerCaseFileExtension(path);
     const unsigned int lost = featuresLostBy(format);
     const ModelMeasure model = measureModel(*scene, lost);
@@ -172,7 +174,7 @@ std::string save(vfIsolation::JobControl& control, const osg::ref_ptr<osg::Node>
     SaveDirectory directory(path);
     if (!directory.reason().empty())
         return directory.reason();
-    std::string reason = write(control, scene, directory);
+    reason = write(control, scene, directory);
     if (reason.empty())
         reason = compare(control, directory.draft(), model, lost, isMoving && !(lost & Animations));
     if (!reason.empty())
@@ -184,7 +186,7 @@ std::string save(vfIsolation::JobControl& control, const osg::ref_ptr<osg::Node>
 
 } // namespace
 
-SaveJob::SaveJob(const osg::Node& scene, const std::string& path, bool isMoving)
+WriteJob::WriteJob(const osg::Node& scene, const std::string& path, bool isMoving)
     : vfIsolation::Job(path), m_reason(std::make_shared<std::string>(notEnoughMemory))
 {
     osg::ref_ptr<osg::Node> snapshot = snapshotOf(scene, isMoving);
@@ -200,9 +202,21 @@ SaveJob::SaveJob(const osg::Node& scene, const std::string& path, bool isMoving)
     });
 }
 
-std::string SaveJob::reason() const
+WriteOutcome WriteJob::outcome() const
 {
-    return isCancelled() ? "it was cancelled" : *m_reason;
+    WriteOutcome result;
+    result.isCancelled = isCancelled();
+    result.reason = result.isCancelled ? "it was cancelled" : *m_reason;
+    result.isWritten = result.reason.empty();
+    return result;
+}
+
+WriteOutcome writeModel(const osg::Node& scene, const std::string& path)
+{
+    WriteJob job(scene, path);
+    while (!job.wait(1000)) {
+    }
+    return job.outcome();
 }
 
 } // namespace vfFormats
