@@ -34,6 +34,7 @@ struct IsolatedTask
     SandboxLayers layers = SandboxLayers::All; ///< fewer only for tests
 };
 
+/// Why a task has no result.
 enum class IsolationError : std::uint8_t
 {
     None,
