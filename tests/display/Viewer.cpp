@@ -5,12 +5,12 @@
 #include "qt/QtWindowSide.h"
 #include "ui/SceneModule.h"
 #include "ui/ViewerUiSetup.h"
-#include <velaforge/formats/ReadGuard.h>
-#include <velaforge/formats/ReadJob.h>
 
 #include <velaforge/application/ApplicationSetup.h>
 #include <velaforge/base/ApplicationInfo.h>
 #include <velaforge/documents/DocManager.h>
+#include <velaforge/formats/ReadGuard.h>
+#include <velaforge/formats/ReadJob.h>
 #include <velaforge/modules/ModuleRegistry.h>
 #include <velaforge/qt/internal/MainWindow.h>
 
