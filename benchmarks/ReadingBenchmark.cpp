@@ -72,7 +72,7 @@ void manyParts(benchmark::State& state, const std::string& path)
         for (const auto& [points, outline] : outcome.hulls)
             vfScene::rememberHull(*points, outline);
         vfViewer::ModelDocument document;
-        const vfViewer::ModelScene& scene = document.getModelScene();
+        const vfScene::ModelScene& scene = document.getModelScene();
         document.getModelScene().setModel(outcome.scene);
         const auto parts = scene.parts();
         benchmark::DoNotOptimize(scene.othersThan(*parts.front()).size());

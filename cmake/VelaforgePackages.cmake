@@ -58,10 +58,11 @@ velaforge_pkgconfig(vfBase "Object model, containers and settings store of velaF
     openscenegraph-osg openscenegraph-osgDB)
 velaforge_pkgconfig(vfApplication "Application framework of velaFORGE" vfBase)
 velaforge_pkgconfig(vfIsolation "Locked-down processes for work on files that cannot be trusted" vfBase)
-velaforge_pkgconfig(vfScene "Geometry and appearance of 3D models" vfBase openscenegraph-osgUtil openscenegraph-osgAnimation)
+velaforge_pkgconfig(vfScene "3D models without a toolkit" vfApplication
+    openscenegraph-osgUtil openscenegraph-osgAnimation openscenegraph-osgText)
 velaforge_pkgconfig(vfFormats "Reading and writing of 3D models in locked-down processes" vfScene vfIsolation)
 velaforge_pkgconfig(vfFormatReaders "Helper programs that read and write 3D models" vfFormats)
-velaforge_pkgconfig(vfApplicationHeadless "Toolkit side of velaFORGE without a screen" vfApplication)
+velaforge_pkgconfig(vfApplicationHeadless "Toolkit side of velaFORGE without a screen" vfScene)
 if(VELAFORGE_WITH_QT)
     velaforge_pkgconfig(vfApplicationQt "Toolkit side of velaFORGE on Qt" vfApplication Qt6Widgets Qt6OpenGLWidgets)
 endif()

@@ -132,8 +132,8 @@ void readOptions(vfBase::ArgumentParser& parser, ViewerCallback& callback, const
         vfViewer::chooseFileLamps();
     int view = 0;
     if (parser.readOptionParameter("--defaultCameraView", view)) {
-        if (view >= 0 && view < vfViewer::standardViewCount)
-            vfViewer::chooseFirstView(static_cast<vfViewer::StandardView>(view));
+        if (view >= 0 && view < vfScene::standardViewCount)
+            vfViewer::chooseFirstView(static_cast<vfScene::StandardView>(view));
         else
             parser.reportError("--defaultCameraView: there are the views 0 to 9");
     }

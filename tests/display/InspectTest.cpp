@@ -253,8 +253,8 @@ TEST_F(Inspect, ClicksMeasureBetweenCorners)
         viewer.hand.click(placeOf(viewer, "flag"));
         EXPECT_TRUE(viewer.waitFor([&] { return viewer.model()->getMeasurements().size() == 1; }));
         viewer.ui([&] {
-            const vfViewer::Measurement& found = viewer.model()->getMeasurements().front();
-            EXPECT_EQ(vfViewer::MeasureKind::Distance, found.kind);
+            const vfScene::Measurement& found = viewer.model()->getMeasurements().front();
+            EXPECT_EQ(vfScene::MeasureKind::Distance, found.kind);
             EXPECT_LT(1, found.value);
             auto& list = find<QListWidget>(viewer, "measurements");
             ASSERT_EQ(1, list.count());
@@ -331,7 +331,7 @@ TEST_F(Inspect, ThreeClicksMeasureACircleAndThreeOnOnePointNothing)
             Program::pause(100);
         }
         ASSERT_TRUE(viewer.waitFor([&] { return viewer.model()->getMeasurements().size() == 1; }));
-        EXPECT_EQ(vfViewer::MeasureKind::Radius,
+        EXPECT_EQ(vfScene::MeasureKind::Radius,
                   viewer.ui([&] { return viewer.model()->getMeasurements().front().kind; }));
     });
 }

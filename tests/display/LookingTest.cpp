@@ -2,10 +2,10 @@
 // What moves by itself, cameras to come back to, and pictures, with mouse and keyboard.
 #include "Viewer.h"
 
-#include "model/CameraPlaces.h"
 #include "model/ModelView.h"
 #include "model/ViewerSettings.h"
 #include "support/TemporaryDirectory.h"
+#include <velaforge/scene/CameraBookmarks.h>
 
 #include <velaforge/dockwindows/DockWindow.h>
 #include <velaforge/dockwindows/DockWindowManager.h>
@@ -76,7 +76,7 @@ protected:
     }
 
     /// @return the camera of the view
-    static vfViewer::LookAt cameraOf(Viewer& viewer)
+    static vfScene::LookAt cameraOf(Viewer& viewer)
     {
         return viewer.ui([&] {
             return dynamic_cast<vfViewer::ModelView&>(
@@ -188,7 +188,7 @@ TEST_F(Playing, AClosedModelStopsTheClock)
 TEST_F(Looking, ACameraIsKeptAndGoneBackTo)
 {
     with(sailboat, [](Viewer& viewer) {
-        const vfViewer::LookAt kept = cameraOf(viewer);
+        const vfScene::LookAt kept = cameraOf(viewer);
         viewer.hand.key("Ctrl+K");
         ASSERT_TRUE(
             viewer.waitFor([] { return Program::dialog() && Program::dialog()->findChild<QLineEdit*>(); }));
@@ -212,7 +212,7 @@ TEST_F(Looking, ACameraIsKeptAndGoneBackTo)
         EXPECT_TRUE(viewer.program().waitForNoDialog());
         Program::pause(200);
         EXPECT_NEAR(0, (cameraOf(viewer).eye - kept.eye).length(), 1e-4);
-        EXPECT_EQ(1u, viewer.ui([] { return vfViewer::CameraPlaces::instance().of(sailboat).size(); }));
+        EXPECT_EQ(1u, viewer.ui([] { return vfScene::CameraBookmarks::instance().of(sailboat).size(); }));
     });
 }
 
@@ -268,8 +268,8 @@ TEST_F(Looking, WhoGivesThePictureUpWritesNothing)
 
 TEST_F(Looking, NewViewsAreAsTheOptionsSay)
 {
-    vfViewer::ViewStyle style;
-    style.projection = vfViewer::Projection::Orthographic;
+    vfScene::ViewStyle style;
+    style.projection = vfScene::Projection::Orthographic;
     style.showsGrid = true;
     vfViewer::ViewerSettings::instance().setFirstStyle(style);
     with(sailboat, [](Viewer& viewer) {
@@ -290,9 +290,9 @@ TEST_F(Looking, NewViewsAreAsTheOptionsSay)
         EXPECT_TRUE(viewer.program().waitForNoDialog());
         viewer.ui([&] {
             EXPECT_FALSE(vfViewer::ViewerSettings::instance().getFirstStyle().showsGrid);
-            EXPECT_EQ(vfViewer::Projection::Orthographic,
+            EXPECT_EQ(vfScene::Projection::Orthographic,
                       vfViewer::ViewerSettings::instance().getFirstStyle().projection);
-            EXPECT_EQ(vfViewer::LengthUnit::Centimetre, viewer.model()->getUnits().shown);
+            EXPECT_EQ(vfScene::LengthUnit::Centimetre, viewer.model()->getUnits().shown);
             EXPECT_EQ(33u * 1000000, viewer.model()->getModelScene().getHistoryLimit());
         });
     });

@@ -518,9 +518,9 @@ TEST_F(ViewerWindow, WhatWasOpenComesBackAsItWasLookedAtWhenThatIsWanted)
             viewer.run([&] {
                 viewer.ui([&] {
                     vfViewer::Session::instance().setRestored(isWanted);
-                    vfViewer::ViewStyle style = view(viewer)->getStyle();
+                    vfScene::ViewStyle style = view(viewer)->getStyle();
                     style.showsGrid = true;
-                    style.projection = vfViewer::Projection::Orthographic;
+                    style.projection = vfScene::Projection::Orthographic;
                     view(viewer)->setStyle(style);
                     view(viewer)->setCamera({eye, {0, 0, 1}, {0, 0, 1}});
                     viewer.program().window().close();
@@ -542,7 +542,7 @@ TEST_F(ViewerWindow, WhatWasOpenComesBackAsItWasLookedAtWhenThatIsWanted)
                            view(viewer)->getStyle().showsGrid;
                 }));
                 viewer.ui([&] {
-                    EXPECT_EQ(vfViewer::Projection::Orthographic, view(viewer)->getStyle().projection);
+                    EXPECT_EQ(vfScene::Projection::Orthographic, view(viewer)->getStyle().projection);
                     EXPECT_NEAR(0, (view(viewer)->getCamera().eye - eye).length(), 1e-6);
                     EXPECT_TRUE(viewer.viewport()->isOrthographic());
                 });

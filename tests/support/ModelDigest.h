@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "model/ModelScene.h"
+#include <velaforge/scene/ModelScene.h>
 
 #include <osg/ComputeBoundsVisitor>
 #include <osg/Geometry>
@@ -34,7 +34,7 @@ private:
 };
 
 /// @return what there is of the model in one text: the parts, how they hang in the scene, where they stand
-inline std::string digestOf(const vfViewer::ModelScene& scene)
+inline std::string digestOf(const vfScene::ModelScene& scene)
 {
     std::ostringstream text;
     for (const auto& part : scene.parts()) {

@@ -156,7 +156,7 @@ TEST_F(AssimpReader, WhatMovesInTheFileMovesInTheScene)
     EXPECT_EQ("lift", found.moving->getName());
     vfViewer::ModelDocument document;
     document.getModelScene().setModel(outcome.scene);
-    vfViewer::ModelAnimation& animation = document.getAnimation();
+    vfScene::ModelAnimation& animation = document.getAnimation();
     animation.reset();
     EXPECT_THAT(animation.getNames(), testing::ElementsAre("1"));
     EXPECT_DOUBLE_EQ(1, animation.getDuration());

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "model/ModelAnimation.h"
 #include "model/ModelDocument.h"
-#include "model/ShownScene.h"
 #include "support/ModelDigest.h"
 #include "support/Reading.h"
+#include <velaforge/scene/ModelAnimation.h>
+#include <velaforge/scene/ShownScene.h>
 
 #include <velaforge/formats/FormatList.h>
 #include <velaforge/formats/WriteJob.h>
@@ -24,7 +24,7 @@
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-using vfViewer::ModelAnimation;
+using vfScene::ModelAnimation;
 
 namespace {
 
@@ -248,12 +248,12 @@ TEST_F(Animated, DrawingMovesNothing)
     show(moving);
     animation().setTime(1);
     for (const bool showsColors : {true, false}) {
-        vfViewer::ShownScene scene(document.getModelScene());
-        vfViewer::ViewStyle style;
+        vfScene::ShownScene scene(document.getModelScene());
+        vfScene::ViewStyle style;
         style.showsVertexColors = showsColors;
         scene.setStyle(style);
-        const vfViewer::CameraPlacement camera =
-            vfViewer::placeCamera(document.scene(), vfViewer::StandardView::Front, 1);
+        const vfScene::CameraPlacement camera =
+            vfScene::placeCamera(document.scene(), vfScene::StandardView::Front, 1);
         vfApplication::OffscreenRenderer renderer;
         vfBase::VfString reason;
         ASSERT_TRUE(renderer.render(scene.root(), camera.view, camera.projection, 32, 32, reason)) << reason;
@@ -264,8 +264,8 @@ TEST_F(Animated, DrawingMovesNothing)
 TEST_F(Animated, ACopyThatIsShownFollows)
 {
     show(makeMoving());
-    vfViewer::ShownScene scene(document.getModelScene());
-    vfViewer::ViewStyle style;
+    vfScene::ShownScene scene(document.getModelScene());
+    vfScene::ViewStyle style;
     style.showsVertexColors = false; // which are taken from a copy
     scene.setStyle(style);
     const auto shownX = [&scene] {

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "model/ModelDocument.h"
-#include "model/ModelStatistics.h"
 #include "model/ViewerDocuments.h"
 #include "support/Models.h"
 #include "support/RecordingShell.h"
 #include "support/Search.h"
 #include "support/TemporaryDirectory.h"
+#include <velaforge/scene/ModelStatistics.h>
 
 #include <velaforge/application/Application.h>
 #include <velaforge/application/ApplicationSetup.h>
@@ -127,7 +127,7 @@ TEST_F(ModelDocuments, AModelWithoutMaterialsIsSavedInEveryFormat)
         EXPECT_EQ("", vfFormats::writeModel(document->scene(), path).reason) << format;
         const ModelDocument* again = open(path);
         ASSERT_TRUE(again) << format << said;
-        const unsigned long long triangles = vfViewer::countModel(again->scene()).triangles;
+        const unsigned long long triangles = vfScene::countModel(again->scene()).triangles;
         // Some leave out what has no size, at the tips; others know squares only, which are two triangles.
         EXPECT_LE(1780u, triangles) << format;
         EXPECT_GE(2 * 1848u, triangles) << format;

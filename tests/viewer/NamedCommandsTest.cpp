@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include "model/CameraPlaces.h"
 #include "model/ModelDocument.h"
-#include "model/ModelScene.h"
-#include "model/ModelStatistics.h"
 #include "model/ModelView.h"
 #include "model/ViewerDocuments.h"
 #include "support/ModelDigest.h"
 #include "support/Models.h"
 #include "support/RecordingShell.h"
 #include "support/TemporaryDirectory.h"
+#include <velaforge/scene/CameraBookmarks.h>
+#include <velaforge/scene/ModelScene.h>
+#include <velaforge/scene/ModelStatistics.h>
 
 #include <velaforge/application/Application.h>
 #include <velaforge/application/ApplicationSetup.h>
@@ -57,12 +57,12 @@ struct TurningView : vfApplication::View, vfViewer::ModelView
     static int s_view;
     static int s_updates;
     bool onCreate(vfApplication::Document*, const vfBase::Options&) override { return true; }
-    void lookFrom(vfViewer::StandardView view) override { s_view = static_cast<int>(view); }
+    void lookFrom(vfScene::StandardView view) override { s_view = static_cast<int>(view); }
     void fit(osg::Node* part) override { s_view = part ? -3 : -2; }
-    vfViewer::LookAt getCamera() const override { return s_camera; }
-    void setCamera(const vfViewer::LookAt& camera) override { s_camera = camera; }
-    vfViewer::ViewStyle getStyle() const override { return s_style; }
-    void setStyle(const vfViewer::ViewStyle& style) override { s_style = style; }
+    vfScene::LookAt getCamera() const override { return s_camera; }
+    void setCamera(const vfScene::LookAt& camera) override { s_camera = camera; }
+    vfScene::ViewStyle getStyle() const override { return s_style; }
+    void setStyle(const vfScene::ViewStyle& style) override { s_style = style; }
     osg::ref_ptr<osg::Image> takePicture(const vfApplication::SnapshotFormat& format,
                                          vfBase::VfString&) override
     {
@@ -82,16 +82,16 @@ struct TurningView : vfApplication::View, vfViewer::ModelView
     void onUpdate(vfApplication::View*) override { ++s_updates; }
     static vfViewer::Tool s_tool;
     static bool s_hasHand;
-    static vfViewer::LookAt s_camera;
-    static vfViewer::ViewStyle s_style;
+    static vfScene::LookAt s_camera;
+    static vfScene::ViewStyle s_style;
     static vfApplication::SnapshotFormat s_format;
 };
 int TurningView::s_view = -1;
 int TurningView::s_updates = 0;
 vfViewer::Tool TurningView::s_tool = vfViewer::Tool::Select;
 bool TurningView::s_hasHand = false;
-vfViewer::LookAt TurningView::s_camera;
-vfViewer::ViewStyle TurningView::s_style;
+vfScene::LookAt TurningView::s_camera;
+vfScene::ViewStyle TurningView::s_style;
 vfApplication::SnapshotFormat TurningView::s_format;
 
 const vfBase::ClassInfo turningView("test", "TurningView", "test::TurningView",
@@ -284,7 +284,7 @@ TEST(NamedCommands, EachOfTheTenViewsIsReached)
     const Workshop shop;
     const char* const views[] = {"Front",  "Back",      "Left",       "Right",     "Top",
                                  "Bottom", "FrontLeft", "FrontRight", "BackRight", "BackLeft"};
-    for (int i = 0; i < vfViewer::standardViewCount; ++i) {
+    for (int i = 0; i < vfScene::standardViewCount; ++i) {
         EXPECT_EQ("", shop.invoke(("vfViewer::View" + std::string(views[i])).c_str()));
         EXPECT_EQ(i, TurningView::s_view);
     }
@@ -376,10 +376,10 @@ TEST(NamedCommands, CameraPlacesAreKeptAndGoneBackTo)
     EXPECT_EQ("bow\n2\n", testing::internal::GetCapturedStdout());
     EXPECT_EQ("", shop.invoke("vfViewer::GoToPlace", "bow"));
     EXPECT_EQ(osg::Vec3d(1, 2, 3), TurningView::s_camera.eye);
-    EXPECT_EQ(vfViewer::Projection::Perspective, TurningView::s_style.projection);
+    EXPECT_EQ(vfScene::Projection::Perspective, TurningView::s_style.projection);
     EXPECT_EQ("", shop.invoke("vfViewer::GoToPlace", "2"));
     EXPECT_EQ(osg::Vec3d(9, 9, 9), TurningView::s_camera.eye);
-    EXPECT_EQ(vfViewer::Projection::Orthographic, TurningView::s_style.projection);
+    EXPECT_EQ(vfScene::Projection::Orthographic, TurningView::s_style.projection);
     EXPECT_EQ("", shop.invoke("vfViewer::GoToPlace", "1")); // by its number
     EXPECT_EQ(osg::Vec3d(1, 2, 3), TurningView::s_camera.eye);
     for (const char* wrong : {"", "0", "3", "aft"})
@@ -397,7 +397,7 @@ TEST(NamedCommands, CameraPlacesGoWithAFileThatIsSavedUnderAnotherName)
     shop.invoke("vfViewer::KeepPlace", "bow");
     EXPECT_EQ("", shop.invoke("vfViewer::SaveAs", directory.file("other.osgb")));
     EXPECT_EQ("", shop.invoke("vfViewer::GoToPlace", "bow"));
-    EXPECT_EQ(1u, vfViewer::CameraPlaces::instance().of(signpost("obj")).size());
+    EXPECT_EQ(1u, vfScene::CameraBookmarks::instance().of(signpost("obj")).size());
 }
 
 TEST(NamedCommands, WhatMovesIsPutToATime)
@@ -440,7 +440,7 @@ TEST(NamedCommands, WhereNothingMovesNoAnimationIsPlayed)
 TEST(NamedCommands, EachWayOfLookingIsSwitchedOnAndOff)
 {
     const Workshop shop;
-    using vfViewer::ViewStyle;
+    using vfScene::ViewStyle;
     const std::pair<const char*, bool ViewStyle::*> switches[] = {
         {"FlatShading", &ViewStyle::isFlat},
         {"BackfaceCulling", &ViewStyle::cullsBackFaces},
@@ -506,7 +506,7 @@ TEST(NamedCommands, WithoutASelectionMenusDoNotHideOrRemoveButScriptsDo)
 TEST(NamedCommands, OneOfSeveralWaysOfLookingIsInForce)
 {
     const Workshop shop;
-    using vfViewer::DrawMode;
+    using vfScene::DrawMode;
     const auto checked = [](std::initializer_list<const char*> names) {
         std::string found;
         for (const char* name : names) {
@@ -539,7 +539,7 @@ TEST(NamedCommands, OneOfSeveralWaysOfLookingIsInForce)
     shop.invoke("vfViewer::Orthographic");
     EXPECT_EQ("Orthographic", checked({"Perspective", "Orthographic"}));
     shop.invoke("vfViewer::Perspective");
-    EXPECT_EQ(vfViewer::Projection::Perspective, TurningView::s_style.projection);
+    EXPECT_EQ(vfScene::Projection::Perspective, TurningView::s_style.projection);
 }
 
 TEST(NamedCommands, TheBackgroundIsOneColourOrTwo)
@@ -894,11 +894,11 @@ TEST(ModelLook, IsThatOfTheSamePartsWhenTheFileIsReadAgain)
 TEST(History, ForgetsTheOldestWhenItHoldsMoreThanItMay)
 {
     const Workshop shop;
-    vfViewer::ModelScene& scene = shop.document->getModelScene();
+    vfScene::ModelScene& scene = shop.document->getModelScene();
     EXPECT_EQ(0u, scene.getHistoryMemory());
     EXPECT_EQ(std::size_t(512) * 1000 * 1000, scene.getHistoryLimit());
     shop.invoke("vfViewer::SelectNext");
-    const std::size_t size = vfViewer::measureMemory(*shop.document->getSelection());
+    const std::size_t size = vfScene::measureMemory(*shop.document->getSelection());
     ASSERT_LT(200u, size);
     for (int i = 0; i < 4; ++i)
         shop.invoke("vfViewer::FlipNormals");
@@ -926,10 +926,10 @@ TEST(History, ForgetsTheOldestWhenItHoldsMoreThanItMay)
 TEST(History, HoldsWhatWasRemovedUntilItIsForgotten)
 {
     const Workshop shop;
-    vfViewer::ModelScene& scene = shop.document->getModelScene();
+    vfScene::ModelScene& scene = shop.document->getModelScene();
     shop.invoke("vfViewer::SelectNext");
     const osg::observer_ptr<osg::Node> part = shop.document->getSelection();
-    const std::size_t size = vfViewer::measureMemory(*part);
+    const std::size_t size = vfScene::measureMemory(*part);
     shop.invoke("vfViewer::Remove");
     EXPECT_EQ(size, scene.getHistoryMemory());
     shop.invoke("vfViewer::Undo");
@@ -962,7 +962,7 @@ TEST(NamedCommands, PropertiesAreThoseOfTheTarget)
     osg::Node& part = *shop.document->getSelection();
     shop.invoke("vfViewer::Rename", "arm");
     const std::string told = printed("vfViewer::PrintProperties");
-    const std::string triangles = std::to_string(vfViewer::countModel(part).triangles);
+    const std::string triangles = std::to_string(vfScene::countModel(part).triangles);
     for (const std::string& line : {std::string("Name: arm"), std::string("Kind: Mesh"),
                                     "Triangles: " + triangles, std::string("Material: ")})
         EXPECT_THAT(told, HasSubstr(line));

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "model/Recovery.h"
 #include "model/ModelDocument.h"
-#include "model/SceneCommands.h"
 #include "support/Models.h"
 #include "support/Reading.h"
+#include <velaforge/scene/SceneCommands.h>
 
 #include <velaforge/formats/FormatList.h>
 
@@ -310,11 +310,11 @@ TEST_F(Recoveries, TheDocumentMayChangeWhileItIsWritten)
     for (int i = 0; i < 20; ++i) {
         document.getModelScene().changed();
         recovery.keep(document);
-        osg::ref_ptr<vfViewer::SceneCommand> flip =
-            new vfViewer::FlipNormalsCommand(document.getModelScene(), *document.scene().getChild(0));
+        osg::ref_ptr<vfScene::SceneCommand> flip =
+            new vfScene::FlipNormalsCommand(document.getModelScene(), *document.scene().getChild(0));
         EXPECT_TRUE(flip->Do(vfBase::VfVariant()));
-        osg::ref_ptr<vfViewer::SceneCommand> hide =
-            new vfViewer::ShowCommand(document.getModelScene(), *document.scene().getChild(0), i % 2 == 0);
+        osg::ref_ptr<vfScene::SceneCommand> hide =
+            new vfScene::ShowCommand(document.getModelScene(), *document.scene().getChild(0), i % 2 == 0);
         EXPECT_TRUE(hide->Do(vfBase::VfVariant()));
         usleep(2000);
     }
@@ -330,7 +330,7 @@ TEST_F(Recoveries, TheModelMayMoveWhileItIsWritten)
     document.getModelScene().setModel(read(VELAFORGE_SOURCE_DIR "/models/windmill.gltf").scene);
     document.setFilename("/somewhere/windmill.gltf", false);
     document.getModelScene().changed();
-    vfViewer::ModelAnimation& animation = document.getAnimation();
+    vfScene::ModelAnimation& animation = document.getAnimation();
     animation.reset();
     Recovery recovery(place());
     ASSERT_TRUE(recovery.keep(document));

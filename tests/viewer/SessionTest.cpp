@@ -8,10 +8,10 @@
 
 #include <gtest/gtest.h>
 
-using vfViewer::DrawMode;
-using vfViewer::Projection;
+using vfScene::DrawMode;
+using vfScene::Projection;
+using vfScene::ViewStyle;
 using vfViewer::Session;
-using vfViewer::ViewStyle;
 
 namespace {
 
@@ -41,7 +41,7 @@ TEST(Session, ComesBackWithCamerasAndStyles)
     style.drawMode = DrawMode::Points;
     style.isFlat = style.cullsBackFaces = style.showsGrid = style.showsAxes = style.showsBoxes = true;
     style.showsTextures = style.showsVertexColors = style.isAntialiased = style.lightFollowsCamera = false;
-    style.background = vfViewer::Background{{1, 0.5f, 0}, {0, 0, 0.25f}};
+    style.background = vfScene::Background{{1, 0.5f, 0}, {0, 0, 0.25f}};
     style.sections[1] = {true, 0.125, true};
     Session& session = Session::instance();
     EXPECT_FALSE(session.isRestored());

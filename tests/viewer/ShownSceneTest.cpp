@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // What each way of looking at a model changes in the picture, and that it changes nothing of the model.
-#include "model/ShownScene.h"
-#include "model/Decorations.h"
 #include "model/ModelDocument.h"
-#include "picture/Picture.h"
 #include "support/ModelDigest.h"
+#include <velaforge/headless/ScenePicture.h>
+#include <velaforge/scene/Overlays.h>
+#include <velaforge/scene/ShownScene.h>
 
 #include <osg/CullFace>
 #include <osg/Geode>
@@ -19,11 +19,11 @@
 #include <array>
 #include <set>
 
-using vfViewer::CameraPlacement;
-using vfViewer::Projection;
-using vfViewer::ShownScene;
-using vfViewer::StandardView;
-using vfViewer::ViewStyle;
+using vfScene::CameraPlacement;
+using vfScene::Projection;
+using vfScene::ShownScene;
+using vfScene::StandardView;
+using vfScene::ViewStyle;
 
 namespace {
 
@@ -104,7 +104,7 @@ osg::ref_ptr<osg::Geometry> ball(const osg::Vec3& middle, float radius)
 class ShownScenes : public testing::Test
 {
 protected:
-    ShownScenes() { style.background = vfViewer::Background{{0, 0, 0}, {0, 0, 0}}; }
+    ShownScenes() { style.background = vfScene::Background{{0, 0, 0}, {0, 0, 0}}; }
 
     void add(osg::Node* node)
     {
@@ -119,7 +119,7 @@ protected:
         scene.setStyle(style);
         if (selected)
             scene.setSelection(selected);
-        const CameraPlacement camera = vfViewer::placeCamera(document.scene(), view, 1, style.projection);
+        const CameraPlacement camera = vfScene::placeCamera(document.scene(), view, 1, style.projection);
         return draw(scene, camera, isTransparent);
     }
 
@@ -129,7 +129,7 @@ protected:
         vfApplication::SnapshotFormat format;
         format.width = format.height = 100;
         format.isTransparent = isTransparent;
-        Picture picture{vfViewer::drawPicture(scene, camera, format, reason)};
+        Picture picture{vfApplication::renderPicture(scene, camera, format, reason)};
         EXPECT_TRUE(picture.image) << reason;
         return picture;
     }
@@ -145,9 +145,9 @@ TEST_F(ShownScenes, WireframeAndPointsShowLessOfTheModel)
 {
     add(ball({}, 1));
     const int surfaces = draw().covered();
-    style.drawMode = vfViewer::DrawMode::Wireframe;
+    style.drawMode = vfScene::DrawMode::Wireframe;
     const int wireframe = draw().covered();
-    style.drawMode = vfViewer::DrawMode::Points;
+    style.drawMode = vfScene::DrawMode::Points;
     const int points = draw().covered();
     EXPECT_LT(5000, surfaces);
     EXPECT_LT(points * 2, wireframe);
@@ -254,10 +254,10 @@ TEST_F(ShownScenes, TheGridLiesUnderTheModelAndIsDrawnAsEver)
     style.showsGrid = true;
     const int with = draw(StandardView::FrontRight).covered();
     EXPECT_LT(before + 200, with);
-    style.drawMode = vfViewer::DrawMode::Points;
+    style.drawMode = vfScene::DrawMode::Points;
     EXPECT_LT(with - before, draw(StandardView::FrontRight).covered() * 2);
     // From below it is seen through its gaps, from the side it is a line at the lowest point.
-    const osg::ref_ptr<osg::Node> grid = vfViewer::makeGrid(osg::BoundingBox(-1, -1, 4, 1, 1, 6));
+    const osg::ref_ptr<osg::Node> grid = vfScene::makeGrid(osg::BoundingBox(-1, -1, 4, 1, 1, 6));
     EXPECT_FLOAT_EQ(4, grid->asGeometry()->getBoundingBox().zMax());
     EXPECT_FLOAT_EQ(4, grid->asGeometry()->getBoundingBox().zMin());
     EXPECT_GT(-1, grid->asGeometry()->getBoundingBox().xMin());
@@ -266,7 +266,7 @@ TEST_F(ShownScenes, TheGridLiesUnderTheModelAndIsDrawnAsEver)
 TEST(Grid, ItsLinesAreARoundNumberOfUnitsApart)
 {
     const auto spacing = [](float size) {
-        return vfViewer::gridSpacing(osg::BoundingBox(0, 0, 0, size, size / 2, 1));
+        return vfScene::gridSpacing(osg::BoundingBox(0, 0, 0, size, size / 2, 1));
     };
     EXPECT_DOUBLE_EQ(0.1, spacing(1));
     EXPECT_DOUBLE_EQ(1, spacing(10));
@@ -275,8 +275,8 @@ TEST(Grid, ItsLinesAreARoundNumberOfUnitsApart)
     EXPECT_DOUBLE_EQ(5, spacing(70));
     EXPECT_NEAR(1e6, spacing(1.5e7f), 1);
     EXPECT_DOUBLE_EQ(0, spacing(0));
-    EXPECT_DOUBLE_EQ(0, vfViewer::gridSpacing(osg::BoundingBox()));
-    EXPECT_FALSE(vfViewer::makeGrid(osg::BoundingBox()));
+    EXPECT_DOUBLE_EQ(0, vfScene::gridSpacing(osg::BoundingBox()));
+    EXPECT_FALSE(vfScene::makeGrid(osg::BoundingBox()));
 }
 
 TEST_F(ShownScenes, TheAxesAreSeenInTheLowerLeftCornerAndTurnWithTheCamera)
@@ -387,7 +387,7 @@ TEST_F(ShownScenes, WithoutPerspectiveWhatIsFarIsAsLargeAsWhatIsNear)
         ShownScene scene(document.getModelScene());
         scene.setStyle(style);
         const Picture picture =
-            draw(scene, vfViewer::placementOf({{0, -6, 0}, {0, 0, 0}, {0, 0, 1}}, 1, style.projection));
+            draw(scene, vfScene::placementOf({{0, -6, 0}, {0, 0, 0}, {0, 0, 1}}, 1, style.projection));
         std::pair<int, int> found;
         for (int y = 0; y < 100; ++y) {
             for (int x = 0; x < 100; ++x)
@@ -439,7 +439,7 @@ TEST_F(ShownScenes, NothingOfItChangesTheModel)
     add(ball({3, 0, 0}, 1));
     const std::string before = vfTest::digestOf(document.getModelScene());
     const unsigned int parents = document.scene().getNumParents();
-    style.drawMode = vfViewer::DrawMode::Wireframe;
+    style.drawMode = vfScene::DrawMode::Wireframe;
     style.isFlat = style.cullsBackFaces = style.showsGrid = style.showsAxes = style.showsBoxes = true;
     style.showsTextures = style.showsVertexColors = style.isAntialiased = style.lightFollowsCamera = false;
     style.sections[1].isOn = true;
@@ -454,13 +454,13 @@ TEST_F(ShownScenes, OnTheTurntableAllOfTheModelStaysInThePicture)
     add(quad({-6, 0.5f, -1}, {12, 0, 0}, {0, 0, 2})); // far longer than it is high
     ShownScene scene(document.getModelScene());
     scene.setStyle(style);
-    const vfViewer::LookAt direction =
-        vfViewer::placeCamera(document.scene(), StandardView::FrontRight, 1).lookAt;
+    const vfScene::LookAt direction =
+        vfScene::placeCamera(document.scene(), StandardView::FrontRight, 1).lookAt;
     std::set<osg::Vec3d> places;
     for (const Projection projection : {Projection::Perspective, Projection::Orthographic}) {
         for (int i = 0; i < 8; ++i) {
             const CameraPlacement camera =
-                vfViewer::placeOnTurntable(document.scene(), direction, i / 8.0, 1, projection);
+                vfScene::placeOnTurntable(document.scene(), direction, i / 8.0, 1, projection);
             for (const double x : {-6.0, 6.0}) {
                 for (const double z : {-1.0, 1.0}) {
                     const osg::Vec3d seen = osg::Vec3d(x, 0.5, z) * camera.view * camera.projection;
@@ -475,8 +475,8 @@ TEST_F(ShownScenes, OnTheTurntableAllOfTheModelStaysInThePicture)
     EXPECT_EQ(16u, places.size());
     // It turns against the clock, seen from above.
     const CameraPlacement start =
-        vfViewer::placeOnTurntable(document.scene(), direction, 0, 1, Projection::Perspective);
+        vfScene::placeOnTurntable(document.scene(), direction, 0, 1, Projection::Perspective);
     const CameraPlacement next =
-        vfViewer::placeOnTurntable(document.scene(), direction, 0.1, 1, Projection::Perspective);
+        vfScene::placeOnTurntable(document.scene(), direction, 0.1, 1, Projection::Perspective);
     EXPECT_LT(0, (start.lookAt.eye ^ next.lookAt.eye).z());
 }

@@ -198,18 +198,18 @@ TEST(OptionsPages, WhatIsNotAppliedChangesNothing)
 TEST(ViewerSettings, ACopyHasTheValuesAndANewOneTheDefaults)
 {
     ViewerSettings& settings = ViewerSettings::instance();
-    vfViewer::ViewStyle style;
+    vfScene::ViewStyle style;
     style.showsGrid = !style.showsGrid;
     settings.setFirstView(2);
     settings.setFirstStyle(style);
-    settings.setUnits({vfViewer::LengthUnit::Metre, vfViewer::LengthUnit::Foot});
+    settings.setUnits({vfScene::LengthUnit::Metre, vfScene::LengthUnit::Foot});
     settings.setHistoryMegabytes(64);
     settings.setBackground({1, 0, 0}, {0, 0, 1});
     const osg::ref_ptr<osg::Object> copy = settings.clone(osg::CopyOp());
     const auto& copied = static_cast<const ViewerSettings&>(*copy);
     EXPECT_EQ(2, copied.getFirstView());
     EXPECT_EQ(style.showsGrid, copied.getFirstStyle().showsGrid);
-    EXPECT_EQ(vfViewer::LengthUnit::Foot, copied.getUnits().shown);
+    EXPECT_EQ(vfScene::LengthUnit::Foot, copied.getUnits().shown);
     EXPECT_EQ(64, copied.getHistoryMegabytes());
     EXPECT_EQ(osg::Vec3f(1, 0, 0), copied.getBackgroundTop());
     EXPECT_EQ(osg::Vec3f(0, 0, 1), copied.getBackgroundBottom());
@@ -262,18 +262,18 @@ TEST(OptionsPages, UnitsHistoryAndTheFirstStyleAreSet)
     picture->loadOptions();
     model->loadOptions();
     EXPECT_EQ(512, model->historyMegabytes);
-    EXPECT_EQ(vfViewer::LengthUnit::None, model->units.ofModel);
+    EXPECT_EQ(vfScene::LengthUnit::None, model->units.ofModel);
     picture->firstStyle.showsGrid = true;
-    picture->firstStyle.projection = vfViewer::Projection::Orthographic;
-    model->units = {vfViewer::LengthUnit::Millimetre, vfViewer::LengthUnit::Inch};
+    picture->firstStyle.projection = vfScene::Projection::Orthographic;
+    model->units = {vfScene::LengthUnit::Millimetre, vfScene::LengthUnit::Inch};
     model->historyMegabytes = 64;
     EXPECT_FALSE(ViewerSettings::instance().getFirstStyle().showsGrid);
     picture->applyOptions();
     model->applyOptions();
     EXPECT_TRUE(ViewerSettings::instance().getFirstStyle().showsGrid);
-    EXPECT_EQ(vfViewer::Projection::Orthographic, ViewerSettings::instance().getFirstStyle().projection);
-    EXPECT_EQ(vfViewer::LengthUnit::Millimetre, ViewerSettings::instance().getUnits().ofModel);
-    EXPECT_EQ(vfViewer::LengthUnit::Inch, ViewerSettings::instance().getUnits().shown);
+    EXPECT_EQ(vfScene::Projection::Orthographic, ViewerSettings::instance().getFirstStyle().projection);
+    EXPECT_EQ(vfScene::LengthUnit::Millimetre, ViewerSettings::instance().getUnits().ofModel);
+    EXPECT_EQ(vfScene::LengthUnit::Inch, ViewerSettings::instance().getUnits().shown);
     EXPECT_EQ(64, ViewerSettings::instance().getHistoryMegabytes());
     model->historyMegabytes = 0;
     model->applyOptions();
@@ -283,16 +283,16 @@ TEST(OptionsPages, UnitsHistoryAndTheFirstStyleAreSet)
 TEST(ViewerSettings, KeepTheFirstStyleWithoutItsBackgroundAndItsSections)
 {
     ViewerSettings& settings = ViewerSettings::instance();
-    vfViewer::ViewStyle style;
+    vfScene::ViewStyle style;
     style.showsAxes = true;
     style.isAntialiased = false;
-    style.background = vfViewer::Background();
+    style.background = vfScene::Background();
     style.sections[1].isOn = true;
     settings.setFirstStyle(style);
     EXPECT_FALSE(settings.getFirstStyle().background);
     EXPECT_FALSE(settings.getFirstStyle().sections[1].isOn);
     ASSERT_TRUE(vfBase::Settings::global().save(nullptr));
-    settings.setFirstStyle(vfViewer::ViewStyle());
+    settings.setFirstStyle(vfScene::ViewStyle());
     vfBase::Settings::loadGlobal();
     EXPECT_TRUE(settings.getFirstStyle().showsAxes);
     EXPECT_FALSE(settings.getFirstStyle().isAntialiased);

@@ -3,9 +3,10 @@
 
 #include "model/FirstView.h"
 #include "model/ModelDocument.h"
-#include "picture/Picture.h"
+#include "model/ViewerSettings.h"
 
 #include <velaforge/base/ClassInfo.h>
+#include <velaforge/headless/ScenePicture.h>
 
 #include <osg/Geometry>
 #include <osg/NodeVisitor>
@@ -82,29 +83,31 @@ osg::ref_ptr<osg::Image> HeadlessModelView::takePicture(const vfApplication::Sna
                                                         vfBase::VfString& reason)
 {
     const DrawnOnce once(model().scene());
-    ShownScene scene(model().getModelScene());
+    vfScene::ShownScene scene(model().getModelScene());
     scene.setStyle(m_style);
+    scene.setBackground(ViewerSettings::instance().getBackground());
     scene.setMeasurements(model().getMeasurements());
     const double aspect = static_cast<double>(format.width) / format.height;
-    CameraPlacement camera = placement(aspect);
+    vfScene::CameraPlacement camera = placement(aspect);
     if (format.turn)
-        camera = placeOnTurntable(model().scene(), camera.lookAt, *format.turn, aspect, m_style.projection);
-    return drawPicture(scene, camera, format, reason);
+        camera = vfScene::placeOnTurntable(model().scene(), camera.lookAt, *format.turn, aspect,
+                                           m_style.projection);
+    return vfApplication::renderPicture(scene, camera, format, reason);
 }
 
-CameraPlacement HeadlessModelView::placement(double aspect) const
+vfScene::CameraPlacement HeadlessModelView::placement(double aspect) const
 {
     // The shape of the picture is known when it is taken: until then it is remembered what is to be seen.
     if (m_camera)
-        return placementOf(*m_camera, aspect, m_style.projection);
+        return vfScene::placementOf(*m_camera, aspect, m_style.projection);
     osg::Node& whole = model().scene();
     if (!m_fitted)
-        return placeCamera(whole, m_view, aspect, m_style.projection);
+        return vfScene::placeCamera(whole, m_view, aspect, m_style.projection);
     osg::Node& part = m_part && model().getModelScene().contains(*m_part) ? *m_part : whole;
-    return placeCamera(part, *m_fitted, aspect, m_style.projection);
+    return vfScene::placeCamera(part, *m_fitted, aspect, m_style.projection);
 }
 
-void HeadlessModelView::lookFrom(StandardView view)
+void HeadlessModelView::lookFrom(vfScene::StandardView view)
 {
     m_view = view;
     m_camera.reset();
@@ -119,13 +122,13 @@ void HeadlessModelView::fit(osg::Node* part)
     m_camera.reset();
 }
 
-LookAt HeadlessModelView::getCamera() const
+vfScene::LookAt HeadlessModelView::getCamera() const
 {
     const vfApplication::SnapshotFormat usual;
     return placement(static_cast<double>(usual.width) / usual.height).lookAt;
 }
 
-void HeadlessModelView::setCamera(const LookAt& camera)
+void HeadlessModelView::setCamera(const vfScene::LookAt& camera)
 {
     m_camera = camera;
 }

@@ -2,10 +2,10 @@
 #pragma once
 
 #include "model/ModelView.h"
-#include "model/ShownScene.h"
 
 #include <velaforge/documents/View.h>
 #include <velaforge/headless/SnapshotSource.h>
+#include <velaforge/scene/ShownScene.h>
 
 #include <memory>
 #include <optional>
@@ -25,14 +25,14 @@ public:
     osg::ref_ptr<osg::Image> takeSnapshot(const vfApplication::SnapshotFormat& format,
                                           vfBase::VfString& reason) override;
 
-    void lookFrom(StandardView view) override;
+    void lookFrom(vfScene::StandardView view) override;
     void fit(osg::Node* part) override;
 
     /// @return where it looks from in a picture of the usual size
-    LookAt getCamera() const override;
-    void setCamera(const LookAt& camera) override;
-    ViewStyle getStyle() const override { return m_style; }
-    void setStyle(const ViewStyle& style) override { m_style = style; }
+    vfScene::LookAt getCamera() const override;
+    void setCamera(const vfScene::LookAt& camera) override;
+    vfScene::ViewStyle getStyle() const override { return m_style; }
+    void setStyle(const vfScene::ViewStyle& style) override { m_style = style; }
     void follow() override {}
     bool setTool(Tool) override { return false; }
     Tool getTool() const override { return Tool::Select; }
@@ -41,13 +41,13 @@ public:
 
 private:
     ModelDocument& model() const;
-    CameraPlacement placement(double aspect) const;
+    vfScene::CameraPlacement placement(double aspect) const;
 
-    StandardView m_view = StandardView::Front;
-    std::optional<LookAt> m_camera; ///< in place of the standard view
-    std::optional<LookAt> m_fitted; ///< the direction in which a part is looked at
-    osg::ref_ptr<osg::Node> m_part; ///< that part, null for the whole model
-    ViewStyle m_style;
+    vfScene::StandardView m_view = vfScene::StandardView::Front;
+    std::optional<vfScene::LookAt> m_camera; ///< in place of the standard view
+    std::optional<vfScene::LookAt> m_fitted; ///< the direction in which a part is looked at
+    osg::ref_ptr<osg::Node> m_part;          ///< that part, null for the whole model
+    vfScene::ViewStyle m_style;
 };
 
 } // namespace vfViewer

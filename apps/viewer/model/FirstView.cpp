@@ -10,27 +10,27 @@ namespace vfViewer {
 
 namespace {
 
-std::optional<StandardView> chosen;
+std::optional<vfScene::StandardView> chosen;
 bool wantsFileLamps = false;
 
 } // namespace
 
-StandardView firstViewFor(const vfApplication::Document& document)
+vfScene::StandardView firstViewFor(const vfApplication::Document& document)
 {
     // A flat image is looked at straight on.
     const bool isImage = dynamic_cast<const ImageDocument*>(&document) != nullptr;
-    const auto first = static_cast<StandardView>(ViewerSettings::instance().getFirstView());
-    return chosen.value_or(isImage ? StandardView::Front : first);
+    const auto first = static_cast<vfScene::StandardView>(ViewerSettings::instance().getFirstView());
+    return chosen.value_or(isImage ? vfScene::StandardView::Front : first);
 }
 
-void chooseFirstView(StandardView view)
+void chooseFirstView(vfScene::StandardView view)
 {
     chosen = view;
 }
 
-ViewStyle firstStyle()
+vfScene::ViewStyle firstStyle()
 {
-    ViewStyle style = ViewerSettings::instance().getFirstStyle();
+    vfScene::ViewStyle style = ViewerSettings::instance().getFirstStyle();
     style.usesFileLamps = style.usesFileLamps || wantsFileLamps;
     return style;
 }

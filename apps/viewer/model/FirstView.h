@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "model/StandardView.h"
-#include "model/ViewStyle.h"
+#include <velaforge/scene/StandardView.h>
+#include <velaforge/scene/ViewStyle.h>
 
 namespace vfApplication {
 class Document;
@@ -12,13 +12,13 @@ namespace vfViewer {
 
 /// @return from where a document is looked at first: what was chosen for this run; else an image straight on, and a model
 ///         as the settings have it
-StandardView firstViewFor(const vfApplication::Document& document);
+vfScene::StandardView firstViewFor(const vfApplication::Document& document);
 
 /// Has documents that are opened from here on looked at from there, whatever the settings say.
-void chooseFirstView(StandardView view);
+void chooseFirstView(vfScene::StandardView view);
 
 /// @return how a new view shows its model: as the settings have it, with what was chosen for this run
-ViewStyle firstStyle();
+vfScene::ViewStyle firstStyle();
 
 /// Makes views that are opened from here on use the lamps of files, whatever the settings say.
 void chooseFileLamps();

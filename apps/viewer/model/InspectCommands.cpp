@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 // The commands that tell something about a model.
-#include "model/Measurement.h"
 #include "model/ModelDocument.h"
-#include "model/ModelStatistics.h"
 #include "model/ModelView.h"
 #include "model/NamedCommands.h"
-#include "model/NodeProperties.h"
 #include "model/ViewerDocuments.h"
 
 #include <velaforge/base/Printable.h>
+#include <velaforge/scene/Measurement.h>
+#include <velaforge/scene/ModelStatistics.h>
+#include <velaforge/scene/NodeProperties.h>
 
 #include <iostream>
 #include <sstream>
@@ -31,7 +31,7 @@ struct PrintProperties : ScriptCommand
         osg::Node* target = document.target();
         if (!target)
             return failed(document, "the model is empty");
-        for (const NodeProperty& property : propertiesOf(*target, document.getModelScene()))
+        for (const vfScene::NodeProperty& property : vfScene::propertiesOf(*target, document.getModelScene()))
             print(std::string(property.name) + ": " + property.value);
         return true;
     }
@@ -41,13 +41,13 @@ struct PrintHistory : ScriptCommand
 {
     bool carryOut(ModelDocument& document, const VfVariant&) override
     {
-        print(describeHistory(document.getModelScene()));
+        print(vfScene::describeHistory(document.getModelScene()));
         return true;
     }
 };
 
 /// With points it measures; without, the hand on the mouse is to pick them.
-template <MeasureKind kind, Tool tool>
+template <vfScene::MeasureKind kind, Tool tool>
 struct Measure : DirectCommand
 {
     bool carryOut(ModelDocument& document, const VfVariant& argument) override
@@ -60,10 +60,10 @@ struct Measure : DirectCommand
         std::vector<osg::Vec3d> points;
         for (std::size_t i = 0; i + 2 < numbers.size(); i += 3)
             points.emplace_back(numbers[i], numbers[i + 1], numbers[i + 2]);
-        if (numbers.size() != 3 * pointsFor(kind))
-            return failed(document, "to measure it, " + std::to_string(pointsFor(kind)) +
+        if (numbers.size() != 3 * vfScene::pointsFor(kind))
+            return failed(document, "to measure it, " + std::to_string(vfScene::pointsFor(kind)) +
                                         " points are needed, as <x>,<y>,<z> with commas between them");
-        const std::optional<Measurement> measured = measure(kind, points);
+        const std::optional<vfScene::Measurement> measured = measure(kind, points);
         if (!measured)
             return failed(document, "there is no such thing between these points");
         document.addMeasurement(*measured);
@@ -75,7 +75,7 @@ struct PrintMeasurements : ScriptCommand
 {
     bool carryOut(ModelDocument& document, const VfVariant&) override
     {
-        for (const Measurement& measurement : document.getMeasurements())
+        for (const vfScene::Measurement& measurement : document.getMeasurements())
             print(describe(measurement, document.getUnits()));
         return true;
     }
@@ -105,9 +105,9 @@ struct SetUnits : DirectCommand
     {
         const std::string text = argument.toString().str();
         const std::size_t comma = text.find(',');
-        const std::optional<LengthUnit> ofModel = unitOf(text.substr(0, comma));
-        const std::optional<LengthUnit> shown =
-            comma == std::string::npos ? LengthUnit::None : unitOf(text.substr(comma + 1));
+        const std::optional<vfScene::LengthUnit> ofModel = vfScene::unitOf(text.substr(0, comma));
+        const std::optional<vfScene::LengthUnit> shown =
+            comma == std::string::npos ? vfScene::LengthUnit::None : vfScene::unitOf(text.substr(comma + 1));
         if (text.empty() || !ofModel || !shown)
             return failed(document, "there are the units mm, cm, m, in, ft and none: vfViewer::Units=<of the "
                                     "model>[,<shown>]");
@@ -116,7 +116,10 @@ struct SetUnits : DirectCommand
     }
 
 private:
-    static std::string name(LengthUnit unit) { return unit == LengthUnit::None ? "none" : symbolOf(unit); }
+    static std::string name(vfScene::LengthUnit unit)
+    {
+        return unit == vfScene::LengthUnit::None ? "none" : vfScene::symbolOf(unit);
+    }
 };
 
 struct PrintMessages : ScriptCommand
@@ -134,12 +137,12 @@ struct PrintMessages : ScriptCommand
 
 const CommandRecord<PrintProperties> printProperties("PrintProperties", "vfViewer::PrintProperties");
 const CommandRecord<PrintHistory> printHistory("PrintHistory", "vfViewer::PrintHistory");
-const CommandRecord<Measure<MeasureKind::Distance, Tool::MeasureDistance>>
+const CommandRecord<Measure<vfScene::MeasureKind::Distance, Tool::MeasureDistance>>
     distance("MeasureDistance", "vfViewer::MeasureDistance");
-const CommandRecord<Measure<MeasureKind::Angle, Tool::MeasureAngle>> angle("MeasureAngle",
-                                                                           "vfViewer::MeasureAngle");
-const CommandRecord<Measure<MeasureKind::Radius, Tool::MeasureRadius>> radius("MeasureRadius",
-                                                                              "vfViewer::MeasureRadius");
+const CommandRecord<Measure<vfScene::MeasureKind::Angle, Tool::MeasureAngle>> angle("MeasureAngle",
+                                                                                    "vfViewer::MeasureAngle");
+const CommandRecord<Measure<vfScene::MeasureKind::Radius, Tool::MeasureRadius>>
+    radius("MeasureRadius", "vfViewer::MeasureRadius");
 const CommandRecord<PrintMeasurements> printMeasurements("PrintMeasurements", "vfViewer::PrintMeasurements");
 const CommandRecord<ClearMeasurements> clearMeasurements("ClearMeasurements", "vfViewer::ClearMeasurements");
 const CommandRecord<SetUnits> setUnits("Units", "vfViewer::Units");

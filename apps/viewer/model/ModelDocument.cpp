@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "model/ModelDocument.h"
 
-#include "model/CameraPlaces.h"
 #include "model/ModelView.h"
-#include "model/SceneCommands.h"
 #include "model/ViewerSettings.h"
 
 #include <velaforge/base/ClassInfo.h>
@@ -15,6 +13,8 @@
 #include <velaforge/formats/ModelFiles.h>
 #include <velaforge/formats/ReadJob.h>
 #include <velaforge/formats/WriteJob.h>
+#include <velaforge/scene/CameraBookmarks.h>
+#include <velaforge/scene/SceneCommands.h>
 
 #include <osgDB/FileNameUtils>
 
@@ -42,7 +42,7 @@ const vfBase::ClassInfo ImageDocument::s_classInfo("vfViewer", "ImageDocument", 
                                                    &ModelDocument::s_classInfo, nullptr,
                                                    sizeof(ImageDocument), createImageDocument);
 
-ModelDocument::ModelDocument() : m_scene(new ModelScene(*this)), m_animation(*m_scene)
+ModelDocument::ModelDocument() : m_scene(new vfScene::ModelScene(this)), m_animation(*m_scene)
 {
     takeSettings();
 }
@@ -50,6 +50,13 @@ ModelDocument::ModelDocument() : m_scene(new ModelScene(*this)), m_animation(*m_
 ModelDocument::~ModelDocument()
 {
     m_scene->detach();
+}
+
+void ModelDocument::onSceneChanged(bool isPreview)
+{
+    if (!isPreview)
+        modify(true);
+    updateAllViews(nullptr);
 }
 
 void ModelDocument::takeSettings()
@@ -89,17 +96,17 @@ bool ModelDocument::revert()
 
 bool ModelDocument::hide(osg::Node& node)
 {
-    return submit(new ShowCommand(*m_scene, node, false));
+    return submit(new vfScene::ShowCommand(*m_scene, node, false));
 }
 
 bool ModelDocument::show(osg::Node& node)
 {
-    return submit(new ShowCommand(*m_scene, node, true));
+    return submit(new vfScene::ShowCommand(*m_scene, node, true));
 }
 
 bool ModelDocument::remove(osg::Node& node)
 {
-    return submit(new RemoveCommand(*m_scene, node));
+    return submit(new vfScene::RemoveCommand(*m_scene, node));
 }
 
 bool ModelDocument::move(osg::Node& node, const osg::Vec3d& offset)
@@ -109,17 +116,17 @@ bool ModelDocument::move(osg::Node& node, const osg::Vec3d& offset)
 
 bool ModelDocument::transform(osg::Node& node, const char* name, const osg::Matrixd& matrix)
 {
-    return submit(new TransformCommand(name, *m_scene, node, matrix));
+    return submit(new vfScene::TransformCommand(name, *m_scene, node, matrix));
 }
 
 bool ModelDocument::rename(osg::Node& node, const std::string& name)
 {
-    return submit(new RenameCommand(*m_scene, node, name));
+    return submit(new vfScene::RenameCommand(*m_scene, node, name));
 }
 
 bool ModelDocument::setColor(osg::Node& node, const osg::Vec4& color)
 {
-    return submit(new ColorCommand(*m_scene, node, color));
+    return submit(new vfScene::ColorCommand(*m_scene, node, color));
 }
 
 osg::Node* ModelDocument::target() const
@@ -144,7 +151,7 @@ void ModelDocument::setSelection(osg::Node* node)
     updateAllViews(nullptr);
 }
 
-void ModelDocument::addMeasurement(const Measurement& measurement)
+void ModelDocument::addMeasurement(const vfScene::Measurement& measurement)
 {
     m_measurements.push_back(measurement);
     updateAllViews(nullptr);
@@ -176,12 +183,12 @@ void ModelDocument::setAnimationTime(double seconds)
     }
 }
 
-Units ModelDocument::getUnits() const
+vfScene::Units ModelDocument::getUnits() const
 {
     return m_units.value_or(ViewerSettings::instance().getUnits());
 }
 
-void ModelDocument::setUnits(const Units& units)
+void ModelDocument::setUnits(const vfScene::Units& units)
 {
     m_units = units;
     updateAllViews(nullptr);
@@ -347,9 +354,10 @@ vfBase::WriteResult ModelDocument::doSaveDocument(const vfBase::VfString& path,
     }
     if (reason.empty()) {
         m_fileIdentity = FileIdentity::of(path.str());
-        for (const CameraPlace& place :
-             path == before ? std::vector<CameraPlace>() : CameraPlaces::instance().of(before))
-            CameraPlaces::instance().keep(path.str(), place);
+        for (const vfScene::CameraBookmark& place : path == before
+                                                        ? std::vector<vfScene::CameraBookmark>()
+                                                        : vfScene::CameraBookmarks::instance().of(before))
+            vfScene::CameraBookmarks::instance().keep(path.str(), place);
         const std::string format = osgDB::getLowerCaseFileExtension(path);
         const std::string losses = vfFormats::describeLosses(scene(), format);
         if (FailureListener* told = losses.empty() ? nullptr : listener())

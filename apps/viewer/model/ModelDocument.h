@@ -2,12 +2,12 @@
 #pragma once
 
 #include "model/FileIdentity.h"
-#include "model/Measurement.h"
-#include "model/ModelAnimation.h"
-#include "model/ModelScene.h"
 
 #include <velaforge/documents/Document.h>
 #include <velaforge/formats/ReadJob.h>
+#include <velaforge/scene/Measurement.h>
+#include <velaforge/scene/ModelAnimation.h>
+#include <velaforge/scene/ModelScene.h>
 
 #include <osg/Matrixd>
 #include <osg/Vec3d>
@@ -64,7 +64,7 @@ public:
 };
 
 /// A 3D model.
-class ModelDocument : public vfApplication::Document
+class ModelDocument : public vfApplication::Document, public vfScene::ModelScene::Listener
 {
 public:
     static const vfBase::ClassInfo s_classInfo;
@@ -137,12 +137,12 @@ public:
     void setSelection(osg::Node* node);
 
     // What was measured is no change of the model: it is neither in the history nor saved.
-    const std::vector<Measurement>& getMeasurements() const { return m_measurements; }
-    void addMeasurement(const Measurement& measurement);
+    const std::vector<vfScene::Measurement>& getMeasurements() const { return m_measurements; }
+    void addMeasurement(const vfScene::Measurement& measurement);
     void clearMeasurements();
 
     // How a model moves by itself is no change of it either.
-    ModelAnimation& getAnimation() const { return m_animation; }
+    vfScene::ModelAnimation& getAnimation() const { return m_animation; }
 
     /// Lets the animation go on with the time, or has it stand. @return false when nothing moves, or there is no clock
     bool play(bool isWanted);
@@ -151,14 +151,16 @@ public:
     void setAnimationTime(double seconds);
 
     /// What the numbers of this model mean; as the options say unless set.
-    Units getUnits() const;
-    void setUnits(const Units& units);
+    vfScene::Units getUnits() const;
+    void setUnits(const vfScene::Units& units);
+
+    void onSceneChanged(bool isPreview) override;
 
     /// Takes over what was set for all documents.
     void takeSettings();
 
     /// @return the scene as the commands in the history share it
-    ModelScene& getModelScene() const { return *m_scene; }
+    vfScene::ModelScene& getModelScene() const { return *m_scene; }
 
     /// Reports to the user why something failed; does nothing without a reporter.
     void reportFailure(const vfBase::VfString& reason) const;
@@ -181,13 +183,13 @@ private:
     vfFormats::ReadOutcome read(vfFormats::ReadKind readKind, const vfBase::VfString& path) const;
     bool submit(vfApplication::CommandPrivate* body);
 
-    osg::ref_ptr<ModelScene> m_scene;
-    mutable ModelAnimation m_animation; ///< which is nothing of the document that is saved
+    osg::ref_ptr<vfScene::ModelScene> m_scene;
+    mutable vfScene::ModelAnimation m_animation; ///< which is nothing of the document that is saved
     osg::ref_ptr<osg::Node> m_selection;
-    std::vector<Measurement> m_measurements;
+    std::vector<vfScene::Measurement> m_measurements;
     std::vector<std::string> m_otherFiles;
     FileIdentity m_fileIdentity;
-    std::optional<Units> m_units;
+    std::optional<vfScene::Units> m_units;
 };
 
 /// An image on an upright rectangle.

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "model/ViewStyle.h"
-
 #include <velaforge/headless/SnapshotSource.h>
+#include <velaforge/scene/ViewStyle.h>
 
 #include <osg/Image>
 #include <osg/Vec3d>
@@ -34,16 +33,16 @@ public:
     virtual ~ModelView() = default;
 
     /// Looks at the whole model from there.
-    virtual void lookFrom(StandardView view) = 0;
+    virtual void lookFrom(vfScene::StandardView view) = 0;
 
     /// Looks at a part, or with null at the whole model, from where it looks now.
     virtual void fit(osg::Node* part) = 0;
 
-    virtual LookAt getCamera() const = 0;
-    virtual void setCamera(const LookAt& camera) = 0;
+    virtual vfScene::LookAt getCamera() const = 0;
+    virtual void setCamera(const vfScene::LookAt& camera) = 0;
 
-    virtual ViewStyle getStyle() const = 0;
-    virtual void setStyle(const ViewStyle& style) = 0;
+    virtual vfScene::ViewStyle getStyle() const = 0;
+    virtual void setStyle(const vfScene::ViewStyle& style) = 0;
 
     /// Shows parts of the model that have moved by themselves where they are now.
     virtual void follow() = 0;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The commands that menus, toolbars and "--invoke" know by name.
 #include "model/NamedCommands.h"
+
 #include "model/ModelDocument.h"
 #include "model/ModelView.h"
 
@@ -23,7 +24,7 @@ namespace vfViewer {
 using vfApplication::Application;
 using vfBase::VfString;
 using vfBase::VfVariant;
-using Edits = std::vector<osg::ref_ptr<SceneCommand>>;
+using Edits = std::vector<osg::ref_ptr<vfScene::SceneCommand>>;
 
 ModelDocument* activeModel()
 {
@@ -62,7 +63,7 @@ bool NamedEdit::Do(const VfVariant& argument)
         if (m_edits.empty())
             return false;
     }
-    const ModelScene::Batch batch(m_edits.front()->scene());
+    const vfScene::ModelScene::Batch batch(m_edits.front()->scene());
     for (auto edit = m_edits.begin(); edit != m_edits.end(); ++edit) {
         if ((*edit)->Do(argument))
             continue;
@@ -77,7 +78,7 @@ bool NamedEdit::undo(const VfVariant& argument)
 {
     if (m_edits.empty())
         return true;
-    const ModelScene::Batch batch(m_edits.front()->scene());
+    const vfScene::ModelScene::Batch batch(m_edits.front()->scene());
     return std::all_of(m_edits.rbegin(), m_edits.rend(),
                        [&argument](const auto& edit) { return edit->undo(argument); });
 }
@@ -276,7 +277,7 @@ struct TargetEdit : NamedEdit
     Edits makeEdits(const ModelDocument& document, const VfVariant& argument) override
     {
         osg::Node* node = document.target();
-        SceneCommand* edit = node ? makeEdit(document, *node, argument) : nullptr;
+        vfScene::SceneCommand* edit = node ? makeEdit(document, *node, argument) : nullptr;
         if (edit)
             return {edit};
         if (!node)
@@ -284,8 +285,8 @@ struct TargetEdit : NamedEdit
         return {};
     }
 
-    virtual SceneCommand* makeEdit(const ModelDocument& document, osg::Node& node,
-                                   const VfVariant& argument) = 0;
+    virtual vfScene::SceneCommand* makeEdit(const ModelDocument& document, osg::Node& node,
+                                            const VfVariant& argument) = 0;
 };
 
 /// For menus and keys: disables a command while no part is selected, and says what to do. Scripts are not disabled: without a
@@ -306,9 +307,9 @@ struct Hide : TargetEdit
         setName("Hide");
         needSelection(*this);
     }
-    SceneCommand* makeEdit(const ModelDocument& document, osg::Node& node, const VfVariant&) override
+    vfScene::SceneCommand* makeEdit(const ModelDocument& document, osg::Node& node, const VfVariant&) override
     {
-        return new ShowCommand(document.getModelScene(), node, false);
+        return new vfScene::ShowCommand(document.getModelScene(), node, false);
     }
 };
 
@@ -319,9 +320,9 @@ struct Show : TargetEdit
         setName("Show");
         needSelection(*this);
     }
-    SceneCommand* makeEdit(const ModelDocument& document, osg::Node& node, const VfVariant&) override
+    vfScene::SceneCommand* makeEdit(const ModelDocument& document, osg::Node& node, const VfVariant&) override
     {
-        return new ShowCommand(document.getModelScene(), node, true);
+        return new vfScene::ShowCommand(document.getModelScene(), node, true);
     }
 };
 
@@ -332,7 +333,7 @@ struct ShowAll : NamedEdit
     {
         Edits edits;
         for (const osg::ref_ptr<osg::Node>& node : document.getModelScene().hiddenNodes())
-            edits.emplace_back(new ShowCommand(document.getModelScene(), *node, true));
+            edits.emplace_back(new vfScene::ShowCommand(document.getModelScene(), *node, true));
         if (edits.empty())
             failed(document, "nothing is hidden");
         return edits;
@@ -355,7 +356,7 @@ struct Isolate : NamedEdit
         }
         Edits edits;
         for (const osg::ref_ptr<osg::Node>& other : document.getModelScene().othersThan(*part))
-            edits.emplace_back(new ShowCommand(document.getModelScene(), *other, false));
+            edits.emplace_back(new vfScene::ShowCommand(document.getModelScene(), *other, false));
         if (edits.empty())
             failed(document, "there is nothing else to be seen");
         return edits;
@@ -369,9 +370,9 @@ struct Remove : TargetEdit
         setName("Remove");
         needSelection(*this);
     }
-    SceneCommand* makeEdit(const ModelDocument& document, osg::Node& node, const VfVariant&) override
+    vfScene::SceneCommand* makeEdit(const ModelDocument& document, osg::Node& node, const VfVariant&) override
     {
-        return new RemoveCommand(document.getModelScene(), node);
+        return new vfScene::RemoveCommand(document.getModelScene(), node);
     }
 };
 
@@ -383,12 +384,13 @@ struct Move : TargetEdit
         getProperties()["prompt"] = VfVariant("By how much along x, y and z:");
         getProperties()["promptValue"] = VfVariant("0,0,0");
     }
-    SceneCommand* makeEdit(const ModelDocument& document, osg::Node& node, const VfVariant& argument) override
+    vfScene::SceneCommand* makeEdit(const ModelDocument& document, osg::Node& node,
+                                    const VfVariant& argument) override
     {
         const std::vector<double> offset = readNumbers(argument.toString().str());
         if (offset.size() == 3)
-            return new TransformCommand("Move", document.getModelScene(), node,
-                                        osg::Matrixd::translate(offset[0], offset[1], offset[2]));
+            return new vfScene::TransformCommand("Move", document.getModelScene(), node,
+                                                 osg::Matrixd::translate(offset[0], offset[1], offset[2]));
         failed(document, "to move it, an offset is needed: vfViewer::Move=<x>,<y>,<z>");
         return nullptr;
     }
@@ -402,14 +404,15 @@ struct Rotate : TargetEdit
         getProperties()["prompt"] = VfVariant("About which axis (x, y and z), and by how many degrees:");
         getProperties()["promptValue"] = VfVariant("0,0,1,90");
     }
-    SceneCommand* makeEdit(const ModelDocument& document, osg::Node& node, const VfVariant& argument) override
+    vfScene::SceneCommand* makeEdit(const ModelDocument& document, osg::Node& node,
+                                    const VfVariant& argument) override
     {
         const std::vector<double> turn = readNumbers(argument.toString().str());
         const osg::Vec3d axis = turn.size() == 4 ? osg::Vec3d(turn[0], turn[1], turn[2]) : osg::Vec3d();
         if (axis.length2() > 0 && std::isfinite(axis.length2())) {
             const osg::Matrixd matrix = osg::Matrixd::rotate(osg::DegreesToRadians(turn[3]), axis);
-            return new TransformCommand("Rotate", document.getModelScene(), node,
-                                        TransformCommand::aboutMiddle(node, matrix));
+            return new vfScene::TransformCommand("Rotate", document.getModelScene(), node,
+                                                 vfScene::TransformCommand::aboutMiddle(node, matrix));
         }
         failed(document,
                "to turn it, an axis and an angle are needed: vfViewer::Rotate=<x>,<y>,<z>,<degrees>");
@@ -425,7 +428,8 @@ struct Scale : TargetEdit
         getProperties()["prompt"] = VfVariant("By which factor, or which factors along x, y and z:");
         getProperties()["promptValue"] = VfVariant("1");
     }
-    SceneCommand* makeEdit(const ModelDocument& document, osg::Node& node, const VfVariant& argument) override
+    vfScene::SceneCommand* makeEdit(const ModelDocument& document, osg::Node& node,
+                                    const VfVariant& argument) override
     {
         std::vector<double> factors = readNumbers(argument.toString().str());
         if (factors.size() == 1)
@@ -436,8 +440,8 @@ struct Scale : TargetEdit
             });
         if (isScale) {
             const osg::Matrixd matrix = osg::Matrixd::scale(factors[0], factors[1], factors[2]);
-            return new TransformCommand("Scale", document.getModelScene(), node,
-                                        TransformCommand::aboutMiddle(node, matrix));
+            return new vfScene::TransformCommand("Scale", document.getModelScene(), node,
+                                                 vfScene::TransformCommand::aboutMiddle(node, matrix));
         }
         failed(document, "to scale it, a factor is needed that is not 0: vfViewer::Scale=<factor>, or "
                          "vfViewer::Scale=<x>,<y>,<z>");
@@ -456,11 +460,12 @@ struct Rename : TargetEdit
         const osg::Node* node = document ? document->target() : nullptr;
         getProperties()["promptValue"] = VfVariant(node ? node->getName() : std::string());
     }
-    SceneCommand* makeEdit(const ModelDocument& document, osg::Node& node, const VfVariant& argument) override
+    vfScene::SceneCommand* makeEdit(const ModelDocument& document, osg::Node& node,
+                                    const VfVariant& argument) override
     {
         const std::string name = argument.toString().str();
         if (!name.empty())
-            return new RenameCommand(document.getModelScene(), node, name);
+            return new vfScene::RenameCommand(document.getModelScene(), node, name);
         failed(document, "to rename it, a name is needed: vfViewer::Rename=<name>");
         return nullptr;
     }
@@ -469,9 +474,9 @@ struct Rename : TargetEdit
 struct FlipNormals : TargetEdit
 {
     FlipNormals() { setName("Flip normals"); }
-    SceneCommand* makeEdit(const ModelDocument& document, osg::Node& node, const VfVariant&) override
+    vfScene::SceneCommand* makeEdit(const ModelDocument& document, osg::Node& node, const VfVariant&) override
     {
-        return new FlipNormalsCommand(document.getModelScene(), node);
+        return new vfScene::FlipNormalsCommand(document.getModelScene(), node);
     }
 };
 
@@ -483,13 +488,14 @@ struct RecomputeNormals : TargetEdit
         getProperties()["prompt"] = VfVariant("Edges where surfaces meet at more than how many degrees:");
         getProperties()["promptValue"] = VfVariant("30");
     }
-    SceneCommand* makeEdit(const ModelDocument& document, osg::Node& node, const VfVariant& argument) override
+    vfScene::SceneCommand* makeEdit(const ModelDocument& document, osg::Node& node,
+                                    const VfVariant& argument) override
     {
         const std::string text = argument.toString().str();
         const std::vector<double> angle = text.empty() ? std::vector<double>{30} : readNumbers(text);
         if (angle.size() == 1 && angle[0] >= 0 && angle[0] <= 180)
-            return new RecomputeNormalsCommand(document.getModelScene(), node,
-                                               osg::DegreesToRadians(angle[0]));
+            return new vfScene::RecomputeNormalsCommand(document.getModelScene(), node,
+                                                        osg::DegreesToRadians(angle[0]));
         failed(document,
                "the angle of an edge lies between 0 and 180 degrees: vfViewer::RecomputeNormals[=<degrees>]");
         return nullptr;
@@ -517,7 +523,7 @@ struct AddFile : NamedEdit
         const auto models = document.readModels(paths);
         if (models.empty())
             return {};
-        return {new AddCommand("Add file", document.getModelScene(), models)};
+        return {new vfScene::AddCommand("Add file", document.getModelScene(), models)};
     }
 };
 
@@ -544,7 +550,7 @@ struct MergeOpen : NamedEdit
             failed(document, "no other model is open");
             return {};
         }
-        return {new AddCommand("Merge", document.getModelScene(), models)};
+        return {new vfScene::AddCommand("Merge", document.getModelScene(), models)};
     }
 };
 
@@ -556,7 +562,8 @@ struct SetColor : TargetEdit
         getProperties()["prompt"] = VfVariant("Colour");
         getProperties()["promptKind"] = VfVariant("color");
     }
-    SceneCommand* makeEdit(const ModelDocument& document, osg::Node& node, const VfVariant& argument) override
+    vfScene::SceneCommand* makeEdit(const ModelDocument& document, osg::Node& node,
+                                    const VfVariant& argument) override
     {
         std::vector<double> color = readNumbers(argument.toString().str());
         if (color.size() == 3)
@@ -565,8 +572,8 @@ struct SetColor : TargetEdit
                                  return part >= 0 && part <= 1;
                              });
         if (isColor)
-            return new ColorCommand(document.getModelScene(), node,
-                                    osg::Vec4d(color[0], color[1], color[2], color[3]));
+            return new vfScene::ColorCommand(document.getModelScene(), node,
+                                             osg::Vec4d(color[0], color[1], color[2], color[3]));
         failed(
             document,
             "to colour it, parts from 0 to 1 are needed: vfViewer::SetColor=<red>,<green>,<blue>[,<alpha>]");

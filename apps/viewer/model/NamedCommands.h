@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "model/SceneCommands.h"
-
 #include <velaforge/base/ClassInfo.h>
 #include <velaforge/commands/CommandPrivate.h>
+#include <velaforge/scene/SceneCommands.h>
 
 #include <string>
 #include <vector>
@@ -62,11 +61,11 @@ protected:
     ~NamedEdit() override = default;
 
     /// @return the changes, made one after the other; none when that is not possible, which is told here
-    virtual std::vector<osg::ref_ptr<SceneCommand>> makeEdits(const ModelDocument& document,
-                                                              const vfBase::VfVariant& argument) = 0;
+    virtual std::vector<osg::ref_ptr<vfScene::SceneCommand>> makeEdits(const ModelDocument& document,
+                                                                       const vfBase::VfVariant& argument) = 0;
 
 private:
-    std::vector<osg::ref_ptr<SceneCommand>> m_edits;
+    std::vector<osg::ref_ptr<vfScene::SceneCommand>> m_edits;
 };
 
 /// @return the view of the active document that is looked at; null with the failure told when it shows no model

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 // The commands of cameras to come back to.
-#include "model/CameraPlaces.h"
 #include "model/ModelDocument.h"
 #include "model/ModelView.h"
 #include "model/NamedCommands.h"
 
 #include <velaforge/base/Printable.h>
 #include <velaforge/base/StringList.h>
+#include <velaforge/scene/CameraBookmarks.h>
 
 #include <algorithm>
 #include <iostream>
@@ -19,9 +19,9 @@ namespace {
 
 using vfBase::VfVariant;
 
-std::vector<CameraPlace> placesOf(const ModelDocument& document)
+std::vector<vfScene::CameraBookmark> placesOf(const ModelDocument& document)
 {
-    return CameraPlaces::instance().of(document.getFilename().str());
+    return vfScene::CameraBookmarks::instance().of(document.getFilename().str());
 }
 
 /// A command of a place that has been kept, named by name or number.
@@ -31,7 +31,7 @@ struct PlaceCommand : DirectCommand
     {
         vfBase::StringList names;
         if (const ModelDocument* document = activeModel()) {
-            for (const CameraPlace& place : placesOf(*document))
+            for (const vfScene::CameraBookmark& place : placesOf(*document))
                 names.append(place.name.c_str());
         }
         getProperties()["enabled"] = VfVariant(names.size() > 0);
@@ -43,9 +43,10 @@ struct PlaceCommand : DirectCommand
     bool carryOut(ModelDocument& document, const VfVariant& argument) override
     {
         const std::string text = argument.toString().str();
-        const std::vector<CameraPlace> places = placesOf(document);
-        auto found = std::find_if(places.begin(), places.end(),
-                                  [&text](const CameraPlace& place) { return place.name == text; });
+        const std::vector<vfScene::CameraBookmark> places = placesOf(document);
+        auto found =
+            std::find_if(places.begin(), places.end(),
+                         [&text](const vfScene::CameraBookmark& place) { return place.name == text; });
         const std::vector<double> number = readNumbers(text);
         if (found == places.end() && number.size() == 1 && number[0] >= 1 &&
             number[0] <= static_cast<double>(places.size()))
@@ -56,7 +57,7 @@ struct PlaceCommand : DirectCommand
                                                : "there is no camera place of that name or number");
     }
 
-    virtual bool carryOut(ModelDocument& document, const CameraPlace& place) = 0;
+    virtual bool carryOut(ModelDocument& document, const vfScene::CameraBookmark& place) = 0;
 };
 
 struct KeepPlace : DirectCommand
@@ -74,24 +75,24 @@ struct KeepPlace : DirectCommand
         if (!view)
             return false;
         const std::string name = argument.toString().str();
-        if (name.size() > CameraPlaces::longestName)
+        if (name.size() > vfScene::CameraBookmarks::longestName)
             return failed(document, "the name of a camera place may have " +
-                                        std::to_string(CameraPlaces::longestName) + " bytes");
-        const CameraPlace place = {name.empty() ? freeName(document) : name, view->getCamera(),
-                                   view->getStyle().projection};
-        return CameraPlaces::instance().keep(document.getFilename().str(), place) ||
-               failed(document, "no more than " + std::to_string(CameraPlaces::mostPlaces) +
+                                        std::to_string(vfScene::CameraBookmarks::longestName) + " bytes");
+        const vfScene::CameraBookmark place = {name.empty() ? freeName(document) : name, view->getCamera(),
+                                               view->getStyle().projection};
+        return vfScene::CameraBookmarks::instance().keep(document.getFilename().str(), place) ||
+               failed(document, "no more than " + std::to_string(vfScene::CameraBookmarks::mostBookmarks) +
                                     " camera places can be kept of a file");
     }
 
 private:
     static std::string freeName(const ModelDocument& document)
     {
-        const std::vector<CameraPlace> places = placesOf(document);
+        const std::vector<vfScene::CameraBookmark> places = placesOf(document);
         for (std::size_t number = places.size() + 1;; ++number) {
             std::string name = std::to_string(number);
             if (std::none_of(places.begin(), places.end(),
-                             [&name](const CameraPlace& place) { return place.name == name; }))
+                             [&name](const vfScene::CameraBookmark& place) { return place.name == name; }))
                 return name;
         }
     }
@@ -100,12 +101,12 @@ private:
 struct GoToPlace : PlaceCommand
 {
     using PlaceCommand::carryOut;
-    bool carryOut(ModelDocument& document, const CameraPlace& place) override
+    bool carryOut(ModelDocument& document, const vfScene::CameraBookmark& place) override
     {
         ModelView* view = currentModelView(document);
         if (!view)
             return false;
-        ViewStyle style = view->getStyle();
+        vfScene::ViewStyle style = view->getStyle();
         style.projection = place.projection;
         view->setStyle(style);
         view->setCamera(place.camera);
@@ -116,9 +117,9 @@ struct GoToPlace : PlaceCommand
 struct ForgetPlace : PlaceCommand
 {
     using PlaceCommand::carryOut;
-    bool carryOut(ModelDocument& document, const CameraPlace& place) override
+    bool carryOut(ModelDocument& document, const vfScene::CameraBookmark& place) override
     {
-        return CameraPlaces::instance().forget(document.getFilename().str(), place.name);
+        return vfScene::CameraBookmarks::instance().forget(document.getFilename().str(), place.name);
     }
 };
 
@@ -126,7 +127,7 @@ struct PrintPlaces : ScriptCommand
 {
     bool carryOut(ModelDocument& document, const VfVariant&) override
     {
-        for (const CameraPlace& place : placesOf(document))
+        for (const vfScene::CameraBookmark& place : placesOf(document))
             std::cout << vfBase::printable(place.name) << std::endl;
         return true;
     }

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "model/Session.h"
 
-#include "model/StoredForms.h"
-
 #include <velaforge/base/RegisterSettingsObjectProxy.h>
 #include <velaforge/base/Settings.h>
 #include <velaforge/base/SettingsObject.h>
 #include <velaforge/base/SettingsProperties.h>
+#include <velaforge/scene/StoredStyles.h>
 
 #include <osg/ref_ptr>
 
@@ -24,8 +23,9 @@ SettingsValue writeEntries(const Session& session)
 {
     SettingsValue::List list;
     for (const Session::Entry& entry : session.getEntries())
-        list.emplace_back(SettingsValue::Map{
-            {"path", entry.path}, {"camera", stored(entry.camera)}, {"style", stored(entry.style)}});
+        list.emplace_back(SettingsValue::Map{{"path", entry.path},
+                                             {"camera", vfScene::stored(entry.camera)},
+                                             {"style", vfScene::stored(entry.style)}});
     return list;
 }
 
@@ -38,10 +38,10 @@ bool takeEntries(Session& session, const SettingsValue& value)
     for (const SettingsValue& one : *list) {
         const SettingsValue::Map* map = one.map();
         Session::Entry entry;
-        if (!map || entries.size() == mostEntries || !storedPart(*map, "path").read(entry.path) ||
-            entry.path.empty() || !readStored(storedPart(*map, "camera"), entry.camera))
+        if (!map || entries.size() == mostEntries || !vfScene::storedPart(*map, "path").read(entry.path) ||
+            entry.path.empty() || !vfScene::readStored(vfScene::storedPart(*map, "camera"), entry.camera))
             continue;
-        readStored(storedPart(*map, "style"), entry.style);
+        vfScene::readStored(vfScene::storedPart(*map, "style"), entry.style);
         entries.push_back(entry);
     }
     session.setEntries(entries);

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "model/ViewStyle.h"
-
 #include <velaforge/base/SettingsObjectPrivate.h>
+#include <velaforge/scene/ViewStyle.h>
 
 #include <string>
 #include <vector>
@@ -21,8 +20,8 @@ public:
         struct Entry
     {
         std::string path;
-        LookAt camera;
-        ViewStyle style;
+        vfScene::LookAt camera;
+        vfScene::ViewStyle style;
     };
 
     Session() = default;

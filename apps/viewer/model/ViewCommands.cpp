@@ -42,7 +42,7 @@ struct ViewCommand : DirectCommand
 
 // --- where from
 
-template <StandardView standard>
+template <vfScene::StandardView standard>
 struct LookFrom : ViewCommand
 {
     bool carryOut(ModelDocument&, ModelView& view, const std::string&) override
@@ -78,7 +78,7 @@ struct FitSelection : ViewCommand
     }
 };
 
-std::string describe(const LookAt& camera)
+std::string describe(const vfScene::LookAt& camera)
 {
     std::ostringstream text;
     text.imbue(std::locale::classic());
@@ -98,9 +98,9 @@ struct PlaceCamera : ViewCommand
     {
         const std::vector<double> numbers = readNumbers(argument);
         if (numbers.size() == 9) {
-            const LookAt camera = {{numbers[0], numbers[1], numbers[2]},
-                                   {numbers[3], numbers[4], numbers[5]},
-                                   {numbers[6], numbers[7], numbers[8]}};
+            const vfScene::LookAt camera = {{numbers[0], numbers[1], numbers[2]},
+                                            {numbers[3], numbers[4], numbers[5]},
+                                            {numbers[6], numbers[7], numbers[8]}};
             if (((camera.eye - camera.centre) ^ camera.up).length2() > 0) {
                 view.setCamera(camera);
                 return true;
@@ -148,14 +148,14 @@ struct StyleCommand : ViewCommand
 
     bool carryOut(ModelDocument& document, ModelView& view, const std::string& argument) override
     {
-        ViewStyle style = view.getStyle();
+        vfScene::ViewStyle style = view.getStyle();
         if (!change(style, argument))
             return failed(document, whatIsNeeded());
         view.setStyle(style);
         return true;
     }
 
-    virtual bool change(ViewStyle& style, const std::string& argument) = 0;
+    virtual bool change(vfScene::ViewStyle& style, const std::string& argument) = 0;
     virtual std::string whatIsNeeded() const = 0;
 
     /// For menus: shows whether it is in force.
@@ -163,15 +163,15 @@ struct StyleCommand : ViewCommand
 };
 
 /// Something that is on or off: "on" and "off" set it, without an argument it becomes the other.
-template <bool ViewStyle::*member>
+template <bool vfScene::ViewStyle::*member>
 struct Toggle : StyleCommand
 {
     Toggle()
     {
         const ModelView* shown = view();
-        setChecked((shown ? shown->getStyle() : ViewStyle()).*member);
+        setChecked((shown ? shown->getStyle() : vfScene::ViewStyle()).*member);
     }
-    bool change(ViewStyle& style, const std::string& argument) override
+    bool change(vfScene::ViewStyle& style, const std::string& argument) override
     {
         if (!argument.empty() && argument != "on" && argument != "off")
             return false;
@@ -189,16 +189,16 @@ struct Choice : StyleCommand
     Choice()
     {
         const ModelView* shown = view();
-        setChecked((shown ? shown->getStyle() : ViewStyle()).*member == value);
+        setChecked((shown ? shown->getStyle() : vfScene::ViewStyle()).*member == value);
         getProperties()["group"] =
-            VfVariant(std::is_same_v<decltype(value), DrawMode> ? "draw mode" : "projection");
+            VfVariant(std::is_same_v<decltype(value), vfScene::DrawMode> ? "draw mode" : "projection");
     }
-    bool change(ViewStyle& style, const std::string& argument) override
+    bool change(vfScene::ViewStyle& style, const std::string& argument) override
     {
         if (!argument.empty() && argument != "on")
             return false;
         const bool isOn = style.*member == value;
-        style.*member = isOn && argument.empty() ? ViewStyle().*member : value;
+        style.*member = isOn && argument.empty() ? vfScene::ViewStyle().*member : value;
         return true;
     }
     std::string whatIsNeeded() const override
@@ -214,7 +214,7 @@ struct SetBackground : StyleCommand
         getProperties()["prompt"] = VfVariant("Background");
         getProperties()["promptKind"] = VfVariant("color");
     }
-    bool change(ViewStyle& style, const std::string& argument) override
+    bool change(vfScene::ViewStyle& style, const std::string& argument) override
     {
         if (argument == "default") {
             style.background.reset();
@@ -229,7 +229,7 @@ struct SetBackground : StyleCommand
         const osg::Vec3f top(osg::Vec3d(parts[0], parts[1], parts[2]));
         const bool isGradient = parts.size() == 6;
         style.background =
-            Background{top, isGradient ? osg::Vec3f(osg::Vec3d(parts[3], parts[4], parts[5])) : top};
+            vfScene::Background{top, isGradient ? osg::Vec3f(osg::Vec3d(parts[3], parts[4], parts[5])) : top};
         return true;
     }
     std::string whatIsNeeded() const override
@@ -247,9 +247,9 @@ struct Section : StyleCommand
         const ModelView* shown = view();
         setChecked(shown && shown->getStyle().sections[axis].isOn);
     }
-    bool change(ViewStyle& style, const std::string& argument) override
+    bool change(vfScene::ViewStyle& style, const std::string& argument) override
     {
-        SectionPlane& section = style.sections[axis];
+        vfScene::SectionPlane& section = style.sections[axis];
         if (argument.empty()) {
             section.isOn = !section.isOn;
             return true;
@@ -278,31 +278,36 @@ const CommandRecord<TakeTool<Tool::Move>> toolMove("ToolMove", "vfViewer::ToolMo
 const CommandRecord<TakeTool<Tool::Rotate>> toolRotate("ToolRotate", "vfViewer::ToolRotate");
 const CommandRecord<TakeTool<Tool::Scale>> toolScale("ToolScale", "vfViewer::ToolScale");
 
-using V = ViewStyle;
+using V = vfScene::ViewStyle;
 
-const CommandRecord<LookFrom<StandardView::Front>> front("ViewFront", "vfViewer::ViewFront");
-const CommandRecord<LookFrom<StandardView::Back>> back("ViewBack", "vfViewer::ViewBack");
-const CommandRecord<LookFrom<StandardView::Left>> left("ViewLeft", "vfViewer::ViewLeft");
-const CommandRecord<LookFrom<StandardView::Right>> right("ViewRight", "vfViewer::ViewRight");
-const CommandRecord<LookFrom<StandardView::Top>> top("ViewTop", "vfViewer::ViewTop");
-const CommandRecord<LookFrom<StandardView::Bottom>> bottom("ViewBottom", "vfViewer::ViewBottom");
-const CommandRecord<LookFrom<StandardView::FrontLeft>> frontLeft("ViewFrontLeft", "vfViewer::ViewFrontLeft");
-const CommandRecord<LookFrom<StandardView::FrontRight>> frontRight("ViewFrontRight",
-                                                                   "vfViewer::ViewFrontRight");
-const CommandRecord<LookFrom<StandardView::BackRight>> backRight("ViewBackRight", "vfViewer::ViewBackRight");
-const CommandRecord<LookFrom<StandardView::BackLeft>> backLeft("ViewBackLeft", "vfViewer::ViewBackLeft");
+const CommandRecord<LookFrom<vfScene::StandardView::Front>> front("ViewFront", "vfViewer::ViewFront");
+const CommandRecord<LookFrom<vfScene::StandardView::Back>> back("ViewBack", "vfViewer::ViewBack");
+const CommandRecord<LookFrom<vfScene::StandardView::Left>> left("ViewLeft", "vfViewer::ViewLeft");
+const CommandRecord<LookFrom<vfScene::StandardView::Right>> right("ViewRight", "vfViewer::ViewRight");
+const CommandRecord<LookFrom<vfScene::StandardView::Top>> top("ViewTop", "vfViewer::ViewTop");
+const CommandRecord<LookFrom<vfScene::StandardView::Bottom>> bottom("ViewBottom", "vfViewer::ViewBottom");
+const CommandRecord<LookFrom<vfScene::StandardView::FrontLeft>> frontLeft("ViewFrontLeft",
+                                                                          "vfViewer::ViewFrontLeft");
+const CommandRecord<LookFrom<vfScene::StandardView::FrontRight>> frontRight("ViewFrontRight",
+                                                                            "vfViewer::ViewFrontRight");
+const CommandRecord<LookFrom<vfScene::StandardView::BackRight>> backRight("ViewBackRight",
+                                                                          "vfViewer::ViewBackRight");
+const CommandRecord<LookFrom<vfScene::StandardView::BackLeft>> backLeft("ViewBackLeft",
+                                                                        "vfViewer::ViewBackLeft");
 const CommandRecord<Fit> fit("Fit", "vfViewer::Fit");
 const CommandRecord<FitSelection> fitSelection("FitSelection", "vfViewer::FitSelection");
 const CommandRecord<PlaceCamera> placeCameraRecord("Camera", "vfViewer::Camera");
 const CommandRecord<PrintCamera> printCamera("PrintCamera", "vfViewer::PrintCamera");
 
-const CommandRecord<Choice<&V::projection, Projection::Perspective>> perspective("Perspective",
-                                                                                 "vfViewer::Perspective");
-const CommandRecord<Choice<&V::projection, Projection::Orthographic>> orthographic("Orthographic",
-                                                                                   "vfViewer::Orthographic");
-const CommandRecord<Choice<&V::drawMode, DrawMode::Surfaces>> surfaces("Surfaces", "vfViewer::Surfaces");
-const CommandRecord<Choice<&V::drawMode, DrawMode::Wireframe>> wireframe("Wireframe", "vfViewer::Wireframe");
-const CommandRecord<Choice<&V::drawMode, DrawMode::Points>> points("Points", "vfViewer::Points");
+const CommandRecord<Choice<&V::projection, vfScene::Projection::Perspective>>
+    perspective("Perspective", "vfViewer::Perspective");
+const CommandRecord<Choice<&V::projection, vfScene::Projection::Orthographic>>
+    orthographic("Orthographic", "vfViewer::Orthographic");
+const CommandRecord<Choice<&V::drawMode, vfScene::DrawMode::Surfaces>> surfaces("Surfaces",
+                                                                                "vfViewer::Surfaces");
+const CommandRecord<Choice<&V::drawMode, vfScene::DrawMode::Wireframe>> wireframe("Wireframe",
+                                                                                  "vfViewer::Wireframe");
+const CommandRecord<Choice<&V::drawMode, vfScene::DrawMode::Points>> points("Points", "vfViewer::Points");
 const CommandRecord<Toggle<&V::isFlat>> flat("FlatShading", "vfViewer::FlatShading");
 const CommandRecord<Toggle<&V::cullsBackFaces>> culling("BackfaceCulling", "vfViewer::BackfaceCulling");
 const CommandRecord<Toggle<&V::showsTextures>> textures("Textures", "vfViewer::Textures");

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "model/ViewerSettings.h"
 
-#include "model/StoredForms.h"
-
 #include <velaforge/base/RegisterSettingsObjectProxy.h>
 #include <velaforge/base/Settings.h>
 #include <velaforge/base/SettingsObject.h>
 #include <velaforge/base/SettingsProperties.h>
+#include <velaforge/scene/CameraBookmarks.h>
+#include <velaforge/scene/StoredStyles.h>
 
 #include <osg/ref_ptr>
 
@@ -22,7 +22,7 @@ using vfBase::SettingsValue;
 
 bool readColor(const SettingsValue& value, osg::Vec3f& color)
 {
-    if (!readStored(value, color))
+    if (!vfScene::readStored(value, color))
         return false;
     for (int i = 0; i < 3; ++i) {
         if (color[i] < 0 || color[i] > 1)
@@ -34,7 +34,7 @@ bool readColor(const SettingsValue& value, osg::Vec3f& color)
 bool takeFirstView(ViewerSettings& settings, const SettingsValue& value)
 {
     int view = -1;
-    if (!value.read(view) || view < 0 || view >= standardViewCount)
+    if (!value.read(view) || view < 0 || view >= vfScene::standardViewCount)
         return false;
     settings.setFirstView(view);
     return true;
@@ -58,22 +58,23 @@ bool takeBottom(ViewerSettings& settings, const SettingsValue& value)
     return true;
 }
 
-std::string nameOf(LengthUnit unit)
+std::string nameOf(vfScene::LengthUnit unit)
 {
-    return unit == LengthUnit::None ? "none" : symbolOf(unit);
+    return unit == vfScene::LengthUnit::None ? "none" : vfScene::symbolOf(unit);
 }
 
-bool readUnit(const SettingsValue& value, LengthUnit& unit)
+bool readUnit(const SettingsValue& value, vfScene::LengthUnit& unit)
 {
     std::string symbol;
-    const std::optional<LengthUnit> found = value.read(symbol) ? unitOf(symbol) : std::nullopt;
+    const std::optional<vfScene::LengthUnit> found =
+        value.read(symbol) ? vfScene::unitOf(symbol) : std::nullopt;
     unit = found.value_or(unit);
     return found.has_value();
 }
 
 bool takeModelUnit(ViewerSettings& settings, const SettingsValue& value)
 {
-    Units units = settings.getUnits();
+    vfScene::Units units = settings.getUnits();
     const bool isUnit = readUnit(value, units.ofModel);
     settings.setUnits(units);
     return isUnit;
@@ -81,7 +82,7 @@ bool takeModelUnit(ViewerSettings& settings, const SettingsValue& value)
 
 bool takeShownUnit(ViewerSettings& settings, const SettingsValue& value)
 {
-    Units units = settings.getUnits();
+    vfScene::Units units = settings.getUnits();
     const bool isUnit = readUnit(value, units.shown);
     settings.setUnits(units);
     return isUnit;
@@ -89,8 +90,8 @@ bool takeShownUnit(ViewerSettings& settings, const SettingsValue& value)
 
 bool takeFirstStyle(ViewerSettings& settings, const SettingsValue& value)
 {
-    ViewStyle style;
-    if (!readStored(value, style))
+    vfScene::ViewStyle style;
+    if (!vfScene::readStored(value, style))
         return false;
     settings.setFirstStyle(style);
     return true;
@@ -128,13 +129,16 @@ const SettingsProperties properties(
     {SettingsProperties::property<ViewerSettings>(
          "firstView", [](const ViewerSettings& settings) { return settings.getFirstView(); }, takeFirstView),
      SettingsProperties::property<ViewerSettings>(
-         "backgroundTop", [](const ViewerSettings& settings) { return stored(settings.getBackgroundTop()); },
+         "backgroundTop",
+         [](const ViewerSettings& settings) { return vfScene::stored(settings.getBackgroundTop()); },
          takeTop),
      SettingsProperties::property<ViewerSettings>(
          "backgroundBottom",
-         [](const ViewerSettings& settings) { return stored(settings.getBackgroundBottom()); }, takeBottom),
+         [](const ViewerSettings& settings) { return vfScene::stored(settings.getBackgroundBottom()); },
+         takeBottom),
      SettingsProperties::property<ViewerSettings>(
-         "firstStyle", [](const ViewerSettings& settings) { return stored(settings.getFirstStyle()); },
+         "firstStyle",
+         [](const ViewerSettings& settings) { return vfScene::stored(settings.getFirstStyle()); },
          takeFirstStyle),
      SettingsProperties::property<ViewerSettings>(
          "modelUnit", [](const ViewerSettings& settings) { return nameOf(settings.getUnits().ofModel); },
@@ -154,6 +158,8 @@ const SettingsProperties properties(
 
 const vfBase::RegisterSettingsObjectProxy registered(vfBase::SettingsObject(&ViewerSettings::instance()),
                                                      vfBase::Settings::global());
+const vfBase::RegisterSettingsObjectProxy
+    bookmarks(vfBase::SettingsObject(&vfScene::CameraBookmarks::instance()), vfBase::Settings::global());
 
 } // namespace
 
@@ -164,8 +170,7 @@ ViewerSettings::ViewerSettings(const ViewerSettings& other, const osg::CopyOp& c
       m_units(other.m_units),
       m_historyMegabytes(other.m_historyMegabytes),
       m_mouse(other.m_mouse),
-      m_backgroundTop(other.m_backgroundTop),
-      m_backgroundBottom(other.m_backgroundBottom)
+      m_background(other.m_background)
 {}
 
 ViewerSettings& ViewerSettings::instance()
@@ -176,11 +181,11 @@ ViewerSettings& ViewerSettings::instance()
 
 void ViewerSettings::setFirstView(int view)
 {
-    if (view >= 0 && view < standardViewCount)
+    if (view >= 0 && view < vfScene::standardViewCount)
         m_firstView = view;
 }
 
-void ViewerSettings::setFirstStyle(const ViewStyle& style)
+void ViewerSettings::setFirstStyle(const vfScene::ViewStyle& style)
 {
     m_firstStyle = style;
     m_firstStyle.background.reset();
@@ -201,8 +206,8 @@ void ViewerSettings::setMouse(const MouseSettings& mouse)
 
 void ViewerSettings::setBackground(const osg::Vec3f& top, const osg::Vec3f& bottom)
 {
-    m_backgroundTop = top;
-    m_backgroundBottom = bottom;
+    m_background.top = top;
+    m_background.bottom = bottom;
 }
 
 } // namespace vfViewer

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "model/Measurement.h"
-#include "model/StandardView.h"
-#include "model/ViewStyle.h"
-
 #include <velaforge/base/SettingsObjectPrivate.h>
+#include <velaforge/scene/Measurement.h>
+#include <velaforge/scene/StandardView.h>
+#include <velaforge/scene/ViewStyle.h>
 
 #include <osg/Vec3f>
 
@@ -41,17 +40,18 @@ public:
     void setFirstView(int view);
 
     /// The colours of pictures behind the model, red, green and blue from 0 to 1, at the top and at the bottom.
-    const osg::Vec3f& getBackgroundTop() const { return m_backgroundTop; }
-    const osg::Vec3f& getBackgroundBottom() const { return m_backgroundBottom; }
+    const osg::Vec3f& getBackgroundTop() const { return m_background.top; }
+    const osg::Vec3f& getBackgroundBottom() const { return m_background.bottom; }
+    const vfScene::Background& getBackground() const { return m_background; }
     void setBackground(const osg::Vec3f& top, const osg::Vec3f& bottom);
 
     /// How a new view shows its model. Its background and its sections are not kept.
-    const ViewStyle& getFirstStyle() const { return m_firstStyle; }
-    void setFirstStyle(const ViewStyle& style);
+    const vfScene::ViewStyle& getFirstStyle() const { return m_firstStyle; }
+    void setFirstStyle(const vfScene::ViewStyle& style);
 
     /// What the numbers of models mean, and how lengths are shown; None and None unless set.
-    Units getUnits() const { return m_units; }
-    void setUnits(const Units& units) { m_units = units; }
+    vfScene::Units getUnits() const { return m_units; }
+    void setUnits(const vfScene::Units& units) { m_units = units; }
 
     /// How much the history of a document may hold, in megabytes; 512 unless set.
     int getHistoryMegabytes() const { return m_historyMegabytes; }
@@ -69,13 +69,12 @@ protected:
     ~ViewerSettings() override = default;
 
 private:
-    int m_firstView = static_cast<int>(StandardView::FrontRight);
-    ViewStyle m_firstStyle;
-    Units m_units;
+    int m_firstView = static_cast<int>(vfScene::StandardView::FrontRight);
+    vfScene::ViewStyle m_firstStyle;
+    vfScene::Units m_units;
     int m_historyMegabytes = 512;
     MouseSettings m_mouse;
-    osg::Vec3f m_backgroundTop{0.86f, 0.90f, 0.95f};
-    osg::Vec3f m_backgroundBottom{0.56f, 0.64f, 0.72f};
+    vfScene::Background m_background;
 };
 
 } // namespace vfViewer

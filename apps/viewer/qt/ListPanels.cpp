@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "qt/ListPanels.h"
 
-#include "model/Measurement.h"
 #include "model/ModelDocument.h"
 #include "model/NamedCommands.h"
 #include "model/ViewerDocuments.h"
@@ -10,6 +9,7 @@
 #include <velaforge/base/Printable.h>
 #include <velaforge/qt/PlainText.h>
 #include <velaforge/qt/QtApplication.h>
+#include <velaforge/scene/Measurement.h>
 
 #include <QEvent>
 #include <QFileInfo>
@@ -115,11 +115,12 @@ void MeasurementsPanel::fill(QListWidget& list)
     const ModelDocument* document = activeModel();
     if (!document)
         return;
-    for (const Measurement& measurement : document->getMeasurements()) {
-        const QString value = QString::fromStdString(describeValue(measurement, document->getUnits()));
-        const QString name = measurement.kind == MeasureKind::Angle    ? tr("Angle")
-                             : measurement.kind == MeasureKind::Radius ? tr("Radius")
-                                                                       : tr("Distance");
+    for (const vfScene::Measurement& measurement : document->getMeasurements()) {
+        const QString value =
+            QString::fromStdString(vfScene::describeValue(measurement, document->getUnits()));
+        const QString name = measurement.kind == vfScene::MeasureKind::Angle    ? tr("Angle")
+                             : measurement.kind == vfScene::MeasureKind::Radius ? tr("Radius")
+                                                                                : tr("Distance");
         list.addItem(QStringLiteral("%1: %2").arg(name, value));
     }
 }

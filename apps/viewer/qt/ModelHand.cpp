@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "qt/ModelHand.h"
 
-#include "model/Measurement.h"
 #include "model/ModelDocument.h"
 
 #include <velaforge/application/Application.h>
 #include <velaforge/qt/QtApplication.h>
+#include <velaforge/scene/Measurement.h>
 #include <velaforge/shell/StatusBar.h>
 
 #include <osg/ComputeBoundsVisitor>
@@ -28,15 +28,15 @@ constexpr double snapDistance = 8;
 /// What comes nearer to the middle than that on the screen turns and scales by nothing that a hand could mean.
 constexpr double smallestLever = 4;
 
-MeasureKind kindOf(Tool tool)
+vfScene::MeasureKind kindOf(Tool tool)
 {
     switch (tool) {
     case Tool::MeasureAngle:
-        return MeasureKind::Angle;
+        return vfScene::MeasureKind::Angle;
     case Tool::MeasureRadius:
-        return MeasureKind::Radius;
+        return vfScene::MeasureKind::Radius;
     default:
-        return MeasureKind::Distance;
+        return vfScene::MeasureKind::Distance;
     }
 }
 
@@ -126,12 +126,12 @@ bool ModelHand::click(const QPointF& position)
     if (!hit)
         return true;
     m_points.push_back(snapped(*hit));
-    const MeasureKind kind = kindOf(m_tool);
-    if (m_points.size() < pointsFor(kind)) {
+    const vfScene::MeasureKind kind = kindOf(m_tool);
+    if (m_points.size() < vfScene::pointsFor(kind)) {
         m_document.updateAllViews(nullptr);
         return true;
     }
-    const std::optional<Measurement> measured = measure(kind, m_points);
+    const std::optional<vfScene::Measurement> measured = measure(kind, m_points);
     m_points.clear();
     if (measured) {
         say(QString::fromStdString(describe(*measured, m_document.getUnits())));
@@ -203,8 +203,8 @@ osg::Matrixd ModelHand::change(const QPointF& position) const
 void ModelHand::drag(const QPointF& position)
 {
     m_matrix = change(position);
-    ModelScene& scene = m_document.getModelScene();
-    const ModelScene::Preview previewing(scene);
+    vfScene::ModelScene& scene = m_document.getModelScene();
+    const vfScene::ModelScene::Preview previewing(scene);
     if (m_preview)
         m_preview->undo(vfBase::VfVariant());
     if (!scene.contains(*m_dragged)) {
@@ -212,25 +212,26 @@ void ModelHand::drag(const QPointF& position)
         m_dragged = nullptr;
         return;
     }
-    m_preview = new TransformCommand(nameOf(m_tool), scene, *m_dragged,
-                                     TransformCommand::inFrameOf(*m_dragged, scene, m_matrix));
+    m_preview = new vfScene::TransformCommand(
+        nameOf(m_tool), scene, *m_dragged, vfScene::TransformCommand::inFrameOf(*m_dragged, scene, m_matrix));
     m_preview->Do(vfBase::VfVariant());
 }
 
 void ModelHand::endDrag(bool isKept)
 {
     const osg::ref_ptr<osg::Node> dragged = std::exchange(m_dragged, nullptr);
-    const osg::ref_ptr<TransformCommand> preview = std::exchange(m_preview, nullptr);
+    const osg::ref_ptr<vfScene::TransformCommand> preview = std::exchange(m_preview, nullptr);
     if (!dragged || !preview)
         return;
     {
-        const ModelScene::Preview previewing(m_document.getModelScene());
+        const vfScene::ModelScene::Preview previewing(m_document.getModelScene());
         preview->undo(vfBase::VfVariant());
     }
     if (!isKept)
         return;
-    m_document.transform(*dragged, nameOf(m_tool),
-                         TransformCommand::inFrameOf(*dragged, m_document.getModelScene(), m_matrix));
+    m_document.transform(
+        *dragged, nameOf(m_tool),
+        vfScene::TransformCommand::inFrameOf(*dragged, m_document.getModelScene(), m_matrix));
     if (auto* shell = vfApplication::QtApplication::instance())
         shell->updateActions();
 }

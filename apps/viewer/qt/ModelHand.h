@@ -2,9 +2,9 @@
 #pragma once
 
 #include "model/ModelView.h"
-#include "model/SceneCommands.h"
 
 #include <velaforge/qt/QtViewport.h>
+#include <velaforge/scene/SceneCommands.h>
 
 #include <QObject>
 #include <QPointF>
@@ -60,7 +60,7 @@ private:
 
     // Of the drag that is going on.
     osg::ref_ptr<osg::Node> m_dragged;
-    osg::ref_ptr<TransformCommand> m_preview;
+    osg::ref_ptr<vfScene::TransformCommand> m_preview;
     osg::Matrixd m_matrix;
     osg::Vec3d m_grip;   ///< where it was taken hold of
     osg::Vec3d m_middle; ///< of the part, as the grip in the scene

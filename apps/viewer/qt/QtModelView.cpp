@@ -4,10 +4,10 @@
 #include "model/FirstView.h"
 #include "model/ModelDocument.h"
 #include "model/ViewerSettings.h"
-#include "picture/Picture.h"
 #include "qt/ModelHand.h"
 
 #include <velaforge/base/ClassInfo.h>
+#include <velaforge/headless/ScenePicture.h>
 #include <velaforge/qt/QtApplication.h>
 #include <velaforge/qt/QtViewport.h>
 
@@ -65,12 +65,12 @@ void QtModelView::makeViewport()
     m_viewport->setObjectName(QStringLiteral("model"));
     m_place->layout()->addWidget(m_viewport);
     m_place->setFocusProxy(m_viewport);
-    m_scene = std::make_unique<ShownScene>(model().getModelScene());
+    m_scene = std::make_unique<vfScene::ShownScene>(model().getModelScene());
     m_scene->setStyle(m_style);
-    m_viewport->setOrthographic(m_style.projection == Projection::Orthographic);
+    m_viewport->setOrthographic(m_style.projection == vfScene::Projection::Orthographic);
     m_viewport->setScene(&m_scene->root());
     m_viewport->setPick([this](const QPointF& position) { return pick(position); });
-    m_viewport->setFieldOfView(heightAngle);
+    m_viewport->setFieldOfView(vfScene::heightAngle);
     m_viewport->setContinuous(false); // what moves goes by the clock of the document
     QObject::connect(m_viewport, &vfApplication::QtViewport::cameraMoved, m_viewport,
                      [this] { m_isStandard = false; });
@@ -112,8 +112,8 @@ void QtModelView::redraw()
     if (!m_viewport)
         return;
     const ViewerSettings& settings = ViewerSettings::instance();
-    const Background background =
-        m_style.background.value_or(Background{settings.getBackgroundTop(), settings.getBackgroundBottom()});
+    m_scene->setBackground(settings.getBackground());
+    const vfScene::Background background = m_scene->getBackground();
     m_viewport->setBackground(background.top, background.bottom);
     const MouseSettings& mouse = settings.getMouse();
     m_viewport->setOrbit(mouse.isTrackball ? vfApplication::QtViewport::Orbit::Trackball
@@ -124,20 +124,20 @@ void QtModelView::redraw()
     m_viewport->update();
 }
 
-void QtModelView::setStyle(const ViewStyle& style)
+void QtModelView::setStyle(const vfScene::ViewStyle& style)
 {
     const bool isOther = style.projection != m_style.projection;
     m_style = style;
     if (!m_viewport)
         return;
     m_scene->setStyle(style);
-    m_viewport->setOrthographic(style.projection == Projection::Orthographic);
+    m_viewport->setOrthographic(style.projection == vfScene::Projection::Orthographic);
     if (isOther && m_isStandard)
         place();
     redraw();
 }
 
-void QtModelView::lookFrom(StandardView view)
+void QtModelView::lookFrom(vfScene::StandardView view)
 {
     if (!m_viewport)
         return;
@@ -149,10 +149,10 @@ void QtModelView::lookFrom(StandardView view)
 
 void QtModelView::place()
 {
-    take(placeCamera(model().scene(), m_standardView, m_viewport->getAspect(), m_style.projection));
+    take(vfScene::placeCamera(model().scene(), m_standardView, m_viewport->getAspect(), m_style.projection));
 }
 
-void QtModelView::take(const CameraPlacement& camera)
+void QtModelView::take(const vfScene::CameraPlacement& camera)
 {
     m_viewport->lookAt(camera.lookAt.eye, camera.lookAt.centre, camera.lookAt.up);
 }
@@ -163,18 +163,18 @@ void QtModelView::fit(osg::Node* part)
         return;
     m_isStandard = false;
     osg::Node& seen = part ? *part : model().scene();
-    take(placeCamera(seen, getCamera(), m_viewport->getAspect(), m_style.projection));
+    take(vfScene::placeCamera(seen, getCamera(), m_viewport->getAspect(), m_style.projection));
 }
 
-LookAt QtModelView::getCamera() const
+vfScene::LookAt QtModelView::getCamera() const
 {
-    LookAt camera;
+    vfScene::LookAt camera;
     if (m_viewport)
         m_viewport->getLookAt(camera.eye, camera.centre, camera.up);
     return camera;
 }
 
-void QtModelView::setCamera(const LookAt& camera)
+void QtModelView::setCamera(const vfScene::LookAt& camera)
 {
     if (!m_viewport)
         return;
@@ -194,10 +194,12 @@ osg::ref_ptr<osg::Image> QtModelView::takePicture(const vfApplication::SnapshotF
     if (QOpenGLContext* current = QOpenGLContext::currentContext())
         current->doneCurrent();
     const double aspect = double(format.width) / format.height;
-    ShownScene scene(model().getModelScene());
+    vfScene::ShownScene scene(model().getModelScene());
     scene.setStyle(m_style);
+    scene.setBackground(ViewerSettings::instance().getBackground());
     scene.setMeasurements(model().getMeasurements());
-    return drawPicture(scene, placementOf(getCamera(), aspect, m_style.projection), format, reason);
+    return vfApplication::renderPicture(scene, vfScene::placementOf(getCamera(), aspect, m_style.projection),
+                                        format, reason);
 }
 
 void QtModelView::follow()

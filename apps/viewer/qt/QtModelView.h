@@ -2,10 +2,10 @@
 #pragma once
 
 #include "model/ModelView.h"
-#include "model/ShownScene.h"
 
 #include <velaforge/qt/QtView.h>
 #include <velaforge/qt/QtViewport.h>
+#include <velaforge/scene/ShownScene.h>
 
 #include <QPointer>
 
@@ -30,12 +30,12 @@ public:
 
     /// The first time with a model it looks at it from the standard view that is set; the camera stays afterwards.
     void onUpdate(vfApplication::View* sender) override;
-    void lookFrom(StandardView view) override;
+    void lookFrom(vfScene::StandardView view) override;
     void fit(osg::Node* part) override;
-    LookAt getCamera() const override;
-    void setCamera(const LookAt& camera) override;
-    ViewStyle getStyle() const override { return m_style; }
-    void setStyle(const ViewStyle& style) override;
+    vfScene::LookAt getCamera() const override;
+    void setCamera(const vfScene::LookAt& camera) override;
+    vfScene::ViewStyle getStyle() const override { return m_style; }
+    void setStyle(const vfScene::ViewStyle& style) override;
     void follow() override;
     bool setTool(Tool tool) override;
     Tool getTool() const override;
@@ -55,7 +55,7 @@ private:
     ModelDocument& model() const;
     void makeViewport();
     void place();
-    void take(const CameraPlacement& camera);
+    void take(const vfScene::CameraPlacement& camera);
     std::optional<vfApplication::QtViewport::Hit> pick(const QPointF& position) const;
     osg::Node* partOf(const vfApplication::QtViewport::Hit& hit) const;
     void approach(const QPointF& position);
@@ -63,10 +63,10 @@ private:
 
     QPointer<QWidget> m_place; ///< of the viewport
     QPointer<vfApplication::QtViewport> m_viewport;
-    std::unique_ptr<ShownScene> m_scene;
+    std::unique_ptr<vfScene::ShownScene> m_scene;
     std::unique_ptr<ModelHand> m_hand;
-    ViewStyle m_style;
-    StandardView m_standardView = StandardView::Front;
+    vfScene::ViewStyle m_style;
+    vfScene::StandardView m_standardView = vfScene::StandardView::Front;
     bool m_isPlaced = false;   ///< the camera has been placed since there is a model
     bool m_isStandard = false; ///< it stands where the standard view put it
     bool m_isApproached =

@@ -138,7 +138,7 @@ void QtPicturePage::applyOptions()
         firstView = m_view->currentIndex();
         backgroundTop = m_top->color();
         backgroundBottom = m_bottom->color();
-        firstStyle.projection = Projection(m_projection->currentIndex());
+        firstStyle.projection = vfScene::Projection(m_projection->currentIndex());
         firstStyle.showsGrid = m_grid->isChecked();
         firstStyle.showsAxes = m_axes->isChecked();
         firstStyle.isAntialiased = m_smooth->isChecked();
@@ -161,12 +161,12 @@ QString QtModelPage::getTitle()
 QWidget* QtModelPage::createWidget(QWidget& parent)
 {
     auto* page = new QWidget(&parent);
-    const auto makeChoice = [page](const char* name, LengthUnit unit) {
+    const auto makeChoice = [page](const char* name, vfScene::LengthUnit unit) {
         auto* choice = new QComboBox(page);
         choice->setObjectName(QLatin1String(name));
         choice->addItem(tr("None"));
-        for (int number = 1; number < unitCount; ++number)
-            choice->addItem(QString::fromUtf8(symbolOf(LengthUnit(number))));
+        for (int number = 1; number < vfScene::lengthUnitCount; ++number)
+            choice->addItem(QString::fromUtf8(vfScene::symbolOf(vfScene::LengthUnit(number))));
         choice->setCurrentIndex(int(unit));
         return choice;
     };
@@ -187,7 +187,7 @@ QWidget* QtModelPage::createWidget(QWidget& parent)
 void QtModelPage::applyOptions()
 {
     if (m_unit) {
-        units = {LengthUnit(m_unit->currentIndex()), LengthUnit(m_shown->currentIndex())};
+        units = {vfScene::LengthUnit(m_unit->currentIndex()), vfScene::LengthUnit(m_shown->currentIndex())};
         historyMegabytes = m_history->value();
     }
     ModelPage::applyOptions();

@@ -3,11 +3,11 @@
 
 #include "model/ModelDocument.h"
 #include "model/NamedCommands.h"
-#include "model/NodeKind.h"
-#include "model/SceneCommands.h"
 #include "ui/Menus.h"
 
 #include <velaforge/qt/QtApplication.h>
+#include <velaforge/scene/NodeKind.h>
+#include <velaforge/scene/SceneCommands.h>
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -32,13 +32,14 @@ constexpr std::size_t mostFound = 500;
 
 QString kindLabel(const osg::Node& node)
 {
-    return QCoreApplication::translate(translationContext, kindOf(node));
+    return QCoreApplication::translate(translationContext, vfScene::kindOf(node));
 }
 
 QString labelOf(const osg::Node& node)
 {
     const ModelDocument* document = activeModel();
-    const QString name = QString::fromStdString(document ? nameOf(node, *document) : node.getName());
+    const QString name = QString::fromStdString(
+        document ? vfScene::nameOf(node, document->getModelScene(), document->getTitle()) : node.getName());
     return name.isEmpty() ? kindLabel(node) : name;
 }
 
@@ -46,7 +47,7 @@ QString labelOf(const osg::Node& node)
 bool hasParts(osg::Node& node)
 {
     osg::Group* group = node.asGroup();
-    return group && !node.asGeode() && !shownChildren(*group).empty();
+    return group && !node.asGeode() && !vfScene::shownChildren(*group).empty();
 }
 
 /// Goes over the nodes whose names hold a text, each once.
@@ -60,7 +61,7 @@ public:
     void apply(osg::Node& node) override
     {
         const bool isKnown = std::find(found.begin(), found.end(), &node) != found.end();
-        if (!isKnown && !TransformCommand::isPlacement(node) && found.size() < mostFound &&
+        if (!isKnown && !vfScene::TransformCommand::isPlacement(node) && found.size() < mostFound &&
             labelOf(node).contains(m_text, Qt::CaseInsensitive))
             found.push_back(&node);
         if (found.size() < mostFound && hasParts(node))
@@ -141,7 +142,7 @@ void ScenePanel::unfold(QTreeWidgetItem& item)
     if (item.childCount() > 0 || !node || !hasParts(*node))
         return;
     const bool wasFilling = std::exchange(m_isFilling, true);
-    for (osg::Node* child : shownChildren(*node->asGroup()))
+    for (osg::Node* child : vfScene::shownChildren(*node->asGroup()))
         addItem(item, *child);
     m_isFilling = wasFilling;
 }
@@ -155,7 +156,7 @@ bool ScenePanel::isCurrent() const
         return !root && !m_root.valid();
     const std::function<bool(const QTreeWidgetItem&, osg::Group&)> isSame = [&](const QTreeWidgetItem& item,
                                                                                 osg::Group& group) {
-        const std::vector<osg::Node*> children = shownChildren(group);
+        const std::vector<osg::Node*> children = vfScene::shownChildren(group);
         if (static_cast<std::size_t>(item.childCount()) != children.size())
             return false;
         for (int i = 0; i < item.childCount(); ++i) {
@@ -180,7 +181,7 @@ void ScenePanel::rebuild()
     if (document && !m_search->text().isEmpty()) {
         showFound(m_search->text());
     } else if (document) {
-        for (osg::Node* child : shownChildren(document->scene())) {
+        for (osg::Node* child : vfScene::shownChildren(document->scene())) {
             QTreeWidgetItem* item = addItem(*m_tree->invisibleRootItem(), *child);
             // Down to where there is something to choose from.
             for (QTreeWidgetItem* one = item; one; one = one->childCount() == 1 ? one->child(0) : nullptr) {
@@ -219,7 +220,7 @@ QTreeWidgetItem* ScenePanel::itemOf(const osg::Node& node)
         return nullptr;
     QTreeWidgetItem* item = m_tree->invisibleRootItem();
     for (const osg::Node* next : paths.front()) {
-        if (next == m_root.get() || TransformCommand::isPlacement(*next))
+        if (next == m_root.get() || vfScene::TransformCommand::isPlacement(*next))
             continue;
         unfold(*item);
         QTreeWidgetItem* below = nullptr;

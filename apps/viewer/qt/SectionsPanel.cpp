@@ -80,7 +80,7 @@ void SectionsPanel::refresh()
         return;
     m_isFilling = true;
     for (std::size_t axis = 0; axis < m_rows.size(); ++axis) {
-        const SectionPlane section = view->getStyle().sections[axis];
+        const vfScene::SectionPlane section = view->getStyle().sections[axis];
         const Row& row = m_rows[axis];
         row.isOn->setChecked(section.isOn);
         row.position->setValue(int(std::lround(section.position * sliderSteps)));
@@ -97,7 +97,7 @@ void SectionsPanel::apply(std::size_t axis)
     if (m_isFilling || !view)
         return;
     const Row& row = m_rows[axis];
-    ViewStyle style = view->getStyle();
+    vfScene::ViewStyle style = view->getStyle();
     style.sections[axis] = {row.isOn->isChecked(), double(row.position->value()) / sliderSteps,
                             row.isFlipped->isChecked()};
     view->setStyle(style);

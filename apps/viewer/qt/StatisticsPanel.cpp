@@ -2,10 +2,11 @@
 #include "qt/StatisticsPanel.h"
 
 #include "model/ModelDocument.h"
-#include "model/ModelStatistics.h"
 #include "model/NamedCommands.h"
-#include "model/NodeProperties.h"
 #include "ui/Menus.h"
+
+#include <velaforge/scene/ModelStatistics.h>
+#include <velaforge/scene/NodeProperties.h>
 
 #include <QCoreApplication>
 #include <QLocale>
@@ -18,7 +19,7 @@ void StatisticsPanel::fill()
     osg::Node* target = document ? document->target() : nullptr;
     if (!target)
         return;
-    const ModelStatistics counted = countModel(*target);
+    const vfScene::ModelStatistics counted = vfScene::countModel(*target);
     const QLocale locale;
     addRow(tr("Counted"), document->getSelection() ? tr("selected part") : tr("whole model"));
     addRow(tr("Triangles"), locale.toString(counted.triangles));
@@ -33,7 +34,7 @@ void StatisticsPanel::fill()
         addRow(tr("Depth (y)"), locale.toString(double(size.y()), 'g', 6));
         addRow(tr("Height (z)"), locale.toString(double(size.z()), 'g', 6));
     }
-    const ModelScene& scene = document->getModelScene();
+    const vfScene::ModelScene& scene = document->getModelScene();
     addRow(tr("Undo steps"), locale.toString(qulonglong(scene.getHistoryLength())));
     addRow(tr("Undo memory"),
            tr("%1 of %2")
@@ -47,7 +48,7 @@ void PropertiesPanel::fill()
     osg::Node* target = document ? document->target() : nullptr;
     if (!target)
         return;
-    for (const NodeProperty& property : propertiesOf(*target, document->getModelScene()))
+    for (const vfScene::NodeProperty& property : vfScene::propertiesOf(*target, document->getModelScene()))
         addRow(QCoreApplication::translate(translationContext, property.name),
                QString::fromStdString(property.value));
 }

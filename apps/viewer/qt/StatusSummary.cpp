@@ -2,13 +2,13 @@
 #include "qt/StatusSummary.h"
 
 #include "model/ModelDocument.h"
-#include "model/ModelStatistics.h"
 #include "model/NamedCommands.h"
-#include "model/NodeKind.h"
 #include "ui/Menus.h"
 
 #include <velaforge/application/Application.h>
 #include <velaforge/qt/QtApplication.h>
+#include <velaforge/scene/ModelStatistics.h>
+#include <velaforge/scene/NodeKind.h>
 #include <velaforge/shell/StatusBar.h>
 
 #include <QCoreApplication>
@@ -35,8 +35,10 @@ QString selectionOf(const ModelDocument& document)
     const osg::Node* selected = document.getSelection();
     if (!selected)
         return QString();
-    const QString name = QString::fromStdString(nameOf(*selected, document));
-    return name.isEmpty() ? QCoreApplication::translate(translationContext, kindOf(*selected)) : name;
+    const QString name =
+        QString::fromStdString(vfScene::nameOf(*selected, document.getModelScene(), document.getTitle()));
+    return name.isEmpty() ? QCoreApplication::translate(translationContext, vfScene::kindOf(*selected))
+                          : name;
 }
 
 } // namespace
@@ -63,7 +65,7 @@ QString StatusSummary::describe(const ModelDocument& document)
     if (state == m_state && !m_text.isNull())
         return m_text;
     m_state = state;
-    const ModelStatistics counted = countModel(document.scene());
+    const vfScene::ModelStatistics counted = vfScene::countModel(document.scene());
     const QLocale locale;
     QStringList parts;
     if (counted.triangles > 0)
@@ -74,11 +76,11 @@ QString StatusSummary::describe(const ModelDocument& document)
                                         : tr("%1 points").arg(locale.toString(counted.vertices)));
     if (counted.bounds.valid()) {
         const osg::Vec3d size(counted.bounds._max - counted.bounds._min);
-        const Units& units = document.getUnits();
+        const vfScene::Units& units = document.getUnits();
         const QString times = QStringLiteral(" × ");
-        parts << QString::fromStdString(describeLength(size.x(), units)) + times +
-                     QString::fromStdString(describeLength(size.y(), units)) + times +
-                     QString::fromStdString(describeLength(size.z(), units));
+        parts << QString::fromStdString(vfScene::describeLength(size.x(), units)) + times +
+                     QString::fromStdString(vfScene::describeLength(size.y(), units)) + times +
+                     QString::fromStdString(vfScene::describeLength(size.z(), units));
     }
     if (!document.getAnimation().isEmpty())
         parts << tr("animated: Space plays it");

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // A module in a library of its own: what a model consists of, in numbers.
 #include "model/ModelDocument.h"
-#include "model/ModelStatistics.h"
 #include "model/NamedCommands.h"
 #include "ui/Menus.h"
 
@@ -14,6 +13,7 @@
 #include <velaforge/dockwindows/DockWindowRegistryPrivate.h>
 #include <velaforge/modules/MinimalUiSetup.h>
 #include <velaforge/modules/Module.h>
+#include <velaforge/scene/ModelStatistics.h>
 
 #include <iostream>
 
@@ -33,7 +33,7 @@ struct PrintStatistics : vfViewer::DirectCommand
             return false;
         }
         std::cout << vfBase::printable(document.getTitle().str() + ": " +
-                                       describe(vfViewer::countModel(*target)))
+                                       describe(vfScene::countModel(*target)))
                   << std::endl;
         return true;
     }

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "model/Measurement.h"
-#include "model/ViewStyle.h"
 #include "model/ViewerSettings.h"
 
+#include <velaforge/scene/Measurement.h>
+#include <velaforge/scene/ViewStyle.h>
 #include <velaforge/shell/UiOptionsPage.h>
 
 #include <osg/Vec3f>
@@ -47,7 +47,7 @@ public:
     int firstView = 0;
     osg::Vec3f backgroundTop;
     osg::Vec3f backgroundBottom;
-    ViewStyle firstStyle;
+    vfScene::ViewStyle firstStyle;
 };
 
 /// What the numbers of models mean, and how much the history of a document may hold.
@@ -64,7 +64,7 @@ public:
     void applyOptions() override;
 
     // What the page shows, see ViewerSettings.
-    Units units;
+    vfScene::Units units;
     int historyMegabytes = 1;
 };
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "model/ModelStatistics.h"
+#include <velaforge/scene/ModelStatistics.h>
 
-#include "model/ModelScene.h"
+#include <velaforge/scene/ModelScene.h>
 
 #include <osg/ComputeBoundsVisitor>
 #include <osg/Geometry>
@@ -16,7 +16,7 @@
 #include <set>
 #include <sstream>
 
-namespace vfViewer {
+namespace vfScene {
 
 namespace {
 
@@ -207,4 +207,4 @@ std::string describe(const ModelStatistics& statistics)
     return text.str();
 }
 
-} // namespace vfViewer
+} // namespace vfScene

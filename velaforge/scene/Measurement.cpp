@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "model/Measurement.h"
+#include <velaforge/scene/Measurement.h>
 
 #include <osg/Math>
 
@@ -8,7 +8,7 @@
 #include <locale>
 #include <sstream>
 
-namespace vfViewer {
+namespace vfScene {
 
 namespace {
 
@@ -141,4 +141,4 @@ std::string describe(const Measurement& measurement, const Units& units)
     return names[static_cast<std::size_t>(measurement.kind)] + describeValue(measurement, units);
 }
 
-} // namespace vfViewer
+} // namespace vfScene

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <velaforge/scene/Export.h>
+
 #include <osg/ref_ptr>
 
 #include <cstddef>
@@ -19,46 +21,53 @@ class BasicAnimationManager;
 class RigGeometry;
 } // namespace osgAnimation
 
-namespace vfViewer {
+namespace vfScene {
 
 class ModelScene;
 
-/// What of a model moves by itself, and the clock that it follows: nothing moves unless the clock is set here. A model
-/// that was just read stands as its file has it, which need not be how it stands at time 0.
-class ModelAnimation
+/// The animations of a model and their clock. Nothing moves unless the clock is set here: a model that was just read stands as
+/// its file has it, which need not be its pose at time 0.
+class VFSCENE_EXPORT ModelAnimation
 {
 public:
+    /// @param scene  must outlive this object
     explicit ModelAnimation(ModelScene& scene);
     ~ModelAnimation();
 
     ModelAnimation(const ModelAnimation&) = delete;
     ModelAnimation& operator=(const ModelAnimation&) = delete;
 
-    /// Begins anew with the model that is in the scene now.
+    /// Starts again with the model that is in the scene now.
     void reset();
 
-    /// @return whether nothing moves
+    /// Returns whether the model has no animation.
     bool isEmpty();
 
-    /// @return the animations of which one is played at a time; those without a name by their number. None where the
-    /// parts of the model just move.
+    /// Returns the names of the animations of which one plays at a time; a number for one without a name. Empty for a model
+    /// whose parts move without such animations.
     const std::vector<std::string>& getNames();
 
-    /// @return which of them is played
+    /// Returns the index of the one that plays.
     std::size_t getCurrent() const { return m_current; }
 
-    /// Has another played, from its beginning. @return false when there is none of that number
+    /// Selects another one, at its beginning.
+    /// @param number  an index into getNames()
+    /// @return false when there is none with that index
     bool setCurrent(std::size_t number);
 
-    /// @return how long it takes until everything comes again, in seconds; 0 when that never happens
+    /// Returns the time in seconds after which all motion repeats; 0 when it never does.
     double getDuration();
 
+    /// Returns the time of the clock in seconds.
     double getTime() const { return m_time; }
 
-    /// Moves what moves to where it is then. @param seconds  beyond the end it begins again; not before 0
+    /// Sets the clock and moves the parts.
+    /// @param seconds  not negative; beyond the duration the motion repeats
     void setTime(double seconds);
 
+    /// Returns whether the program should advance the clock.
     bool isPlaying() const { return m_isPlaying; }
+    /// Sets whether the program should advance the clock.
     void setPlaying(bool isPlaying) { m_isPlaying = isPlaying; }
 
 private:
@@ -85,4 +94,4 @@ private:
     bool m_isPlaying = false;
 };
 
-} // namespace vfViewer
+} // namespace vfScene

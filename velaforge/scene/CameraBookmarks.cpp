@@ -1,30 +1,29 @@
 // SPDX-License-Identifier: MIT
-#include "model/CameraPlaces.h"
-
-#include "model/StoredForms.h"
+#include <velaforge/scene/CameraBookmarks.h>
 
 #include <velaforge/base/RegisterSettingsObjectProxy.h>
 #include <velaforge/base/Settings.h>
 #include <velaforge/base/SettingsObject.h>
 #include <velaforge/base/SettingsProperties.h>
+#include <velaforge/scene/StoredStyles.h>
 
 #include <osg/ref_ptr>
 
 #include <algorithm>
 
-namespace vfViewer {
+namespace vfScene {
 
 namespace {
 
 using vfBase::SettingsProperties;
 using vfBase::SettingsValue;
 
-SettingsValue writeEntries(const CameraPlaces& all)
+SettingsValue writeEntries(const CameraBookmarks& all)
 {
     SettingsValue::List files;
-    for (const CameraPlaces::Entry& entry : all.getEntries()) {
+    for (const CameraBookmarks::Entry& entry : all.getEntries()) {
         SettingsValue::List places;
-        for (const CameraPlace& place : entry.places)
+        for (const CameraBookmark& place : entry.places)
             places.emplace_back(SettingsValue::Map{{"name", place.name},
                                                    {"camera", stored(place.camera)},
                                                    {"projection", static_cast<int>(place.projection)}});
@@ -33,13 +32,13 @@ SettingsValue writeEntries(const CameraPlaces& all)
     return files;
 }
 
-std::vector<CameraPlace> readPlaces(const SettingsValue& value)
+std::vector<CameraBookmark> readPlaces(const SettingsValue& value)
 {
-    std::vector<CameraPlace> places;
+    std::vector<CameraBookmark> places;
     const SettingsValue::List* list = value.list();
-    for (std::size_t i = 0; list && i < list->size() && places.size() < CameraPlaces::mostPlaces; ++i) {
+    for (std::size_t i = 0; list && i < list->size() && places.size() < CameraBookmarks::mostBookmarks; ++i) {
         const SettingsValue::Map* map = (*list)[i].map();
-        CameraPlace place;
+        CameraBookmark place;
         int projection = 0;
         if (!map || !storedPart(*map, "name").read(place.name) || place.name.empty() ||
             !readStored(storedPart(*map, "camera"), place.camera))
@@ -52,15 +51,15 @@ std::vector<CameraPlace> readPlaces(const SettingsValue& value)
     return places;
 }
 
-bool takeEntries(CameraPlaces& all, const SettingsValue& value)
+bool takeEntries(CameraBookmarks& all, const SettingsValue& value)
 {
     const SettingsValue::List* list = value.list();
     if (!list)
         return false;
-    std::vector<CameraPlaces::Entry> entries;
-    for (std::size_t i = 0; i < list->size() && entries.size() < CameraPlaces::mostFiles; ++i) {
+    std::vector<CameraBookmarks::Entry> entries;
+    for (std::size_t i = 0; i < list->size() && entries.size() < CameraBookmarks::mostFiles; ++i) {
         const SettingsValue::Map* map = (*list)[i].map();
-        CameraPlaces::Entry entry;
+        CameraBookmarks::Entry entry;
         if (!map || !storedPart(*map, "path").read(entry.path) || entry.path.empty())
             continue;
         entry.places = readPlaces(storedPart(*map, "places"));
@@ -72,38 +71,35 @@ bool takeEntries(CameraPlaces& all, const SettingsValue& value)
 }
 
 const SettingsProperties
-    properties("vfViewer::CameraPlaces",
-               {SettingsProperties::property<CameraPlaces>("files", writeEntries, takeEntries)});
+    properties("vfScene::CameraBookmarks",
+               {SettingsProperties::property<CameraBookmarks>("files", writeEntries, takeEntries)});
 
-const vfBase::RegisterSettingsObjectProxy registered(vfBase::SettingsObject(&CameraPlaces::instance()),
-                                                     vfBase::Settings::global());
-
-auto named(std::vector<CameraPlace>& places, const std::string& name)
+auto named(std::vector<CameraBookmark>& places, const std::string& name)
 {
     return std::find_if(places.begin(), places.end(),
-                        [&name](const CameraPlace& place) { return place.name == name; });
+                        [&name](const CameraBookmark& place) { return place.name == name; });
 }
 
 } // namespace
 
-CameraPlaces::CameraPlaces(const CameraPlaces& other, const osg::CopyOp& copyop)
+CameraBookmarks::CameraBookmarks(const CameraBookmarks& other, const osg::CopyOp& copyop)
     : SettingsObjectPrivate(other, copyop), m_entries(other.m_entries)
 {}
 
-CameraPlaces& CameraPlaces::instance()
+CameraBookmarks& CameraBookmarks::instance()
 {
-    static const osg::ref_ptr<CameraPlaces> places = new CameraPlaces;
+    static const osg::ref_ptr<CameraBookmarks> places = new CameraBookmarks;
     return *places;
 }
 
-std::vector<CameraPlace> CameraPlaces::of(const std::string& path) const
+std::vector<CameraBookmark> CameraBookmarks::of(const std::string& path) const
 {
     const auto found = std::find_if(m_entries.begin(), m_entries.end(),
                                     [&path](const Entry& entry) { return entry.path == path; });
-    return found == m_entries.end() ? std::vector<CameraPlace>() : found->places;
+    return found == m_entries.end() ? std::vector<CameraBookmark>() : found->places;
 }
 
-CameraPlaces::Entry CameraPlaces::takeOut(const std::string& path)
+CameraBookmarks::Entry CameraBookmarks::takeOut(const std::string& path)
 {
     const auto found = std::find_if(m_entries.begin(), m_entries.end(),
                                     [&path](const Entry& entry) { return entry.path == path; });
@@ -114,7 +110,7 @@ CameraPlaces::Entry CameraPlaces::takeOut(const std::string& path)
     return entry;
 }
 
-void CameraPlaces::putBack(const Entry& entry)
+void CameraBookmarks::putBack(const Entry& entry)
 {
     if (entry.places.empty())
         return;
@@ -123,13 +119,13 @@ void CameraPlaces::putBack(const Entry& entry)
     m_entries.push_back(entry);
 }
 
-bool CameraPlaces::keep(const std::string& path, const CameraPlace& place)
+bool CameraBookmarks::keep(const std::string& path, const CameraBookmark& place)
 {
     if (place.name.size() > longestName)
         return false;
     Entry entry = takeOut(path);
     const auto same = named(entry.places, place.name);
-    const bool isKept = same != entry.places.end() || entry.places.size() < mostPlaces;
+    const bool isKept = same != entry.places.end() || entry.places.size() < mostBookmarks;
     if (same != entry.places.end())
         *same = place;
     else if (isKept)
@@ -138,7 +134,7 @@ bool CameraPlaces::keep(const std::string& path, const CameraPlace& place)
     return isKept;
 }
 
-bool CameraPlaces::forget(const std::string& path, const std::string& name)
+bool CameraBookmarks::forget(const std::string& path, const std::string& name)
 {
     Entry entry = takeOut(path);
     const auto found = named(entry.places, name);
@@ -149,4 +145,4 @@ bool CameraPlaces::forget(const std::string& path, const std::string& name)
     return isThere;
 }
 
-} // namespace vfViewer
+} // namespace vfScene

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include "model/Measurement.h"
+#include <velaforge/scene/Measurement.h>
 
 #include <gtest/gtest.h>
 
-using vfViewer::describe;
-using vfViewer::describeLength;
-using vfViewer::LengthUnit;
-using vfViewer::measure;
-using vfViewer::MeasureKind;
-using vfViewer::Units;
+using vfScene::describe;
+using vfScene::describeLength;
+using vfScene::LengthUnit;
+using vfScene::measure;
+using vfScene::MeasureKind;
+using vfScene::Units;
 
 TEST(Measurement, ADistanceIsThatBetweenTwoPoints)
 {
@@ -35,7 +35,7 @@ TEST(Measurement, ARadiusIsThatOfTheCircleThroughThreePoints)
     ASSERT_TRUE(found);
     EXPECT_NEAR(2, found->value, 1e-12);
     // What is drawn for it lies on it all around.
-    const auto line = vfViewer::lineOf(*found);
+    const auto line = vfScene::lineOf(*found);
     ASSERT_LT(50u, line.size());
     osg::Vec3d sum;
     for (const osg::Vec3d& point : line) {
@@ -45,7 +45,7 @@ TEST(Measurement, ARadiusIsThatOfTheCircleThroughThreePoints)
     }
     EXPECT_NEAR(0, (line.front() - line.back()).length(), 1e-9);
     EXPECT_NEAR(0, (sum / static_cast<double>(line.size()) - osg::Vec3d(3, 2, 1)).length(), 0.1);
-    EXPECT_EQ(2u, vfViewer::lineOf(*measure(MeasureKind::Distance, {{0, 0, 0}, {1, 0, 0}})).size());
+    EXPECT_EQ(2u, vfScene::lineOf(*measure(MeasureKind::Distance, {{0, 0, 0}, {1, 0, 0}})).size());
 }
 
 TEST(Measurement, WhatIsNotThereIsNotMeasured)
@@ -81,11 +81,11 @@ TEST(Measurement, LengthsAreShownInTheUnitThatIsWanted)
 
 TEST(Measurement, EachUnitHasASymbol)
 {
-    for (int i = 0; i < vfViewer::lengthUnitCount; ++i) {
+    for (int i = 0; i < vfScene::lengthUnitCount; ++i) {
         const auto unit = static_cast<LengthUnit>(i);
-        EXPECT_EQ(unit, vfViewer::unitOf(vfViewer::symbolOf(unit)));
+        EXPECT_EQ(unit, vfScene::unitOf(vfScene::symbolOf(unit)));
     }
-    EXPECT_EQ(LengthUnit::None, vfViewer::unitOf("none"));
-    EXPECT_FALSE(vfViewer::unitOf("furlong"));
-    EXPECT_FALSE(vfViewer::unitOf("MM"));
+    EXPECT_EQ(LengthUnit::None, vfScene::unitOf("none"));
+    EXPECT_FALSE(vfScene::unitOf("furlong"));
+    EXPECT_FALSE(vfScene::unitOf("MM"));
 }

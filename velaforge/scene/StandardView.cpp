@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "model/StandardView.h"
+#include <velaforge/scene/StandardView.h>
 
 #include <velaforge/scene/ConvexHull.h>
 
@@ -11,7 +11,7 @@
 #include <cmath>
 #include <limits>
 
-namespace vfViewer {
+namespace vfScene {
 
 namespace {
 
@@ -217,7 +217,7 @@ public:
             return;
         }
         const osg::Matrixd toWorld = osg::computeLocalToWorld(getNodePath());
-        const auto hull = vfScene::hullOf(*points);
+        const auto hull = hullOf(*points);
         for (const osg::Vec3& point : *hull)
             m_use(osg::Vec3d(point) * toWorld);
     }
@@ -311,4 +311,4 @@ CameraPlacement placementOf(const LookAt& lookAt, double aspect, Projection proj
     return placement;
 }
 
-} // namespace vfViewer
+} // namespace vfScene

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "model/ModelScene.h"
+#include <velaforge/scene/ModelScene.h>
 
-#include "model/ModelDocument.h"
-#include "model/SceneCommands.h"
+#include <velaforge/scene/SceneCommands.h>
 
 #include <osg/Drawable>
 #include <osg/Geode>
@@ -16,7 +15,7 @@
 #include <unordered_set>
 #include <utility>
 
-namespace vfViewer {
+namespace vfScene {
 
 namespace {
 
@@ -62,8 +61,8 @@ bool isPart(osg::Node& node)
 
 } // namespace
 
-ModelScene::ModelScene(ModelDocument& document)
-    : m_root(new osg::Group), m_document(&document), m_state(nextState())
+ModelScene::ModelScene(Listener* listener)
+    : m_root(new osg::Group), m_listener(listener), m_state(nextState())
 {
     m_root->setName("model");
 }
@@ -181,12 +180,10 @@ void ModelScene::changed()
 {
     m_state = nextState();
     m_isChanged = true;
-    if (m_batches > 0 || !m_document)
+    if (m_batches > 0 || !m_listener)
         return;
     m_isChanged = false;
-    if (m_previews == 0)
-        m_document->modify(true);
-    m_document->updateAllViews(nullptr);
+    m_listener->onSceneChanged(m_previews > 0);
 }
 
 ModelScene::Batch::Batch(ModelScene& scene) : m_scene(&scene)
@@ -201,4 +198,4 @@ ModelScene::Batch::~Batch()
         m_scene->changed();
 }
 
-} // namespace vfViewer
+} // namespace vfScene

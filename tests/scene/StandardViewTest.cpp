@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "model/StandardView.h"
+#include <velaforge/scene/StandardView.h>
 
 #include <osg/Geode>
 #include <osg/Geometry>
@@ -11,9 +11,9 @@
 #include <cmath>
 #include <random>
 
-using vfViewer::CameraPlacement;
-using vfViewer::placeCamera;
-using vfViewer::StandardView;
+using vfScene::CameraPlacement;
+using vfScene::placeCamera;
+using vfScene::StandardView;
 
 namespace {
 
@@ -56,7 +56,7 @@ TEST(StandardView, EveryViewShowsAllOfTheModelCentredAndAsLargeAsItFits)
 {
     std::mt19937 engine(3);
     std::uniform_real_distribution<float> number(-1, 1);
-    for (int view = 0; view < vfViewer::standardViewCount; ++view) {
+    for (int view = 0; view < vfScene::standardViewCount; ++view) {
         for (const double aspect : {1.6, 0.5}) {
             std::vector<osg::Vec3> places;
             for (int i = 0; i < 200; ++i)
@@ -140,7 +140,7 @@ TEST(StandardView, APointALineAndNothingAtAllGetASoundCamera)
     for (const std::vector<osg::Vec3>& places :
          {std::vector<osg::Vec3>{{5, 5, 5}}, {{0, -1, 0}, {0, 1, 0}}, {}, {{1e6f, 1e6f, 1e6f}}})
     {
-        for (int view = 0; view < vfViewer::standardViewCount; ++view) {
+        for (int view = 0; view < vfScene::standardViewCount; ++view) {
             const CameraPlacement camera = placeCamera(*pointsAt(places), static_cast<StandardView>(view), 1);
             EXPECT_TRUE(camera.view.valid());
             for (const osg::Vec3& place : places) {
@@ -164,10 +164,10 @@ TEST(StandardView, NumbersThatAreNotFiniteArePassedOver)
 TEST(StandardView, WithoutPerspectiveTheModelFillsThePictureAsWell)
 {
     const std::vector<osg::Vec3> places = {{-3, -1, 4}, {5, 2, 9}, {0, 7, 6}};
-    for (int view = 0; view < vfViewer::standardViewCount; ++view) {
+    for (int view = 0; view < vfScene::standardViewCount; ++view) {
         for (const double aspect : {1.6, 0.5}) {
             const CameraPlacement camera = placeCamera(*pointsAt(places), static_cast<StandardView>(view),
-                                                       aspect, vfViewer::Projection::Orthographic);
+                                                       aspect, vfScene::Projection::Orthographic);
             const Extent extent = extentOf(camera, places);
             EXPECT_NEAR(extent.left, -extent.right, 1e-6) << view;
             EXPECT_NEAR(extent.bottom, -extent.top, 1e-6) << view;
@@ -183,8 +183,8 @@ TEST(StandardView, APartIsLookedAtWhereItHangsAndFromTheSameDirection)
     const std::vector<osg::Vec3> places = {{-1, -1, -1}, {1, 1, 1}, {1, -1, 0}};
     const osg::ref_ptr<osg::Geode> part = pointsAt(places);
     place->addChild(part);
-    const vfViewer::LookAt from = {{3, 4, 5}, {1, 1, 1}, {0, 0, 1}};
-    for (const auto projection : {vfViewer::Projection::Perspective, vfViewer::Projection::Orthographic}) {
+    const vfScene::LookAt from = {{3, 4, 5}, {1, 1, 1}, {0, 0, 1}};
+    for (const auto projection : {vfScene::Projection::Perspective, vfScene::Projection::Orthographic}) {
         const CameraPlacement camera = placeCamera(*part, from, 1.5, projection);
         std::vector<osg::Vec3> there;
         for (const osg::Vec3& point : places)
@@ -199,15 +199,15 @@ TEST(StandardView, APartIsLookedAtWhereItHangsAndFromTheSameDirection)
     }
     // Who looks nowhere looks from the front.
     const CameraPlacement camera =
-        placeCamera(*part, {{1, 1, 1}, {1, 1, 1}, {0, 0, 1}}, 1, vfViewer::Projection::Perspective);
+        placeCamera(*part, {{1, 1, 1}, {1, 1, 1}, {0, 0, 1}}, 1, vfScene::Projection::Perspective);
     EXPECT_GT(0, (camera.lookAt.eye - camera.lookAt.centre).y());
 }
 
 TEST(StandardView, WhatIsAtTheCentreIsAsLargeInBothProjections)
 {
-    const vfViewer::LookAt from = {{0, -10, 0}, {0, 0, 0}, {0, 0, 1}};
-    const CameraPlacement one = vfViewer::placementOf(from, 1.3, vfViewer::Projection::Perspective);
-    const CameraPlacement other = vfViewer::placementOf(from, 1.3, vfViewer::Projection::Orthographic);
+    const vfScene::LookAt from = {{0, -10, 0}, {0, 0, 0}, {0, 0, 1}};
+    const CameraPlacement one = vfScene::placementOf(from, 1.3, vfScene::Projection::Perspective);
+    const CameraPlacement other = vfScene::placementOf(from, 1.3, vfScene::Projection::Orthographic);
     const osg::Vec3d point(1, 0, 0.5);
     EXPECT_NEAR(project(one, point).x(), project(other, point).x(), 1e-9);
     EXPECT_NEAR(project(one, point).y(), project(other, point).y(), 1e-9);

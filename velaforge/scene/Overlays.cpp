@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "model/Decorations.h"
+#include <velaforge/scene/Overlays.h>
 
 #include <osg/BlendFunc>
 #include <osg/Camera>
@@ -16,7 +16,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace vfViewer {
+namespace vfScene {
 
 namespace {
 
@@ -276,4 +276,4 @@ osg::ref_ptr<osg::Node> makeMarks(const std::vector<osg::Vec3d>& points, const s
     return place;
 }
 
-} // namespace vfViewer
+} // namespace vfScene

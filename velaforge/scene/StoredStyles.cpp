@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "model/StoredForms.h"
+#include <velaforge/scene/StoredStyles.h>
 
 #include <cmath>
 
-namespace vfViewer {
+namespace vfScene {
 
 using vfBase::SettingsValue;
 
@@ -132,4 +132,4 @@ bool readStored(const SettingsValue& value, ViewStyle& style)
     return true;
 }
 
-} // namespace vfViewer
+} // namespace vfScene

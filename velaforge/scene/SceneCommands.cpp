@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "model/SceneCommands.h"
+#include <velaforge/scene/SceneCommands.h>
 
-#include "model/ModelStatistics.h"
+#include <velaforge/scene/ModelStatistics.h>
 #include <velaforge/scene/Normals.h>
 
 #include <osg/ComputeBoundsVisitor>
@@ -16,7 +16,7 @@
 #include <algorithm>
 #include <set>
 
-namespace vfViewer {
+namespace vfScene {
 
 SceneCommand::SceneCommand(const char* name, ModelScene& scene, osg::Node& node)
     : m_scene(&scene), m_node(&node)
@@ -397,7 +397,7 @@ bool RecomputeNormalsCommand::change(osg::Geometry& geometry)
                     [](const auto& primitives) { return hasSurface(*primitives); });
     if (!isSurface || !dynamic_cast<osg::Vec3Array*>(geometry.getVertexArray()))
         return false;
-    vfScene::makeNormals(geometry, m_creaseAngle);
+    makeNormals(geometry, m_creaseAngle);
     return true;
 }
 
@@ -431,4 +431,4 @@ void ColorCommand::revert()
     node().setStateSet(m_before);
 }
 
-} // namespace vfViewer
+} // namespace vfScene

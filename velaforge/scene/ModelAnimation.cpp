@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "model/ModelAnimation.h"
+#include <velaforge/scene/ModelAnimation.h>
 
-#include "model/ModelScene.h"
+#include <velaforge/scene/ModelScene.h>
 
 #include <osg/AnimationPath>
 #include <osg/NodeVisitor>
@@ -17,7 +17,7 @@
 #include <tuple>
 #include <utility>
 
-namespace vfViewer {
+namespace vfScene {
 
 namespace {
 
@@ -295,4 +295,4 @@ void ModelAnimation::move()
         skin->dirtyBound();
 }
 
-} // namespace vfViewer
+} // namespace vfScene

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "model/NodeProperties.h"
+#include <velaforge/scene/NodeProperties.h>
 
-#include "model/ModelScene.h"
-#include "model/ModelStatistics.h"
-#include "model/NodeKind.h"
+#include <velaforge/scene/ModelScene.h>
+#include <velaforge/scene/ModelStatistics.h>
+#include <velaforge/scene/NodeKind.h>
 
 #include <osg/ComputeBoundsVisitor>
 #include <osg/Image>
@@ -17,7 +17,7 @@
 #include <locale>
 #include <sstream>
 
-namespace vfViewer {
+namespace vfScene {
 
 namespace {
 
@@ -141,4 +141,4 @@ std::vector<NodeProperty> propertiesOf(osg::Node& node, const ModelScene& scene)
     return properties;
 }
 
-} // namespace vfViewer
+} // namespace vfScene

@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "model/ShownScene.h"
-
-#include "model/Decorations.h"
-#include "model/ModelScene.h"
-#include "model/ViewerSettings.h"
+#include <velaforge/scene/ShownScene.h>
 
 #include <velaforge/scene/Lights.h>
+#include <velaforge/scene/ModelScene.h>
+#include <velaforge/scene/Overlays.h>
 
 #include <osg/ClipPlane>
 #include <osg/ComputeBoundsVisitor>
@@ -25,7 +23,7 @@
 #include <algorithm>
 #include <set>
 
-namespace vfViewer {
+namespace vfScene {
 
 namespace {
 
@@ -156,7 +154,7 @@ ShownScene::ShownScene(ModelScene& model)
     : m_model(&model),
       m_root(new osg::Group),
       m_lamps(new osg::Group),
-      m_contrast(makeLamp(vfScene::LightNumbers::contrast, {0, 0, 1}, 0, 0, true)),
+      m_contrast(makeLamp(LightNumbers::contrast, {0, 0, 1}, 0, 0, true)),
       m_content(new osg::ClipNode),
       m_decorations(new osg::Group),
       m_measurements(new osg::Group)
@@ -237,15 +235,15 @@ void ShownScene::updateLamps()
     m_lamps->removeChildren(0, m_lamps->getNumChildren());
     m_lamps->addChild(m_contrast);
     if (m_style.lightFollowsCamera) {
-        m_lamps->addChild(makeLamp(vfScene::LightNumbers::key, {-0.45f, 0.75f, 1.0f}, 0.60f, 0.5f, true));
-        m_lamps->addChild(makeLamp(vfScene::LightNumbers::side, {0.80f, 0.10f, 0.60f}, 0.16f, 0.0f, true));
+        m_lamps->addChild(makeLamp(LightNumbers::key, {-0.45f, 0.75f, 1.0f}, 0.60f, 0.5f, true));
+        m_lamps->addChild(makeLamp(LightNumbers::side, {0.80f, 0.10f, 0.60f}, 0.16f, 0.0f, true));
         // From below and behind the camera: every face that is seen gets some of it.
-        m_lamps->addChild(makeLamp(vfScene::LightNumbers::fill, {-0.10f, -0.60f, 1.0f}, 0.16f, 0.0f, true));
+        m_lamps->addChild(makeLamp(LightNumbers::fill, {-0.10f, -0.60f, 1.0f}, 0.16f, 0.0f, true));
     } else {
         // As seen from the upper right corner in front, where models are looked at first.
-        m_lamps->addChild(makeLamp(vfScene::LightNumbers::key, {0.35f, -1.0f, 1.0f}, 0.60f, 0.5f, false));
-        m_lamps->addChild(makeLamp(vfScene::LightNumbers::side, {1.0f, 0.2f, 0.5f}, 0.18f, 0.0f, false));
-        m_lamps->addChild(makeLamp(vfScene::LightNumbers::fill, {-0.6f, 1.0f, -0.7f}, 0.22f, 0.0f, false));
+        m_lamps->addChild(makeLamp(LightNumbers::key, {0.35f, -1.0f, 1.0f}, 0.60f, 0.5f, false));
+        m_lamps->addChild(makeLamp(LightNumbers::side, {1.0f, 0.2f, 0.5f}, 0.18f, 0.0f, false));
+        m_lamps->addChild(makeLamp(LightNumbers::fill, {-0.6f, 1.0f, -0.7f}, 0.22f, 0.0f, false));
     }
 }
 
@@ -258,10 +256,9 @@ void ShownScene::updateFileLamps()
         m_model->root().accept(found);
     const bool isFromFile = !found.numbers.empty();
     osg::StateSet& state = *m_root->getOrCreateStateSet();
-    for (const int lamp :
-         {vfScene::LightNumbers::key, vfScene::LightNumbers::side, vfScene::LightNumbers::fill})
+    for (const int lamp : {LightNumbers::key, LightNumbers::side, LightNumbers::fill})
         state.setMode(GL_LIGHT0 + static_cast<GLenum>(lamp), isFromFile ? switchedOff : overriding);
-    for (int lamp = 0; lamp < vfScene::LightNumbers::ofFile; ++lamp) {
+    for (int lamp = 0; lamp < LightNumbers::ofFile; ++lamp) {
         const GLenum mode = GL_LIGHT0 + static_cast<GLenum>(lamp);
         if (found.numbers.count(lamp))
             state.setMode(mode, osg::StateAttribute::ON);
@@ -280,12 +277,16 @@ void ShownScene::updateFileLamps()
         state.setMode(GL_FOG, switchedOff);
 }
 
+void ShownScene::setBackground(const Background& background)
+{
+    m_background = background;
+    updateContrast();
+}
+
 /// Lines and points without a colour are dark; on a dark background this lamp makes them light.
 void ShownScene::updateContrast()
 {
-    const ViewerSettings& settings = ViewerSettings::instance();
-    const Background background =
-        m_style.background.value_or(Background{settings.getBackgroundTop(), settings.getBackgroundBottom()});
+    const Background background = getBackground();
     const osg::Vec3f sum = background.top + background.bottom;
     const float brightness = (0.3f * sum.x() + 0.6f * sum.y() + 0.1f * sum.z()) / 2;
     const float strength = brightness < darkBackground ? 7 : 0;
@@ -399,4 +400,4 @@ bool ShownScene::isCutAway(const osg::Vec3d& point) const
                        [&point](const osg::Plane& plane) { return plane.distance(point) < 0; });
 }
 
-} // namespace vfViewer
+} // namespace vfScene

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
-#include "model/NodeKind.h"
+#include <velaforge/scene/NodeKind.h>
 
-#include "model/ModelDocument.h"
-#include "model/SceneCommands.h"
+#include <velaforge/scene/ModelScene.h>
+#include <velaforge/scene/SceneCommands.h>
 
 #include <osg/Geode>
 #include <osg/Geometry>
 
 #include <algorithm>
 
-namespace vfViewer {
+namespace vfScene {
 
 namespace {
 
@@ -64,13 +64,13 @@ const char* kindOf(const osg::Node& node)
     return "Group";
 }
 
-std::string nameOf(const osg::Node& node, const ModelDocument& document)
+std::string nameOf(const osg::Node& node, const ModelScene& scene, const std::string& title)
 {
     if (!node.getName().empty())
         return node.getName();
-    const osg::Group& root = document.getModelScene().root();
+    const osg::Group& root = scene.root();
     const bool isWhole = &node == &root || (root.getNumChildren() == 1 && root.getChild(0) == &node);
-    return isWhole ? document.getTitle().str() : std::string();
+    return isWhole ? title : std::string();
 }
 
 std::vector<osg::Node*> shownChildren(osg::Group& group)
@@ -89,4 +89,4 @@ std::vector<osg::Node*> shownChildren(osg::Group& group)
     return children;
 }
 
-} // namespace vfViewer
+} // namespace vfScene

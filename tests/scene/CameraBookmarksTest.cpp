@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "model/CameraPlaces.h"
+#include <velaforge/scene/CameraBookmarks.h>
 
 #include "support/TemporaryDirectory.h"
 
@@ -8,13 +8,13 @@
 
 #include <gtest/gtest.h>
 
-using vfViewer::CameraPlace;
-using vfViewer::CameraPlaces;
-using vfViewer::Projection;
+using vfScene::CameraBookmark;
+using vfScene::CameraBookmarks;
+using vfScene::Projection;
 
 namespace {
 
-CameraPlace place(const std::string& name, double height)
+CameraBookmark place(const std::string& name, double height)
 {
     return {name, {{1, 2, height}, {4, 5.5, 6}, {0, 0, 1}}, Projection::Perspective};
 }
@@ -22,7 +22,7 @@ CameraPlace place(const std::string& name, double height)
 std::vector<std::string> namesOf(const std::string& path)
 {
     std::vector<std::string> names;
-    for (const CameraPlace& one : CameraPlaces::instance().of(path))
+    for (const CameraBookmark& one : CameraBookmarks::instance().of(path))
         names.push_back(one.name);
     return names;
 }
@@ -30,7 +30,7 @@ std::vector<std::string> namesOf(const std::string& path)
 vfBase::Settings storeIn(const std::string& path)
 {
     vfBase::Settings store(path);
-    store.add(vfBase::SettingsObject(&CameraPlaces::instance()));
+    store.add(vfBase::SettingsObject(&CameraBookmarks::instance()));
     return store;
 }
 
@@ -38,9 +38,9 @@ using Names = std::vector<std::string>;
 
 } // namespace
 
-TEST(CameraPlaces, EachFileHasItsOwnInTheOrderInWhichTheyWereKept)
+TEST(CameraBookmarks, EachFileHasItsOwnInTheOrderInWhichTheyWereKept)
 {
-    CameraPlaces& places = CameraPlaces::instance();
+    CameraBookmarks& places = CameraBookmarks::instance();
     EXPECT_TRUE(places.of("/a.obj").empty());
     EXPECT_TRUE(places.keep("/a.obj", place("bow", 1)));
     EXPECT_TRUE(places.keep("/b.obj", place("tip", 2)));
@@ -50,9 +50,9 @@ TEST(CameraPlaces, EachFileHasItsOwnInTheOrderInWhichTheyWereKept)
     EXPECT_EQ(3, places.of("/a.obj")[1].camera.eye.z());
 }
 
-TEST(CameraPlaces, OneOfTheSameNameTakesThePlaceOfTheOther)
+TEST(CameraBookmarks, OneOfTheSameNameTakesThePlaceOfTheOther)
 {
-    CameraPlaces& places = CameraPlaces::instance();
+    CameraBookmarks& places = CameraBookmarks::instance();
     places.keep("/a.obj", place("bow", 1));
     places.keep("/a.obj", place("aft", 2));
     EXPECT_TRUE(places.keep("/a.obj", place("bow", 9)));
@@ -60,9 +60,9 @@ TEST(CameraPlaces, OneOfTheSameNameTakesThePlaceOfTheOther)
     EXPECT_EQ(9, places.of("/a.obj")[0].camera.eye.z());
 }
 
-TEST(CameraPlaces, WhatIsForgottenIsGone)
+TEST(CameraBookmarks, WhatIsForgottenIsGone)
 {
-    CameraPlaces& places = CameraPlaces::instance();
+    CameraBookmarks& places = CameraBookmarks::instance();
     places.keep("/a.obj", place("bow", 1));
     EXPECT_FALSE(places.forget("/a.obj", "aft"));
     EXPECT_FALSE(places.forget("/b.obj", "bow"));
@@ -71,31 +71,31 @@ TEST(CameraPlaces, WhatIsForgottenIsGone)
     EXPECT_TRUE(places.getEntries().empty()) << "a file without places is not remembered";
 }
 
-TEST(CameraPlaces, AreNotMoreThanThereIsRoomFor)
+TEST(CameraBookmarks, AreNotMoreThanThereIsRoomFor)
 {
-    CameraPlaces& places = CameraPlaces::instance();
-    for (std::size_t i = 0; i < CameraPlaces::mostPlaces; ++i)
+    CameraBookmarks& places = CameraBookmarks::instance();
+    for (std::size_t i = 0; i < CameraBookmarks::mostBookmarks; ++i)
         EXPECT_TRUE(places.keep("/a.obj", place(std::to_string(i), 1)));
     EXPECT_FALSE(places.keep("/a.obj", place("one more", 1)));
     EXPECT_TRUE(places.keep("/a.obj", place("7", 2))) << "instead of another";
     EXPECT_FALSE(places.keep("/b.obj", place(std::string(100000, 'a'), 1))) << "a name without end";
     EXPECT_TRUE(places.keep("/b.obj", place(std::string(200, 'a'), 1)));
-    EXPECT_EQ(CameraPlaces::mostPlaces, places.of("/a.obj").size());
-    for (std::size_t i = 1; i < CameraPlaces::mostFiles; ++i)
+    EXPECT_EQ(CameraBookmarks::mostBookmarks, places.of("/a.obj").size());
+    for (std::size_t i = 1; i < CameraBookmarks::mostFiles; ++i)
         places.keep("/" + std::to_string(i), place("bow", 1));
     places.keep("/a.obj", place("8", 3)); // so that another is the oldest
     places.keep("/new.obj", place("bow", 1));
-    EXPECT_EQ(CameraPlaces::mostFiles, places.getEntries().size());
+    EXPECT_EQ(CameraBookmarks::mostFiles, places.getEntries().size());
     EXPECT_TRUE(places.of("/1").empty());
     EXPECT_FALSE(places.of("/a.obj").empty());
 }
 
-TEST(CameraPlaces, ComeBackFromTheStore)
+TEST(CameraBookmarks, ComeBackFromTheStore)
 {
     const vfTest::TemporaryDirectory directory;
     const std::string path = directory.file("settings.json");
-    CameraPlaces& places = CameraPlaces::instance();
-    CameraPlace flat = place("flat, \"as drawn\"", 4);
+    CameraBookmarks& places = CameraBookmarks::instance();
+    CameraBookmark flat = place("flat, \"as drawn\"", 4);
     flat.projection = Projection::Orthographic;
     places.keep("/a b.obj", place("bow", 1));
     places.keep("/a b.obj", flat);
@@ -103,20 +103,20 @@ TEST(CameraPlaces, ComeBackFromTheStore)
     places.setEntries({});
     ASSERT_TRUE(storeIn(path).load());
     ASSERT_EQ((Names{"bow", "flat, \"as drawn\""}), namesOf("/a b.obj"));
-    const CameraPlace read = places.of("/a b.obj")[1];
+    const CameraBookmark read = places.of("/a b.obj")[1];
     EXPECT_EQ(Projection::Orthographic, read.projection);
     EXPECT_EQ(flat.camera.eye, read.camera.eye);
     EXPECT_EQ(flat.camera.centre, read.camera.centre);
     EXPECT_EQ(flat.camera.up, read.camera.up);
 }
 
-TEST(CameraPlaces, WhatMakesNoSenseInTheStoreIsLeftOut)
+TEST(CameraBookmarks, WhatMakesNoSenseInTheStoreIsLeftOut)
 {
     const vfTest::TemporaryDirectory directory;
     const std::string path = directory.file("settings.json");
-    CameraPlaces::instance().keep("/a.obj", place("good", 1));
-    CameraPlaces::instance().keep("/a.obj", place("bad", 1));
-    CameraPlaces::instance().keep("/b.obj", place("alone", 1));
+    CameraBookmarks::instance().keep("/a.obj", place("good", 1));
+    CameraBookmarks::instance().keep("/a.obj", place("bad", 1));
+    CameraBookmarks::instance().keep("/b.obj", place("alone", 1));
     ASSERT_TRUE(storeIn(path).save(nullptr));
     std::string text = vfTest::readFile(path);
     const auto replace = [&text](const std::string& from, const std::string& to) {
@@ -127,18 +127,18 @@ TEST(CameraPlaces, WhatMakesNoSenseInTheStoreIsLeftOut)
     replace("\"bad\"", "17");
     replace("\"alone\"", "\"\"");
     directory.write("settings.json", text);
-    CameraPlaces::instance().setEntries({});
+    CameraBookmarks::instance().setEntries({});
     ASSERT_TRUE(storeIn(path).load());
     EXPECT_EQ((Names{"good"}), namesOf("/a.obj"));
-    EXPECT_TRUE(CameraPlaces::instance().of("/b.obj").empty());
+    EXPECT_TRUE(CameraBookmarks::instance().of("/b.obj").empty());
 }
 
-TEST(CameraPlaces, ACopyKeepsItsOwn)
+TEST(CameraBookmarks, ACopyKeepsItsOwn)
 {
-    CameraPlaces& places = CameraPlaces::instance();
+    CameraBookmarks& places = CameraBookmarks::instance();
     places.keep("/a.obj", place("bow", 1));
     const osg::ref_ptr<osg::Object> copy = places.clone(osg::CopyOp());
-    auto& copied = static_cast<CameraPlaces&>(*copy);
+    auto& copied = static_cast<CameraBookmarks&>(*copy);
     ASSERT_EQ(1u, copied.of("/a.obj").size());
     EXPECT_TRUE(copied.forget("/a.obj", "bow"));
     EXPECT_EQ(1u, places.of("/a.obj").size());
