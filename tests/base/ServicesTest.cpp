@@ -4,8 +4,10 @@
 #include "support/TemporaryDirectory.h"
 
 #include <velaforge/base/ApplicationInfo.h>
+#include <velaforge/base/FileIdentity.h>
 #include <velaforge/base/FileNames.h>
 #include <velaforge/base/LibraryFolder.h>
+#include <velaforge/base/LockFile.h>
 #include <velaforge/base/NotifyHandler.h>
 #include <velaforge/base/Printable.h>
 #include <velaforge/base/StandardPaths.h>
@@ -16,12 +18,14 @@
 #include <gmock/gmock.h>
 
 #include <atomic>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <thread>
 #include <vector>
 
 #include <pwd.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 using vfBase::ApplicationInfo;
@@ -52,6 +56,45 @@ TEST(LibraryFolder, IsTheDirectoryOfTheFileThatDefinesAFunction)
     EXPECT_TRUE(std::filesystem::exists(library / "libvfBase.so"));
     const int onTheStack = 0;
     EXPECT_EQ("", std::string(vfBase::libraryFolder(&onTheStack))) << "no file holds it";
+}
+
+TEST(LockFile, IsAbandonedWhenItsProgramIsKilledAndGoesWithItsObject)
+{
+    const vfTest::TemporaryDirectory directory;
+    std::string path;
+    {
+        const vfBase::LockFile lock(directory.file("session-"), ".lock");
+        ASSERT_TRUE(lock.isHeld());
+        path = lock.path();
+        EXPECT_EQ(directory.file("session-").size() + 6 + 5, path.size());
+        EXPECT_FALSE(vfBase::LockFile::isAbandoned(path));
+    }
+    EXPECT_FALSE(std::filesystem::exists(path));
+    EXPECT_FALSE(vfBase::LockFile::isAbandoned(path)) << "it is not there";
+    EXPECT_FALSE(vfBase::LockFile(directory.file("none/session-"), ".lock").isHeld());
+    const pid_t child = fork();
+    if (child == 0) {
+        const vfBase::LockFile lock(directory.file("session-"), ".lock");
+        kill(getpid(), SIGKILL);
+    }
+    waitpid(child, nullptr, 0);
+    for (const auto& entry : std::filesystem::directory_iterator(directory.path()))
+        EXPECT_TRUE(vfBase::LockFile::isAbandoned(entry.path()));
+}
+
+TEST(FileIdentity, DiffersAfterTheFileWasReplacedOrRemoved)
+{
+    using vfBase::FileIdentity;
+    const vfTest::TemporaryDirectory directory;
+    const std::string path = directory.write("a", "text");
+    const FileIdentity before = FileIdentity::of(path);
+    EXPECT_TRUE(before.isOfFile());
+    EXPECT_EQ(before, FileIdentity::of(path));
+    EXPECT_EQ(before, FileIdentity::fromText(before.text()));
+    ASSERT_EQ(0, rename(directory.write("b", "more").c_str(), path.c_str()));
+    EXPECT_NE(before, FileIdentity::of(path));
+    EXPECT_FALSE(FileIdentity::of(directory.file("none")).isOfFile());
+    EXPECT_FALSE(FileIdentity().isOfFile());
 }
 
 TEST(FileNames, AnAbsolutePathIsOneTextForOneFile)

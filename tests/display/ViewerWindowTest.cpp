@@ -3,13 +3,13 @@
 #include "Viewer.h"
 
 #include "model/ModelView.h"
-#include "model/Recovery.h"
 #include "model/Session.h"
 #include "model/ViewerSettings.h"
 #include "support/ModelDigest.h"
 #include "support/Models.h"
 #include "support/Search.h"
 #include "support/TemporaryDirectory.h"
+#include <velaforge/documents/Recovery.h>
 
 #include <velaforge/base/ApplicationInfo.h>
 #include <velaforge/commands/CommandProcessor.h>
@@ -427,12 +427,13 @@ void crashAfterAChange(const std::string& path)
         Viewer viewer({path});
         viewer.run([&] {
             viewer.ui([&] { viewer.model()->remove(*viewer.part("flag")); });
-            const std::string place = vfViewer::Recovery::standardDirectory();
+            const std::string place = vfApplication::Recovery::standardDirectory();
             const auto isKept = [&] {
                 std::error_code problem;
                 for (fs::directory_iterator entry(place, problem), end; !problem && entry != end;
                      entry.increment(problem)) {
-                    if (entry->path().extension() == ".osgb")
+                    if (entry->path().extension() == ".osgb" &&
+                        entry->path().filename().string().find("session-") == 0)
                         return true;
                 }
                 return false;

@@ -59,6 +59,28 @@ void ModelDocument::onSceneChanged(bool isPreview)
     updateAllViews(nullptr);
 }
 
+vfApplication::Recovery::Snapshot ModelDocument::recoverySnapshot() const
+{
+    vfApplication::Recovery::Snapshot snapshot;
+    snapshot.state = m_scene->getState();
+    snapshot.identity = m_fileIdentity;
+    snapshot.getWriter = [this] {
+        // Commands replace arrays and do not write to them, so the copy shares them. Animations do write.
+        osg::CopyOp::CopyFlags flags = osg::CopyOp::DEEP_COPY_NODES | osg::CopyOp::DEEP_COPY_DRAWABLES |
+                                       osg::CopyOp::DEEP_COPY_STATESETS |
+                                       osg::CopyOp::DEEP_COPY_STATEATTRIBUTES;
+        if (!m_animation.isEmpty())
+            flags |= osg::CopyOp::DEEP_COPY_ARRAYS | osg::CopyOp::DEEP_COPY_PRIMITIVES |
+                     osg::CopyOp::DEEP_COPY_CALLBACKS;
+        const osg::CopyOp copy(flags);
+        osg::Node* model = scene().getNumChildren() == 1 ? scene().getChild(0) : &scene();
+        return [model = osg::ref_ptr<osg::Node>(osg::clone(model, copy))](const std::string& path) {
+            return vfFormats::writeModel(*model, path).isWritten;
+        };
+    };
+    return snapshot;
+}
+
 void ModelDocument::takeSettings()
 {
     constexpr std::size_t megabyte = 1000000;
@@ -245,8 +267,8 @@ vfFormats::ReadOutcome ModelDocument::read(vfFormats::ReadKind readKind, const v
 bool ModelDocument::doOpenDocument(const vfBase::VfString& path, const vfBase::Options& options)
 {
     Document::doOpenDocument(path, options);
-    const FileIdentity before =
-        FileIdentity::of(path.str()); // another program may change it while it is read
+    const vfBase::FileIdentity before =
+        vfBase::FileIdentity::of(path.str()); // another program may change it while it is read
     const vfFormats::ReadOutcome outcome = read(kind(), path);
     if (outcome.scene) {
         m_fileIdentity = before;
@@ -353,7 +375,7 @@ vfBase::WriteResult ModelDocument::doSaveDocument(const vfBase::VfString& path,
         isCancelled = job.isCancelled();
     }
     if (reason.empty()) {
-        m_fileIdentity = FileIdentity::of(path.str());
+        m_fileIdentity = vfBase::FileIdentity::of(path.str());
         for (const vfScene::CameraBookmark& place : path == before
                                                         ? std::vector<vfScene::CameraBookmark>()
                                                         : vfScene::CameraBookmarks::instance().of(before))

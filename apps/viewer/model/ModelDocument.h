@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "model/FileIdentity.h"
+#include <velaforge/base/FileIdentity.h>
+#include <velaforge/documents/Recovery.h>
 
 #include <velaforge/documents/Document.h>
 #include <velaforge/formats/ReadJob.h>
@@ -104,10 +105,10 @@ public:
     const std::vector<std::string>& getOtherFiles() const { return m_otherFiles; }
 
     /// @return the file that the model was read from or saved to last, as it was then; of no file before
-    const FileIdentity& getFileIdentity() const { return m_fileIdentity; }
+    const vfBase::FileIdentity& getFileIdentity() const { return m_fileIdentity; }
 
     /// For a model that was recovered: its changes are those of that file.
-    void setFileIdentity(const FileIdentity& identity) { m_fileIdentity = identity; }
+    void setFileIdentity(const vfBase::FileIdentity& identity) { m_fileIdentity = identity; }
 
     /// What of a model is looked at, by the places and names of its parts.
     struct Look
@@ -156,6 +157,9 @@ public:
 
     void onSceneChanged(bool isPreview) override;
 
+    /// Returns what crash recovery keeps of the document: its scene, as an .osgb file.
+    vfApplication::Recovery::Snapshot recoverySnapshot() const;
+
     /// Takes over what was set for all documents.
     void takeSettings();
 
@@ -188,7 +192,7 @@ private:
     osg::ref_ptr<osg::Node> m_selection;
     std::vector<vfScene::Measurement> m_measurements;
     std::vector<std::string> m_otherFiles;
-    FileIdentity m_fileIdentity;
+    vfBase::FileIdentity m_fileIdentity;
     std::optional<vfScene::Units> m_units;
 };
 

@@ -63,7 +63,8 @@ void QtViewerDocManager::begin()
         QTimer::singleShot(beginningInterval, m_timer.get(), [this] { begin(); });
         return;
     }
-    m_recovery = std::make_unique<Recovery>(Recovery::standardDirectory());
+    m_recovery =
+        std::make_unique<vfApplication::Recovery>(vfApplication::Recovery::standardDirectory(), ".osgb");
     m_timer->start(keepingInterval);
     offerLeftBehind();
     openSession();
@@ -71,7 +72,7 @@ void QtViewerDocManager::begin()
 
 void QtViewerDocManager::addFileToHistory(const vfBase::VfString& path)
 {
-    if (osgDB::getFilePath(path) != Recovery::standardDirectory())
+    if (osgDB::getFilePath(path) != vfApplication::Recovery::standardDirectory())
         QtDocManager::addFileToHistory(path);
 }
 
@@ -80,14 +81,14 @@ void QtViewerDocManager::keepUnsaved()
     if (m_recovery->isWriting())
         return; // the window waits for no disk
     const auto& documents = getDocumentList();
-    for (const ModelDocument* kept : m_recovery->getKept()) {
+    for (const vfApplication::Document* kept : m_recovery->getKept()) {
         if (std::find(documents.begin(), documents.end(), kept) == documents.end() || !kept->isModified())
             m_recovery->drop(kept);
     }
     for (const vfApplication::Document* document : documents) {
         const auto* model = dynamic_cast<const ModelDocument*>(document);
         if (model && model->isModified())
-            m_recovery->keep(*model);
+            m_recovery->keep(*model, model->recoverySnapshot());
     }
 }
 
@@ -124,11 +125,11 @@ void QtViewerDocManager::openSession()
 void QtViewerDocManager::offerLeftBehind()
 {
     auto* shell = vfApplication::QtApplication::instance();
-    const std::vector<Recovery::Found> found = m_recovery->findLeftBehind();
+    const std::vector<vfApplication::Recovery::Found> found = m_recovery->findLeftBehind();
     if (found.empty() || !shell)
         return;
     QStringList names;
-    for (const Recovery::Found& one : found) {
+    for (const vfApplication::Recovery::Found& one : found) {
         const QString line = one.isOriginalChanged()
                                  ? tr("%1, changed on %2; another program has changed its file since")
                                  : tr("%1, changed on %2");
@@ -146,15 +147,15 @@ void QtViewerDocManager::offerLeftBehind()
     box.setEscapeButton(box.addButton(tr("&Later"), QMessageBox::RejectRole));
     box.setDefaultButton(wanted);
     box.exec();
-    for (const Recovery::Found& one : found) {
+    for (const vfApplication::Recovery::Found& one : found) {
         if (box.clickedButton() == wanted)
             recover(one);
         else if (box.clickedButton() == discarded)
-            Recovery::discard(one);
+            vfApplication::Recovery::discard(one);
     }
 }
 
-void QtViewerDocManager::recover(const Recovery::Found& found)
+void QtViewerDocManager::recover(const vfApplication::Recovery::Found& found)
 {
     vfApplication::Document* document =
         vfApplication::Application::instance(false)->openDocument(found.copy.c_str(), vfBase::Options());
@@ -176,8 +177,8 @@ void QtViewerDocManager::recover(const Recovery::Found& found)
     model->modify(true);
     if (model->alreadySaved())
         shell->addFileToFileSystemWatcher(found.original);
-    if (m_recovery->keepNow(*model))
-        Recovery::discard(found);
+    if (m_recovery->keepNow(*model, model->recoverySnapshot()))
+        vfApplication::Recovery::discard(found);
 }
 
 vfApplication::Document* QtViewerDocManager::createDocument(const vfBase::VfString& path,

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "model/Recovery.h"
 #include "model/ViewerDocuments.h"
+#include <velaforge/documents/Recovery.h>
 
 #include <velaforge/qt/QtDocManager.h>
 
@@ -62,11 +62,11 @@ private:
     void passTime();
     void openSession();
     void offerLeftBehind();
-    void recover(const Recovery::Found& found);
+    void recover(const vfApplication::Recovery::Found& found);
     static bool isWantedIn(const vfBase::VfString& path);
     static void watchFilesOf(vfApplication::Document* document);
 
-    std::unique_ptr<Recovery> m_recovery;
+    std::unique_ptr<vfApplication::Recovery> m_recovery;
     std::unique_ptr<QTimer> m_timer;
     std::unique_ptr<QTimer> m_clock;
     std::unique_ptr<StatusSummary> m_summary;

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "model/FileIdentity.h"
+#include <velaforge/base/FileIdentity.h>
 
 #include <sys/stat.h>
 
-namespace vfViewer {
+namespace vfBase {
 
 FileIdentity FileIdentity::of(const std::string& path)
 {
@@ -26,4 +26,4 @@ FileIdentity FileIdentity::fromText(const std::string& text)
     return identity;
 }
 
-} // namespace vfViewer
+} // namespace vfBase
