@@ -121,6 +121,8 @@ void readOptions(vfBase::ArgumentParser& parser, ViewerCallback& callback, const
     parser.addCommandLineOption("--headless", "Open no window, even with a display", nullptr);
     parser.addCommandLineOption("--list-formats", "List the formats that can be read and written", nullptr);
     parser.addCommandLineOption("--file-lamps", "Use the lamps of files in place of the viewer's", nullptr);
+    parser.addCommandLineOption("--require-sandbox",
+                                "Read no file where the system lacks a part of the sandbox", nullptr);
     parser.addCommandLineOption("--verbose", "Print more messages", nullptr);
     parser.addCommandLineOption("--log", "Ask the readers for a log", nullptr);
     if (window)
@@ -128,6 +130,8 @@ void readOptions(vfBase::ArgumentParser& parser, ViewerCallback& callback, const
     HeadlessApplication::readOptions(parser);
     parser.readOptionParameter("--headless"); // consumed only: main() has tested for it already
     parser.readOptionParameter("--image", callback.image);
+    if (parser.readOptionParameter("--require-sandbox"))
+        vfFormats::requireSandbox();
     if (parser.readOptionParameter("--file-lamps"))
         vfViewer::chooseFileLamps();
     int view = 0;

@@ -7,6 +7,7 @@
 #include "support/Spoiler.h"
 
 #include <velaforge/formats/FormatList.h>
+#include <velaforge/formats/WriteJob.h>
 #include <velaforge/formats/internal/ReadRequest.h>
 #include <velaforge/formats/internal/SceneImages.h>
 #include <velaforge/formats/internal/SceneTransfer.h>
@@ -25,6 +26,7 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <climits>
 #include <cmath>
@@ -643,13 +645,13 @@ bool copyHere(std::uint64_t address, void* to, std::size_t size)
     return process_vm_readv(getpid(), &here, 1, &there, 1, 0) == static_cast<ssize_t>(size);
 }
 
-/// From here on this thread, and all that it starts, may not look into other processes.
-void forbidLooking()
+/// Makes the system refuse a call to this process and those that it starts.
+void refuseCall(unsigned int number, unsigned int error)
 {
     sock_filter program[] = {
         BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
-        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_process_vm_readv, 0, 1),
-        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | EPERM),
+        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, number, 0, 1),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | error),
         BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
     };
     const sock_fprog filter = {std::size(program), program};
@@ -663,13 +665,38 @@ TEST_F(ReadJobs, ALargeModelComesWholeAlsoWhereProcessesMayNotBeLookedInto)
     vfTest::writeHills(path, 20000);
     const ReadOutcome looked = read(path);
     ASSERT_TRUE(looked.scene) << looked.reason;
-    forbidLooking();
+    refuseCall(SYS_process_vm_readv, EPERM);
     EXPECT_FALSE(copyHere(reinterpret_cast<std::uintptr_t>(&path), std::string(8, ' ').data(), 8));
     const ReadOutcome written = read(path);
     ASSERT_TRUE(written.scene) << written.reason;
     const ReadOutcome inPlace = vfFormats::parseModel(path);
     EXPECT_EQ(Contents(*inPlace.scene).text, Contents(*looked.scene).text);
     EXPECT_EQ(Contents(*inPlace.scene).text, Contents(*written.scene).text);
+}
+
+TEST_F(ReadJobs, WhereAPartOfTheSandboxIsMissingItIsToldAndNothingIsReadIfItIsRequired)
+{
+    const std::string path = vfTest::signpost("obj");
+    refuseCall(SYS_landlock_create_ruleset, ENOSYS); // as older kernels do
+    const ReadOutcome outcome = read(path);
+    ASSERT_TRUE(outcome.scene) << outcome.reason;
+    EXPECT_THAT(outcome.details,
+                testing::Contains(HasSubstr("the sandbox is not complete: Landlock is not there")));
+    vfFormats::requireSandbox();
+    const ReadOutcome refused = read(path);
+    EXPECT_FALSE(refused.scene);
+    EXPECT_THAT(refused.reason, HasSubstr("the sandbox is not complete: Landlock is not there"));
+    const std::string target = directory.file("a.stl");
+    EXPECT_THAT(vfFormats::writeModel(*outcome.scene, target).reason, HasSubstr("Landlock is not there"));
+    EXPECT_FALSE(fs::exists(target));
+}
+
+TEST_F(ReadJobs, WithTheWholeSandboxNothingIsMissing)
+{
+    vfFormats::requireSandbox();
+    const ReadOutcome outcome = read(vfTest::signpost("obj"));
+    ASSERT_TRUE(outcome.scene) << outcome.reason;
+    EXPECT_THAT(outcome.details, testing::Not(testing::Contains(HasSubstr("sandbox"))));
 }
 
 /// What a reader has sent, which keeps its large arrays.

@@ -12,14 +12,21 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cerrno>
 #include <cmath>
+#include <cstddef>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <set>
 #include <sstream>
 
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sys/prctl.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 using testing::EndsWith;
@@ -769,6 +776,34 @@ TEST(Viewer, LoadsNothingThatParsesFilesIntoItself)
         // One plug-in writes the picture.
         EXPECT_TRUE(library.find("osgdb_") == std::string::npos || library == "osgdb_png.so") << library;
     }
+}
+
+TEST(Viewer, ReadsNothingWithoutTheSandboxThatIsRequired)
+{
+    const TemporaryDirectory directory;
+    EXPECT_EQ(
+        0, view({"--headless", "--require-sandbox", "--snapshot", directory.file("a.png"), signpost("obj")})
+               .status);
+    EXPECT_TRUE(std::filesystem::exists(directory.file("a.png")));
+    // As on a kernel without Landlock. The processes that the program starts inherit the filter.
+    sock_filter program[] = {
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_landlock_create_ruleset, 0, 1),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | ENOSYS),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+    };
+    const sock_fprog filter = {std::size(program), program};
+    ASSERT_EQ(0, prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0));
+    ASSERT_EQ(0, prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter));
+    Outcome outcome = view({"--headless", "--require-sandbox", signpost("obj")});
+    EXPECT_EQ(4, outcome.status);
+    EXPECT_THAT(outcome.err, HasSubstr("the sandbox is not complete: Landlock is not there"));
+    outcome = view({"--headless", "--verbose", signpost("obj")});
+    EXPECT_EQ(0, outcome.status);
+    EXPECT_THAT(outcome.err + outcome.out, HasSubstr("the sandbox is not complete: Landlock is not there"));
+    outcome = view({"--headless", signpost("obj")});
+    EXPECT_EQ(0, outcome.status);
+    EXPECT_THAT(outcome.err + outcome.out, Not(HasSubstr("sandbox")));
 }
 
 TEST(Viewer, WorksWithItsStandardStreamsClosed)

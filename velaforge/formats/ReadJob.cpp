@@ -82,6 +82,7 @@ vfIsolation::IsolatedTask taskFor(ReadKind kind, const ReadRequest& request, con
     task.readableFiles.push_back(request.path);
     task.limits = limits.forSize(sizeOf(request.path));
     task.takesMemory = true;
+    task.requiresSandbox = isSandboxRequired();
     return task;
 }
 
@@ -103,8 +104,13 @@ ReadOutcome readOnce(vfIsolation::JobControl& control, ReadKind kind, const Read
     ReadOutcome outcome;
     const vfIsolation::IsolatedResult result =
         vfIsolation::runIsolated(control, taskFor(kind, request, limits));
-    if (result.error == vfIsolation::IsolationError::None)
-        return receiveScene(result.bytes.data(), result.bytes.size(), ownerOf(result), control.isCancelled);
+    if (result.error == vfIsolation::IsolationError::None) {
+        outcome =
+            receiveScene(result.bytes.data(), result.bytes.size(), ownerOf(result), control.isCancelled);
+        if (!result.missingDefences.empty())
+            outcome.details.push_back("the sandbox is not complete: " + result.missingDefences);
+        return outcome;
+    }
     outcome.reason = result.error == vfIsolation::IsolationError::Ended
                          ? "the file is damaged: its reader fails on it"
                          : result.reason;

@@ -67,6 +67,11 @@ private:
 /// @param path  absolute path of the executable; it must be of the same build of the libraries
 VFFORMATS_EXPORT void useReaderProgram(const std::string& path);
 
+/// Makes all jobs that follow, readers and writers, fail on a system that lacks a part of the sandbox, such as Landlock,
+/// instead of doing with the others; what is missing is in ReadOutcome::details otherwise. Call it before the program has
+/// threads.
+VFFORMATS_EXPORT void requireSandbox();
+
 /// Starts the process that reads the first file ahead of time. Returns at once. Call it early in a program that will read.
 VFFORMATS_EXPORT void prepareReading();
 

@@ -125,6 +125,7 @@ std::string write(vfIsolation::JobControl& control, const osg::ref_ptr<osg::Node
 
     vfIsolation::IsolatedTask task;
     task.helper = readerProgram();
+    task.requiresSandbox = isSandboxRequired();
     task.name = writeTask;
     task.argument = request.argument();
     task.files = {memory, model, materials};

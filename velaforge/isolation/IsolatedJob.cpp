@@ -241,7 +241,9 @@ IsolatedResult runOnce(JobControl& control, const std::string& helper, const Pre
     if (!receivePacket(process->socket, &done, sizeof(done)))
         return failure(IsolationError::Ended, "its process ended unexpectedly");
     done.reason[sizeof(done.reason) - 1] = 0;
+    done.missing[sizeof(done.missing) - 1] = 0;
     IsolatedResult result = describe(done, prepared.result);
+    result.missingDefences = vfBase::printable(vfBase::VfString(done.missing)).str();
     if (result.error == IsolationError::None && done.lendsMemory && request.isMemoryReadable)
         result.memory = std::make_shared<LentMemory>(process);
     return result;

@@ -53,6 +53,10 @@ struct IsolatedResult
     std::string reason; ///< one line without control characters; empty without an error
     SharedBytes bytes;  ///< the result; not validated
 
+    /// Parts of the sandbox that this system does not have, "Landlock is not there", as far as the process got; empty for a
+    /// complete sandbox. See IsolatedTask::requiresSandbox.
+    std::string missingDefences;
+
     /// The memory of the process, if the task lends it. Let go of it when all is taken: the process stays as long.
     std::shared_ptr<const LentMemory> memory;
 };

@@ -168,6 +168,7 @@ void TaskRunner::take(const TaskRequest& request, const std::vector<int>& files,
     silence();
     applyLimits(request);
     const SandboxState state = enterSandbox(names, static_cast<SandboxLayers>(request.layers));
+    putText(done.missing, state.describe());
     if (request.requiresSandbox && !state.isComplete())
         return fail(done, TaskOutcome::NoSandbox, state.describe());
     work(found->second, done);

@@ -28,6 +28,8 @@ ReadRequest ReadRequest::of(std::string_view argument)
 
 namespace {
 
+bool isRequired = false;
+
 std::string& otherProgram()
 {
     static std::string path;
@@ -35,6 +37,16 @@ std::string& otherProgram()
 }
 
 } // namespace
+
+bool isSandboxRequired()
+{
+    return isRequired;
+}
+
+void requireSandbox()
+{
+    isRequired = true;
+}
 
 std::string readerProgram()
 {

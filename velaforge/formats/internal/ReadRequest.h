@@ -25,6 +25,9 @@ struct VFFORMATS_EXPORT ReadRequest
     static ReadRequest of(std::string_view argument);
 };
 
+/// Returns whether requireSandbox() was called.
+VFFORMATS_EXPORT bool isSandboxRequired();
+
 /// Returns the path of the executable with the tasks: velaforge-reader, or that of useReaderProgram().
 VFFORMATS_EXPORT std::string readerProgram();
 

@@ -78,6 +78,7 @@ struct TaskDone
     TaskOutcome outcome = TaskOutcome::Failed;
     std::uint8_t lendsMemory = 0; ///< not 0: the process stays, for its memory to be read
     char reason[512] = {};        ///< terminated by a zero byte
+    char missing[128] = {}; ///< parts of the sandbox that the system does not have, terminated by a zero byte
 };
 
 /// In memory that the helper writes and the program reads.
