@@ -3,13 +3,11 @@
 #include "Viewer.h"
 
 #include "model/ModelView.h"
-#include "model/Session.h"
 #include "model/ViewerSettings.h"
 #include "support/ModelDigest.h"
 #include "support/Models.h"
 #include "support/Search.h"
 #include "support/TemporaryDirectory.h"
-#include <velaforge/documents/Recovery.h>
 
 #include <velaforge/base/ApplicationInfo.h>
 #include <velaforge/commands/CommandProcessor.h>
@@ -17,6 +15,8 @@
 #include <velaforge/dockwindows/DockWindowManager.h>
 #include <velaforge/documents/DocManager.h>
 #include <velaforge/documents/Document.h>
+#include <velaforge/documents/Recovery.h>
+#include <velaforge/documents/Session.h>
 #include <velaforge/qt/QtDocManager.h>
 #include <velaforge/qt/QtDockWindow.h>
 #include <velaforge/qt/internal/MainWindow.h>
@@ -518,7 +518,7 @@ TEST_F(ViewerWindow, WhatWasOpenComesBackAsItWasLookedAtWhenThatIsWanted)
             Viewer viewer({vfTest::signpost("stl"), sailboat});
             viewer.run([&] {
                 viewer.ui([&] {
-                    vfViewer::Session::instance().setRestored(isWanted);
+                    vfApplication::Session::instance().setRestored(isWanted);
                     vfScene::ViewStyle style = view(viewer)->getStyle();
                     style.showsGrid = true;
                     style.projection = vfScene::Projection::Orthographic;

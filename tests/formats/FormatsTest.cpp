@@ -10,14 +10,13 @@
 #include <velaforge/formats/ModelFiles.h>
 #include <velaforge/formats/ReadJob.h>
 #include <velaforge/formats/WriteJob.h>
-#include <velaforge/formats/internal/CheckedFile.h>
-#include <velaforge/formats/readers/ModelReader.h>
-#include <velaforge/formats/writers/FormatWriter.h>
+#include <velaforge/formats/internal/SceneImages.h>
 
 #include <osg/Geometry>
 
 #include <gmock/gmock.h>
 
+#include <filesystem>
 #include <fstream>
 #include <map>
 #include <regex>
@@ -29,6 +28,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+namespace fs = std::filesystem;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -200,4 +200,32 @@ TEST(Formats, OneRecordAddsAFormatEverywhere)
     EXPECT_TRUE(vfFormats::readModel(vfTest::signpost("obj")).scene) << "the others are still read";
     outcome.scene->setNodeMask(0);
     EXPECT_THAT(vfFormats::lossesOf(*outcome.scene, "tri"), testing::Contains("what is hidden"));
+}
+
+TEST(Formats, NamesOfFilesThatAReaderMayNotHaveReadAreRemoved)
+{
+    vfFormats::addFormat(vfTest::triangleFormat());
+    vfFormats::useReaderProgram(VELAFORGE_TRIANGLE_READER);
+    const vfTest::TemporaryDirectory elsewhere;
+    const vfTest::TemporaryDirectory directory;
+    const std::string secret = elsewhere.write("secret.png", "private");
+    const std::string own = directory.write("own.png", "public");
+    const std::string path = directory.write(
+        "a.tri", "0 0 0\n1 0 0\n0 1 0\n" + secret + "\n" + own + "\n../../etc/passwd\n" +
+                     directory.file("../" + fs::path(elsewhere.path()).filename().string() + "/secret.png") +
+                     "\ninside.png\n");
+    const vfFormats::ReadOutcome outcome = vfFormats::readModel(path);
+    ASSERT_TRUE(outcome.scene) << outcome.reason;
+    EXPECT_THAT(outcome.files, ElementsAre(own));
+    vfFormats::FindImages find;
+    outcome.scene->accept(find);
+    std::vector<std::string> names;
+    for (const auto& image : find.images)
+        names.push_back(image->getFileName());
+    EXPECT_THAT(names,
+                testing::UnorderedElementsAre("secret.png", own, "passwd", "secret.png", "inside.png"));
+    // Nothing of it comes beside a model that is saved.
+    EXPECT_EQ("", vfFormats::writeModel(*outcome.scene, directory.file("saved.obj")).reason);
+    for (const auto& entry : fs::directory_iterator(directory.path()))
+        EXPECT_THAT(readFile(entry.path()), testing::Not(HasSubstr("private"))) << entry.path();
 }

@@ -5,7 +5,8 @@
 
 namespace vfTest {
 
-/// The record of a format that the libraries do not know: the corners of one triangle, a line each.
+/// The record of a format that the libraries do not know: the corners of one triangle, a line each, and then
+/// names of images, a line each.
 inline vfFormats::Format triangleFormat()
 {
     vfFormats::Format format;

@@ -1,15 +1,19 @@
 // SPDX-License-Identifier: MIT
-// A helper executable with a format of its own, as another program would have one: installed headers only.
+// A helper executable with a format of its own, as another program would have one. Its reader can also be made to lie.
 #include "TriangleFormat.h"
 
 #include <velaforge/formats/FormatCode.h>
 #include <velaforge/formats/ReaderTasks.h>
+#include <velaforge/formats/readers/FileGate.h>
 #include <velaforge/isolation/Helper.h>
 
 #include <osg/Geometry>
+#include <osg/Image>
+#include <osg/Texture2D>
 
 #include <fstream>
 #include <sstream>
+#include <string>
 
 #include <unistd.h>
 
@@ -26,6 +30,16 @@ vfFormats::ReadOutcome readTriangle(const std::string& path)
     geometry->addPrimitiveSet(new osg::DrawArrays(GL_TRIANGLES, 0, static_cast<int>(points->size())));
     vfFormats::ReadOutcome outcome;
     outcome.scene = geometry;
+    file.clear();
+    unsigned int unit = 0;
+    // A process that its file has taken over can name any file.
+    for (std::string name; file >> name;) {
+        const osg::ref_ptr<osg::Image> image = new osg::Image;
+        image->allocateImage(1, 1, 1, GL_RGB, GL_UNSIGNED_BYTE);
+        image->setFileName(name);
+        geometry->getOrCreateStateSet()->setTextureAttributeAndModes(unit++, new osg::Texture2D(image));
+        vfFormats::FileGate::noteFile(name);
+    }
     return outcome;
 }
 

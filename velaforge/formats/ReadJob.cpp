@@ -6,6 +6,7 @@
 #include <velaforge/formats/ModelFiles.h>
 #include <velaforge/formats/internal/ReadInProcess.h>
 #include <velaforge/formats/internal/ReadRequest.h>
+#include <velaforge/formats/internal/SceneImages.h>
 #include <velaforge/formats/internal/SceneTransfer.h>
 #include <velaforge/formats/internal/SideFileSearch.h>
 #include <velaforge/isolation/IsolatedJob.h>
@@ -14,7 +15,9 @@
 
 #include <osg/Geometry>
 #include <osg/NodeVisitor>
+#include <osgDB/FileNameUtils>
 
+#include <algorithm>
 #include <exception>
 #include <new>
 #include <unordered_set>
@@ -98,6 +101,30 @@ LargeArrayOwner ownerOf(const vfIsolation::IsolatedResult& result)
     return owner;
 }
 
+/// Removes names of files that the process may not have read. A process that its file has taken over can send any, and a writer
+/// would copy such an image beside the model that is saved, or the program watch such a file.
+void removeForeignNames(ReadOutcome& outcome, const std::string& model)
+{
+    const ModelPlaces places(model);
+    const auto isForeign = [&places](const std::string& name) {
+        const std::string real = realPath(name);
+        return real.empty() || !(real == places.model || places.admit(real));
+    };
+    outcome.files.erase(std::remove_if(outcome.files.begin(), outcome.files.end(), isForeign),
+                        outcome.files.end());
+    if (!outcome.scene)
+        return;
+    FindImages find;
+    outcome.scene->accept(find);
+    for (const osg::ref_ptr<osg::Image>& image : find.images) {
+        const std::string& name = image->getFileName();
+        const bool leadsElsewhere =
+            !name.empty() && (name.front() == '/' || name.find("..") != std::string::npos);
+        if (leadsElsewhere && isForeign(name))
+            image->setFileName(osgDB::getSimpleFileName(name));
+    }
+}
+
 ReadOutcome readOnce(vfIsolation::JobControl& control, ReadKind kind, const ReadRequest& request,
                      const ReadLimits& limits)
 {
@@ -136,6 +163,7 @@ ReadOutcome readInProcess(vfIsolation::JobControl& control, ReadKind kind, const
             request.sideFiles.insert(request.sideFiles.end(), further.begin(), further.end());
             outcome = readOnce(control, kind, request, limits);
         }
+        removeForeignNames(outcome, request.path);
         if (outcome.scene)
             prepare(outcome);
     } catch (const std::bad_alloc&) {

@@ -5,6 +5,7 @@
 #include <velaforge/base/Settings.h>
 #include <velaforge/base/SettingsObject.h>
 #include <velaforge/base/SettingsProperties.h>
+#include <velaforge/documents/Session.h>
 #include <velaforge/scene/CameraBookmarks.h>
 #include <velaforge/scene/StoredStyles.h>
 
@@ -158,6 +159,8 @@ const SettingsProperties properties(
 
 const vfBase::RegisterSettingsObjectProxy registered(vfBase::SettingsObject(&ViewerSettings::instance()),
                                                      vfBase::Settings::global());
+const vfBase::RegisterSettingsObjectProxy session(vfBase::SettingsObject(&vfApplication::Session::instance()),
+                                                  vfBase::Settings::global());
 const vfBase::RegisterSettingsObjectProxy
     bookmarks(vfBase::SettingsObject(&vfScene::CameraBookmarks::instance()), vfBase::Settings::global());
 

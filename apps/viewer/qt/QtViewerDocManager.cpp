@@ -3,13 +3,13 @@
 
 #include "model/ModelView.h"
 #include "model/NamedCommands.h"
-#include "model/Session.h"
 #include "qt/LoadDialog.h"
 #include "qt/QtModelView.h"
 #include "qt/StatusSummary.h"
 
 #include <velaforge/application/Application.h>
 #include <velaforge/base/FileNames.h>
+#include <velaforge/documents/Session.h>
 #include <velaforge/documents/View.h>
 #include <velaforge/formats/FormatList.h>
 #include <velaforge/formats/FormatLosses.h>
@@ -17,6 +17,7 @@
 #include <velaforge/formats/ReadJob.h>
 #include <velaforge/qt/PlainText.h>
 #include <velaforge/qt/QtApplication.h>
+#include <velaforge/scene/StoredStyles.h>
 
 #include <osgDB/FileNameUtils>
 
@@ -94,31 +95,38 @@ void QtViewerDocManager::keepUnsaved()
 
 bool QtViewerDocManager::closeAllWithQuestions()
 {
-    std::vector<Session::Entry> entries;
+    std::vector<vfApplication::Session::Entry> entries;
     for (const vfApplication::Document* document : getDocumentList()) {
         const auto* view = dynamic_cast<const ModelView*>(document->getFirstView());
         if (view && document->alreadySaved())
-            entries.push_back(
-                {vfBase::absolutePath(document->getFilename()).str(), view->getCamera(), view->getStyle()});
+            entries.push_back({vfBase::absolutePath(document->getFilename()).str(),
+                               vfBase::SettingsValue::Map{{"camera", vfScene::stored(view->getCamera())},
+                                                          {"style", vfScene::stored(view->getStyle())}}});
     }
     if (!QtDocManager::closeAllWithQuestions())
         return false;
-    Session::instance().setEntries(entries);
+    vfApplication::Session::instance().setEntries(entries);
     return true;
 }
 
 void QtViewerDocManager::openSession()
 {
-    if (!Session::instance().isRestored() || !getDocumentList().isEmpty())
+    const auto& session = vfApplication::Session::instance();
+    if (!session.isRestored() || !getDocumentList().isEmpty())
         return;
-    for (const Session::Entry& entry : std::vector<Session::Entry>(Session::instance().getEntries())) {
+    for (const auto& entry : std::vector<vfApplication::Session::Entry>(session.getEntries())) {
         const vfApplication::Document* document =
             vfApplication::Application::instance(false)->openDocument(entry.path.c_str(), vfBase::Options());
         auto* view = document ? dynamic_cast<ModelView*>(document->getFirstView()) : nullptr;
-        if (!view)
+        const vfBase::SettingsValue::Map* state = entry.view.map();
+        if (!view || !state)
             continue;
-        view->setStyle(entry.style);
-        view->setCamera(entry.camera);
+        vfScene::ViewStyle style = view->getStyle();
+        if (vfScene::readStored(vfScene::storedPart(*state, "style"), style))
+            view->setStyle(style);
+        vfScene::LookAt camera;
+        if (vfScene::readStored(vfScene::storedPart(*state, "camera"), camera))
+            view->setCamera(camera);
     }
 }
 

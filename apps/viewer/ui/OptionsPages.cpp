@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "ui/OptionsPages.h"
 
-#include "model/Session.h"
 #include "model/ViewerSettings.h"
 
 #include <velaforge/base/ClassInfo.h>
 #include <velaforge/documents/FileHistorySettings.h>
+#include <velaforge/documents/Session.h>
 #include <velaforge/shell/OptionsPageManager.h>
 #include <velaforge/shell/Registry.h>
 
@@ -48,13 +48,13 @@ const vfBase::ClassInfo* RecentFilesPage::getClassInfo() const
 void RecentFilesPage::loadOptions()
 {
     maxFiles = vfApplication::FileHistorySettings::instance(false)->getMaxFiles();
-    restoresSession = Session::instance().isRestored();
+    restoresSession = vfApplication::Session::instance().isRestored();
 }
 
 void RecentFilesPage::applyOptions()
 {
     vfApplication::FileHistorySettings::instance(false)->setMaxFiles(std::max(maxFiles, 1u));
-    Session::instance().setRestored(restoresSession);
+    vfApplication::Session::instance().setRestored(restoresSession);
 }
 
 const vfBase::ClassInfo* PicturePage::getClassInfo() const

@@ -1,31 +1,22 @@
 // SPDX-License-Identifier: MIT
-#include "model/Session.h"
+#include <velaforge/documents/Session.h>
 
-#include <velaforge/base/RegisterSettingsObjectProxy.h>
-#include <velaforge/base/Settings.h>
-#include <velaforge/base/SettingsObject.h>
 #include <velaforge/base/SettingsProperties.h>
-#include <velaforge/scene/StoredStyles.h>
 
 #include <osg/ref_ptr>
 
-namespace vfViewer {
+namespace vfApplication {
 
 namespace {
 
 using vfBase::SettingsProperties;
 using vfBase::SettingsValue;
 
-/// More than a user opens, fewer than a damaged file could name.
-constexpr std::size_t mostEntries = 100;
-
 SettingsValue writeEntries(const Session& session)
 {
     SettingsValue::List list;
     for (const Session::Entry& entry : session.getEntries())
-        list.emplace_back(SettingsValue::Map{{"path", entry.path},
-                                             {"camera", vfScene::stored(entry.camera)},
-                                             {"style", vfScene::stored(entry.style)}});
+        list.emplace_back(SettingsValue::Map{{"path", entry.path}, {"view", entry.view}});
     return list;
 }
 
@@ -37,11 +28,14 @@ bool takeEntries(Session& session, const SettingsValue& value)
     std::vector<Session::Entry> entries;
     for (const SettingsValue& one : *list) {
         const SettingsValue::Map* map = one.map();
-        Session::Entry entry;
-        if (!map || entries.size() == mostEntries || !vfScene::storedPart(*map, "path").read(entry.path) ||
-            entry.path.empty() || !vfScene::readStored(vfScene::storedPart(*map, "camera"), entry.camera))
+        if (!map || entries.size() == Session::mostEntries)
             continue;
-        vfScene::readStored(vfScene::storedPart(*map, "style"), entry.style);
+        Session::Entry entry;
+        const auto path = map->find("path");
+        if (path == map->end() || !path->second.read(entry.path) || entry.path.empty())
+            continue;
+        if (const auto view = map->find("view"); view != map->end())
+            entry.view = view->second;
         entries.push_back(entry);
     }
     session.setEntries(entries);
@@ -49,12 +43,9 @@ bool takeEntries(Session& session, const SettingsValue& value)
 }
 
 const SettingsProperties
-    properties("vfViewer::Session",
+    properties("vfApplication::Session",
                {SettingsProperties::property("restored", &Session::isRestored, &Session::setRestored),
                 SettingsProperties::property<Session>("documents", writeEntries, takeEntries)});
-
-const vfBase::RegisterSettingsObjectProxy registered(vfBase::SettingsObject(&Session::instance()),
-                                                     vfBase::Settings::global());
 
 } // namespace
 
@@ -68,4 +59,4 @@ Session& Session::instance()
     return *session;
 }
 
-} // namespace vfViewer
+} // namespace vfApplication
